@@ -1,0 +1,61 @@
+# Compiler settings shared by every target, and the three kinds of target: library, program, test.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+find_program(MOLD mold)
+
+add_library(qv_options INTERFACE)
+target_compile_options(qv_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion)
+
+# Applied after the cache options are known; QV_WERROR and QV_SANITIZE come from the presets.
+function(qv_apply_options target)
+  target_link_libraries(${target} PRIVATE qv_options)
+  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  if(QV_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(QV_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                             -fno-omit-frame-pointer)
+    target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+  endif()
+  if(MOLD)
+    target_link_options(${target} PUBLIC -fuse-ld=mold)
+  endif()
+endfunction()
+
+# qv_library(name SOURCES file... LINKS target...): the code of one folder. LINKS names the folders it stands
+# on, so that the link graph repeats the rule of who may include whom.
+function(qv_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC ${arg_LINKS})
+  qv_apply_options(${name})
+endfunction()
+
+# qv_program(name SOURCES file... LINKS target...)
+function(qv_program name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ${arg_LINKS})
+  qv_apply_options(${name})
+endfunction()
+
+# qv_test(name SOURCES file... LINKS target...): a doctest program; ctest runs it as one test.
+function(qv_test name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+  qv_program(${name} SOURCES ${PROJECT_SOURCE_DIR}/tests/main.cpp ${arg_SOURCES}
+                     LINKS ${arg_LINKS} doctest::doctest)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300
+    ENVIRONMENT "QV_SOURCE_DIR=${PROJECT_SOURCE_DIR};FREETYPE_PROPERTIES=;ASAN_OPTIONS=detect_leaks=1")
+endfunction()

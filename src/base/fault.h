@@ -1,0 +1,54 @@
+// Faults: failures with a number and a text, as the host sees them in ErrorMsg or as the error of a call.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace qv {
+
+enum class FaultNumber : std::int32_t {
+    InvalidProcedureCall = 5,
+    Overflow = 6,
+    OutOfMemory = 7,
+    SubscriptOutOfRange = 9,
+    DivisionByZero = 11,
+    TypeMismatch = 13,
+    FileNotFound = 53,
+    DeviceError = 57,
+    DiskFull = 61,
+    PermissionDenied = 70,
+    PathFileAccess = 75,
+    PathNotFound = 76,
+    ObjectNotSet = 91,
+    InvalidUseOfNull = 94,
+    UnknownMember = 438,
+    WrongArgumentCount = 450,
+    PrinterError = 482,
+    CannotOpenClipboard = 521,
+    InternalError = 999,
+};
+
+struct Fault : std::exception {
+    std::int32_t number;
+    std::string description;
+
+    Fault(FaultNumber fault_number, std::string text)
+        : number(static_cast<std::int32_t>(fault_number)), description(std::move(text)) {}
+    const char* what() const noexcept override { return description.c_str(); }
+};
+
+/// The standard text of a fault number, e.g. "Subscript out of range" for 9.
+std::string_view fault_text(FaultNumber number);
+
+/// Throws the Fault of this number with its standard text.
+[[noreturn]] void raise_fault(FaultNumber number);
+/// The same with a text of its own, which says what, where and what to do.
+[[noreturn]] void raise_fault(FaultNumber number, std::string description);
+
+/// Turns any exception into a Fault: `std::bad_alloc` is 7, a foreign exception 5 with its own text.
+Fault as_fault(std::exception_ptr const& failure);
+
+} // namespace qv

@@ -1,0 +1,44 @@
+// Variant: a value of one of the kinds that members take and return when they are called by name.
+#pragma once
+
+#include "base/convert.h"
+
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace qv {
+
+using TextList = std::vector<std::string>;
+
+struct Variant : std::variant<std::monostate, bool, std::uint8_t, std::int16_t, std::int32_t, float, double,
+                              std::string, TextList> {
+    using variant::variant;
+    Variant(const char* text) : variant(std::string(text)) {}
+    Variant(std::string_view text) : variant(std::string(text)) {}
+
+    bool is_empty() const { return index() == 0; }
+    bool operator==(Variant const&) const = default;
+};
+
+/// The value as a number of type `T`: numbers and booleans (True is -1) convert with checks (fault 6);
+/// empty is 0; text and lists are fault 13.
+template <Number T>
+T number_of(Variant const& value) {
+    return std::visit(
+        [](auto const& held) -> T {
+            using Held = std::remove_cvref_t<decltype(held)>;
+            if constexpr (std::is_same_v<Held, std::monostate>) return T{};
+            else if constexpr (std::is_same_v<Held, bool>) return checked<T>(held ? -1 : 0);
+            else if constexpr (Number<Held>) return checked<T>(held);
+            else raise_fault(FaultNumber::TypeMismatch);
+        },
+        static_cast<Variant::variant const&>(value));
+}
+
+/// The value as text: numbers in their general text form, booleans as "True" and "False", empty as "";
+/// a list is fault 13.
+std::string text_of(Variant const& value);
+
+} // namespace qv

@@ -1,0 +1,155 @@
+// DrawSurface: the operations that all drawing uses, and the state that governs them.
+#pragma once
+
+#include "base/geometry.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace qv {
+
+enum class DrawStyle : std::uint8_t { Solid, Dash, Dot, DashDot, DashDotDot, None, InsideSolid };
+enum class DrawMode : std::uint8_t { Invert = 6, Copy = 13 };
+enum class FillStyle : std::uint8_t { Solid = 0, Transparent = 1 };
+enum class LineShape : std::uint8_t { Segment, Box, FilledBox };
+
+struct Font {
+    std::string name = "Arial";
+    double size_points = 9;
+    bool bold = false;
+    bool italic = false;
+    bool operator==(Font const&) const = default;
+};
+
+/// What the operations of a surface use beyond their arguments.
+struct DrawState {
+    Color ForeColor = 0;
+    Color FillColor = 0;
+    Color BackColor = rgb(255, 255, 255);
+    FillStyle fill_style = FillStyle::Transparent;
+    DrawStyle draw_style = DrawStyle::Solid;
+    DrawMode draw_mode = DrawMode::Copy;
+    int DrawWidth = 1; // pixels, at least 1
+    Font font;
+    double CurrentX = 0; // twips, where Print begins
+    double CurrentY = 0;
+    bool Smooth = true; // antialiased lines, shapes and text; off: whole pixels only
+};
+
+/// One line of text as text: its top-left point in twips and its angle in degrees, counter-clockwise
+/// about that point.
+struct TextLine {
+    std::string_view text;
+    Point top_left;
+    double angle_degrees = 0;
+};
+
+/// The shapes that a batch of symbols can have. `half_size` is in twips and means: radius of the circle,
+/// half side of the square, half diagonal of the diamond, half base of the triangles, half length of plus
+/// and cross.
+enum class SymbolShape : std::uint8_t {
+    Dot, Circle, Square, Diamond, TriangleUp, TriangleDown, WideRectangle, TallRectangle, Plus, Cross
+};
+
+struct SymbolBatch {
+    SymbolShape shape = SymbolShape::Circle;
+    std::int32_t half_size = 0;
+    std::span<Point const> centres; // twips
+};
+
+/// A drawing surface. Points are twips unless a parameter is in pixels (`PixelPoint`, y down, pixel n
+/// covers n to n + 1 and a whole number n means that pixel's centre).
+///
+/// One rounding leads from twips to pixels everywhere: pixel = floor(twips / twips per pixel + 0.5).
+/// `Line` segments that are horizontal or vertical, and all boxes, lie on whole pixels and include both
+/// ends; `Polyline`, symbols and slanted segments keep their fractions while `Smooth` is on.
+class DrawSurface {
+public:
+    DrawState state;
+
+    virtual ~DrawSurface() = default;
+
+    /// \name Geometry
+    /// \{
+    virtual double TwipsPerPixelX() const = 0; // any positive fraction
+    virtual double TwipsPerPixelY() const = 0;
+    virtual PixelSize GetClientRect() const = 0;
+    double Width() const { return GetClientRect().width * TwipsPerPixelX(); }
+    double Height() const { return GetClientRect().height * TwipsPerPixelY(); }
+    /// Resizes the surface (twips, rounded to whole pixels, at least one); the new area is BackColor.
+    virtual void Move(double width_twips, double height_twips) = 0;
+    /// \}
+
+    /// \name Whole surface
+    /// \{
+    virtual void Cls() = 0;
+    /// Later drawing is cut to this box: the whole pixels from its left top to its right bottom corner,
+    /// both included. Replaces any earlier clip.
+    virtual void SelectClipPath(Box const& box) = 0;
+    /// Copies a block of pixels exactly, cut at both surfaces' edges and at the clip. Works on overlapping
+    /// blocks of one surface.
+    virtual void BitBlt(PixelPoint target, PixelSize size, DrawSurface const& source, PixelPoint origin) = 0;
+    /// Tells whoever shows the surface that it is complete.
+    virtual void Refresh() {}
+    /// \}
+
+    /// \name Lines and shapes
+    /// `Line` uses the current width, style and mode. A box outline and a filled box span the two corners.
+    /// The device shapes use the pen (ForeColor, DrawWidth, draw_style) and the brush (FillColor,
+    /// fill_style); `Rectangle` and `Ellipse` exclude their right and bottom pixel.
+    /// \{
+    virtual void Line(Point from, Point to, LineShape shape, Color color) = 0;
+    virtual void PSet(Point point) = 0;
+    virtual void Circle(Point centre, double radius_twips) = 0;
+    virtual void Polygon(std::span<PixelPoint const> corners) = 0;
+    virtual void Rectangle(PixelPoint left_top, PixelPoint right_bottom) = 0;
+    virtual void Ellipse(PixelPoint left_top, PixelPoint right_bottom) = 0;
+    /// A one-pixel solid line, both ends included, never smoothed.
+    virtual void LineTo(PixelPoint from, PixelPoint to, Color color) = 0;
+    /// \}
+
+    /// \name Text
+    /// Extents are in twips, in the current font. Text is UTF-8.
+    /// \{
+    virtual double TextWidth(std::string_view line) = 0;
+    virtual double TextHeight(std::string_view line) = 0;
+    /// Prints upright with the top-left corner at CurrentX, CurrentY in ForeColor.
+    virtual void Print(std::string_view line) = 0;
+    /// Prints turned about the top-left point; angle in degrees, counter-clockwise.
+    virtual void TextOutA(PixelPoint top_left, double angle_degrees, std::string_view line) = 0;
+    /// \}
+
+    /// \name Whole things
+    /// Defaults are built from the single operations; a surface that can do better overrides them.
+    /// \{
+
+    /// Connected segments in ForeColor with the current width and style. Not-finite points break the line.
+    virtual void Polyline(std::span<Point const> points);
+    /// Symbols without an edge in FillColor (Dot, Plus and Cross in ForeColor).
+    virtual void Symbols(SymbolBatch const& batch);
+    virtual void Text(TextLine const& line);
+    /// Between these calls everything drawn in one colour is one shape: each pixel is painted once, with
+    /// the largest coverage any piece gives it.
+    virtual void BeginShape() {}
+    virtual void EndShape() {}
+    /// \}
+};
+
+/// Keeps a shape open for as long as it lives.
+class ShapeScope {
+public:
+    explicit ShapeScope(DrawSurface& surface) : surface_(surface) { surface_.BeginShape(); }
+    ~ShapeScope() { surface_.EndShape(); }
+    ShapeScope(ShapeScope const&) = delete;
+    ShapeScope& operator=(ShapeScope const&) = delete;
+
+private:
+    DrawSurface& surface_;
+};
+
+/// Draws one symbol with the surface's single operations, pen and brush.
+void draw_symbol(DrawSurface& surface, SymbolShape shape, Point centre, std::int32_t half_size);
+
+} // namespace qv
