@@ -1,0 +1,106 @@
+// ControlState: everything that one control owns. Procedures of the other folders are free functions on it.
+#pragma once
+
+#include "graph/model/records.h"
+#include "host/ChildControls.h"
+#include "host/EventSink.h"
+#include "host/Host.h"
+#include "render/DrawSurface.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace qv::graph {
+
+constexpr float twips_per_mm = static_cast<float>(twips_per_inch / millimetres_per_inch);
+
+/// What is left of the control's picture for the page, in twips, is its size less this.
+constexpr std::int32_t page_inset = 70;
+
+struct ControlState {
+    explicit ControlState(host::Host& owner) : host(&owner) {}
+    ControlState(ControlState const&) = delete;
+    ControlState& operator=(ControlState const&) = delete;
+
+    /// \name Document
+    /// \{
+    std::int16_t CurrentGraph = 0;
+    std::vector<std::unique_ptr<Graph>> Graphs;
+    std::vector<std::string> GraphTitles; // the name of each graph
+    std::vector<std::int16_t> GraphOrder; // back to front
+    FillSpec PageFill;
+    float UnitsPerMmX = twips_per_mm;
+    float UnitsPerMmY = twips_per_mm;
+    std::int32_t PageWidth = 0; // twips
+    std::int32_t PageHeight = 0;
+    std::int16_t NumGraphs() const { return static_cast<std::int16_t>(Graphs.size()); }
+    /// \}
+
+    /// \name Switches of the host
+    /// \{
+    bool SuppressRaisingEvents = false;
+    bool AxisMarksInFront = false;
+    bool ThinTickLabels = false; // leave out tick labels that would overlap
+    bool Smooth = true;          // antialiased drawing
+    /// \}
+
+    /// \name Interaction and zoom
+    /// \{
+    bool CrossHairOn = false;
+    std::uint8_t CrossHairStyle = 0;
+    bool CrossHairValid = false;
+    double PointerX = 0; // pointer in data coordinates
+    double PointerY = 0;
+    std::int16_t MouseGraph = -1;
+    double MaxZoomFactor = 1e6;
+    bool Zoomed = false; // the current graph's selected axes show less than their full range
+    std::string Tooltip;
+    /// \}
+
+    /// \name Drawing
+    /// \{
+    bool NoRedraw = false;
+    bool Refreshing = false;
+    bool refresh_asked_meanwhile = false;
+    std::int32_t PointCounter = 0; // numbers or letters the points of a data set
+    /// Running offsets in twips of stacked axes: left and right (y), near and far (x).
+    struct StackOffsets {
+        std::int32_t left = 0, right = 0, near = 0, far = 0;
+    } AxisStackOffsets;
+    std::unique_ptr<DrawSurface> Picture1;    // visible page
+    std::unique_ptr<DrawSurface> GraphImage;  // page being composed
+    std::unique_ptr<DrawSurface> Picture2;    // page without the front graph
+    std::unique_ptr<DrawSurface> ScratchPic1; // gradients, legend
+    std::unique_ptr<DrawSurface> ScratchPic2; // saved plot area
+    /// \}
+
+    /// \name Child controls, host
+    /// \{
+    host::Label Label1;
+    host::ScrollBar HScroll1;
+    host::ScrollBar VScroll1;
+    double inner_width = 0; // of the control, twips
+    double inner_height = 0;
+    host::Host* host;
+    host::EventSink silent;
+    host::EventSink* events = &silent;
+    /// \}
+
+    /// \name Calls in progress
+    /// Graphs that Reset discards live on until the outermost procedure has ended, because an event may ask
+    /// for Reset while a drawing procedure still holds references into them.
+    /// \{
+    int calls_in_progress = 0;
+    std::vector<std::unique_ptr<Graph>> discarded_graphs;
+    /// \}
+};
+
+/// Raises GraphScaleChanged unless notifications are suppressed.
+inline void raise_scale_changed(ControlState& state) {
+    if (!state.SuppressRaisingEvents) state.events->GraphScaleChanged();
+}
+
+} // namespace qv::graph

@@ -1,0 +1,12 @@
+// Bringing a graph to the front.
+#pragma once
+
+#include "graph/model/ControlState.h"
+
+namespace qv::interact {
+
+/// Makes a graph the front and current one, redraws the page and raises NewGraphInFront. A graph already in
+/// front, or an index outside the list, changes nothing.
+void BringGraphToFront(graph::ControlState& state, std::int16_t graph);
+
+} // namespace qv::interact

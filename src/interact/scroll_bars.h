@@ -1,0 +1,15 @@
+// Layout and state of the two scroll bars.
+#pragma once
+
+#include "graph/model/ControlState.h"
+
+namespace qv::interact {
+
+/// Lays the bars and the read-out out along the control's inner edges, then sets their state.
+void ResizeScrollBars(graph::ControlState& state);
+
+/// Shows the visible span of the current graph's selected axes within their full range; hides both bars
+/// while nothing is zoomed. No axis moves.
+void SetScrollBars(graph::ControlState& state);
+
+} // namespace qv::interact

@@ -1,0 +1,26 @@
+// The render pipeline: what is drawn, on which surface and in which order when the page is shown anew.
+#pragma once
+
+#include "graph/model/ControlState.h"
+
+namespace qv::render {
+
+/// Redraws all graphs (`which` < 0) or only graph `which` over the cached page without the front graph, and
+/// shows the page. With `legend_on_page` False only the front graph's legend is added to the cached page.
+/// A refresh asked for from inside an event of a refresh is done once, after it.
+void RefreshGraphs(graph::ControlState& state, std::int16_t which, bool legend_on_page);
+void Refresh(graph::ControlState& state);
+void RefreshCurrentGraph(graph::ControlState& state);
+
+/// Draws one graph completely; an index outside the list draws nothing.
+void DrawGraph(graph::ControlState& state, DrawSurface& surface, std::int16_t index);
+void DrawPageBackground(graph::ControlState& state);
+/// Border fill and edge, and the plot-area fill of the current graph.
+void DrawPlotArea(graph::ControlState& state, DrawSurface& surface);
+
+/// The rectangles that drawing can be restricted to.
+enum class Area { Page = 0, GraphFrame = 1, PlotArea = 2, LegendTable = 3 };
+/// Restricts later drawing to an area of the current graph; the legend table leaves the clip as it was.
+void ClipGraphArea(graph::ControlState& state, DrawSurface& surface, Area area);
+
+} // namespace qv::render
