@@ -1,0 +1,110 @@
+#include "platform/raster/blend.h"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <utility>
+
+namespace qv::raster {
+namespace {
+
+constexpr int linear_steps = 4095;
+
+// Between stored values (sRGB transfer curve) and light in steps of 1/4095.
+struct LightTables {
+    std::array<std::uint16_t, 256> light;
+    std::array<std::uint8_t, linear_steps + 1> stored;
+
+    LightTables() {
+        for (std::size_t i = 0; i < light.size(); ++i)
+            light[i] = static_cast<std::uint16_t>(
+                std::lround(to_light(static_cast<double>(i) / 255) * linear_steps));
+        for (std::size_t i = 0; i < stored.size(); ++i)
+            stored[i] = static_cast<std::uint8_t>(
+                std::lround(to_stored(static_cast<double>(i) / linear_steps) * 255));
+    }
+
+    static double to_light(double value) {
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    }
+    static double to_stored(double light) {
+        return light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
+    }
+};
+
+LightTables const& tables() {
+    static const LightTables instance;
+    return instance;
+}
+
+// Mixes one colour into pixels. Neighbouring pixels mostly lie on one background, whose mixtures are kept.
+class LinearMixer {
+public:
+    explicit LinearMixer(std::uint32_t color) : color_(color) {
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            light_[channel] = tables_.light[color >> (8 * channel) & 0xFF];
+    }
+
+    std::uint32_t mix(std::uint32_t below, std::uint32_t coverage) {
+        if (coverage == 255) return color_;
+        if (below != background_ && !becomes_background(below)) return mixture(below, coverage);
+        std::uint32_t& mixed = mixed_[coverage];
+        if (mixed == 0) mixed = mixture(below, coverage);
+        return mixed;
+    }
+
+private:
+    // A value seen once may be the edge of something; only what comes twice in a row is worth a table.
+    bool becomes_background(std::uint32_t below) {
+        if (std::exchange(last_, below) != below) return false;
+        background_ = below;
+        mixed_.fill(0);
+        return true;
+    }
+
+    std::uint32_t mixture(std::uint32_t below, std::uint32_t coverage) const {
+        std::uint32_t result = 0xFF000000U;
+        for (std::size_t channel = 0; channel < 3; ++channel) {
+            const std::uint32_t from = tables_.light[below >> (8 * channel) & 0xFF];
+            const std::uint32_t sum = from * (255 - coverage) + light_[channel] * coverage;
+            result |= static_cast<std::uint32_t>(tables_.stored[(sum + 127) / 255]) << (8 * channel);
+        }
+        return result;
+    }
+
+    LightTables const& tables_ = tables();
+    std::uint32_t color_;
+    std::array<std::uint32_t, 3> light_{};
+    std::uint32_t background_ = 0;
+    std::uint32_t last_ = 0;
+    std::array<std::uint32_t, 256> mixed_{};
+};
+
+// Calls visit(i) for each i with coverage above 0, passing over empty stretches eight at a time.
+template <class Visit>
+void for_each_covered(std::uint8_t const* coverage, int count, Visit visit) {
+    int i = 0;
+    for (; i + 8 <= count; i += 8) {
+        std::uint64_t eight;
+        std::memcpy(&eight, coverage + i, 8);
+        if (eight == 0) continue;
+        for (int k = i; k < i + 8; ++k)
+            if (coverage[k] != 0) visit(k);
+    }
+    for (; i < count; ++i)
+        if (coverage[i] != 0) visit(i);
+}
+
+} // namespace
+
+void paint_shape_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count, std::uint32_t color) {
+    LinearMixer mixer(color);
+    for_each_covered(coverage, count, [&](int i) { pixels[i] = mixer.mix(pixels[i], coverage[i]); });
+}
+
+void invert_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count) {
+    for_each_covered(coverage, count, [&](int i) { pixels[i] ^= 0x00FFFFFF; });
+}
+
+} // namespace qv::raster

@@ -1,0 +1,37 @@
+#include "platform/raster/coverage_mask.h"
+
+#include <cstring>
+
+namespace qv::raster {
+
+void CoverageMask::resize(int width, int height) {
+    width_ = width;
+    height_ = height;
+    stride_ = width + row_padding;
+    bytes_.assign(static_cast<std::size_t>(stride_ * height), 0);
+    touched_.assign(static_cast<std::size_t>(height), untouched());
+    top_ = height;
+    bottom_ = 0;
+}
+
+void CoverageMask::touch(PixelBox const& box) {
+    for (int y = box.top; y < box.bottom; ++y) touch(y, box.left, box.right);
+}
+
+void CoverageMask::fill(PixelBox const& box) {
+    if (box.empty()) return;
+    for (int y = box.top; y < box.bottom; ++y)
+        std::memset(row(y) + box.left, 255, static_cast<std::size_t>(box.width()));
+    touch(box);
+}
+
+void CoverageMask::clear() {
+    for_each_touched([this](int y, int left, int right) {
+        std::memset(row(y) + left, 0, static_cast<std::size_t>(right - left));
+        touched_[y] = untouched();
+    });
+    top_ = height_;
+    bottom_ = 0;
+}
+
+} // namespace qv::raster

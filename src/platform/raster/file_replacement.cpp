@@ -1,0 +1,88 @@
+#include "platform/raster/file_replacement.h"
+
+#include "base/fault.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <random>
+#include <string_view>
+
+namespace qv::raster {
+namespace {
+
+struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, Close>;
+
+struct ErrorRow {
+    int error;
+    FaultNumber number;
+};
+
+constexpr std::array error_rows{
+    ErrorRow{EACCES, FaultNumber::PermissionDenied},
+    ErrorRow{EPERM, FaultNumber::PermissionDenied},
+    ErrorRow{EROFS, FaultNumber::PermissionDenied},
+    ErrorRow{ENOSPC, FaultNumber::DiskFull},
+    ErrorRow{EFBIG, FaultNumber::DiskFull},
+    ErrorRow{ENOTDIR, FaultNumber::PathNotFound},
+    ErrorRow{EISDIR, FaultNumber::PathFileAccess},
+    ErrorRow{EEXIST, FaultNumber::PathFileAccess},
+    ErrorRow{ENAMETOOLONG, FaultNumber::PathFileAccess},
+};
+
+FaultNumber number_of_error(int error, FaultNumber when_missing) {
+    if (error == ENOENT) return when_missing;
+    for (ErrorRow const& row : error_rows)
+        if (row.error == error) return row.number;
+    return FaultNumber::DeviceError;
+}
+
+[[noreturn]] void raise_file_fault(std::string_view verb, std::string const& path, int error,
+                                   FaultNumber when_missing) {
+    raise_fault(number_of_error(error, when_missing),
+                "Cannot " + std::string(verb) + " " + path + ": " + std::strerror(error));
+}
+
+// A name that no other writer of the same file takes.
+std::string name_beside(std::string const& path) {
+    std::random_device random;
+    return path + "." + std::to_string(random() % 1000000000) + ".part";
+}
+
+// 0, or the error.
+int write_all(std::string const& path, std::span<std::uint8_t const> bytes) {
+    File file(std::fopen(path.c_str(), "wbx"));
+    if (!file) return errno;
+    errno = EIO;
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) return errno;
+    return std::fclose(file.release()) == 0 ? 0 : errno;
+}
+
+} // namespace
+
+void replace_file(std::string const& path, std::span<std::uint8_t const> bytes) {
+    const std::string part = name_beside(path);
+    int error = write_all(part, bytes);
+    if (error == 0 && std::rename(part.c_str(), path.c_str()) != 0) error = errno;
+    if (error == 0) return;
+    std::remove(part.c_str());
+    raise_file_fault("write", path, error, FaultNumber::PathNotFound);
+}
+
+std::vector<std::uint8_t> read_file(std::string const& path) {
+    const File file(std::fopen(path.c_str(), "rb"));
+    if (!file) raise_file_fault("read", path, errno, FaultNumber::FileNotFound);
+    std::vector<std::uint8_t> content;
+    std::array<std::uint8_t, 65536> block;
+    for (std::size_t count; (count = std::fread(block.data(), 1, block.size(), file.get())) > 0;)
+        content.insert(content.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(count));
+    if (std::ferror(file.get()) != 0) raise_file_fault("read", path, errno, FaultNumber::FileNotFound);
+    return content;
+}
+
+} // namespace qv::raster

@@ -1,0 +1,76 @@
+// Whole pixels: boxes of them, the buffer that holds them, and the rounding that leads to them.
+#pragma once
+
+#include "base/geometry.h"
+#include "base/system_color.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace qv::raster {
+
+/// Pixels `left` to `right - 1` and `top` to `bottom - 1`.
+struct PixelBox {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+
+    bool empty() const { return right <= left || bottom <= top; }
+    int width() const { return right - left; }
+    int height() const { return bottom - top; }
+    bool contains(int x, int y) const { return x >= left && x < right && y >= top && y < bottom; }
+    bool contains(PixelBox const& other) const {
+        return other.left >= left && other.top >= top && other.right <= right && other.bottom <= bottom;
+    }
+    bool operator==(PixelBox const&) const = default;
+};
+
+inline PixelBox intersection(PixelBox const& a, PixelBox const& b) {
+    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+            std::min(a.bottom, b.bottom)};
+}
+
+inline PixelBox moved(PixelBox const& box, int dx, int dy) {
+    return {box.left + dx, box.top + dy, box.right + dx, box.bottom + dy};
+}
+
+inline PixelBox grown(PixelBox const& box, int margin) {
+    return {box.left - margin, box.top - margin, box.right + margin, box.bottom + margin};
+}
+
+/// Beyond this distance from the origin nothing can be seen, and sums of two positions still fit an int.
+constexpr double farthest_pixel = 1 << 28;
+
+inline bool is_finite(PixelPoint point) {
+    return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
+/// The one rounding from positions in pixels to pixels. Far away positions stop at `farthest_pixel`;
+/// not-a-number is that far to the left, where nothing shows.
+inline int whole_pixel(double position) {
+    if (std::isnan(position)) return static_cast<int>(-farthest_pixel);
+    return static_cast<int>(std::floor(std::clamp(position, -farthest_pixel, farthest_pixel) + 0.5));
+}
+
+/// A colour as it stands in the buffer: 0xFFRRGGBB.
+constexpr std::uint32_t pixel_value(Color color) {
+    auto const bgr = static_cast<std::uint32_t>(plain_color(color));
+    return 0xFF000000U | (bgr & 0xFF) << 16 | (bgr & 0xFF00) | bgr >> 16;
+}
+
+/// Rows of 32-bit pixels, top row first, without gaps between the rows.
+struct PixelBuffer {
+    int width = 1;
+    int height = 1;
+    std::vector<std::uint32_t> pixels = std::vector<std::uint32_t>(1);
+
+    std::uint32_t* row(int y) { return pixels.data() + static_cast<std::ptrdiff_t>(y) * width; }
+    std::uint32_t const* row(int y) const { return pixels.data() + static_cast<std::ptrdiff_t>(y) * width; }
+    PixelBox bounds() const { return {0, 0, width, height}; }
+};
+
+} // namespace qv::raster

@@ -1,0 +1,40 @@
+// Strokes: segments drawn with a pen into a coverage mask.
+#pragma once
+
+#include "platform/raster/coverage_mask.h"
+#include "platform/raster/segment.h"
+#include "render/DrawSurface.h"
+
+#include <span>
+
+namespace qv::raster {
+
+enum class Edge { Smooth, Whole }; // antialiased, or whole pixels only
+
+struct Pen {
+    double width = 1; // pixels
+    DrawStyle style = DrawStyle::Solid;
+    Edge edge = Edge::Smooth;
+};
+
+/// The pen width that drawing uses: at least one pixel, and no more than could matter.
+inline double pen_width(int DrawWidth) {
+    return std::clamp(DrawWidth, 1, 4096);
+}
+
+/// Whether a dashed line shows at this pixel coordinate along its major axis. Counted from the page's
+/// origin, so that the pieces of a split line show the dashes of the whole.
+bool dash_shows(DrawStyle style, double width, int coordinate);
+
+/// A segment as a capsule: coverage = clamp(width / 2 + 0.5 - distance, 0, 1). With whole edges a one-pixel
+/// line has exactly one pixel for each step along its major axis. Points must be finite.
+void stroke_segment(CoverageMask& mask, PixelBox const& clip, Segment const& segment, Pen const& pen);
+
+/// Connected segments; points that are not finite break the line.
+void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPoint const> points,
+                     Pen const& pen);
+
+/// An axis-parallel line between two pixels, both included, or a dot of the pen: whole pixels, square ends.
+void stroke_snapped(CoverageMask& mask, PixelBox const& clip, PixelBox const& ends, Pen const& pen);
+
+} // namespace qv::raster

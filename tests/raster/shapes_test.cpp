@@ -1,0 +1,2 @@
+#include "platform/raster/RasterSurface.h"
+#include <doctest/doctest.h>
