@@ -15,8 +15,14 @@ struct AxisRange {
     bool is_log = false;
 };
 
-/// Rounds a range outwards to round numbers and chooses its divisions. A failure is reported and leaves
-/// what was already rewritten.
+/// Rounds a range outwards to round numbers and chooses its divisions: 1 to 10 major ones on a linear axis,
+/// the decades touched on a logarithmic one. A logarithmic range that is not positive at its upper end, or
+/// narrower than a factor of two, becomes linear. Data may overlap the rounded ends by a thousandth of the
+/// range. Ends that are not finite, or a span or a rounded end beyond the largest number, are fault 6 and
+/// leave the range in ascending order but not rounded.
+void auto_scale(AxisRange& range);
+
+/// The same as a procedure of a control: a failure is reported and leaves what was already rewritten.
 void AutoScale(graph::ControlState& state, AxisRange& range);
 
 /// Sets the full range of the current graph's selected axis from its range mode.

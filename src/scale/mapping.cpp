@@ -1,0 +1,134 @@
+#include "scale/mapping.h"
+
+#include "base/convert.h"
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "scale/numeric.h"
+
+#include <algorithm>
+
+namespace qv::scale {
+namespace {
+
+using graph::Axis;
+using graph::Graph;
+
+/// The plot area along one axis, in twips.
+struct Track {
+    std::int32_t frame = 0;
+    float border = 0;
+    std::int32_t length = 0;
+    bool mirrored = false; // AxisValue1 is at the far end
+};
+
+Track x_track(Graph const& graph, Axis const& axis) {
+    return {graph.FrameLeft, graph.BorderLeft, axis.AxisLength, axis.AxisReverse};
+}
+
+// Page y grows downwards, so an axis that is not reversed starts at the bottom.
+Track y_track(Graph const& graph, Axis const& axis) {
+    return {graph.FrameTop, graph.BorderTop, axis.AxisLength, !axis.AxisReverse};
+}
+
+AxisMap map_along(Track const& track, Axis const& axis) {
+    double const near_end = static_cast<double>(track.frame) + static_cast<double>(track.border);
+    double const length = track.mirrored ? -track.length : track.length;
+    AxisMap map;
+    map.is_log = axis.AxisLog;
+    map.start = track.mirrored ? near_end + track.length : near_end;
+    map.off_page = map.start - length;
+    if (axis.AxisLog && !(axis.AxisValue1 > 0 && axis.AxisValue2 > 0)) return map;
+    map.origin = xxLog(axis.AxisValue1, axis.AxisLog);
+    double const span = xxLog(axis.AxisValue2, axis.AxisLog) - map.origin;
+    if (span == 0 || !std::isfinite(span) || !std::isfinite(length / span)) return map;
+    map.valid = true;
+    map.factor = length / span;
+    map.offset = map.start - map.factor * map.origin;
+    return map;
+}
+
+float nearest_float(double value) {
+    constexpr double largest = std::numeric_limits<float>::max();
+    return static_cast<float>(std::clamp(value, -largest, largest));
+}
+
+template <class Real>
+Real logarithm(Real value) {
+    if (!(value > 0)) raise_fault(FaultNumber::InvalidProcedureCall);
+    return std::log(value);
+}
+
+/// The value at a position, all of it computed in the precision of `Real`.
+template <class Real>
+double value_along(Track const& track, Axis const& axis, float position) {
+    if (track.length == 0) raise_fault(FaultNumber::DivisionByZero);
+    const Real along =
+        (static_cast<Real>(position) - static_cast<Real>(track.frame) - static_cast<Real>(track.border))
+        / static_cast<Real>(track.length);
+    const Real t = track.mirrored ? 1 - along : along;
+    auto const first = static_cast<Real>(axis.AxisValue1);
+    auto const last = static_cast<Real>(axis.AxisValue2);
+    const Real value = axis.AxisLog && first != 0 ? std::exp(logarithm(first) + t * logarithm(last / first))
+                                                  : first + (last - first) * t;
+    if (!std::isfinite(value)) raise_fault(FaultNumber::Overflow);
+    return static_cast<double>(value);
+}
+
+bool fits_float(double value) {
+    double const magnitude = std::abs(value);
+    return value == 0
+           || (magnitude >= std::numeric_limits<float>::min()
+               && magnitude <= std::numeric_limits<float>::max());
+}
+
+bool has_float_range(Axis const& axis) {
+    return fits_float(axis.AxisValue1) && fits_float(axis.AxisValue2)
+           && fits_float(axis.AxisValue2 - axis.AxisValue1);
+}
+
+} // namespace
+
+AxisMap x_map(Graph const& graph, Axis const& axis) {
+    constexpr double largest_x = 1e10;
+    AxisMap map = map_along(x_track(graph, axis), axis);
+    map.limit = largest_x;
+    return map;
+}
+
+AxisMap y_map(Graph const& graph, Axis const& axis) {
+    return map_along(y_track(graph, axis), axis);
+}
+
+void PosX(graph::ControlState& state, double value, float& position) {
+    trapped(state, "PosX", [&] {
+        Graph& graph = current_graph(state);
+        position = nearest_float(x_map(graph, selected_x_axis(graph))(value));
+    });
+}
+
+void PosY(graph::ControlState& state, double value, float& position) {
+    trapped(state, "PosY", [&] {
+        Graph& graph = current_graph(state);
+        position = nearest_float(y_map(graph, selected_y_axis(graph))(value));
+    });
+}
+
+void GetXCoord(graph::ControlState& state, std::int16_t index, float position, double& value) {
+    trapped(state, "GetXCoord", [&] {
+        Graph& graph = *at(state.Graphs, index);
+        Axis const& axis = selected_x_axis(graph);
+        value = value_along<double>(x_track(graph, axis), axis, position);
+    });
+}
+
+void GetYCoord(graph::ControlState& state, std::int16_t index, float position, double& value) {
+    trapped(state, "GetYCoord", [&] {
+        Graph& graph = *at(state.Graphs, index);
+        Axis const& axis = selected_y_axis(graph);
+        const Track track = y_track(graph, axis);
+        value = has_float_range(axis) ? value_along<float>(track, axis, position)
+                                      : value_along<double>(track, axis, position);
+    });
+}
+
+} // namespace qv::scale
