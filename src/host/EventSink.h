@@ -12,15 +12,15 @@ class EventSink {
 public:
     virtual ~EventSink() = default;
 
-    virtual void Click(double& /*X*/, double& /*Y*/) {}                             // 1
-    virtual void DblClick(double& /*X*/, double& /*Y*/) {}                          // 2
-    virtual void MouseMove(double& /*X*/, double& /*Y*/) {}                         // 3
+    virtual void Click(double& /*X*/, double& /*Y*/) {}                                // 1
+    virtual void DblClick(double& /*X*/, double& /*Y*/) {}                             // 2
+    virtual void MouseMove(double& /*X*/, double& /*Y*/) {}                            // 3
     virtual void KeyPress(std::int16_t& /*KeyAscii*/, double& /*X*/, double& /*Y*/) {} // 4
-    virtual void NewGraphInFront() {}                                               // 5
-    virtual void GraphScaleChanged() {}                                             // 6
-    virtual void GraphPositionChanged() {}                                          // 7
-    virtual void LegendPositionChanged() {}                                         // 8
-    virtual void ErrorMsg(std::string& /*Source*/, std::string& /*Description*/) {} // 9
+    virtual void NewGraphInFront() {}                                                  // 5
+    virtual void GraphScaleChanged() {}                                                // 6
+    virtual void GraphPositionChanged() {}                                             // 7
+    virtual void LegendPositionChanged() {}                                            // 8
+    virtual void ErrorMsg(std::string& /*Source*/, std::string& /*Description*/) {}    // 9
 };
 
 } // namespace qv::host

@@ -18,8 +18,8 @@ double last_pixel(DrawSurface const& surface) {
 }
 
 void draw_triangle(DrawSurface& surface, Point centre, std::int32_t size, int direction) {
-    const double apex = static_cast<double>((3LL * direction * size) / 2);
-    const double base = static_cast<double>((static_cast<long long>(direction) * size) / 2);
+    double const apex = static_cast<double>((3LL * direction * size) / 2);
+    double const base = static_cast<double>((static_cast<long long>(direction) * size) / 2);
     const std::array corners{in_pixels(surface, {centre.x, centre.y - apex}),
                              in_pixels(surface, {centre.x - size, centre.y + base}),
                              in_pixels(surface, {centre.x + size, centre.y + base})};
@@ -29,23 +29,22 @@ void draw_triangle(DrawSurface& surface, Point centre, std::int32_t size, int di
 void draw_diamond(DrawSurface& surface, Point centre, std::int32_t size) {
     const PixelPoint middle = in_pixels(surface, centre);
     const PixelPoint half = in_pixels(surface, {static_cast<double>(size), static_cast<double>(size)});
-    const std::array corners{
-        PixelPoint{middle.x, middle.y - half.y}, PixelPoint{middle.x - half.x, middle.y},
-        PixelPoint{middle.x, middle.y + half.y}, PixelPoint{middle.x + half.x, middle.y}};
+    const std::array corners{PixelPoint{middle.x, middle.y - half.y}, PixelPoint{middle.x - half.x, middle.y},
+                             PixelPoint{middle.x, middle.y + half.y},
+                             PixelPoint{middle.x + half.x, middle.y}};
     surface.Polygon(corners);
 }
 
 void draw_rectangle(DrawSurface& surface, Point centre, double half_width, double half_height) {
     const PixelPoint middle = in_pixels(surface, centre);
     const PixelPoint half = in_pixels(surface, {round_half_even(half_width), round_half_even(half_height)});
-    surface.Rectangle({middle.x - half.x, middle.y - half.y},
-                      {middle.x + half.x + 1, middle.y + half.y + 1});
+    surface.Rectangle({middle.x - half.x, middle.y - half.y}, {middle.x + half.x + 1, middle.y + half.y + 1});
 }
 
 } // namespace
 
 void DrawSurface::Polyline(std::span<Point const> points) {
-    const auto finite = [](Point p) { return std::isfinite(p.x) && std::isfinite(p.y); };
+    auto const finite = [](Point p) { return std::isfinite(p.x) && std::isfinite(p.y); };
     for (std::size_t i = 1; i < points.size(); ++i)
         if (finite(points[i - 1]) && finite(points[i]))
             Line(points[i - 1], points[i], LineShape::Segment, state.ForeColor);
@@ -66,9 +65,9 @@ void DrawSurface::Text(TextLine const& line) {
 }
 
 void draw_symbol(DrawSurface& surface, SymbolShape shape, Point centre, std::int32_t half_size) {
-    const double s = half_size;
-    const double t = s + last_pixel(surface);
-    const auto segment = [&](Point from, Point to) {
+    double const s = half_size;
+    double const t = s + last_pixel(surface);
+    auto const segment = [&](Point from, Point to) {
         surface.Line({centre.x + from.x, centre.y + from.y}, {centre.x + to.x, centre.y + to.y},
                      LineShape::Segment, surface.state.ForeColor);
     };

@@ -50,7 +50,16 @@ struct TextLine {
 /// half side of the square, half diagonal of the diamond, half base of the triangles, half length of plus
 /// and cross.
 enum class SymbolShape : std::uint8_t {
-    Dot, Circle, Square, Diamond, TriangleUp, TriangleDown, WideRectangle, TallRectangle, Plus, Cross
+    Dot,
+    Circle,
+    Square,
+    Diamond,
+    TriangleUp,
+    TriangleDown,
+    WideRectangle,
+    TallRectangle,
+    Plus,
+    Cross
 };
 
 struct SymbolBatch {

@@ -27,7 +27,7 @@ std::span<double const> PointBlock::e() const {
 
 std::string_view PointBlock::data_id(std::size_t index) const {
     if (data_ids_.empty()) return {};
-    const auto found = data_ids_.find(begin_ + index);
+    auto const found = data_ids_.find(begin_ + index);
     return found == data_ids_.end() ? std::string_view() : std::string_view(found->second);
 }
 
@@ -36,24 +36,41 @@ PointEntry PointBlock::entry(std::size_t index) const {
     return {x_[place], y_[place], e_ ? e_[place] : 0, data_id(index)};
 }
 
-void PointBlock::append(PointEntry const& point) {
-    if (point.E != 0 && !e_) {
-        e_ = column(capacity_);
-        std::fill_n(e_.get(), end_, 0.0);
+void PointBlock::need_e_column() {
+    if (e_) return;
+    e_ = column(capacity_);
+    std::fill_n(e_.get(), end_, 0.0);
+}
+
+// Takes the point at end_ into what is known of all points, and counts it.
+void PointBlock::note(double x, double y) {
+    const double previous = end_ == begin_ ? x : x_[end_ - 1];
+    x_rising_ &= x >= previous;
+    ++end_;
+    if (std::isfinite(x) && std::isfinite(y)) {
+        x_extent_.include(x);
+        y_extent_.include(y);
+    } else {
+        all_finite_ = false;
     }
+}
+
+void PointBlock::append(PointEntry const& point) {
+    if (point.E != 0) need_e_column();
     if (!point.DataID.empty()) data_ids_.emplace(end_, point.DataID);
-    if (!(end_ == begin_ || point.X >= x_[end_ - 1])) x_rising_ = false;
     x_[end_] = point.X;
     y_[end_] = point.Y;
     if (e_) e_[end_] = point.E;
-    ++end_;
-    if (std::isfinite(point.X) && std::isfinite(point.Y)) {
-        x_extent_.include(point.X);
-        y_extent_.include(point.Y);
-    } else {
-        all_finite_ = false;
-        if (std::isnan(point.X)) x_rising_ = false;
-    }
+    note(point.X, point.Y);
+}
+
+void PointBlock::append(std::span<double const> x, std::span<double const> y, std::span<double const> e) {
+    if (std::ranges::any_of(e, [](double half_length) { return half_length != 0; })) need_e_column();
+    std::ranges::copy(x, x_.get() + end_);
+    std::ranges::copy(y, y_.get() + end_);
+    if (e_ && e.empty()) std::fill_n(e_.get() + end_, x.size(), 0.0);
+    else if (e_) std::ranges::copy(e, e_.get() + end_);
+    for (std::size_t i = 0; i < x.size(); ++i) note(x[i], y[i]);
 }
 
 void PointBlock::drop_oldest(std::size_t count) {
@@ -70,13 +87,33 @@ PointEntry PointStore::at(std::size_t index) const {
     raise_fault(FaultNumber::SubscriptOutOfRange);
 }
 
-void PointStore::append(PointEntry const& point) {
+PointBlock& PointStore::block_with_room() {
     if (blocks_.empty() || blocks_.back().full())
         blocks_.emplace_back(std::clamp(size_, smallest_block, largest_block));
-    blocks_.back().append(point);
+    return blocks_.back();
+}
+
+void PointStore::append(PointEntry const& point) {
+    block_with_room().append(point);
     ++size_;
-    if (!(point.X >= last_x_)) x_rising_ = false;
+    x_rising_ &= point.X >= last_x_;
     last_x_ = point.X;
+}
+
+void PointStore::append(std::span<double const> x, std::span<double const> y, std::span<double const> e) {
+    for (const double value : x) {
+        x_rising_ &= value >= last_x_;
+        last_x_ = value;
+    }
+    while (!x.empty()) {
+        PointBlock& block = block_with_room();
+        const std::size_t count = std::min(x.size(), block.room());
+        block.append(x.first(count), y.first(count), e.empty() ? e : e.first(count));
+        size_ += count;
+        x = x.subspan(count);
+        y = y.subspan(count);
+        if (!e.empty()) e = e.subspan(count);
+    }
 }
 
 void PointStore::drop_oldest(std::size_t count) {

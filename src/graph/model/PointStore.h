@@ -58,9 +58,15 @@ public:
     bool x_rising() const { return x_rising_; }
 
     void append(PointEntry const& point);
+    /// Appends columns of one length, at most `room()`; `e` may be empty.
+    void append(std::span<double const> x, std::span<double const> y, std::span<double const> e);
+    std::size_t room() const { return capacity_ - end_; }
     void drop_oldest(std::size_t count);
 
 private:
+    void need_e_column();
+    void note(double x, double y);
+
     std::size_t capacity_;
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
@@ -85,10 +91,14 @@ public:
     bool x_rising() const { return x_rising_; }
 
     void append(PointEntry const& point);
+    /// Appends columns of one length; `e` may be empty.
+    void append(std::span<double const> x, std::span<double const> y, std::span<double const> e);
     /// Forgets the `count` oldest points (all of them when there are fewer).
     void drop_oldest(std::size_t count);
 
 private:
+    PointBlock& block_with_room();
+
     std::deque<PointBlock> blocks_;
     std::size_t size_ = 0;
     double last_x_ = -std::numeric_limits<double>::infinity();

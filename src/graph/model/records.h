@@ -44,8 +44,8 @@ struct Axis {
     double ScaleMax = 0;
     double DataMin = 0; // extent of the data
     double DataMax = 0;
-    float ZoomFrom = 0; // twips along the axis where a zoom drag started
-    float ZoomTo = 0;   // its current end, 0 while no rubber band is drawn
+    float ZoomFrom = 0;              // twips along the axis where a zoom drag started
+    float ZoomTo = 0;                // its current end, 0 while no rubber band is drawn
     std::int32_t AxisLength = 0;     // twips
     std::int16_t AxisTickLength = 0; // twips
     bool AxisTicksBothEnds = true;
@@ -61,8 +61,8 @@ struct Axis {
     std::int16_t AxisMinorDivs = 1;
     std::int16_t AxisDP = 1;
     bool AxisReverse = false;
-    std::uint8_t AxisScale = 0;  // AxisMode; other values are kept but mean nothing
-    std::string AxisTextLabels;  // labels separated by ",", or the format of numeric labels
+    std::uint8_t AxisScale = 0; // AxisMode; other values are kept but mean nothing
+    std::string AxisTextLabels; // labels separated by ",", or the format of numeric labels
     std::string AxisLabelFont = "Font=Arial|9";
     std::string AxisTitleFont = "Font=Arial|9";
     bool AxisShowLabels = true;
@@ -126,7 +126,7 @@ struct Graph {
     float GraphWidth = 1;
     float GraphHeight = 1;
     bool GraphWholePage = false;
-    float TopAxesHeight = 0; // twips taken above the plot area by far-side x axes
+    float TopAxesHeight = 0;    // twips taken above the plot area by far-side x axes
     std::int32_t FrameLeft = 0; // twips, from the layout
     std::int32_t FrameTop = 0;
     std::int32_t FrameWidth = 0;
@@ -181,7 +181,7 @@ inline Graph fresh_graph(float units_per_mm_x, float units_per_mm_y) {
     graph.BorderRight = 7 * units_per_mm_x;
     graph.BorderTop = 7 * units_per_mm_y;
     graph.BorderBottom = 10 * units_per_mm_y;
-    const auto fill = [](Color color) {
+    auto const fill = [](Color color) {
         return FillSpec{.EdgeThickness = 1, .Color1 = color, .Color2 = color, .GradientAngle = 90};
     };
     graph.PlotAreaFill = graph.LegendFill = fill(tooltip_yellow);

@@ -8,13 +8,27 @@ Graph& current_graph(ControlState& state) {
     return *at(state.Graphs, state.CurrentGraph);
 }
 
+Graph const& current_graph(ControlState const& state) {
+    return *at(state.Graphs, state.CurrentGraph);
+}
+
 Axis& selected_axis(ControlState& state) {
     Graph& graph = current_graph(state);
     return at(graph.Axes, graph.SelectedAxis);
 }
 
+Axis const& selected_axis(ControlState const& state) {
+    Graph const& graph = current_graph(state);
+    return at(graph.Axes, graph.SelectedAxis);
+}
+
 DataSet& selected_data_set(ControlState& state) {
     Graph& graph = current_graph(state);
+    return at(graph.DataSets, graph.SelectedDataSet);
+}
+
+DataSet const& selected_data_set(ControlState const& state) {
+    Graph const& graph = current_graph(state);
     return at(graph.DataSets, graph.SelectedDataSet);
 }
 

@@ -9,10 +9,13 @@ namespace qv::graph {
 
 /// The selected graph; fault 9 when there is none.
 Graph& current_graph(ControlState& state);
+Graph const& current_graph(ControlState const& state);
 /// Its selected axis; fault 9 when there is none.
 Axis& selected_axis(ControlState& state);
+Axis const& selected_axis(ControlState const& state);
 /// Its selected data set; fault 9 when there is none.
 DataSet& selected_data_set(ControlState& state);
+DataSet const& selected_data_set(ControlState const& state);
 
 Axis& selected_x_axis(Graph& graph);
 Axis& selected_y_axis(Graph& graph);

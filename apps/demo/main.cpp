@@ -1,0 +1,52 @@
+// qvdemo: draws real measurements on a page and writes it as a PNG file.
+#include "demo/carbon_dioxide.h"
+#include "platform/headless/HeadlessHost.h"
+#include "table/csv_table.h"
+
+#include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <iostream>
+
+namespace {
+
+constexpr int failed = 2;
+
+// Tells on stderr what the control reports.
+class ErrorPrinter : public qv::host::EventSink {
+public:
+    void ErrorMsg(std::string& Source, std::string& Description) override {
+        std::cerr << "qvdemo: " << Source << ": " << Description << "\n";
+        any = true;
+    }
+    bool any = false;
+};
+
+int draw(std::filesystem::path const& data, std::filesystem::path const& folder) {
+    qv::headless::HeadlessHost host({1200, 800});
+    ErrorPrinter errors;
+    host.control().set_events(&errors);
+    qv::demo::draw_carbon_dioxide(host.control(), data);
+    std::filesystem::create_directories(folder);
+    auto const file = folder / "carbon-dioxide.png";
+    host.save_png(file);
+    std::cout << "wrote " << file.string() << "\n";
+    return errors.any ? failed : 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app("Draws real measurements on a page and writes it as a PNG file");
+    std::filesystem::path folder = "out";
+    std::filesystem::path data = QV_EXAMPLE_DATA;
+    app.add_option("--out", folder, "folder for the pictures");
+    app.add_option("--data", data, "folder of the data files");
+    CLI11_PARSE(app, argc, argv);
+    try {
+        return draw(data, folder);
+    } catch (std::exception const& failure) {
+        std::cerr << "qvdemo: " << failure.what() << "\n";
+        return failed;
+    }
+}

@@ -1,0 +1,51 @@
+# Sourced by the run-* scripts: installs the Debian packages that are missing and builds a preset.
+# Defines need_packages and build_preset.
+
+QV_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev libharfbuzz-dev libfontconfig-dev
+  libpng-dev libcsv-dev libcli11-dev fonts-liberation fonts-dejavu-core"
+QV_TEST_PACKAGES="doctest-dev python3-minimal"
+QV_BENCH_PACKAGES="libbenchmark-dev libmuparser-dev"
+
+# need_packages NAME...: installs those that dpkg does not know as installed.
+need_packages() {
+  local missing=() name
+  for name in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null)" = installed ] || missing+=("$name")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+      echo "These Debian packages are missing: ${missing[*]}" >&2
+      echo "Install them as root (apt-get install ${missing[*]}), then run this again." >&2
+      return 1
+    fi
+    as_root=(sudo)
+  fi
+  echo "Installing ${missing[*]}" >&2
+  local log
+  log=$(mktemp)
+  if ! { "${as_root[@]}" apt-get -q -o DPkg::Lock::Timeout=300 update &&
+         "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300 \
+           install -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
+    tail -n 20 "$log" >&2
+    echo "apt-get could not install ${missing[*]}; see above." >&2
+    return 1
+  fi
+  rm -f "$log"
+}
+
+# build_preset PRESET [cmake option...]: configures and builds quietly; shows the output only on failure.
+build_preset() {
+  local preset=$1 log
+  shift
+  log=$(mktemp)
+  echo "Building ($preset)" >&2
+  if ! { cmake -S "$QV_ROOT" --preset "$preset" "$@" && cmake --build "$QV_ROOT/build/$preset"; } >"$log" 2>&1; then
+    grep -E -A 12 'error|Error|FAILED' "$log" | head -n 80 >&2 || tail -n 40 "$log" >&2
+    echo "The build failed; the whole output is in $log" >&2
+    return 1
+  fi
+  rm -f "$log"
+}

@@ -1,0 +1,45 @@
+#include "platform/headless/HeadlessHost.h"
+
+#include "platform/raster/png.h"
+
+namespace qv::headless {
+namespace {
+
+// What a desktop's scroll bars and one line of text take at 96 dots per inch.
+constexpr double bar_thickness_pixels = 16;
+constexpr double label_height_pixels = 17;
+
+} // namespace
+
+HeadlessHost::HeadlessHost(PixelSize picture, double dots_per_inch)
+    : twips_per_pixel_(twips_per_inch / (dots_per_inch > 0 ? dots_per_inch : 96)),
+      fonts_(std::make_shared<raster::FontLibrary>()), control_(std::make_unique<qvGraph>(*this)) {
+    resize_picture(picture);
+}
+
+void HeadlessHost::resize_picture(PixelSize picture) {
+    control_->UserControl_Resize(picture.width * twips_per_pixel_ + scroll_bar_thickness(),
+                                 picture.height * twips_per_pixel_ + scroll_bar_thickness());
+}
+
+raster::RasterSurface const& HeadlessHost::picture() const {
+    return static_cast<raster::RasterSurface const&>(*control_->state().Picture1);
+}
+
+void HeadlessHost::save_png(std::filesystem::path const& file) const {
+    raster::write_png(file, picture());
+}
+
+std::unique_ptr<DrawSurface> HeadlessHost::make_surface() {
+    return std::make_unique<raster::RasterSurface>(twips_per_pixel_, twips_per_pixel_, fonts_);
+}
+
+double HeadlessHost::scroll_bar_thickness() const {
+    return bar_thickness_pixels * twips_per_inch / 96;
+}
+
+double HeadlessHost::label_height() const {
+    return label_height_pixels * twips_per_inch / 96;
+}
+
+} // namespace qv::headless

@@ -1,0 +1,50 @@
+// HeadlessHost: a control without a window, for servers, tests and the command line.
+#pragma once
+
+#include "graph/qvGraph.h"
+#include "host/Host.h"
+#include "platform/raster/RasterSurface.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace qv::headless {
+
+/// Holds one control whose page is a picture in memory.
+class HeadlessHost : public host::Host {
+public:
+    /// A control around a page picture of this size in pixels; the scroll bars lie outside it. Dots per inch
+    /// must be positive and set how many pixels a point or a millimetre takes.
+    explicit HeadlessHost(PixelSize picture, double dots_per_inch = 96);
+
+    qvGraph& control() { return *control_; }
+
+    /// Gives the page picture another size and draws the page anew, as a window's resize does.
+    void resize_picture(PixelSize picture);
+
+    /// \name Input
+    /// \{
+    void press_key(std::int16_t character_code) { control_->Picture1_KeyPress(character_code); }
+    void double_click() { control_->Picture1_DblClick(); }
+    /// \}
+
+    /// The page as it was last shown.
+    raster::RasterSurface const& picture() const;
+    /// Writes the page as a PNG file; a file that cannot be written is a Fault that names it.
+    void save_png(std::filesystem::path const& file) const;
+    /// How often the page has been shown.
+    int times_shown() const { return times_shown_; }
+
+    std::unique_ptr<DrawSurface> make_surface() override;
+    double scroll_bar_thickness() const override;
+    double label_height() const override;
+    void page_shown() override { ++times_shown_; }
+
+private:
+    double twips_per_pixel_;
+    std::shared_ptr<raster::FontLibrary> fonts_;
+    int times_shown_ = 0;
+    std::unique_ptr<qvGraph> control_;
+};
+
+} // namespace qv::headless

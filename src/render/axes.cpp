@@ -1,0 +1,217 @@
+#include "render/axes.h"
+
+#include "base/convert.h"
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "render/axis_frame.h"
+#include "render/axis_range.h"
+#include "render/pipeline.h"
+#include "render/plot_geometry.h"
+#include "render/text.h"
+#include "render/tick_labels.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qv::render {
+namespace {
+
+using graph::Axis;
+using graph::AxisKind;
+using graph::ControlState;
+using graph::current_graph;
+using graph::Graph;
+using graph::RestoreScope;
+using graph::trapped;
+
+constexpr double minor_tick_share = 0.7;
+constexpr double smallest_axis_length = 100; // twips
+
+// One axis being drawn.
+struct AxisDrawing {
+    ControlState& state;
+    DrawSurface& surface;
+    Axis const& axis;
+    AxisFrame frame;
+    std::vector<PlacedTick> ticks;
+    LabelLayout labels;
+};
+
+void draw_axis_line(AxisDrawing const& drawing) {
+    AxisFrame const& frame = drawing.frame;
+    drawing.surface.Line(frame.at(frame.along_low(), frame.own.line),
+                         frame.at(frame.along_high(), frame.own.line), LineShape::Segment,
+                         drawing.axis.AxisColor);
+}
+
+void draw_tick(AxisDrawing const& drawing, PlacedTick const& tick, AxisEdge edge) {
+    Axis const& axis = drawing.axis;
+    double const length = axis.AxisTickLength * (tick.kind == TickKind::Major ? 1.0 : minor_tick_share);
+    double const inside = axis.AxisTicksInside ? length : 0;
+    double const outside = axis.AxisTicksOutside ? length : 0;
+    if (inside == outside && inside == 0) return;
+    drawing.surface.Line(drawing.frame.at(tick.along, edge.line - edge.outward * inside),
+                         drawing.frame.at(tick.along, edge.line + edge.outward * outside), LineShape::Segment,
+                         axis.AxisColor);
+}
+
+void draw_label(AxisDrawing const& drawing, PlacedTick const& tick) {
+    if (tick.label.empty() || !tick.show_label) return;
+    AxisFrame const& frame = drawing.frame;
+    LabelLayout const& layout = drawing.labels;
+    // Labels start at the anchor and run down or leftward, so on a far side it lies beyond them.
+    double const distance = layout.gap + (frame.far_side ? layout.extent : 0);
+    const Point anchor = frame.at(tick.along, frame.own.line + frame.own.outward * distance);
+    PrintText(drawing.state, drawing.surface, tick.label,
+              {anchor, layout.horizontal, layout.vertical, drawing.axis.AxisLabelsHoriz},
+              {drawing.axis.AxisLabelFont, drawing.axis.AxisLabelColor});
+}
+
+void draw_own_edge(AxisDrawing const& drawing) {
+    draw_axis_line(drawing);
+    drawing.surface.state.DrawWidth = std::max<int>(drawing.axis.AxisTickThickness, 1);
+    for (PlacedTick const& tick : drawing.ticks) {
+        GridLine(drawing.state, drawing.surface, tick.along,
+                 {drawing.frame.kind, tick.kind == TickKind::Major});
+        draw_label(drawing, tick);
+        draw_tick(drawing, tick, drawing.frame.own);
+    }
+}
+
+// Twips from the axis line to the title: past the ticks and the labels.
+double distance_to_title(AxisDrawing const& drawing) {
+    Axis const& axis = drawing.axis;
+    double const shift = axis.AxisTitleShift * drawing.frame.units_per_mm;
+    if (drawing.frame.kind == AxisKind::Y)
+        return round_half_even(std::max(drawing.labels.gap, 0.0) + drawing.labels.extent - shift);
+    return round_half_even(drawing.labels.extent - shift) + (axis.AxisTicksOutside ? axis.AxisTickLength : 0);
+}
+
+// Upright beside an x axis: the title's top lies at the anchor. Upward beside a y axis: the title is
+// centred on its length and, across, on the anchor.
+TextPlace title_place(AxisDrawing const& drawing, double distance) {
+    AxisFrame const& frame = drawing.frame;
+    double const height = drawing.surface.TextHeight("A");
+    if (frame.kind == AxisKind::X) {
+        double const far_room = frame.far_side ? height : 0;
+        return {frame.at(frame.along_middle(), frame.own.line + frame.own.outward * (distance + far_room)),
+                Align::Centre, Align::Start, 0};
+    }
+    double const width = drawing.surface.TextWidth(drawing.axis.AxisTitle);
+    double const start = frame.along_low() + std::trunc(frame.plot.height / 2) + std::trunc(width / 2);
+    return {frame.at(start, frame.own.line + frame.own.outward * (distance + height / 2)), Align::Start,
+            Align::Centre, 90};
+}
+
+// Draws the title and returns the twips the axis has used up on its side.
+double draw_title(AxisDrawing const& drawing) {
+    double const distance = distance_to_title(drawing);
+    Axis const& axis = drawing.axis;
+    if (!axis.AxisShowTitle) return distance + drawing.surface.TextHeight("A");
+    SetGraphFont(drawing.state, drawing.surface, axis.AxisTitleFont);
+    PrintText(drawing.state, drawing.surface, axis.AxisTitle, title_place(drawing, distance),
+              {axis.AxisTitleFont, axis.AxisTitleColor});
+    return distance + 2 * drawing.surface.TextHeight("A");
+}
+
+void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis& axis) {
+    const AxisSpan range = settle_axis_range(state, axis);
+    AxisDrawing drawing{state, surface, axis, axis_frame(state, axis), {}, {}};
+    SetGraphFont(state, surface, axis.AxisLabelFont);
+    drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range);
+    drawing.labels = label_layout(surface, drawing.frame, axis, drawing.ticks);
+    if (state.ThinTickLabels) thin_labels(surface, drawing.frame, axis, drawing.ticks);
+    draw_own_edge(drawing);
+    double const used = draw_title(drawing);
+    if (axis.AxisTicksBothEnds)
+        for (PlacedTick const& tick : drawing.ticks) draw_tick(drawing, tick, drawing.frame.opposite);
+    std::int32_t& offset = stack_offset(state, drawing.frame.kind, drawing.frame.far_side);
+    offset = to_i32(offset + used);
+}
+
+void draw_axis(ControlState& state, DrawSurface& surface, std::int16_t index, AxisKind kind, bool first) {
+    Graph& graph = current_graph(state);
+    const graph::SelectedAxesScope selection(graph);
+    selected_index(graph, kind) = index;
+    if (first) stack_offset(state, kind, false) = stack_offset(state, kind, true) = 0;
+    Axis& axis = at(graph.Axes, index);
+    if (!axis.AxisHide) draw_visible_axis(state, surface, axis);
+    if (kind == AxisKind::X) graph.TopAxesHeight = static_cast<float>(state.AxisStackOffsets.far);
+    surface.state.ForeColor = 0;
+}
+
+void set_axis_lengths(Graph& graph) {
+    auto const length = [](double size) { return to_i32(std::max(smallest_axis_length, size)); };
+    selected_x_axis(graph).AxisLength = length(frame_box(graph).width - graph.BorderLeft - graph.BorderRight);
+    selected_y_axis(graph).AxisLength =
+        length(frame_box(graph).height - graph.BorderTop - graph.BorderBottom);
+}
+
+void draw_graph_title(ControlState& state, DrawSurface& surface) {
+    Graph const& graph = current_graph(state);
+    const Box plot = plot_box(current_graph(state));
+    double const x = plot.left + plot.width / 2 + (graph.GraphTitleHShift + 1) * state.UnitsPerMmX;
+    double const y = plot.top - graph.TopAxesHeight - (graph.GraphTitleVShift + 1) * state.UnitsPerMmY;
+    PrintText(state, surface, at(state.GraphTitles, state.CurrentGraph),
+              {{std::max(0.0, x), std::max(0.0, y)}, Align::Centre, Align::End, 0},
+              {graph.GraphTitleFont, graph.GraphTitleColor});
+}
+
+void draw_axes_of_kind(ControlState& state, DrawSurface& surface, AxisKind kind) {
+    Graph& graph = current_graph(state);
+    bool first = true;
+    for (std::int16_t i = 0; i < graph.NumAxes(); ++i) {
+        Axis& axis = at(graph.Axes, i);
+        if (axis.AxisXY != kind) continue;
+        axis.AxisLength = at(graph.Axes, selected_index(graph, kind)).AxisLength;
+        (kind == AxisKind::X ? DrawXAxis : DrawYAxis)(state, surface, i, first);
+        first = false;
+    }
+}
+
+} // namespace
+
+void GraphAxes(ControlState& state, DrawSurface& surface, AxesPass pass) {
+    trapped(state, "GraphAxes", [&] {
+        Graph& graph = current_graph(state);
+        if (pass == AxesPass::Full) {
+            set_axis_lengths(graph);
+            DrawPlotArea(state, surface);
+        }
+        draw_axes_of_kind(state, surface, AxisKind::X);
+        // After the x axes, because those on the far side push the title up.
+        if (pass == AxesPass::Full && graph.GraphShowTitle) draw_graph_title(state, surface);
+        draw_axes_of_kind(state, surface, AxisKind::Y);
+    });
+}
+
+void DrawXAxis(ControlState& state, DrawSurface& surface, std::int16_t axis, bool first) {
+    trapped(state, "DrawXAxis", [&] { draw_axis(state, surface, axis, AxisKind::X, first); });
+}
+
+void DrawYAxis(ControlState& state, DrawSurface& surface, std::int16_t axis, bool first) {
+    trapped(state, "DrawYAxis", [&] { draw_axis(state, surface, axis, AxisKind::Y, first); });
+}
+
+void GridLine(ControlState& state, DrawSurface& surface, double position, GridLineStyle style) {
+    trapped(state, "GridLine", [&] {
+        Graph& graph = current_graph(state);
+        Axis const& axis = at(graph.Axes, selected_index(graph, style.kind));
+        if (!(style.major ? axis.AxisGridMajor : axis.AxisGridMinor)) return;
+        const RestoreScope width(surface.state.DrawWidth, 1);
+        const Box plot = plot_box(graph);
+        const bool is_x = style.kind == AxisKind::X;
+        surface.Line(is_x ? Point{position, plot.top} : Point{plot.left, position},
+                     is_x ? Point{position, plot.bottom()} : Point{plot.right(), position},
+                     LineShape::Segment, style.major ? axis.AxisMajGridColor : axis.AxisMinGridColor);
+    });
+}
+
+std::string_view NextToken(std::string_view& text) {
+    auto const comma = text.find(',');
+    const std::string_view token = text.substr(0, comma);
+    text.remove_prefix(comma == std::string_view::npos ? text.size() : comma + 1);
+    return token;
+}
+
+} // namespace qv::render

@@ -1,0 +1,38 @@
+// The frame in which an axis is drawn: one direction along it, one across it. Everything that differs
+// between x and y axes, near and far sides, is a value here.
+#pragma once
+
+#include "graph/model/ControlState.h"
+
+namespace qv::render {
+
+/// A side of the plot area seen by an axis: `line` is the page coordinate across the axis, `outward` the
+/// sign of the way out of the plot area.
+struct AxisEdge {
+    double line = 0;
+    double outward = 1;
+};
+
+struct AxisFrame {
+    graph::AxisKind kind = graph::AxisKind::X;
+    bool far_side = false;
+    Box plot;
+    AxisEdge own;            // where the axis line lies, moved out by the axes before it
+    AxisEdge opposite;       // the plot area's other edge
+    double units_per_mm = 0; // across the axis
+
+    double along_low() const { return kind == graph::AxisKind::X ? plot.left : plot.top; }
+    double along_high() const { return kind == graph::AxisKind::X ? plot.right() : plot.bottom(); }
+    double along_middle() const { return (along_low() + along_high()) / 2; }
+    /// The page point at a coordinate along the axis and one across it.
+    Point at(double along, double across) const {
+        return kind == graph::AxisKind::X ? Point{along, across} : Point{across, along};
+    }
+};
+
+AxisFrame axis_frame(graph::ControlState& state, graph::Axis const& axis);
+
+/// The running offset of the side an axis stands on.
+std::int32_t& stack_offset(graph::ControlState& state, graph::AxisKind kind, bool far_side);
+
+} // namespace qv::render

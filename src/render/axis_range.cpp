@@ -1,0 +1,51 @@
+#include "render/axis_range.h"
+
+#include "scale/axis_range.h"
+#include "scale/zoomed.h"
+
+namespace qv::render {
+namespace {
+
+using graph::Axis;
+using graph::AxisMode;
+using graph::ControlState;
+
+AxisSpan automatic_range(ControlState& state, Axis& axis) {
+    if (axis.AxisLog && !(axis.AxisValue1 > 0 && axis.AxisValue2 > 0)) axis.AxisRescale = true;
+    scale::AxisRange range{axis.AxisRescale ? axis.DataMin : axis.AxisValue1,
+                           axis.AxisRescale ? axis.DataMax : axis.AxisValue2,
+                           axis.AxisMajorDivs,
+                           axis.AxisMinorDivs,
+                           axis.AxisDP,
+                           axis.AxisLog};
+    scale::AutoScale(state, range);
+    axis.AxisMajorDivs = range.major_divs;
+    axis.AxisMinorDivs = range.minor_divs;
+    axis.AxisLog = range.is_log;
+    return {range.low, range.high};
+}
+
+AxisSpan range_to_draw(ControlState& state, Axis& axis) {
+    if (axis.has_mode(AxisMode::TextLabels)) return {axis.ScaleMin, axis.ScaleMax};
+    if (axis.has_mode(AxisMode::Automatic)) return automatic_range(state, axis);
+    return {axis.AxisValue1, axis.AxisValue2};
+}
+
+} // namespace
+
+AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
+    const AxisSpan range = range_to_draw(state, axis);
+    bool const rescaled = axis.AxisRescale;
+    if (rescaled) {
+        axis.AxisValue1 = axis.ScaleMin = range.low;
+        axis.AxisValue2 = axis.ScaleMax = range.high;
+        // Cleared before the event, so that a handler that draws finds the range settled.
+        axis.AxisRescale = false;
+    }
+    if (!(range.low > 0 && range.high > 0)) axis.AxisLog = false;
+    if (rescaled) graph::raise_scale_changed(state);
+    scale::SetScrollBarsVisibility(state);
+    return range;
+}
+
+} // namespace qv::render

@@ -1,0 +1,17 @@
+// The range an axis is drawn with, settled when it is drawn.
+#pragma once
+
+#include "graph/model/ControlState.h"
+
+namespace qv::render {
+
+struct AxisSpan {
+    double low = 0;
+    double high = 0;
+};
+
+/// Decides the range from the axis's mode, rounds automatic ones, stores a rescaled range and raises
+/// GraphScaleChanged, and clears AxisLog where the range is not wholly positive.
+AxisSpan settle_axis_range(graph::ControlState& state, graph::Axis& axis);
+
+} // namespace qv::render

@@ -1,0 +1,129 @@
+#include "render/bars.h"
+
+#include "base/convert.h"
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "scale/mapping.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qv::render {
+namespace {
+
+using graph::ControlState;
+using graph::current_graph;
+using graph::DataSet;
+using graph::Graph;
+using graph::trapped;
+
+constexpr double half_width_share = 0.9; // of the symbol's half size
+constexpr double half_sample_length_mm = 1.5;
+constexpr double shadow_mm = 1;
+
+// The first entry of a colour table that is n - 1 steps long is the first colour, the last the second; an
+// inner entry is the fraction i / n between them.
+Color blend(Color from, Color to, double fraction) {
+    auto const channel = [&](int shift) {
+        const double low = from >> shift & 0xFF;
+        const double high = to >> shift & 0xFF;
+        return static_cast<Color>(round_half_even(low + fraction * (high - low))) << shift;
+    };
+    return channel(0) | channel(8) | channel(16);
+}
+
+BarBox sample_box(ControlState const& state, Point centre, double half_width, bool horizontal) {
+    double const half_x = horizontal ? half_sample_length_mm * state.UnitsPerMmX : half_width;
+    double const half_y = horizontal ? half_width : half_sample_length_mm * state.UnitsPerMmY;
+    return {centre.x - half_x, centre.y - half_y, centre.x + half_x, centre.y + half_y};
+}
+
+// Where a bar starts along its length: at its base value, on the bar below it, or beyond the plot area's
+// edge, where the clip cuts it.
+double bar_start(DataPointPlace const& point, DataSet const& set, Graph& graph, double half_width) {
+    bool const stacked = set.BarStacked && point.data_set > 0;
+    if (set.BarHoriz) {
+        const scale::AxisMap map = scale::x_map(graph, selected_x_axis(graph));
+        if (stacked) return map(point.base.x);
+        return set.BarBase ? map(set.BarBaseValue) : graph.FrameLeft - half_width;
+    }
+    const scale::AxisMap map = scale::y_map(graph, selected_y_axis(graph));
+    if (stacked) return map(point.base.y);
+    return set.BarBase ? map(set.BarBaseValue) : graph.FrameTop + graph.FrameHeight + half_width;
+}
+
+BarBox data_box(ControlState& state, DataPointPlace const& point, DataSet const& set, double half_width) {
+    double const start = bar_start(point, set, current_graph(state), half_width);
+    auto const [x, y] = point.place;
+    if (set.BarHoriz) {
+        double const offset = state.UnitsPerMmY * set.BarOffset;
+        return {start, y - half_width + offset, x, y + half_width + offset};
+    }
+    double const offset = state.UnitsPerMmX * set.BarOffset;
+    return {x - half_width + offset, start, x + half_width + offset, y};
+}
+
+void draw_box(DrawSurface& surface, BarBox const& box, LineShape shape, Color color) {
+    surface.Line({box.x1, box.y1}, {box.x2, box.y2}, shape, color);
+}
+
+void draw_face(ControlState& state, DrawSurface& surface, BarBox const& box, DataSet const& set) {
+    const Color color = surface.state.FillColor;
+    if (surface.state.fill_style != FillStyle::Solid) return draw_box(surface, box, LineShape::Box, color);
+    if (!set.Bar3D) return draw_box(surface, box, LineShape::FilledBox, color);
+    Draw3DBar(state, surface, box, {set.BarHoriz, set.DataSymbolFill.EdgeColor, set.DataSymbolFill.Color1});
+}
+
+} // namespace
+
+void Bar(ControlState& state, DrawSurface& surface, DataPointPlace const& point) {
+    trapped(state, "Bar", [&] {
+        DataSet const& set = at(current_graph(state).DataSets, point.data_set);
+        const double half_width = half_width_share * point.half_size;
+        const BarBox box = point.legend_sample ? sample_box(state, point.place, half_width, set.BarHoriz)
+                                               : data_box(state, point, set, half_width);
+        if (set.BarShadow) {
+            const double right = shadow_mm * state.UnitsPerMmX;
+            const double down = shadow_mm * state.UnitsPerMmY;
+            draw_box(surface, {box.x1 + right, box.y1 + down, box.x2 + right, box.y2 + down},
+                     LineShape::FilledBox, set.BarShadowColor);
+        }
+        draw_face(state, surface, box, set);
+        if (set.DataSymbolFill.EdgeThickness == 0) return;
+        surface.state.fill_style = FillStyle::Transparent;
+        draw_box(surface, box, LineShape::Box, set.DataSymbolFill.EdgeColor);
+    });
+}
+
+void Draw3DBar(ControlState& state, DrawSurface& surface, BarBox const& box, BarShade const& shade) {
+    trapped(state, "Draw3DBar", [&] {
+        const double across = shade.horizontal ? box.y2 - box.y1 : box.x2 - box.x1;
+        const std::int32_t count = to_i32(to_i32(std::abs(across)) / 2.0);
+        if (count <= 0) return draw_box(surface, box, LineShape::FilledBox, shade.face);
+        const std::vector<Color> colors = BlendColors(state, shade.edge, shade.face, count);
+        const graph::RestoreScope width(surface.state.DrawWidth, 1);
+        // Neighbouring twips fall into one pixel; only the last of them would be seen.
+        const double pixel = shade.horizontal ? surface.TwipsPerPixelY() : surface.TwipsPerPixelX();
+        const auto stride = static_cast<std::int32_t>(std::max(1.0, std::floor(pixel / 2)));
+        for (std::int32_t i = 0; i < count; i += stride) {
+            const Color color = colors[static_cast<std::size_t>(i)];
+            const BarBox inner = shade.horizontal ? BarBox{box.x1, box.y1 + i, box.x2, box.y2 - i}
+                                                  : BarBox{box.x1 + i, box.y1, box.x2 - i, box.y2};
+            draw_box(surface, inner, LineShape::FilledBox, color);
+        }
+    });
+}
+
+std::vector<Color> BlendColors(ControlState& state, Color from, Color to, int count) {
+    std::vector<Color> colors;
+    trapped(state, "BlendColors", [&] {
+        const int n = std::max(count, 2);
+        colors.reserve(static_cast<std::size_t>(n));
+        colors.push_back(from);
+        for (int i = 1; i < n - 1; ++i) colors.push_back(blend(from, to, static_cast<double>(i) / n));
+        colors.push_back(to);
+    });
+    return colors;
+}
+
+} // namespace qv::render

@@ -1,0 +1,51 @@
+#include "render/error_bars.h"
+
+#include "base/convert.h"
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+
+#include <cmath>
+
+namespace qv::render {
+namespace {
+
+using graph::ControlState;
+using graph::trapped;
+
+double whole_pixels(double twips, double twips_per_pixel) {
+    return round_half_even(twips / twips_per_pixel) * twips_per_pixel;
+}
+
+void draw_bar(DrawSurface& surface, Color color, Point from, Point to, Point cap) {
+    surface.state.ForeColor = color;
+    surface.state.DrawWidth = 1;
+    surface.state.draw_style = DrawStyle::Solid;
+    auto const line = [&](Point a, Point b) { surface.Line(a, b, LineShape::Segment, color); };
+    line(from, to);
+    for (const Point end : {from, to}) line({end.x - cap.x, end.y - cap.y}, {end.x + cap.x, end.y + cap.y});
+}
+
+graph::DataSet const& data_set_of(ControlState& state, std::int16_t data_set) {
+    return at(graph::current_graph(state).DataSets, data_set);
+}
+
+} // namespace
+
+void ErrorBar(ControlState& state, DrawSurface& surface, std::int16_t data_set, ErrorBarPlace place) {
+    trapped(state, "ErrorBar", [&] {
+        const double pixel = surface.TwipsPerPixelX();
+        const double x = whole_pixels(place.across, pixel);
+        const double cap = whole_pixels(state.UnitsPerMmX, pixel);
+        draw_bar(surface, data_set_of(state, data_set).ErrorBarColor, {x, place.low}, {x, place.high},
+                 {cap, 0});
+    });
+}
+
+void HorizErrorBar(ControlState& state, DrawSurface& surface, std::int16_t data_set, ErrorBarPlace place) {
+    trapped(state, "HorizErrorBar", [&] {
+        draw_bar(surface, data_set_of(state, data_set).DataSymbolFill.EdgeColor, {place.low, place.across},
+                 {place.high, place.across}, {0, state.UnitsPerMmY});
+    });
+}
+
+} // namespace qv::render

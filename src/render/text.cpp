@@ -1,0 +1,98 @@
+#include "render/text.h"
+
+#include "base/convert.h"
+#include "base/text.h"
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+
+#include <cmath>
+
+namespace qv::render {
+namespace {
+
+using graph::trapped;
+
+// Degrees to radians as the layout of turned text has always used it; not quite pi / 180.
+constexpr double radians_per_degree = 0.01745;
+
+void read_token(std::string_view token, FontDetails& details) {
+    constexpr std::string_view name_key = "Font=";
+    if (starts_with_ignoring_case(token, name_key)) details.font.name = token.substr(name_key.size());
+    if (starts_with_ignoring_case(token, "Bold")) details.font.bold = true;
+    if (starts_with_ignoring_case(token, "Italic")) details.font.italic = true;
+    if (token.starts_with('#')) {
+        details.color = to_i32(leading_number(token.substr(1)));
+        details.has_color = true;
+    }
+    if (double const size = leading_number(token); size > 0) details.font.size_points = to_i16(size);
+}
+
+// How far an alignment moves the start of a line of this extent back from its anchor.
+double shift(Align align, double extent) {
+    if (align == Align::Centre) return extent / 2;
+    return align == Align::End ? extent : 0;
+}
+
+double whole_shift(Align align, double extent) {
+    return round_half_even(shift(align, extent));
+}
+
+struct Turn {
+    double sine = 0;
+    double cosine = 1;
+};
+
+Point line_start(Point anchor, double along, double across, Turn turn) {
+    return {anchor.x - along * turn.cosine - across * turn.sine,
+            anchor.y + along * turn.sine - across * turn.cosine};
+}
+
+void print_lines(DrawSurface& surface, std::string_view text, TextPlace const& place) {
+    double const angle = place.angle_degrees * radians_per_degree;
+    const Turn turn = place.angle_degrees == 0 ? Turn{} : Turn{std::sin(angle), std::cos(angle)};
+    Point anchor = place.anchor;
+    double line_height = -1;
+    for (const std::string_view line : split(text, "\r\n")) {
+        double const height = surface.TextHeight(line);
+        if (line_height < 0) line_height = height;
+        double const along =
+            place.horizontal == Align::Start ? 0 : shift(place.horizontal, surface.TextWidth(line));
+        // The device turns text in tenths of a degree held in 16 bits.
+        double const tenths = to_i16(place.angle_degrees * 10);
+        surface.Text(
+            {line, line_start(anchor, along, whole_shift(place.vertical, height), turn), tenths / 10});
+        anchor = {anchor.x + line_height * turn.sine, anchor.y + line_height * turn.cosine};
+    }
+}
+
+} // namespace
+
+FontDetails GetFontDetails(graph::ControlState& state, std::string_view specification) {
+    FontDetails details;
+    trapped(state, "GetFontDetails", [&] {
+        for (const std::string_view token : split(specification, "|")) read_token(token, details);
+    });
+    return details;
+}
+
+void SetGraphFont(graph::ControlState& state, DrawSurface& surface, std::string_view specification) {
+    trapped(state, "SetGraphFont", [&] {
+        const FontDetails details = GetFontDetails(state, specification);
+        if (details.font.name.empty()) return;
+        surface.state.font = details.font;
+        if (details.has_color) surface.state.ForeColor = details.color;
+    });
+}
+
+void PrintText(graph::ControlState& state, DrawSurface& surface, std::string_view text,
+               TextPlace const& place, TextStyle const& style) {
+    trapped(state, "PrintText", [&] {
+        SetGraphFont(state, surface, style.font);
+        const graph::RestoreScope fore_color(surface.state.ForeColor);
+        const bool color_in_font = style.font.find('#') != std::string_view::npos;
+        if (!color_in_font && style.color != -1) surface.state.ForeColor = style.color;
+        print_lines(surface, text, place);
+    });
+}
+
+} // namespace qv::render

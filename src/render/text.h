@@ -1,0 +1,47 @@
+// Text: font specifications, and lines placed at an anchor with an alignment and an angle.
+#pragma once
+
+#include "graph/model/ControlState.h"
+#include "render/DrawSurface.h"
+
+#include <string_view>
+
+namespace qv::render {
+
+/// What a font specification such as "Font=Times New Roman|12|Bold|#255" says.
+struct FontDetails {
+    Font font;
+    bool has_color = false;
+    Color color = 0;
+};
+
+/// Reads a specification: tokens separated by "|", recognised without regard to case: "Font=" with a name,
+/// "Bold", "Italic", "#" with a colour number, and a size in points. Default: Arial, 9 points. A number too
+/// large for its field is reported; what was read before it counts.
+FontDetails GetFontDetails(graph::ControlState& state, std::string_view specification);
+
+/// Applies a specification to a surface; an empty font name leaves the surface's font as it is.
+void SetGraphFont(graph::ControlState& state, DrawSurface& surface, std::string_view specification);
+
+enum class Align : std::int16_t { Start = 0, Centre = 1, End = 2 };
+
+/// The place of a text: its anchor in twips, which part of each line lies on it, and the angle in degrees,
+/// counter-clockwise.
+struct TextPlace {
+    Point anchor;
+    Align horizontal = Align::Start;
+    Align vertical = Align::Start;
+    std::int16_t angle_degrees = 0;
+};
+
+/// Font specification and colour; colour -1 keeps the surface's own, a "#" in the font overrides it.
+struct TextStyle {
+    std::string_view font;
+    Color color = -1;
+};
+
+/// Prints a text whose lines are separated by "\r\n".
+void PrintText(graph::ControlState& state, DrawSurface& surface, std::string_view text,
+               TextPlace const& place, TextStyle const& style);
+
+} // namespace qv::render

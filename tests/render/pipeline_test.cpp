@@ -1,0 +1,131 @@
+#include "render/pipeline.h"
+
+#include "TestControl.h"
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+
+using namespace qv;
+using namespace qv::render;
+using qv::testing::TestControl;
+
+namespace {
+
+std::ptrdiff_t place_of(std::vector<std::string> const& log, std::string_view start) {
+    return std::ranges::find_if(log, [&](auto const& line) { return line.starts_with(start); }) - log.begin();
+}
+
+struct TwoGraphs : TestControl {
+    graph::Graph& back = add_graph();
+    graph::Graph& front = add_graph();
+
+    TwoGraphs() {
+        state.GraphTitles = {"back", "front"};
+        for (graph::Graph* graph : {&back, &front}) {
+            graph->Axes[0].AxisHide = graph->Axes[1].AxisHide = true;
+            graph->BorderFill.Color1 = graph->BorderFill.Color2 = graph == &back ? 0x0000AA : 0x0000BB;
+        }
+    }
+};
+
+} // namespace
+
+TEST_CASE("a full refresh draws from back to front and keeps the page without the front graph") {
+    TwoGraphs page;
+    Refresh(page.state);
+    auto const& log = page.page().log;
+    CHECK(place_of(log, "cls") == 1);
+    CHECK(place_of(log, "fill 0,0 15000,1000 #0000AA") < place_of(log, "fill 0,0 15000,1000 #0000BB"));
+    CHECK(static_cast<qv::testing::RecordingSurface&>(*page.state.Picture2).lines("blit").size() == 1);
+    CHECK(page.shown().lines("blit").size() == 1);
+    CHECK(page.state.CurrentGraph == 1);
+    CHECK_FALSE(page.front.GraphNotDrawn);
+    CHECK(page.events.errors.empty());
+}
+
+TEST_CASE("a refresh of one graph starts from the kept page") {
+    TwoGraphs page;
+    Refresh(page.state);
+    page.page().log.clear();
+    RefreshGraphs(page.state, 1, true);
+    auto const& log = page.page().log;
+    CHECK(log[1].starts_with("blit"));
+    CHECK(page.page().lines("fill 0,0 15000,1000 #0000AA").empty());
+    CHECK(page.page().lines("cls").empty());
+}
+
+TEST_CASE("what keeps a page from being drawn") {
+    TwoGraphs page;
+    page.state.NoRedraw = true;
+    Refresh(page.state);
+    CHECK(page.page().log.empty());
+    page.state.NoRedraw = false;
+    RefreshGraphs(page.state, 2, true);
+    RefreshGraphs(page.state, 32767, true);
+    CHECK(page.shown().log.empty());
+    CHECK(page.events.errors.empty());
+    page.front.GraphInclude = false;
+    Refresh(page.state);
+    CHECK(page.page().lines("fill 0,0 15000,1000 #0000BB").empty());
+    page.state.Graphs.clear();
+    page.state.GraphOrder.clear();
+    page.shown().log.clear();
+    Refresh(page.state);
+    CHECK(page.shown().has("fill 0,0 15075,12075 #FFFFFF w1"));
+}
+
+TEST_CASE("the page edge lies inside the page, half its width from the border") {
+    TwoGraphs page;
+    page.state.PageFill.EdgeThickness = 3;
+    page.state.PageFill.EdgeColor = 0x00FF00;
+    DrawPageBackground(page.state);
+    CHECK(page.page().has("box 22,22 14970,11970 #00FF00 w3"));
+    page.state.PageFill.EdgeColor = -1;
+    page.page().state.ForeColor = 0x123456;
+    DrawPageBackground(page.state);
+    CHECK(page.page().has("box 22,22 14970,11970 #123456 w3"));
+}
+
+TEST_CASE("border, plot area and frame lines") {
+    TwoGraphs page;
+    page.back.PlotAreaFill.Transparent = true;
+    page.back.Axes[0].AxisTicksBothEnds = false;
+    page.back.Axes[0].AxisThickness = 2;
+    DrawGraph(page.state, page.page(), 0);
+    CHECK(page.page().lines("fill").size() == 4); // strips around the plot area, nothing on it
+    CHECK(page.page().has("box 0,0 15000,12000 #000000 w1"));
+    CHECK(page.page().lines("box 1000,1000 11000,1000").empty());
+    CHECK(page.page().has("box 1000,11000 11000,11000 #000000 w2"));
+    CHECK(page.page().has("box 11000,1000 11000,11000 #000000 w1"));
+}
+
+TEST_CASE("a two-coloured border around a transparent plot area gives it the page back") {
+    TwoGraphs page;
+    page.back.BorderFill.Color2 = 0x00FF00;
+    page.back.PlotAreaFill.Transparent = true;
+    DrawGraph(page.state, page.page(), 0);
+    CHECK(static_cast<qv::testing::RecordingSurface&>(*page.state.ScratchPic2).lines("blit").size() == 1);
+    CHECK(page.page().has("fill 0,0 15000,12000 #0000AA w1"));
+    CHECK(page.page().lines("blit 67,67").size() == 1);
+}
+
+TEST_CASE("an event handler may refresh or fail without ending the drawing") {
+    struct Handler : qv::testing::EventLog {
+        graph::ControlState* state = nullptr;
+        void GraphScaleChanged() override {
+            EventLog::GraphScaleChanged();
+            if (state) Refresh(*state);
+        }
+    };
+    TwoGraphs page;
+    Handler handler;
+    page.state.events = &handler;
+    handler.state = &page.state;
+    page.front.Axes[0].AxisHide = false;
+    page.front.Axes[0].AxisRescale = true;
+    Refresh(page.state);
+    CHECK(handler.scale_changes == 1);
+    CHECK(page.shown().lines("blit").size() == 2); // drawn again once
+    CHECK_FALSE(page.state.Refreshing);
+}

@@ -1,0 +1,86 @@
+#include "render/text.h"
+
+#include "TestControl.h"
+
+#include <doctest/doctest.h>
+
+using namespace qv;
+using namespace qv::render;
+using qv::testing::RecordingSurface;
+using qv::testing::TestControl;
+
+TEST_CASE("font specifications") {
+    TestControl control;
+    struct Row {
+        char const* specification;
+        char const* name;
+        double size;
+        bool bold, italic, has_color;
+        Color color;
+    };
+    for (auto const& row : {
+             Row{"", "Arial", 9, false, false, false, 0},
+             Row{"Font=Times New Roman|12|Bold", "Times New Roman", 12, true, false, false, 0},
+             Row{"Italic|#255", "Arial", 9, false, true, true, 255},
+             Row{"font=arial|bold", "arial", 9, true, false, false, 0},
+             Row{"14.6|BOLDFACE|Font=", "", 15, true, false, false, 0},
+             Row{"-3|0|x12|#", "Arial", 9, false, false, true, 0},
+             Row{"8|10", "Arial", 10, false, false, false, 0},
+         }) {
+        CAPTURE(row.specification);
+        const FontDetails details = GetFontDetails(control.state, row.specification);
+        CHECK(details.font.name == row.name);
+        CHECK(details.font.size_points == row.size);
+        CHECK(details.font.bold == row.bold);
+        CHECK(details.font.italic == row.italic);
+        CHECK(details.has_color == row.has_color);
+        CHECK(details.color == row.color);
+    }
+    CHECK(control.events.errors.empty());
+}
+
+TEST_CASE("a number too large is reported and what stood before it counts") {
+    TestControl control;
+    RecordingSurface surface;
+    PrintText(control.state, surface, "A", {{0, 0}}, {"Bold|99999|Italic", 0});
+    CHECK(control.events.errors
+          == std::vector<std::string>{"Error 6 has occured in qvGraph.ocx, GetFontDetails: Overflow"});
+    CHECK(surface.state.font.bold);
+    CHECK_FALSE(surface.state.font.italic);
+    CHECK(surface.lines("text").size() == 1);
+}
+
+TEST_CASE("alignment, lines and colours") {
+    TestControl control;
+    RecordingSurface surface;
+    surface.state.ForeColor = 0x123456;
+    auto const print = [&](TextPlace const& place, TextStyle const& style) {
+        surface.log.clear();
+        PrintText(control.state, surface, "AB\r\nC", place, style);
+        return surface.log;
+    };
+    // Each line is centred by its own width; lines follow at the first line's height.
+    CHECK(print({{1000, 1000}, Align::Centre, Align::Centre}, {"", 255})
+          == std::vector<std::string>{"text 900,900 \"AB\" #0000FF Arial 9",
+                                      "text 950,1100 \"C\" #0000FF Arial 9"});
+    CHECK(print({{1000, 1000}, Align::End, Align::End}, {"", -1})[0]
+          == "text 800,800 \"AB\" #123456 Arial 9");
+    CHECK(surface.state.ForeColor == 0x123456);
+    // A colour in the font wins and stays.
+    CHECK(print({{0, 0}}, {"#7|10", 255})[0] == "text 0,0 \"AB\" #000007 Arial 10");
+    CHECK(surface.state.ForeColor == 7);
+    // Turned upward, the next line stands one text height to the right.
+    auto const turned = print({{1000, 1000}, Align::Start, Align::Start, 90}, {"", 0});
+    REQUIRE(turned.size() == 2);
+    CHECK(turned[0] == "turned 1000,1000 \"AB\" at 90");
+    CHECK(turned[1] == "turned 1200,1000.06 \"C\" at 90");
+}
+
+TEST_CASE("an angle whose tenths overflow stops at the first turned line") {
+    TestControl control;
+    RecordingSurface surface;
+    PrintText(control.state, surface, "A\r\nB", {{0, 0}, Align::Start, Align::Start, 3277}, {"", 0});
+    CHECK(surface.log.empty());
+    CHECK(control.events.errors
+          == std::vector<std::string>{"Error 6 has occured in qvGraph.ocx, PrintText: Overflow"});
+}
