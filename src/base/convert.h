@@ -41,7 +41,9 @@ constexpr To checked(From value) {
         if (!(whole >= low && whole < high)) raise_fault(FaultNumber::Overflow);
         return static_cast<To>(whole);
     } else if constexpr (std::integral<To>) {
-        if (!std::in_range<To>(static_cast<long long>(value))) raise_fault(FaultNumber::Overflow);
+        // in_range takes no booleans and characters, so every value is widened first.
+        using Wide = std::conditional_t<std::is_signed_v<From>, long long, unsigned long long>;
+        if (!std::in_range<To>(static_cast<Wide>(value))) raise_fault(FaultNumber::Overflow);
         return static_cast<To>(value);
     } else if constexpr (std::is_same_v<To, float> && std::floating_point<From>) {
         if (std::isfinite(value) && std::abs(value) > std::numeric_limits<float>::max())
