@@ -44,7 +44,7 @@ void PointBlock::need_e_column() {
 
 // Takes the point at end_ into what is known of all points, and counts it.
 void PointBlock::note(double x, double y) {
-    const double previous = end_ == begin_ ? x : x_[end_ - 1];
+    double const previous = end_ == begin_ ? x : x_[end_ - 1];
     x_rising_ &= x >= previous;
     ++end_;
     if (std::isfinite(x) && std::isfinite(y)) {
@@ -68,8 +68,10 @@ void PointBlock::append(std::span<double const> x, std::span<double const> y, st
     if (std::ranges::any_of(e, [](double half_length) { return half_length != 0; })) need_e_column();
     std::ranges::copy(x, x_.get() + end_);
     std::ranges::copy(y, y_.get() + end_);
-    if (e_ && e.empty()) std::fill_n(e_.get() + end_, x.size(), 0.0);
-    else if (e_) std::ranges::copy(e, e_.get() + end_);
+    if (e_ && e.empty())
+        std::fill_n(e_.get() + end_, x.size(), 0.0);
+    else if (e_)
+        std::ranges::copy(e, e_.get() + end_);
     for (std::size_t i = 0; i < x.size(); ++i) note(x[i], y[i]);
 }
 
@@ -101,7 +103,7 @@ void PointStore::append(PointEntry const& point) {
 }
 
 void PointStore::append(std::span<double const> x, std::span<double const> y, std::span<double const> e) {
-    for (const double value : x) {
+    for (double const value : x) {
         x_rising_ &= value >= last_x_;
         last_x_ = value;
     }

@@ -1,0 +1,158 @@
+#include "graph/document.h"
+
+#include "base/convert.h"
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "interact/front.h"
+
+namespace qv::graph {
+namespace {
+
+/// Index of the element that is about to be appended; fault 6 when 16-bit counters would not reach it.
+std::int16_t next_index(auto const& sequence) {
+    auto const count = to_i16(sequence.size() + 1);
+    return static_cast<std::int16_t>(count - 1);
+}
+
+void append_axis(ControlState& state, AxisKind kind, std::string_view name, double a1, double a2) {
+    Graph& graph = current_graph(state);
+    const std::int16_t index = next_index(graph.Axes);
+    Axis& axis = graph.Axes.emplace_back();
+    selected_index(graph, kind) = index;
+    ResetAxis(state, axis, name, kind, a1, a2);
+}
+
+std::int16_t select_axis(ControlState& state, std::int16_t index) {
+    Graph& graph = current_graph(state);
+    if (index < 0 || index >= graph.NumAxes()) return -1;
+    const AxisKind kind = at(graph.Axes, index).AxisXY;
+    graph.SelectedAxis = index;
+    selected_index(graph, kind) = index;
+    return static_cast<std::int16_t>(kind);
+}
+
+std::int16_t select_level(ControlState& state, std::string_view procedure, AxisKind kind,
+                          std::int16_t level) {
+    std::int16_t selected = 0;
+    trapped(state, procedure, [&] {
+        selected = AxisLevelIndex(current_graph(state), kind, level);
+        SetSelectedAxis(state, selected);
+    });
+    return selected;
+}
+
+/// The names of the elements and one empty entry.
+template <class Element>
+void list_names(std::deque<Element> const& elements, std::string Element::*name, TextList& names) {
+    TextList list;
+    list.reserve(elements.size() + 1);
+    for (Element const& element : elements) list.push_back(element.*name);
+    list.emplace_back();
+    names = std::move(list);
+}
+
+} // namespace
+
+void NewGraph(ControlState& state, std::string_view name, StartRanges const& ranges) {
+    trapped(state, "NewGraph", [&] {
+        const std::int16_t index = next_index(state.Graphs);
+        state.Graphs.push_back(std::make_unique<Graph>(fresh_graph(state.UnitsPerMmX, state.UnitsPerMmY)));
+        state.GraphTitles.emplace_back(name);
+        state.GraphOrder.push_back(index);
+        state.CurrentGraph = index;
+        NewXAxis(state, "x-axis", ranges.x1, ranges.x2);
+        NewYAxis(state, "y-axis", ranges.y1, ranges.y2);
+    });
+}
+
+void NewXAxis(ControlState& state, std::string_view name, double a1, double a2) {
+    trapped(state, "NewXAxis", [&] { append_axis(state, AxisKind::X, name, a1, a2); });
+}
+
+void NewYAxis(ControlState& state, std::string_view name, double a1, double a2) {
+    trapped(state, "NewYAxis", [&] { append_axis(state, AxisKind::Y, name, a1, a2); });
+}
+
+void ClearGraphData(ControlState& state) {
+    trapped(state, "ClearGraphData", [&] {
+        if (state.NumGraphs() == 0) return;
+        Graph& graph = current_graph(state);
+        graph.DataSets.clear();
+        graph.SelectedDataSet = 0;
+        graph.NumPoints = 0;
+        graph.Axes.clear();
+        graph.SelectedAxis = 0;
+    });
+}
+
+void SetSelectedGraph(ControlState& state, std::int16_t index) {
+    trapped(state, "SetSelectedGraph", [&] {
+        if (index >= 0 && index < state.NumGraphs()) interact::BringGraphToFront(state, index);
+    });
+}
+
+std::int16_t SelectXaxis(ControlState& state, std::int16_t index) {
+    return select_level(state, "SelectXaxis", AxisKind::X, index);
+}
+
+std::int16_t SelectYaxis(ControlState& state, std::int16_t index) {
+    return select_level(state, "SelectYaxis", AxisKind::Y, index);
+}
+
+std::int16_t SetSelectedAxis(ControlState& state, std::int16_t index) {
+    std::int16_t kind = -1;
+    trapped(state, "SetSelectedAxis", [&] { kind = select_axis(state, index); });
+    return kind;
+}
+
+std::int16_t GetSelectedAxisIndex(ControlState& state, std::int16_t kind) {
+    std::int16_t index = -1;
+    trapped(state, "GetSelectedAxisIndex", [&] {
+        if (kind == 0 || kind == 1) index = selected_index(current_graph(state), static_cast<AxisKind>(kind));
+    });
+    return index;
+}
+
+void SetSelectedData(ControlState& state, std::int16_t index) {
+    trapped(state, "SetSelectedData", [&] {
+        Graph& graph = current_graph(state);
+        if (index >= 0 && index < graph.NumDataSets()) graph.SelectedDataSet = index;
+    });
+}
+
+void GetSelectedData(ControlState& state, std::int16_t& index) {
+    trapped(state, "GetSelectedData", [&] { index = current_graph(state).SelectedDataSet; });
+}
+
+void GetGraphNames(ControlState& state, TextList& names, std::int16_t& count) {
+    trapped(state, "GetGraphNames", [&] {
+        TextList list(1);
+        list.insert(list.end(), state.GraphTitles.begin(), state.GraphTitles.end());
+        names = std::move(list);
+        count = state.NumGraphs();
+    });
+}
+
+void GetAxisNames(ControlState& state, TextList& names, std::int16_t& count) {
+    trapped(state, "GetAxisNames", [&] {
+        Graph const& graph = current_graph(state);
+        list_names(graph.Axes, &Axis::AxisTitle, names);
+        count = graph.NumAxes();
+    });
+}
+
+void GetDataSetNames(ControlState& state, TextList& names, std::int16_t& count) {
+    trapped(state, "GetDataSetNames", [&] {
+        Graph const& graph = current_graph(state);
+        list_names(graph.DataSets, &DataSet::DataLegend, names);
+        count = graph.NumDataSets();
+    });
+}
+
+std::string GraphTitle(ControlState& state) {
+    std::string title;
+    trapped(state, "GraphTitle", [&] { title = at(state.GraphTitles, state.CurrentGraph); });
+    return title;
+}
+
+} // namespace qv::graph

@@ -1,0 +1,186 @@
+#include "graph/qvGraph.h"
+
+#include "graph/data_entry.h"
+#include "graph/document.h"
+#include "graph/lifecycle.h"
+#include "graph/members_by_name.h"
+#include "graph/settings.h"
+#include "render/pipeline.h"
+
+namespace qv {
+
+qvGraph::qvGraph(host::Host& host) : state_(host) {
+    graph::UserControl_Initialize(state_);
+}
+
+void qvGraph::set_events(host::EventSink* events) {
+    state_.events = events ? events : &state_.silent;
+}
+
+void qvGraph::UserControl_Resize(double width_twips, double height_twips) {
+    graph::UserControl_Resize(state_, width_twips, height_twips);
+}
+
+void qvGraph::Picture1_DblClick() {
+    graph::Picture1_DblClick(state_);
+}
+
+void qvGraph::Picture1_KeyPress(std::int16_t& KeyAscii) {
+    graph::Picture1_KeyPress(state_, KeyAscii);
+}
+
+std::string qvGraph::Version() const {
+    return std::string(graph::version);
+}
+
+void qvGraph::Reset() {
+    graph::Reset(state_);
+}
+
+void qvGraph::NewGraph(std::string_view GraphName, double x1, double x2, double y1, double y2) {
+    graph::NewGraph(state_, GraphName, {x1, x2, y1, y2});
+}
+
+void qvGraph::NewXAxis(std::string_view AxisName, double a1, double a2) {
+    graph::NewXAxis(state_, AxisName, a1, a2);
+}
+
+void qvGraph::NewYAxis(std::string_view AxisName, double y1, double y2) {
+    graph::NewYAxis(state_, AxisName, y1, y2);
+}
+
+void qvGraph::SetSelectedGraph(Checked<std::int16_t> GraphIndex) {
+    graph::SetSelectedGraph(state_, GraphIndex);
+}
+
+std::int16_t qvGraph::GetSelectedGraph() const {
+    return state_.CurrentGraph;
+}
+
+void qvGraph::GetGraphNames(TextList& GraphTitles, std::int16_t& NumGraphs) {
+    graph::GetGraphNames(state_, GraphTitles, NumGraphs);
+}
+
+std::string qvGraph::GraphTitle() {
+    return graph::GraphTitle(state_);
+}
+
+std::int16_t qvGraph::SelectXaxis(Checked<std::int16_t> Index) {
+    return graph::SelectXaxis(state_, Index);
+}
+
+std::int16_t qvGraph::SelectYaxis(Checked<std::int16_t> Index) {
+    return graph::SelectYaxis(state_, Index);
+}
+
+std::int16_t qvGraph::SetSelectedAxis(Checked<std::int16_t> AxisIndex) {
+    return graph::SetSelectedAxis(state_, AxisIndex);
+}
+
+std::int16_t qvGraph::GetSelectedAxisIndex(Checked<std::int16_t> XY) {
+    return graph::GetSelectedAxisIndex(state_, XY);
+}
+
+void qvGraph::GetAxisNames(TextList& AxisNames, std::int16_t& NumAxes) {
+    graph::GetAxisNames(state_, AxisNames, NumAxes);
+}
+
+void qvGraph::SetSelectedData(Checked<std::int16_t> DataIndex) {
+    graph::SetSelectedData(state_, DataIndex);
+}
+
+void qvGraph::GetSelectedData(std::int16_t& DataIndex) {
+    graph::GetSelectedData(state_, DataIndex);
+}
+
+void qvGraph::GetDataSetNames(TextList& DataSetNames, std::int16_t& NumDataSets) {
+    graph::GetDataSetNames(state_, DataSetNames, NumDataSets);
+}
+
+void qvGraph::SetShowXYcoords(Checked<bool> TF) {
+    graph::SetShowXYcoords(state_, TF);
+}
+
+void qvGraph::NewDataSet(std::string_view Legend, Checked<bool> InLegendTable) {
+    graph::NewDataSet(state_, Legend, InLegendTable);
+}
+
+void qvGraph::AddDataPoint(double X, double Y, double E, Checked<std::int16_t> DataSet,
+                           std::string_view DataID) {
+    graph::AddDataPoint(state_, {X, Y, E, DataID}, DataSet);
+}
+
+void qvGraph::AddDataPoints(std::span<double const> X, std::span<double const> Y, std::span<double const> E,
+                            Checked<std::int16_t> DataSet) {
+    graph::AddDataPoints(state_, {X, Y, E}, DataSet);
+}
+
+void qvGraph::DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet) {
+    graph::DropDataPoints(state_, Count, DataSet);
+}
+
+void qvGraph::AddMathFunc(std::string_view MathFunc, double Fromx, double Tox) {
+    graph::AddMathFunc(state_, MathFunc, Fromx, Tox);
+}
+
+void qvGraph::AddText(std::string_view Text, double TextX, double TextY, Checked<std::uint8_t> TextOri,
+                      std::string_view TextFont, ColorValue TextColor, Checked<std::int16_t> TextAngle,
+                      Checked<bool> TextPercent) {
+    graph::AddText(state_, {std::string(Text), TextX, TextY, TextOri, std::string(TextFont), TextColor,
+                            TextAngle, TextPercent});
+}
+
+#define QV_STYLE(method, target)                                                                             \
+    void qvGraph::method(method##Arguments& arguments) {                                                     \
+        graph::method(state_, arguments);                                                                    \
+    }                                                                                                        \
+    void qvGraph::method(method##Arguments const& arguments) {                                               \
+        method##Arguments copy = arguments;                                                                  \
+        graph::method(state_, copy);                                                                         \
+    }
+#define QV_PARAMETER(method, name, kind_, default_, rule, property_)
+#define QV_STYLE_END(method, then)
+#include "graph/styles.def"
+
+void qvGraph::GetAxisRange(double& a1, double& a2) const {
+    graph::GetAxisRange(state_, a1, a2);
+}
+
+void qvGraph::SetTooltip(std::string_view Tooltip) {
+    graph::SetTooltip(state_, Tooltip);
+}
+
+void qvGraph::SetCrossHair(Checked<std::int16_t> Style) {
+    graph::SetCrossHair(state_, Style);
+}
+
+void qvGraph::Refresh() {
+    render::Refresh(state_);
+}
+
+void qvGraph::RefreshCurrentGraph() {
+    render::RefreshCurrentGraph(state_);
+}
+
+void qvGraph::RefreshGraphs(Checked<std::int16_t> WhichIndex, Checked<bool> LegndOnPic1) {
+    render::RefreshGraphs(state_, WhichIndex, LegndOnPic1);
+}
+
+Variant qvGraph::Get(std::string_view property) const {
+    return graph::get_property(*this, property);
+}
+
+void qvGraph::Let(std::string_view property, Variant const& value) {
+    graph::let_property(*this, property, value);
+}
+
+Variant qvGraph::Call(std::string_view method, std::span<Variant> arguments) {
+    return graph::call_method(*this, method, arguments);
+}
+
+Variant qvGraph::Call(std::string_view method, std::initializer_list<Variant> arguments) {
+    std::vector<Variant> copies(arguments);
+    return graph::call_method(*this, method, copies);
+}
+
+} // namespace qv

@@ -1,0 +1,37 @@
+#include "graph/settings.h"
+
+#include "base/convert.h"
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "interact/scroll_bars.h"
+
+namespace qv::graph {
+
+void GetAxisRange(ControlState const& state, double& a1, double& a2) {
+    Axis const& axis = selected_axis(state);
+    a1 = axis.AxisValue1;
+    a2 = axis.AxisValue2;
+}
+
+void SetTooltip(ControlState& state, std::string_view tooltip) {
+    state.Tooltip = tooltip;
+    state.host->child_controls_changed();
+}
+
+void SetCrossHair(ControlState& state, std::int16_t style) {
+    trapped(state, "SetCrossHair", [&] {
+        if (style != 0) state.CrossHairStyle = to_u8(style - 1);
+        state.CrossHairOn = style != 0;
+    });
+}
+
+void SetShowXYcoords(ControlState& state, bool show) {
+    trapped(state, "SetShowXYcoords", [&] {
+        current_graph(state).GraphShowXY = show;
+        state.Label1.Visible = show;
+        interact::ResizeScrollBars(state);
+        state.host->child_controls_changed();
+    });
+}
+
+} // namespace qv::graph
