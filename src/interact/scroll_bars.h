@@ -9,7 +9,9 @@ namespace qv::interact {
 void ResizeScrollBars(graph::ControlState& state);
 
 /// Shows the visible span of the current graph's selected axes within their full range; hides both bars
-/// while nothing is zoomed. No axis moves.
+/// while nothing is zoomed. No axis moves: the host hears of the change while NoRedraw is set, during which
+/// a bar's answer must be passed over. The thumb stands where moving it takes the axis from: on a reversed
+/// axis small values are at the right or at the top.
 void SetScrollBars(graph::ControlState& state);
 
 } // namespace qv::interact

@@ -1,0 +1,33 @@
+#include "interact/front.h"
+
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "interact/scroll_bars.h"
+#include "render/pipeline.h"
+#include "scale/zoomed.h"
+
+#include <algorithm>
+
+namespace qv::interact {
+
+using graph::ControlState;
+
+void BringGraphToFront(ControlState& state, std::int16_t graph) {
+    trapped(state, "BringGraphToFront", [&] {
+        if (graph < 0 || graph >= state.NumGraphs() || state.GraphOrder.empty()) return;
+        if (state.GraphOrder.back() == graph) return;
+        render::RefreshGraphs(state, state.GraphOrder.back(), false);
+        // Looked up only now, because an event of the refresh may have changed or emptied the document.
+        const auto place = std::ranges::find(state.GraphOrder, graph);
+        if (place == state.GraphOrder.end()) return;
+        std::rotate(place, place + 1, state.GraphOrder.end());
+        state.CurrentGraph = graph;
+        render::RefreshGraphs(state, -1, true);
+        if (state.Graphs.empty()) return;
+        scale::SetScrollBarsVisibility(state);
+        SetScrollBars(state);
+        if (!state.SuppressRaisingEvents) state.events->NewGraphInFront();
+    });
+}
+
+} // namespace qv::interact
