@@ -15,6 +15,7 @@ using TextList = std::vector<std::string>;
 struct Variant : std::variant<std::monostate, bool, std::uint8_t, std::int16_t, std::int32_t, float, double,
                               std::string, TextList> {
     using variant::variant;
+    using variant::operator=;
     Variant(const char* text) : variant(std::string(text)) {}
     Variant(std::string_view text) : variant(std::string(text)) {}
 
