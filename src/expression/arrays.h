@@ -1,0 +1,49 @@
+// Arrays of doubles that expressions read by name: their definition, elements and use in programs.
+#pragma once
+
+#include "expression/engine.h"
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qv {
+
+/// Doubles in one to four dimensions, dimension k indexed 0 to UpperBounds[k - 1], last index fastest.
+struct qvArray {
+    std::vector<std::int16_t> UpperBounds;
+    std::vector<double> Values;
+};
+
+} // namespace qv
+
+namespace qv::expression {
+
+/// Elements that all arrays of one engine may have together; an array beyond it has none (256 MiB).
+constexpr std::size_t max_array_elements = std::size_t{32} * 1024 * 1024;
+
+using ArrayIndices = std::array<std::int32_t, max_dimensions>;
+
+/// Defines an array from a text such as "A(10, 5)", all elements 0; error 12 for what is none.
+void DefineArray(Engine& engine, std::string text);
+/// Stores an array under a name with the first `dimensions` bounds of `source` and its values.
+void SetArrayValues(Engine& engine, std::string_view name, int dimensions, qvArray const& source);
+/// Stores one element; an index above its bound does nothing, a negative one is error 11.
+void set_array_value(Engine& engine, int number, double value, ArrayIndices const& indices);
+/// One element, or a 16-bit 0 when there is none.
+Variant GetArrayValue(Engine& engine, int number, ArrayIndices const& indices);
+
+/// Minus the number of the first array of this name, 0 when there is none.
+OpcodeNumber array_opcode(Engine const& engine, std::string_view name);
+/// The record of array `number`, which counts from 1; fault 9 when there is none.
+ArrayRecord& array_record(Engine& engine, int number);
+std::int16_t array_dimensions(Engine& engine, int number);
+/// "A(10, 5)"; "" when there is no such array.
+std::string ArrayNameWithDims(Engine const& engine, int number);
+/// The element at these indices; fault 9 when one is out of bounds.
+double& array_element(ArrayRecord& record, std::span<std::int32_t const> indices);
+
+} // namespace qv::expression

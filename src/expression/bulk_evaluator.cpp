@@ -1,0 +1,91 @@
+#include "base/convert.h"
+#include "expression/evaluator.h"
+#include "expression/mathematics.h"
+
+#include <algorithm>
+
+namespace qv::expression {
+namespace {
+
+// One evaluation of a slot over an array. The first error is put aside, so that each sample starts clear.
+class Sampling {
+public:
+    Sampling(Engine& engine, qvVariable& variable, std::int32_t number)
+        : engine_(engine), slot_(select_slot(engine, number)), variable_(variable), number_(number) {}
+
+    void run(std::span<double const> x, std::span<double> y);
+
+private:
+    bool run_blocks(NumericForm& form, std::span<double const> x, std::span<double> y);
+    void run_each(std::span<double const> x, std::span<double> y);
+    double sample(double x);
+    double number_of_value();
+    void keep_error();
+
+    Engine& engine_;
+    Slot& slot_;
+    qvVariable& variable_;
+    std::int32_t number_;
+    ErrorState first_error_;
+};
+
+void Sampling::run(std::span<double const> x, std::span<double> y) {
+    if (!slot_.numeric || !run_blocks(*slot_.numeric, x, y)) run_each(x, y);
+    if (!x.empty()) variable_.Value = x.back();
+    if (first_error_.code != ErrorNumber::None) engine_.error = first_error_;
+}
+
+bool Sampling::run_blocks(NumericForm& form, std::span<double const> x, std::span<double> y) {
+    NumericBlocks blocks;
+    if (!blocks.prepare(form, variable_)) return false;
+    for (std::size_t start = 0; start < x.size(); start += block_length) {
+        const std::size_t count = std::min(block_length, x.size() - start);
+        auto const x_block = x.subspan(start, count);
+        auto const y_block = y.subspan(start, count);
+        if (blocks.run(x_block, y_block)) continue;
+        for (std::size_t i = 0; i < count; ++i)
+            if (!mathematics::finite(y_block[i])) y_block[i] = sample(x_block[i]);
+    }
+    return true;
+}
+
+void Sampling::run_each(std::span<double const> x, std::span<double> y) {
+    for (std::size_t i = 0; i < x.size(); ++i) y[i] = sample(x[i]);
+}
+
+double Sampling::sample(double x) {
+    variable_.Value = x;
+    double const value = trapped(engine_, "ValueOver", [&] { return number_of_value(); });
+    if (engine_.error.code == ErrorNumber::None) return value;
+    keep_error();
+    return mathematics::undefined;
+}
+
+double Sampling::number_of_value() {
+    const Number number = number_in(operand_of(evaluate(engine_, number_)));
+    if (number.faulted()) raise_fault(FaultNumber::TypeMismatch);
+    return number.value;
+}
+
+void Sampling::keep_error() {
+    if (first_error_.code == ErrorNumber::None) first_error_ = engine_.error;
+    engine_.error.code = ErrorNumber::None;
+    engine_.error.description.clear();
+}
+
+} // namespace
+
+void evaluate_over(Engine& engine, qvVariable& variable, std::span<double const> x, std::span<double> y,
+                   std::int32_t& number) {
+    if (number < 0) number = engine.highest_slot();
+    Slot const& slot = select_slot(engine, number);
+    if (x.size() != y.size()) {
+        std::ranges::fill(y, mathematics::undefined);
+        return record_fault(engine, FaultNumber::InvalidProcedureCall, "ValueOver");
+    }
+    if (engine.error.code != ErrorNumber::None) return void(std::ranges::fill(y, mathematics::undefined));
+    if (slot.text.empty()) return void(std::ranges::fill(y, 0));
+    Sampling(engine, variable, number).run(x, y);
+}
+
+} // namespace qv::expression

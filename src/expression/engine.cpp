@@ -1,0 +1,73 @@
+#include "expression/engine.h"
+
+#include "base/convert.h"
+#include "base/text.h"
+
+namespace qv::expression {
+
+void set_error(Engine& engine, ErrorNumber code, std::string description) {
+    engine.error.code = code;
+    engine.error.description = std::move(description);
+}
+
+void record_fault(Engine& engine, Fault const& fault, std::string_view procedure) {
+    if (fault.number == static_cast<std::int32_t>(FaultNumber::InvalidUseOfNull)) return;
+    std::string text = "Error " + std::to_string(fault.number) + " has occured in qvMathExprE:";
+    text += procedure;
+    set_error(engine, ErrorNumber::Fault, text + "\r\n" + fault.description);
+}
+
+void record_fault(Engine& engine, FaultNumber number, std::string_view procedure) {
+    record_fault(engine, Fault(number, std::string(fault_text(number))), procedure);
+}
+
+Slot& select_slot(Engine& engine, std::int32_t number) {
+    bool const known = number >= 1 && number <= engine.highest_slot();
+    engine.current_slot = known ? number : engine.highest_slot();
+    engine.error.source = engine.current_slot;
+    return engine.slots[static_cast<std::size_t>(engine.current_slot)];
+}
+
+bool ReservedName(Engine& engine, std::string_view name, std::string_view pre_text) {
+    const OpcodeNumber number = function_opcode(engine.opcodes, name);
+    if (number == opcode::none) return false;
+    std::string text(pre_text);
+    text += " ";
+    text += name;
+    text += "(...)";
+    text +=
+        is_user_function(number) ? " has already been reserved as a User Function." : " is a Reserved Name.";
+    set_error(engine, ErrorNumber::ReservedName, std::move(text));
+    return true;
+}
+
+VariableTable::Entry find_variable(Engine& engine, std::string_view name, WhenMissing when_missing) {
+    VariableTable::Entry variable = engine.m_Variables.find(name, engine.name_match());
+    if (variable || when_missing == WhenMissing::Leave) return variable;
+    variable = std::make_shared<qvVariable>(qvVariable{std::string(name), std::int16_t{0}});
+    engine.m_Variables.append(variable);
+    return variable;
+}
+
+void set_variable(Engine& engine, std::string_view name, double value) {
+    const std::int32_t position = engine.m_Variables.position_of(name, engine.name_match());
+    if (position > 0)
+        engine.m_Variables.item(position)->Value = value;
+    else
+        engine.m_Variables.append(std::make_shared<qvVariable>(qvVariable{std::string(name), value}));
+}
+
+void ResetCompiledExpressions(Engine& engine) {
+    engine.slots.clear();
+    engine.slots.resize(1);
+    engine.current_slot = 0;
+}
+
+void ResetVariables(Engine& engine) {
+    engine.m_Variables.clear();
+    engine.NumArrays = 0;
+    engine.arrays.clear();
+    engine.arrays.resize(1);
+}
+
+} // namespace qv::expression

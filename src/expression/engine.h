@@ -1,0 +1,145 @@
+// The whole state of one expression engine as plain data, and how it keeps errors. What works on it lives in
+// the headers of the subjects: compiler, evaluator, arrays, user functions.
+#pragma once
+
+#include "base/fault.h"
+#include "base/variant.h"
+#include "expression/numeric_form.h"
+#include "expression/opcodes.h"
+#include "expression/operand.h"
+#include "expression/variables.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace qv::expression {
+
+constexpr std::size_t max_steps = 300;
+constexpr int max_nesting = 40; ///< entries of the compiler's stacks
+constexpr int max_stack = 40;   ///< entries of the evaluator's stack
+constexpr int max_dimensions = 4;
+
+/// Error codes that callers see in `ErrorCode`.
+enum class ErrorNumber : std::int32_t {
+    None = 0,
+    Syntax = 1,
+    UnknownFunction = 2,
+    UndefinedVariable = 3,
+    UnknownOperator = 4,
+    ArgumentsOrBounds = 5,
+    Domain = 6,
+    TooManyUserFunctions = 8,
+    InvalidDefinition = 9,
+    ReservedName = 10,
+    Fault = 11,
+    InvalidArray = 12,
+};
+
+struct ErrorState {
+    ErrorNumber code = ErrorNumber::None;
+    std::string description;
+    std::int32_t position = 0; ///< in characters, from 1
+    std::int32_t source = 0;   ///< slot, or -k for user function k
+};
+
+/// One step of a postfix program; the operand belongs to `opcode::push` alone.
+struct Step {
+    OpcodeNumber number = opcode::none;
+    Operand operand;
+};
+
+/// A compiled expression. `variables` keeps alive what the steps refer to.
+struct Slot {
+    std::string text;
+    std::vector<Step> steps;
+    std::vector<std::shared_ptr<qvVariable>> variables;
+    std::unique_ptr<NumericForm> numeric;
+};
+
+/// Element (i, j, ...) lies at the place counted with the last index running fastest.
+struct ArrayRecord {
+    std::string name;
+    std::vector<double> values;
+    std::array<std::int16_t, max_dimensions + 1> upper_bounds{}; ///< positions 1 to 4
+    std::int16_t dimensions = 0;
+};
+
+/// The fields that any holder may read and write.
+struct PublicFields {
+    bool CaseSensitiveVariables = false;
+    std::int16_t NumUserFunctions = 0;
+    std::int16_t NumArrays = 0;
+    Variant DefaultValue;
+    bool RaiseErrors = true;
+    bool AutoCreateVariables = true;
+    VariableTable m_Variables;
+};
+
+struct Engine;
+
+struct UserFunctionRecord {
+    std::string definition;
+    std::unique_ptr<Engine> engine; ///< created on first use
+};
+
+struct Engine : PublicFields {
+    OpcodeTable opcodes = new_opcode_table();
+    std::vector<Slot> slots = std::vector<Slot>(1);
+    std::int32_t current_slot = 0;
+    std::vector<ArrayRecord> arrays = std::vector<ArrayRecord>(1); ///< record 0 holds no array
+    std::array<UserFunctionRecord, max_user_functions> user_functions;
+    ErrorState error;
+    std::uint64_t random_state = 0;
+
+    NameMatch name_match() const { return CaseSensitiveVariables ? NameMatch::SameCase : NameMatch::AnyCase; }
+    std::int32_t highest_slot() const { return static_cast<std::int32_t>(slots.size()) - 1; }
+};
+
+/// Sets code and description; position and source stay.
+void set_error(Engine& engine, ErrorNumber code, std::string description);
+/// Records a fault in the procedure of this name as error 11; number 94 is passed over.
+void record_fault(Engine& engine, Fault const& fault, std::string_view procedure);
+void record_fault(Engine& engine, FaultNumber number, std::string_view procedure);
+
+/// Runs `body`; a fault in it ends it and is recorded under the procedure's name. The result is then empty.
+template <class Body>
+auto trapped(Engine& engine, std::string_view procedure, Body body) -> decltype(body()) {
+    try {
+        return body();
+    } catch (...) {
+        record_fault(engine, as_fault(std::current_exception()), procedure);
+    }
+    return decltype(body())();
+}
+
+/// Runs one statement whose fault is passed over.
+template <class Statement>
+void resume_after(Statement statement) {
+    try {
+        statement();
+    } catch (std::exception const&) { // the statement leaves its target as it was
+    }
+}
+
+/// Makes the slot current; one below 1 or above the highest stands for the highest.
+Slot& select_slot(Engine& engine, std::int32_t number);
+
+/// Sets the error when the name is taken by a function, a constant, a user function or "NOT".
+bool ReservedName(Engine& engine, std::string_view name, std::string_view pre_text);
+
+/// The variable of this name, created with a 16-bit 0 when that is asked for and it is missing.
+enum class WhenMissing { Create, Leave };
+VariableTable::Entry find_variable(Engine& engine, std::string_view name, WhenMissing when_missing);
+/// Sets the variable, created when it is missing.
+void set_variable(Engine& engine, std::string_view name, double value);
+
+void ResetCompiledExpressions(Engine& engine);
+void ResetVariables(Engine& engine);
+
+/// The number as error texts show it: at most four decimals, exponent form outside 0.001 to 1,000,000.
+std::string FormatReal(double x);
+
+} // namespace qv::expression

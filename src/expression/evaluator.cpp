@@ -1,0 +1,79 @@
+#include "expression/evaluator.h"
+
+#include "base/text.h"
+#include "expression/evaluation.h"
+#include "expression/mathematics.h"
+
+#include <cmath>
+
+namespace qv::expression {
+namespace {
+
+// The slot to evaluate, or none when there is nothing to do.
+Slot* slot_to_run(Engine& engine, std::int32_t& number) {
+    if (number < 0) number = engine.highest_slot();
+    Slot& slot = select_slot(engine, number);
+    return slot.text.empty() || engine.error.code != ErrorNumber::None ? nullptr : &slot;
+}
+
+Variant number_variant(Kind kind, double value) {
+    if (kind == Kind::Double) return value;
+    if (kind == Kind::Int16) return static_cast<std::int16_t>(value);
+    return static_cast<std::int32_t>(value);
+}
+
+Variant run_program(Engine& engine, Slot const& slot) {
+    Evaluation state{engine};
+    for (Step const& step : slot.steps) {
+        run_step(state, step);
+        if (state.ended) return engine.DefaultValue;
+    }
+    return variant_of(state.top);
+}
+
+Variant trapped_program(Engine& engine, Slot const& slot) {
+    return trapped(engine, "Value", [&] { return run_program(engine, slot); });
+}
+
+// A quoted text, with the quotes that need no doubling if there are such.
+std::string quoted(std::string const& text) {
+    if (text.find('"') == std::string::npos) return '"' + text + '"';
+    if (text.find('\'') == std::string::npos) return '\'' + text + '\'';
+    return '"' + replace_all(text, "\"", "\"\"") + '"';
+}
+
+std::string step_text(Engine const& engine, Step const& step) {
+    if (step.number != opcode::push) return at(engine.opcodes, step.number).name;
+    if (step.operand.kind == Kind::Variable) return step.operand.variable->Name;
+    return step.operand.kind == Kind::Text ? quoted(step.operand.text) : text_in(step.operand);
+}
+
+} // namespace
+
+Variant evaluate(Engine& engine, std::int32_t& number) {
+    Slot const* const slot = slot_to_run(engine, number);
+    if (!slot) return {};
+    if (NumericForm* const form = slot->numeric.get(); form && form->result_kind && load_variables(*form)) {
+        double const value = run(*form);
+        if (mathematics::finite(value)) return number_variant(*form->result_kind, value);
+    }
+    return trapped_program(engine, *slot);
+}
+
+Variant evaluate_generally(Engine& engine, std::int32_t& number) {
+    Slot const* const slot = slot_to_run(engine, number);
+    return slot ? trapped_program(engine, *slot) : Variant();
+}
+
+std::string RPNExpression(Engine& engine) {
+    Slot const& slot = select_slot(engine, engine.current_slot);
+    std::string text;
+    if (slot.text.empty() || engine.error.code != ErrorNumber::None) return text;
+    for (Step const& step : slot.steps) {
+        text += ' ';
+        text += step_text(engine, step);
+    }
+    return text;
+}
+
+} // namespace qv::expression

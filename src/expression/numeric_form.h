@@ -1,0 +1,88 @@
+// The compact form of programs that hold nothing but numbers and numeric variables: straight-line code on
+// doubles. It gives what the general evaluator gives or declines, and the general evaluator then runs.
+//
+// Every operation maps an operand that is not finite to a result that is not finite, and whatever is a
+// fault or an error in the general evaluator gives such a result too. So the code runs without looking, and
+// a result that is not finite means: declined.
+#pragma once
+
+#include "expression/operand.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace qv::expression {
+
+struct Step;
+struct NumericRow;
+struct Instruction;
+
+/// Runs one instruction and, as its last act, the next one; `previous` is the result of the one before.
+using InstructionCode = double (*)(Instruction const* instruction, double* cells, double previous);
+/// Runs one instruction on columns of `block_length` values each.
+using BlockCode = void (*)(Instruction const& instruction, double* columns);
+
+constexpr std::size_t block_length = 128;
+
+/// An operation on cells, or on columns of the same numbers.
+struct Instruction {
+    InstructionCode run = nullptr;
+    BlockCode run_block = nullptr;
+    std::uint16_t target = 0;
+    std::uint16_t first = 0, second = 0, third = 0;
+};
+
+/// A value of the formula: a constant, a variable or the result of an operation on earlier nodes.
+struct NumericNode {
+    NumericRow const* row = nullptr; ///< none for constants and variables
+    std::uint16_t first = 0, second = 0, third = 0;
+};
+
+struct NumericInput {
+    qvVariable const* variable = nullptr;
+    std::uint16_t cell = 0;
+};
+
+struct NumericForm {
+    std::vector<NumericNode> nodes;
+    std::vector<Instruction> code;    ///< the operations in order and a last instruction that returns
+    std::vector<NumericInput> inputs; ///< where variables are loaded
+    std::vector<double> cells;        ///< one a node; constants are there from the start
+    std::uint16_t result = 0;         ///< the node whose value the formula has
+    /// Kind of the result; none when it depends on the values, which only the general evaluator tells.
+    std::optional<Kind> result_kind;
+};
+
+/// The form of a compiled program, or none when the program is not purely numeric, could fault whatever the
+/// values, or has nothing to compute.
+std::unique_ptr<NumericForm> numeric_form(std::span<Step const> steps);
+
+/// Copies a variable into its cell; false when it does not hold a finite double.
+bool load_variable(NumericForm& form, NumericInput const& input);
+bool load_variables(NumericForm& form);
+/// The formula's value for the loaded variables; not finite when declined.
+double run(NumericForm& form);
+
+/// A formula made ready to run over arrays, in columns of `block_length` values, one a node.
+class NumericBlocks {
+public:
+    /// Prepares runs in which `x` varies and every other variable keeps its present value. False when one of
+    /// those does not hold a finite double.
+    bool prepare(NumericForm& form, qvVariable const& x);
+    /// Values for up to `block_length` samples; false when a value is not finite, and `y` then tells which.
+    bool run(std::span<double const> x, std::span<double> y);
+
+private:
+    double* column(std::size_t node) { return columns_.data() + node * block_length; }
+    void load_column(std::span<double const> x);
+
+    NumericForm const* form_ = nullptr;
+    std::vector<Instruction> varying_; // what depends on x, in order
+    std::optional<std::uint16_t> x_cell_;
+    std::vector<double> columns_;
+};
+
+} // namespace qv::expression

@@ -1,0 +1,52 @@
+// The operations of the numeric form: for each opcode the code that runs it on one value and on a block of
+// values, and how the kind of the result follows from the kinds of the operands.
+#pragma once
+
+#include "expression/numeric_form.h"
+#include "expression/opcodes.h"
+
+#include <array>
+
+namespace qv::expression {
+
+/// How the kind of a result follows from the operands.
+enum class KindRule : std::uint8_t {
+    Double, ///< always a double
+    Truth,  ///< 16-bit 0 or 1
+    Sign,   ///< 16-bit -1, 0 or 1
+    Whole,  ///< a 32-bit integer
+    Sum,
+    Difference,
+    Product,
+    Negation, ///< the wider kind, widened when the result does not fit
+    Kept,     ///< the operand's kind
+    Either,   ///< the kind of one of the last two operands
+};
+
+/// Which operands come from the instruction before: bit 0 the first, bit 1 the second.
+constexpr std::size_t operand_sources = 4;
+
+struct NumericRow {
+    OpcodeNumber number = opcode::none;
+    std::uint8_t operands = 0;
+    KindRule rule = KindRule::Double;
+    double (*on_values)(double first, double second, double third) = nullptr;
+    std::array<InstructionCode, operand_sources> on_cells{};
+    BlockCode on_columns = nullptr;
+};
+
+/// The row of an opcode, or none for one that the numeric form does not have.
+NumericRow const* numeric_row(OpcodeNumber number);
+
+/// Rows that stand in for an opcode's own where the operands allow or ask for it.
+extern const NumericRow square_row;           ///< power of 2
+extern const NumericRow integer_product_row;  ///< no negative zero
+extern const NumericRow integer_negation_row; ///< no negative zero
+
+/// Sine and cosine of one operand in one instruction: `target` is the sine's cell, `second` the cosine's.
+extern const NumericRow sine_and_cosine_row;
+/// The end of the code: gives the result of the instruction before, or the first cell.
+double return_previous(Instruction const* instruction, double* cells, double previous);
+double return_cell(Instruction const* instruction, double* cells, double previous);
+
+} // namespace qv::expression

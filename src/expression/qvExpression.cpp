@@ -1,0 +1,195 @@
+#include "expression/qvExpression.h"
+
+#include "base/convert.h"
+#include "base/text.h"
+#include "expression/characters.h"
+#include "expression/compiler.h"
+#include "expression/decimal.h"
+#include "expression/evaluator.h"
+#include "expression/user_functions.h"
+
+#include <algorithm>
+
+namespace qv {
+namespace {
+
+double number_of_variant(Variant const& value) {
+    const expression::Number number = number_in(expression::operand_of(value));
+    if (number.faulted()) raise_fault(FaultNumber::TypeMismatch);
+    return number.value;
+}
+
+// The entry that an index names, halves to even; nothing above the last or below the first.
+std::optional<std::int32_t> entry(double index, std::int32_t last) {
+    if (!(index <= last)) return std::nullopt;
+    return to_i32(index);
+}
+
+// Entries that count from 1 are tried for any index above 0.
+std::optional<std::int32_t> counted_entry(Variant const& index, std::int32_t count) {
+    double const number = number_of_variant(index);
+    return number > 0 ? entry(number, count) : std::nullopt;
+}
+
+} // namespace
+
+NameOrNumber::NameOrNumber(Variant const& value) {
+    const expression::Operand operand = expression::operand_of(value);
+    owned_ = text_in(operand);
+    if (is_number(operand.kind)) number_ = operand.number;
+}
+
+std::optional<double> NameOrNumber::number() const {
+    return number_ ? number_ : expression::numeric_text(text());
+}
+
+void qvExpression::Compile(std::string Expression, std::int16_t& Index) {
+    expression::Compile(*this, std::move(Expression), Index);
+}
+
+void qvExpression::Compile(std::string Expression, std::int16_t const& Index) {
+    std::int16_t index = Index;
+    Compile(std::move(Expression), index);
+}
+
+Variant qvExpression::Value(std::int32_t& ExprIndex) {
+    return expression::evaluate(*this, ExprIndex);
+}
+
+Variant qvExpression::Value(std::int32_t const& ExprIndex) {
+    std::int32_t index = ExprIndex;
+    return expression::evaluate(*this, index);
+}
+
+void qvExpression::ValueOver(std::string_view VarName, std::span<double const> X, std::span<double> Y,
+                             std::int32_t ExprIndex) {
+    auto const variable = find_variable(*this, VarName, expression::WhenMissing::Create);
+    ValueOver(*variable, X, Y, ExprIndex);
+}
+
+void qvExpression::ValueOver(qvVariable& Variable, std::span<double const> X, std::span<double> Y,
+                             std::int32_t ExprIndex) {
+    expression::evaluate_over(*this, Variable, X, Y, ExprIndex);
+}
+
+bool qvExpression::ReservedName(std::string_view Name, std::string_view PreText) {
+    return expression::ReservedName(*this, Name, PreText);
+}
+
+// A number never begins with a letter, which settles nearly every name at once.
+void qvExpression::set_named(std::string_view name, double& value) {
+    if (name.empty() || !expression::is_letter(name.front()))
+        if (auto const number = expression::numeric_text(name)) return void(value = *number);
+    set_variable(*this, name, value);
+}
+
+void qvExpression::Variable(NameOrNumber const& VarName, double& VarValue) {
+    if (auto const number = VarName.number())
+        VarValue = *number;
+    else
+        set_variable(*this, VarName.text(), VarValue);
+}
+
+void qvExpression::Variable(NameOrNumber const& VarName, double const& VarValue) {
+    double value = VarValue;
+    Variable(VarName, value);
+}
+
+void qvExpression::Variable(char const* VarName, double const& VarValue) {
+    double value = VarValue;
+    set_named(VarName, value);
+}
+
+double qvExpression::VariableValue(NameOrNumber const& VarName) {
+    return expression::trapped(*this, "VariableValue", [&] {
+        if (const auto number = VarName.number()) return *number;
+        const auto variable = m_Variables.find(VarName.text(), name_match());
+        return variable ? number_of_variant(variable->Value) : 0.0;
+    });
+}
+
+std::int16_t qvExpression::VariablesCount() {
+    return expression::trapped(*this, "VariablesCount", [&] { return to_i16(m_Variables.size()); });
+}
+
+std::string qvExpression::VariableName(Variant const& Index) {
+    return expression::trapped(*this, "VariableName", [&] {
+        const auto position = counted_entry(Index, m_Variables.size());
+        return position ? m_Variables.item(*position)->Name : std::string();
+    });
+}
+
+void qvExpression::SetArrayValues(NameOrNumber const& VarName, std::uint8_t NumDims, qvArray const& Ary) {
+    expression::SetArrayValues(*this, VarName.text(), NumDims, Ary);
+}
+
+void qvExpression::ArrayValue(std::int16_t Index, Variant const& Value, std::int16_t Dim1, std::int16_t Dim2,
+                              std::int16_t Dim3, std::int16_t Dim4) {
+    expression::trapped(*this, "ArrayValue", [&] {
+        set_array_value(*this, Index, number_of_variant(Value), {Dim1, Dim2, Dim3, Dim4});
+    });
+}
+
+Variant qvExpression::GetArrayValue(std::int16_t Index, std::int16_t Dim1, std::int16_t Dim2,
+                                    std::int16_t Dim3, std::int16_t Dim4) {
+    Variant result = std::int16_t{0};
+    expression::trapped(*this, "GetArrayValue", [&] {
+        result = expression::GetArrayValue(*this, Index, {Dim1, Dim2, Dim3, Dim4});
+    });
+    return result;
+}
+
+void qvExpression::GetArrayDetails(std::string_view Name, std::int16_t& Index, std::int16_t& NumDims,
+                                   std::vector<std::int16_t>& Dims) {
+    Index = static_cast<std::int16_t>(-array_opcode(*this, Name));
+    if (Index == 0) return;
+    expression::ArrayRecord const& record = array_record(*this, Index);
+    NumDims = record.dimensions;
+    Dims.assign(record.upper_bounds.begin(), record.upper_bounds.end());
+}
+
+std::string qvExpression::ArrayName(Variant const& Index) {
+    return expression::trapped(*this, "ArrayName", [&] {
+        const auto number = counted_entry(Index, NumArrays);
+        return number ? array_record(*this, *number).name : std::string();
+    });
+}
+
+std::int32_t qvExpression::NumExpressions() const {
+    bool const used = !slots.front().text.empty() || highest_slot() > 0;
+    return used ? highest_slot() + 1 : 0;
+}
+
+std::string qvExpression::ExpressionText(Variant const& Index) {
+    return expression::trapped(*this, "ExpressionText", [&] {
+        const double number = number_of_variant(Index);
+        const auto slot = number >= 0 ? entry(number, highest_slot()) : std::nullopt;
+        return slot ? at(slots, *slot).text : std::string();
+    });
+}
+
+void qvExpression::UserFunc(std::string& UserFunction) {
+    expression::UserFunc(*this, UserFunction);
+}
+
+void qvExpression::UserFunc(std::string const& UserFunction) {
+    std::string text = UserFunction;
+    expression::UserFunc(*this, text);
+}
+
+std::string qvExpression::UserFuncText(Variant const& Index) {
+    return expression::trapped(*this, "UserFuncText", [&] {
+        const auto number = counted_entry(Index, NumUserFunctions);
+        return number ? at(user_functions, *number - 1).definition : std::string();
+    });
+}
+
+void qvExpression::Reset() {
+    ClearError();
+    CaseSensitiveVariables = false;
+    ResetCompiledExpressions();
+    ResetUserFuncs();
+    ResetVariables();
+}
+
+} // namespace qv
