@@ -195,7 +195,7 @@ void RasterSurface::Polygon(std::span<PixelPoint const> corners) {
     if (state.fill_style == FillStyle::Solid)
         canvas_->filler.fill(canvas_->mask(state, state.FillColor), canvas_->clip, corners, pen.edge);
     CoverageMask& mask = canvas_->mask(state, state.ForeColor);
-    stroke_polyline(mask, canvas_->clip, corners, pen);
+    stroke_polyline(mask, canvas_->clip, corners, pen, canvas_->band);
     stroke_segment(mask, canvas_->clip, {corners.back(), corners.front()}, pen);
     canvas_->finish();
 }
@@ -243,7 +243,8 @@ void RasterSurface::Polyline(std::span<Point const> points) {
     std::ranges::transform(points, places.begin(), [&](Point p) {
         return PixelPoint{p.x / twips_per_pixel_x_, p.y / twips_per_pixel_y_};
     });
-    stroke_polyline(canvas_->mask(state, state.ForeColor), canvas_->clip, places, pen_of(state));
+    stroke_polyline(canvas_->mask(state, state.ForeColor), canvas_->clip, places, pen_of(state),
+                    canvas_->band);
     canvas_->finish();
 }
 

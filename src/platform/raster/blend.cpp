@@ -1,5 +1,6 @@
 #include "platform/raster/blend.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -10,6 +11,14 @@ namespace qv::raster {
 namespace {
 
 constexpr int linear_steps = 4095;
+
+double to_light(double value) {
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+double to_stored(double light) {
+    return light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
+}
 
 // Between stored values (sRGB transfer curve) and light in steps of 1/4095.
 struct LightTables {
@@ -24,13 +33,6 @@ struct LightTables {
             stored[i] = static_cast<std::uint8_t>(
                 std::lround(to_stored(static_cast<double>(i) / linear_steps) * 255));
     }
-
-    static double to_light(double value) {
-        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    }
-    static double to_stored(double light) {
-        return light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
-    }
 };
 
 LightTables const& tables() {
@@ -38,57 +40,19 @@ LightTables const& tables() {
     return instance;
 }
 
-// Mixes one colour into pixels. Neighbouring pixels mostly lie on one background, whose mixtures are kept.
-class LinearMixer {
-public:
-    explicit LinearMixer(std::uint32_t color) : color_(color) {
-        for (std::size_t channel = 0; channel < 3; ++channel)
-            light_[channel] = tables_.light[color >> (8 * channel) & 0xFF];
-    }
-
-    std::uint32_t mix(std::uint32_t below, std::uint32_t coverage) {
-        if (coverage == 255) return color_;
-        if (below != background_ && !becomes_background(below)) return mixture(below, coverage);
-        std::uint32_t& mixed = mixed_[coverage];
-        if (mixed == 0) mixed = mixture(below, coverage);
-        return mixed;
-    }
-
-private:
-    // A value seen once may be the edge of something; only what comes twice in a row is worth a table.
-    bool becomes_background(std::uint32_t below) {
-        if (std::exchange(last_, below) != below) return false;
-        background_ = below;
-        mixed_.fill(0);
-        return true;
-    }
-
-    std::uint32_t mixture(std::uint32_t below, std::uint32_t coverage) const {
-        std::uint32_t result = 0xFF000000U;
-        for (std::size_t channel = 0; channel < 3; ++channel) {
-            const std::uint32_t from = tables_.light[below >> (8 * channel) & 0xFF];
-            const std::uint32_t sum = from * (255 - coverage) + light_[channel] * coverage;
-            result |= static_cast<std::uint32_t>(tables_.stored[(sum + 127) / 255]) << (8 * channel);
-        }
-        return result;
-    }
-
-    LightTables const& tables_ = tables();
-    std::uint32_t color_;
-    std::array<std::uint32_t, 3> light_{};
-    std::uint32_t background_ = 0;
-    std::uint32_t last_ = 0;
-    std::array<std::uint32_t, 256> mixed_{};
-};
-
-// Calls visit(i) for each i with coverage above 0, passing over empty stretches eight at a time.
-template <class Visit>
-void for_each_covered(std::uint8_t const* coverage, int count, Visit visit) {
+// Calls visit(i) for each i with coverage above 0 and visit_full(i) for eight in full, passing over empty
+// stretches eight at a time.
+template <class Visit, class VisitFull>
+void for_each_covered(std::uint8_t const* coverage, int count, Visit visit, VisitFull visit_full) {
     int i = 0;
     for (; i + 8 <= count; i += 8) {
         std::uint64_t eight;
         std::memcpy(&eight, coverage + i, 8);
         if (eight == 0) continue;
+        if (eight == ~std::uint64_t{0}) {
+            visit_full(i);
+            continue;
+        }
         for (int k = i; k < i + 8; ++k)
             if (coverage[k] != 0) visit(k);
     }
@@ -98,13 +62,41 @@ void for_each_covered(std::uint8_t const* coverage, int count, Visit visit) {
 
 } // namespace
 
-void paint_shape_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count, std::uint32_t color) {
-    LinearMixer mixer(color);
-    for_each_covered(coverage, count, [&](int i) { pixels[i] = mixer.mix(pixels[i], coverage[i]); });
+LinearMixer::LinearMixer(std::uint32_t color) : color_(color) {
+    for (std::size_t channel = 0; channel < 3; ++channel)
+        light_[channel] = tables().light[color >> (8 * channel) & 0xFF];
+}
+
+std::uint32_t LinearMixer::mixture(std::uint32_t below, std::uint32_t coverage) const {
+    LightTables const& table = tables();
+    std::uint32_t result = 0xFF000000U;
+    for (std::size_t channel = 0; channel < 3; ++channel) {
+        const std::uint32_t from = table.light[below >> (8 * channel) & 0xFF];
+        const std::uint32_t sum = from * (255 - coverage) + light_[channel] * coverage;
+        result |= static_cast<std::uint32_t>(table.stored[(sum + 127) / 255]) << (8 * channel);
+    }
+    return result;
+}
+
+// A value seen once may be the edge of something; only what comes twice in a row is worth a table.
+bool LinearMixer::becomes_background(std::uint32_t below) {
+    if (std::exchange(last_, below) != below) return false;
+    background_ = below;
+    mixed_.fill(0);
+    return true;
+}
+
+void paint_shape_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count, LinearMixer& mixer) {
+    for_each_covered(
+        coverage, count, [&](int i) { pixels[i] = mixer.mix(pixels[i], coverage[i]); },
+        [&](int i) { std::fill_n(pixels + i, 8, mixer.color()); });
 }
 
 void invert_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count) {
-    for_each_covered(coverage, count, [&](int i) { pixels[i] ^= 0x00FFFFFF; });
+    auto const invert = [&](int i) { pixels[i] ^= 0x00FFFFFF; };
+    for_each_covered(coverage, count, invert, [&](int i) {
+        for (int k = i; k < i + 8; ++k) invert(k);
+    });
 }
 
 } // namespace qv::raster

@@ -1,13 +1,40 @@
 // Blending: how a colour with a coverage of 0 to 255 is laid over pixels.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace qv::raster {
 
-/// Paints pixels with `color` where `coverage` is above 0. Mixes in linear light, so that a line spread over
-/// two pixels is as dark as one that fills a single pixel.
-void paint_shape_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count, std::uint32_t color);
+/// Mixes one colour into pixels, in linear light, so that a line spread over two pixels is as dark as one
+/// that fills a single pixel. Neighbouring pixels mostly lie on one background, whose mixtures are kept.
+class LinearMixer {
+public:
+    explicit LinearMixer(std::uint32_t color);
+    std::uint32_t color() const { return color_; }
+
+    std::uint32_t mix(std::uint32_t below, std::uint32_t coverage) {
+        if (coverage == 255) return color_;
+        if (below != background_ && !becomes_background(below)) return mixture(below, coverage);
+        std::uint32_t& mixed = mixed_[coverage];
+        if (mixed == 0) mixed = mixture(below, coverage);
+        return mixed;
+    }
+
+private:
+    bool becomes_background(std::uint32_t below);
+    std::uint32_t mixture(std::uint32_t below, std::uint32_t coverage) const;
+
+    std::uint32_t color_;
+    std::array<std::uint32_t, 3> light_{};
+    std::uint32_t background_ = 0; // no pixel has this value
+    std::uint32_t last_ = 0;
+    std::array<std::uint32_t, 256> mixed_{}; // of colour and background by coverage; 0 when not yet needed
+};
+
+/// Paints pixels with the mixer's colour where `coverage` is above 0.
+void paint_shape_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count, LinearMixer& mixer);
 
 /// Inverts the pixels where `coverage` is above 0.
 void invert_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count);

@@ -13,6 +13,7 @@ struct RasterSurface::Canvas {
     ShapeLayers layers;
     int open_shapes = 0;
     PolygonFiller filler;
+    ColumnBand band;
     std::vector<PixelPoint> points; // of the polyline or batch at hand, in pixels
 
     /// The mask of the shape in this colour, or of the pixels to invert.

@@ -7,15 +7,12 @@ namespace qv::raster {
 void CoverageMask::resize(int width, int height) {
     width_ = width;
     height_ = height;
+    for (block_shift_ = 5; (width - 1) >> block_shift_ > 63;) ++block_shift_;
     stride_ = width + row_padding;
     bytes_.assign(static_cast<std::size_t>(stride_ * height), 0);
-    touched_.assign(static_cast<std::size_t>(height), untouched());
+    touched_.assign(static_cast<std::size_t>(height), 0);
     top_ = height;
     bottom_ = 0;
-}
-
-void CoverageMask::touch(PixelBox const& box) {
-    for (int y = box.top; y < box.bottom; ++y) touch(y, box.left, box.right);
 }
 
 void CoverageMask::fill(PixelBox const& box) {
@@ -28,8 +25,8 @@ void CoverageMask::fill(PixelBox const& box) {
 void CoverageMask::clear() {
     for_each_touched([this](int y, int left, int right) {
         std::memset(row(y) + left, 0, static_cast<std::size_t>(right - left));
-        touched_[y] = untouched();
     });
+    if (top_ < bottom_) std::fill(touched_.begin() + top_, touched_.begin() + bottom_, 0);
     top_ = height_;
     bottom_ = 0;
 }

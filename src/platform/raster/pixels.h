@@ -49,11 +49,18 @@ inline bool is_finite(PixelPoint point) {
     return std::isfinite(point.x) && std::isfinite(point.y);
 }
 
+/// floor() of what surely fits an int.
+template <class Real>
+int floor_int(Real value) {
+    int const whole = static_cast<int>(value);
+    return whole - (value < static_cast<Real>(whole) ? 1 : 0);
+}
+
 /// The one rounding from positions in pixels to pixels. Far away positions stop at `farthest_pixel`;
 /// not-a-number is that far to the left, where nothing shows.
 inline int whole_pixel(double position) {
     if (std::isnan(position)) return static_cast<int>(-farthest_pixel);
-    return static_cast<int>(std::floor(std::clamp(position, -farthest_pixel, farthest_pixel) + 0.5));
+    return floor_int(std::clamp(position, -farthest_pixel, farthest_pixel) + 0.5);
 }
 
 /// A colour as it stands in the buffer: 0xFFRRGGBB.

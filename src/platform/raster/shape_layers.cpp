@@ -6,11 +6,12 @@ namespace qv::raster {
 namespace {
 
 void paint_mask(CoverageMask& mask, Paint paint, PixelBuffer& target) {
+    LinearMixer mixer(paint.value_or(0));
     mask.for_each_touched([&](int y, int left, int right) {
         std::uint32_t* const pixels = target.row(y) + left;
         std::uint8_t const* const coverage = mask.row(y) + left;
         if (paint)
-            paint_shape_row(pixels, coverage, right - left, *paint);
+            paint_shape_row(pixels, coverage, right - left, mixer);
         else
             invert_row(pixels, coverage, right - left);
     });

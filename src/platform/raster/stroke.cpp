@@ -3,6 +3,11 @@
 #include "platform/raster/whole_line.h"
 
 #include <array>
+#include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace qv::raster {
 namespace {
@@ -29,91 +34,157 @@ DashPattern const* dash_pattern(DrawStyle style) {
                                                                : nullptr;
 }
 
-constexpr int block = 8; // pixels computed at once
+constexpr int block = 4; // pixels computed at once: as many as a thin line crosses in a row
+using Block = std::array<std::uint8_t, block>;
 
-// A line with round ends. Positions are relative to its start, so that single precision is enough.
+// A line with round ends, and a pixel near its start from which positions are counted, so that single
+// precision is enough.
 struct Capsule {
+    int base_x, base_y;
+    float from_x, from_y;   // from the base, pixels
     float along_x, along_y; // unit vector
     float length;
     float reach; // half the width and half a pixel: here coverage ends
-    Edge edge;
 
-    void cover(std::array<std::uint8_t, block>& coverage, float x, float y) const {
+    Capsule(Segment const& segment, double width)
+        : base_x(whole_pixel(segment.from.x)), base_y(whole_pixel(segment.from.y)),
+          from_x(static_cast<float>(segment.from.x - base_x)),
+          from_y(static_cast<float>(segment.from.y - base_y)), reach(static_cast<float>(width / 2 + 0.5)) {
+        double const dx = segment.to.x - segment.from.x, dy = segment.to.y - segment.from.y;
+        double const distance = std::sqrt(dx * dx + dy * dy);
+        length = static_cast<float>(distance);
+        along_x = distance > 0 ? static_cast<float>(dx / distance) : 1;
+        along_y = distance > 0 ? static_cast<float>(dy / distance) : 0;
+    }
+
+    // Coverage of a block of pixels from (x, y), relative to the line's start.
+    void cover(Block& coverage, float x, float y) const {
+#ifdef __SSE2__
+        // Written out: compilers unroll a loop this short instead of using vectors.
+        const __m128 px = _mm_add_ps(_mm_set1_ps(x), _mm_setr_ps(0, 1, 2, 3));
+        const __m128 ux = _mm_set1_ps(along_x), uy = _mm_set1_ps(along_y), py = _mm_set1_ps(y);
+        const __m128 behind = _mm_add_ps(_mm_mul_ps(px, ux), _mm_mul_ps(py, uy));
+        const __m128 t = _mm_min_ps(_mm_max_ps(behind, _mm_setzero_ps()), _mm_set1_ps(length));
+        const __m128 dx = _mm_sub_ps(px, _mm_mul_ps(t, ux)), dy = _mm_sub_ps(py, _mm_mul_ps(t, uy));
+        const __m128 distance = _mm_sqrt_ps(_mm_add_ps(_mm_mul_ps(dx, dx), _mm_mul_ps(dy, dy)));
+        const __m128 inside = _mm_mul_ps(_mm_sub_ps(_mm_set1_ps(reach), distance), _mm_set1_ps(255));
+        // Rounds; the two steps to bytes clamp.
+        const __m128i words =
+            _mm_packs_epi32(_mm_cvtps_epi32(_mm_min_ps(inside, _mm_set1_ps(255))), _mm_setzero_si128());
+        int const bytes = _mm_cvtsi128_si32(_mm_packus_epi16(words, words));
+        std::memcpy(coverage.data(), &bytes, block);
+#else
         for (int k = 0; k < block; ++k) {
             float const px = x + static_cast<float>(k);
-            float const t = std::min(std::max(px * along_x + y * along_y, 0.0F), length);
-            float const dx = px - t * along_x;
-            float const dy = y - t * along_y;
-            float const inside = reach - std::sqrt(dx * dx + dy * dy);
-            float const part = std::min(std::max(inside, 0.0F), 1.0F);
-            coverage[k] = static_cast<std::uint8_t>(static_cast<int>(part * 255.0F + 0.5F));
+            float const t = std::clamp(px * along_x + y * along_y, 0.0F, length);
+            float const dx = px - t * along_x, dy = y - t * along_y;
+            float const part = std::clamp(reach - std::sqrt(dx * dx + dy * dy), 0.0F, 1.0F);
+            coverage[k] = static_cast<std::uint8_t>(part * 255.0F + 0.5F);
         }
-        if (edge == Edge::Whole)
-            for (std::uint8_t& c : coverage) c = c >= 128 ? 255 : 0;
+#endif
     }
 };
 
-// Where in one row a capsule can cover anything, relative to its start.
-struct Reach {
-    float left;
-    float right;
+// The part of each row that a capsule can cover, from its start; y counts from there as well.
+struct RowReach {
+    float left, right; // of the whole capsule
+    float slope = 0;   // of its middle line, across for a row
+    float half = 1e9F; // around the middle line
+
+    explicit RowReach(Capsule const& capsule) {
+        float const end = capsule.length * capsule.along_x;
+        left = std::min(0.0F, end) - capsule.reach;
+        right = std::max(0.0F, end) + capsule.reach;
+        if (std::abs(capsule.along_y) < 1e-4F) return;
+        slope = capsule.along_x / capsule.along_y;
+        half = std::abs(capsule.reach / capsule.along_y);
+    }
+    float first(float y) const { return std::max(left, y * slope - half); }
+    float last(float y) const { return std::min(right, y * slope + half); }
 };
 
-Reach reach_in_row(Capsule const& capsule, float y) {
-    float const end = capsule.length * capsule.along_x;
-    const Reach whole{std::min(0.0F, end) - capsule.reach, std::max(0.0F, end) + capsule.reach};
-    if (std::abs(capsule.along_y) < 1e-4F) return whole;
-    float const middle = y * capsule.along_x / capsule.along_y;
-    float const half = std::abs(capsule.reach / capsule.along_y);
-    return {std::max(whole.left, middle - half), std::min(whole.right, middle + half)};
-}
-
-struct CapsuleStroke {
-    CoverageMask& mask;
-    PixelBox clip;
-    Segment segment;
-    Pen pen;
-    bool flat;
-
-    void draw() const {
-        double const dx = segment.to.x - segment.from.x;
-        double const dy = segment.to.y - segment.from.y;
-        double const length = std::hypot(dx, dy);
-        const Capsule capsule{static_cast<float>(length > 0 ? dx / length : 1),
-                              static_cast<float>(length > 0 ? dy / length : 0), static_cast<float>(length),
-                              static_cast<float>(pen.width / 2 + 0.5), pen.edge};
+class CapsuleStroke {
+public:
+    CapsuleStroke(CoverageMask& mask, PixelBox const& clip, Segment const& segment, Pen const& pen, bool flat)
+        : mask_(mask), clip_(clip), pen_(pen), flat_(flat), capsule_(segment, pen.width), reach_(capsule_) {
         double const reach = pen.width / 2 + 0.5;
-        int const top = std::max(clip.top, whole_pixel(std::min(segment.from.y, segment.to.y) - reach));
-        int const bottom =
-            std::min(clip.bottom, whole_pixel(std::max(segment.from.y, segment.to.y) + reach) + 1);
-        for (int y = top; y < bottom; ++y)
-            if (flat || dash_shows(pen.style, pen.width, y)) draw_row(capsule, y);
+        top_ = std::max(clip.top, floor_int(std::min(segment.from.y, segment.to.y) - reach) + 1);
+        bottom_ = std::min(clip.bottom, floor_int(std::max(segment.from.y, segment.to.y) + reach) + 1);
+    }
+
+    void draw() const { draw_rows(top_, bottom_); }
+
+    // The same with the rows far from both ends drawn in the band, if there are enough of them.
+    void draw_with(ColumnBand& band) const {
+        constexpr int worth_it = 8;
+        float const end_y = capsule_.from_y + capsule_.length * capsule_.along_y;
+        float const margin = capsule_.reach * std::abs(capsule_.along_x) + 1;
+        float const from = std::min(capsule_.from_y, end_y) + margin,
+                    to = std::max(capsule_.from_y, end_y) - margin;
+        int const top = std::max(top_, capsule_.base_y + floor_int(from) + 1);
+        int const bottom = std::min(bottom_, capsule_.base_y + floor_int(to) + 1);
+        if (bottom - top < worth_it || !band.cover(middle(top, bottom))) return draw();
+        draw_rows(top_, top);
+        draw_rows(bottom, bottom_);
     }
 
 private:
-    void draw_row(Capsule const& capsule, int y) const {
-        auto const row_y = static_cast<float>(y - segment.from.y);
-        const Reach reach = reach_in_row(capsule, row_y);
-        int const left = std::max(clip.left, whole_pixel(segment.from.x + reach.left));
-        int const right = std::min(clip.right, whole_pixel(segment.from.x + reach.right) + 1);
-        if (left >= right) return;
-        std::uint8_t* const row = mask.row(y);
-        std::array<std::uint8_t, block> coverage;
-        for (int x = left; x < right; x += block) {
-            capsule.cover(coverage, static_cast<float>(x - segment.from.x), row_y);
-            hide_gaps(coverage, x);
-            for (int k = 0; k < std::min(block, right - x); ++k)
-                row[x + k] = std::max(row[x + k], coverage[k]);
-        }
-        mask.touch(y, left, right);
+    SteepLine middle(int top, int bottom) const {
+        return {capsule_.base_x + static_cast<double>(capsule_.from_x),
+                capsule_.base_y + static_cast<double>(capsule_.from_y),
+                capsule_.along_x,
+                capsule_.along_y,
+                capsule_.reach,
+                top,
+                bottom};
     }
 
-    void hide_gaps(std::array<std::uint8_t, block>& coverage, int x) const {
-        if (!flat || dash_pattern(pen.style) == nullptr) return;
-        for (int k = 0; k < block; ++k)
-            if (!dash_shows(pen.style, pen.width, x + k)) coverage[k] = 0;
+    void draw_rows(int top, int bottom) const {
+        for (int y = top; y < bottom; ++y)
+            if (flat_ || dash_shows(pen_.style, pen_.width, y)) draw_row(y);
     }
+
+    void draw_row(int y) const {
+        float const row_y = static_cast<float>(y - capsule_.base_y) - capsule_.from_y;
+        int const left =
+            std::max(clip_.left, capsule_.base_x + floor_int(capsule_.from_x + reach_.first(row_y)) + 1);
+        int const right =
+            std::min(clip_.right, capsule_.base_x + floor_int(capsule_.from_x + reach_.last(row_y)) + 1);
+        if (left >= right) return;
+        std::uint8_t* const row = mask_.row(y);
+        Block coverage;
+        for (int x = left; x < right; x += block) {
+            capsule_.cover(coverage, static_cast<float>(x - capsule_.base_x) - capsule_.from_x, row_y);
+            if (pen_.style != DrawStyle::Solid || pen_.edge == Edge::Whole) finish(coverage, x);
+            if (x + block <= clip_.right)
+                for (int k = 0; k < block; ++k) row[x + k] = std::max(row[x + k], coverage[k]);
+            else
+                for (int k = 0; k < clip_.right - x; ++k) row[x + k] = std::max(row[x + k], coverage[k]);
+        }
+        mask_.touch(y, left, std::min(clip_.right, left + (right - left + block - 1) / block * block));
+    }
+
+    void finish(Block& coverage, int x) const {
+        for (int k = 0; k < block; ++k) {
+            if (pen_.edge == Edge::Whole) coverage[k] = coverage[k] >= 128 ? 255 : 0;
+            if (flat_ && !dash_shows(pen_.style, pen_.width, x + k)) coverage[k] = 0;
+        }
+    }
+
+    CoverageMask& mask_;
+    PixelBox const& clip_;
+    Pen const& pen_;
+    bool flat_;
+    Capsule capsule_;
+    RowReach reach_;
+    int top_;
+    int bottom_;
 };
+
+bool is_steep(Segment const& segment) {
+    return std::abs(segment.to.y - segment.from.y)
+           >= SteepLine::flattest * std::abs(segment.to.x - segment.from.x);
+}
 
 } // namespace
 
@@ -140,14 +211,26 @@ void stroke_segment(CoverageMask& mask, PixelBox const& clip, Segment const& seg
         return;
     }
     if (auto const visible = clipped_for_pen(segment, clip, pen.width))
-        CapsuleStroke{mask, clip, *visible, pen, flat}.draw();
+        CapsuleStroke(mask, clip, *visible, pen, flat).draw();
 }
 
 void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPoint const> points,
-                     Pen const& pen) {
-    for (std::size_t i = 1; i < points.size(); ++i)
-        if (is_finite(points[i - 1]) && is_finite(points[i]))
-            stroke_segment(mask, clip, {points[i - 1], points[i]}, pen);
+                     Pen const& pen, ColumnBand& band) {
+    bool const plain = pen.edge == Edge::Smooth && dash_pattern(pen.style) == nullptr
+                       && pen.style != DrawStyle::None && pen.width / 2 + 0.5 <= SteepLine::largest_reach;
+    band.begin(mask, clip);
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        if (!is_finite(points[i - 1]) || !is_finite(points[i])) continue;
+        const Segment segment{points[i - 1], points[i]};
+        auto const visible = plain ? clipped_for_pen(segment, clip, pen.width) : std::nullopt;
+        if (!plain)
+            stroke_segment(mask, clip, segment, pen);
+        else if (visible && is_steep(*visible))
+            CapsuleStroke(mask, clip, *visible, pen, false).draw_with(band);
+        else if (visible)
+            CapsuleStroke(mask, clip, *visible, pen, true).draw();
+    }
+    band.flush();
 }
 
 void stroke_snapped(CoverageMask& mask, PixelBox const& clip, PixelBox const& ends, Pen const& pen) {

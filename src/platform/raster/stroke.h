@@ -1,6 +1,7 @@
 // Strokes: segments drawn with a pen into a coverage mask.
 #pragma once
 
+#include "platform/raster/column_band.h"
 #include "platform/raster/coverage_mask.h"
 #include "platform/raster/segment.h"
 #include "render/DrawSurface.h"
@@ -30,9 +31,9 @@ bool dash_shows(DrawStyle style, double width, int coordinate);
 /// line has exactly one pixel for each step along its major axis. Points must be finite.
 void stroke_segment(CoverageMask& mask, PixelBox const& clip, Segment const& segment, Pen const& pen);
 
-/// Connected segments; points that are not finite break the line.
+/// Connected segments; points that are not finite break the line. The band is scratch space.
 void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPoint const> points,
-                     Pen const& pen);
+                     Pen const& pen, ColumnBand& band);
 
 /// An axis-parallel line between two pixels, both included, or a dot of the pen: whole pixels, square ends.
 void stroke_snapped(CoverageMask& mask, PixelBox const& clip, PixelBox const& ends, Pen const& pen);

@@ -17,6 +17,18 @@ int reach_of(Symbol const& symbol) {
         std::ceil(1.5 * std::max(symbol.half_width, symbol.half_height) + symbol.pen.width / 2 + 2));
 }
 
+// Whether the symbol lies on whole pixels wherever its centre is.
+bool is_snapped(Symbol const& symbol) {
+    switch (symbol.shape) {
+    case SymbolShape::Square:
+    case SymbolShape::WideRectangle:
+    case SymbolShape::TallRectangle:
+    case SymbolShape::Plus: return true;
+    case SymbolShape::Dot: return symbol.pen.edge == Edge::Whole || symbol.pen.width <= 1;
+    default: return symbol.pen.edge == Edge::Whole;
+    }
+}
+
 struct SymbolPainter {
     CoverageMask& mask;
     PixelBox clip;
@@ -29,28 +41,38 @@ struct SymbolPainter {
     }
     void outline(std::span<PixelPoint const> corners) const {
         filler.fill(mask, clip, corners, symbol.pen.edge);
-        stroke_polyline(mask, clip, corners, symbol.pen);
-        stroke_segment(mask, clip, {corners.back(), corners.front()}, symbol.pen);
+        for (std::size_t i = 0; i < corners.size(); ++i)
+            line(corners[i], corners[i + 1 < corners.size() ? i + 1 : 0]);
     }
     void oval() const {
         fill_oval(mask, clip, {centre, symbol.half_width, symbol.half_height}, symbol.pen.edge);
         stroke_oval(mask, clip, {centre, symbol.half_width, symbol.half_height}, symbol.pen);
     }
-    // Without a stroke, whose round ends would round the corners.
+    // On whole pixels, as boxes and upright lines are everywhere.
+    PixelBox snapped(double wide, double tall) const {
+        const PixelPoint first = at(-wide, -tall), last = at(wide, tall);
+        return {whole_pixel(first.x), whole_pixel(first.y), whole_pixel(last.x) + 1, whole_pixel(last.y) + 1};
+    }
     void rectangle(double wide, double tall) const {
-        double const extra = symbol.pen.width / 2;
-        double const w = symbol.half_width * wide + extra, h = symbol.half_height * tall + extra;
-        const std::array corners{
-            PixelPoint{centre.x - w, centre.y - h}, PixelPoint{centre.x + w, centre.y - h},
-            PixelPoint{centre.x + w, centre.y + h}, PixelPoint{centre.x - w, centre.y + h}};
-        filler.fill(mask, clip, corners, symbol.pen.edge);
+        const PixelBox box = snapped(wide, tall);
+        int const width = static_cast<int>(symbol.pen.width);
+        mask.fill(intersection({box.left - width / 2, box.top - width / 2, box.right - width / 2 + width - 1,
+                                box.bottom - width / 2 + width - 1},
+                               clip));
+    }
+    void plus() const {
+        stroke_snapped(mask, clip, snapped(1, 0), symbol.pen);
+        stroke_snapped(mask, clip, snapped(0, 1), symbol.pen);
     }
     void triangle(double direction) const {
         outline(std::array{at(0, -1.5 * direction), at(-1, direction / 2), at(1, direction / 2)});
     }
     void dot() const {
         double const radius = symbol.pen.width / 2;
-        fill_oval(mask, clip, {centre, radius, radius}, symbol.pen.edge);
+        if (radius < 1)
+            mask.fill(intersection(snapped(0, 0), clip));
+        else
+            fill_oval(mask, clip, {centre, radius, radius}, symbol.pen.edge);
     }
     void line(PixelPoint from, PixelPoint to) const { stroke_segment(mask, clip, {from, to}, symbol.pen); }
 };
@@ -82,8 +104,7 @@ Sprite make_sprite(Symbol const& symbol, PixelPoint phase, PolygonFiller& filler
 class Stamper {
 public:
     Stamper(CoverageMask& mask, PixelBox const& clip, Symbol const& symbol, PolygonFiller& filler)
-        : mask_(mask), clip_(clip), symbol_(symbol), filler_(filler),
-          phases_(symbol.pen.edge == Edge::Smooth ? 4 : 1) {}
+        : mask_(mask), clip_(clip), symbol_(symbol), filler_(filler), phases_(is_snapped(symbol) ? 1 : 4) {}
 
     void stamp(PixelPoint centre) {
         double const scaled_x = std::floor(centre.x * phases_ + 0.5),
@@ -119,8 +140,8 @@ private:
             std::uint8_t* const to = mask_.row(y) + box.left;
             for (int i = 0; i < sprite.stride; i += block, from += block)
                 for (int k = 0; k < block; ++k) to[i + k] = std::max(to[i + k], from[k]);
-            mask_.touch(y, box.left, box.right);
         }
+        mask_.touch(box);
     }
 
     void stamp_cut(Sprite const& sprite, PixelBox const& box) {
@@ -158,10 +179,7 @@ void draw_symbol(CoverageMask& mask, PixelBox const& clip, Symbol const& symbol,
     case SymbolShape::TriangleDown: painter.triangle(-1); break;
     case SymbolShape::WideRectangle: painter.rectangle(1.3, 1 / 1.3); break;
     case SymbolShape::TallRectangle: painter.rectangle(1 / 1.3, 1.3); break;
-    case SymbolShape::Plus:
-        painter.line(painter.at(-1, 0), painter.at(1, 0));
-        painter.line(painter.at(0, -1), painter.at(0, 1));
-        break;
+    case SymbolShape::Plus: painter.plus(); break;
     case SymbolShape::Cross:
         painter.line(painter.at(-1, -1), painter.at(1, 1));
         painter.line(painter.at(-1, 1), painter.at(1, -1));

@@ -50,7 +50,7 @@ FT_Matrix turned(GlyphStyle const& style) {
             in_16_16(std::cos(angle))};
 }
 
-// An upright frame as large as a capital letter, one twelfth of an em thick.
+// An upright frame as large as a capital letter, a sixteenth of an em thick.
 struct MissingGlyphFrame {
     std::array<FT_Vector, 8> points;
     std::array<char, 8> tags;
@@ -60,7 +60,7 @@ struct MissingGlyphFrame {
         tags.fill(FT_CURVE_TAG_ON);
         double const left = advance * 0.12, right = advance * 0.88;
         double const top = em_height * 0.7;
-        double const thick_x = std::max(1.0, em_width / 12), thick_y = std::max(1.0, em_height / 12);
+        double const thick_x = std::max(1.0, em_width / 16), thick_y = std::max(1.0, em_height / 16);
         auto const corner = [](double x, double y) { return FT_Vector{in_64ths(x), in_64ths(y)}; };
         points = {corner(left, 0), corner(left, top), corner(right, top), corner(right, 0),
                   // The other way round, so that it is cut out.
