@@ -32,7 +32,7 @@ Track y_track(Graph const& graph, Axis const& axis) {
 
 AxisMap map_along(Track const& track, Axis const& axis) {
     double const near_end = static_cast<double>(track.frame) + static_cast<double>(track.border);
-    double const length = track.mirrored ? -track.length : track.length;
+    double const length = track.mirrored ? -static_cast<double>(track.length) : track.length;
     AxisMap map;
     map.is_log = axis.AxisLog;
     map.start = track.mirrored ? near_end + track.length : near_end;
@@ -43,7 +43,6 @@ AxisMap map_along(Track const& track, Axis const& axis) {
     if (span == 0 || !std::isfinite(span) || !std::isfinite(length / span)) return map;
     map.valid = true;
     map.factor = length / span;
-    map.offset = map.start - map.factor * map.origin;
     return map;
 }
 

@@ -11,22 +11,20 @@ namespace qv::scale {
 /// Lays out the current graph's frame and the position of its legend.
 void CalcBorders(graph::ControlState& state);
 
-/// The straight line from a value on the axis's own scale to a page position: position = offset + factor *
-/// scale(value), where scale is ln on a logarithmic axis. What PosX and PosY compute, ready for loops.
+/// The straight line from a value on the axis's own scale (ln on a logarithmic axis) to a page position in
+/// twips. What PosX and PosY compute, ready for loops.
 struct AxisMap {
-    double offset = 0; // position of scale 0
+    double start = 0; // position of AxisValue1
+    double origin =
+        0; // AxisValue1 on the scale: reckoned from there, narrow ranges of large values stay exact
     double factor = 0; // twips a unit of the scale
     bool is_log = false;
     bool valid = false;  // false: no value can be mapped (empty range, or a logarithmic one not positive)
     double off_page = 0; // where a value lands that cannot be mapped, one that is not a number included
-    double origin = 0;   // AxisValue1 on the scale
-    double start = 0;    // its position
     double limit = std::numeric_limits<double>::infinity(); // a position beyond it becomes beyond_limit
 
     static constexpr double beyond_limit = 10000;
 
-    /// Reckoned from the axis's own start: `offset` is far away, and inexact, where a range is narrow
-    /// against its values.
     double operator()(double value) const {
         if (!valid || (is_log && !(value > 0))) return off_page;
         double const position = start + factor * ((is_log ? std::log(value) : value) - origin);
@@ -36,7 +34,8 @@ struct AxisMap {
 
     /// The value at a position; not a number when the map is not valid.
     double value_at(double position) const {
-        double const scaled = origin + (position - start) / (valid ? factor : std::nan(""));
+        if (!valid) return std::numeric_limits<double>::quiet_NaN();
+        double const scaled = origin + (position - start) / factor;
         return is_log ? std::exp(scaled) : scaled;
     }
 };

@@ -16,6 +16,10 @@ namespace {
 constexpr double largest = std::numeric_limits<double>::max();
 constexpr double smallest = std::numeric_limits<double>::denorm_min();
 
+struct Ends {
+    double low, high;
+};
+
 AxisRange scaled(double low, double high, bool is_log = false) {
     AxisRange range{.low = low, .high = high, .is_log = is_log};
     auto_scale(range);
@@ -134,33 +138,33 @@ TEST_CASE("the ends of the number line end in a range or a fault") {
     double const not_a_number = std::nan(""), infinity = HUGE_VAL;
     Fixture control;
     for (bool const is_log : {false, true}) {
-        for (auto const& [low, high] : {std::pair(not_a_number, 1.0),
-                                        {0.0, not_a_number},
-                                        {0.0, infinity},
-                                        {-infinity, infinity},
-                                        {-largest, largest},
-                                        {largest, largest}}) {
-            CAPTURE(low);
-            CAPTURE(high);
-            AxisRange range{.low = low, .high = high, .major_divs = 7, .is_log = is_log};
-            control.faults.sources.clear();
+        for (Ends const& ends : {Ends{not_a_number, 1.0},
+                                 {0.0, not_a_number},
+                                 {0.0, infinity},
+                                 {-infinity, infinity},
+                                 {-largest, largest},
+                                 {largest, largest}}) {
+            CAPTURE(ends.low);
+            CAPTURE(ends.high);
+            AxisRange range{.low = ends.low, .high = ends.high, .major_divs = 7, .is_log = is_log};
+            control.errors().clear();
             AutoScale(control.state, range);
-            REQUIRE(control.faults.sources.size() == 1);
-            CHECK(control.faults.sources[0] == "Error 6 has occured in qvGraph.ocx, AutoScale");
+            REQUIRE(control.errors().size() == 1);
+            CHECK(control.errors()[0] == "Error 6 has occured in qvGraph.ocx, AutoScale: Overflow");
             CHECK(range.major_divs == 7);
         }
-        for (auto const& [low, high] : {std::pair(smallest, smallest),
-                                        {0.0, smallest},
-                                        {smallest, 2 * smallest},
-                                        {1e-310, 3e-310},
-                                        {1e15, std::nextafter(1e15, infinity)},
-                                        {1.0, std::nextafter(1.0, 2.0)},
-                                        {smallest, 1e300}}) {
-            CAPTURE(low);
-            CAPTURE(high);
-            const AxisRange range = scaled(low, high, is_log);
-            CHECK(range.low <= low);
-            CHECK(range.high >= high);
+        for (Ends const& ends : {Ends{smallest, smallest},
+                                 {0.0, smallest},
+                                 {smallest, 2 * smallest},
+                                 {1e-310, 3e-310},
+                                 {1e15, std::nextafter(1e15, infinity)},
+                                 {1.0, std::nextafter(1.0, 2.0)},
+                                 {smallest, 1e300}}) {
+            CAPTURE(ends.low);
+            CAPTURE(ends.high);
+            const AxisRange range = scaled(ends.low, ends.high, is_log);
+            CHECK(range.low <= ends.low);
+            CHECK(range.high >= ends.high);
             CHECK(range.high > range.low);
             CHECK(range.major_divs >= 1);
         }

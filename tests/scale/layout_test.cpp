@@ -53,11 +53,11 @@ TEST_CASE("frame positions round halves to even and overflow is reported") {
     control.graph().LegendTableLeft = 0;
     CalcBorders(control.state); // the right edge is beyond 32 bits
     CHECK(control.graph().LegendLeft == 2000000000);
-    CHECK(control.faults.sources.empty());
+    CHECK(control.errors().empty());
     control.graph().GraphLeft = 2;
     CalcBorders(control.state);
-    REQUIRE(control.faults.sources.size() == 1);
-    CHECK(control.faults.sources[0] == "Error 6 has occured in qvGraph.ocx, CalcBorders");
+    REQUIRE(control.errors().size() == 1);
+    CHECK(control.errors()[0] == "Error 6 has occured in qvGraph.ocx, CalcBorders: Overflow");
 }
 
 TEST_CASE("the full range follows the range mode of the selected axis") {
@@ -80,11 +80,11 @@ TEST_CASE("a graph is zoomed when either selected axis shows less than its full 
     Fixture control;
     SetScrollBarsVisibility(control.state);
     CHECK_FALSE(control.state.Zoomed);
-    control.y_axis().ScaleMax = 1e-300;
+    control.y_axis().ScaleMax = std::nextafter(10, 11);
     SetScrollBarsVisibility(control.state);
     CHECK(control.state.Zoomed);
     control.graph().Axes.push_back(control.x_axis());
-    control.graph().Axes[1].ScaleMax = 0;
+    control.graph().Axes[1].ScaleMax = 10;
     control.graph().Axes[2].ScaleMax = 1; // not selected
     SetScrollBarsVisibility(control.state);
     CHECK_FALSE(control.state.Zoomed);
@@ -92,7 +92,7 @@ TEST_CASE("a graph is zoomed when either selected axis shows less than its full 
     control.state.Graphs.clear();
     SetScrollBarsVisibility(control.state);
     CHECK_FALSE(control.state.Zoomed);
-    CHECK(control.faults.sources.size() == 1);
+    CHECK(control.errors().size() == 1);
 }
 
 TEST_CASE("a logarithm that does not exist is reported and counts as zero") {
@@ -100,7 +100,8 @@ TEST_CASE("a logarithm that does not exist is reported and counts as zero") {
     CHECK(xxLog(control.state, -1, true) == 0);
     CHECK(xxExp(control.state, 1e6, true) == 0);
     CHECK(xxExp(control.state, 2, false) == 2);
-    REQUIRE(control.faults.sources.size() == 2);
-    CHECK(control.faults.sources[0] == "Error 5 has occured in qvGraph.ocx, xxLog");
-    CHECK(control.faults.sources[1] == "Error 6 has occured in qvGraph.ocx, xxExp");
+    REQUIRE(control.errors().size() == 2);
+    CHECK(control.errors()[0]
+          == "Error 5 has occured in qvGraph.ocx, xxLog: Invalid procedure call or argument");
+    CHECK(control.errors()[1] == "Error 6 has occured in qvGraph.ocx, xxExp: Overflow");
 }
