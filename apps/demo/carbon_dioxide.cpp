@@ -37,23 +37,32 @@ Series read_series(std::filesystem::path const& file) {
     return series;
 }
 
-void style_axis(qvGraph& page, char const* title) {
+struct AxisPlan {
+    const char* title;
+    double low, high;
+    std::int16_t divisions;
+    std::int32_t label_shift; // millimetres; negative is away from the axis
+};
+
+void style_axis(qvGraph& page, AxisPlan const& plan) {
+    page.AxisScaleStyle({.Value1 = plan.low, .Value2 = plan.high, .MajorDivs = plan.divisions, .MinorDivs = 2});
     page.AxisStyle({.LineColor = ink});
-    page.AxisTitleStyle({.Title = title, .Font = "Font=Arial|11", .FontColor = ink});
-    page.AxisLabelStyle({.Font = "Font=Arial|10", .FontColor = ink, .Shift = -1});
+    page.AxisTitleStyle({.Title = plan.title, .Font = "Font=Arial|11", .FontColor = ink, .Shift = -2});
+    page.AxisLabelStyle({.Font = "Font=Arial|10", .FontColor = ink, .Shift = plan.label_shift});
     page.AxisGridStyle({.MajorGridColor = grid, .MinorGridShow = false});
+    page.AxisTickStyle({.Length = 1.5F});
 }
 
 void style_graph(qvGraph& page) {
     page.PageColors({.Color1 = white});
-    page.BorderStyle({.Color1 = white, .Left = 22, .Top = 20, .Right = 10, .Bottom = 20});
+    page.BorderStyle({.Color1 = white, .Left = 24, .Top = 20, .Right = 12, .Bottom = 20});
     page.BorderEdgeThickness(0);
     page.PlotAreaColors({.Color1 = white});
     page.GraphTitleStyle({.Font = "Font=Arial|16|Bold", .FontColor = ink, .VerticalShift = 3});
     page.SetSelectedAxis(0);
-    style_axis(page, "Year");
+    style_axis(page, {"Year", 1955, 2025, 7, -2});
     page.SetSelectedAxis(1);
-    style_axis(page, "CO\u2082 in dry air (ppm)");
+    style_axis(page, {"CO\u2082 in dry air (ppm)", 300, 420, 6, -1});
 }
 
 struct LineStyle {
@@ -83,11 +92,11 @@ void draw_carbon_dioxide(qvGraph& page, std::filesystem::path const& data) {
     page.Reset();
     page.NewGraph("Carbon dioxide at Mauna Loa, 1958 to 2020");
     add_line(page, series.years, series.monthly, {"monthly mean", monthly_color, 1});
-    add_note(page, "monthly mean", {53, 39}, rgb(70, 120, 175));
+    add_note(page, "monthly mean", {23, 32}, rgb(70, 120, 175));
     add_line(page, series.years, series.adjusted, {"seasonal cycle removed", adjusted_color, 2});
-    add_note(page, "seasonal cycle removed", {62, 59}, adjusted_color);
+    add_note(page, "seasonal cycle removed", {64, 50}, adjusted_color);
     page.NewDataSet("source", false);
-    add_note(page, "Data: Scripps CO\u2082 Program, Mauna Loa Observatory (CC BY 4.0)", {2, 96}, faint_ink);
+    add_note(page, "Data: Scripps CO\u2082 Program, Mauna Loa Observatory (CC BY 4.0)", {2, 95.5}, faint_ink);
     style_graph(page);
     page.Refresh();
 }

@@ -79,15 +79,11 @@ void draw_bar(Plotting& plotting, DataSet const& set, DataPointValues values) {
     ++stack.position;
 }
 
-// Symbols that are nothing but one shape in one colour can go to the surface as a batch.
-bool is_plain_batch(Graph const& graph, DataSet const& set) {
-    if (!symbol_shape(set.DataSymbol) || set.DataSymbolFill.Transparent) return false;
-    if (set.DataSymbolFill.EdgeThickness > 0) return false;
-    for (PointBlock const& block : set.points.blocks()) {
-        if (set.ShowErrorBar && !block.e().empty()) return false;
-        if (graph.ShowDataID && block.has_data_ids()) return false;
-    }
-    return true;
+// Error bars and texts belong to single points.
+bool has_single_marks(Graph const& graph, DataSet const& set) {
+    return std::ranges::any_of(set.points.blocks(), [&](PointBlock const& block) {
+        return (set.ShowErrorBar && !block.e().empty()) || (graph.ShowDataID && block.has_data_ids());
+    });
 }
 
 void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
@@ -110,7 +106,6 @@ void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
                 centres.push_back(whole_twips({x_map(x[i]), y_map(y[i])}));
         surface.Symbols({*symbol_shape(set.DataSymbol), set.DataSymbolSize, centres});
     }
-    plotting.state.PointCounter += static_cast<std::int32_t>(set.points.size());
     surface.state.fill_style = FillStyle::Transparent;
 }
 
@@ -133,7 +128,11 @@ void draw_each_symbol(Plotting& plotting, DataSet const& set, std::int16_t index
 void draw_symbols(Plotting& plotting, DataSet const& set, std::int16_t index) {
     plotting.state.PointCounter = 0;
     plotting.bars.position = 0;
-    if (is_plain_batch(plotting.graph, set))
+    if (set.DataSymbol == symbol_bar || has_single_marks(plotting.graph, set))
+        return draw_each_symbol(plotting, set, index);
+    if (set.DataSymbol == symbol_none || set.DataSymbolFill.Transparent) return;
+    // Symbols of one shape and one colour, without an edge, go to the surface as a batch.
+    if (symbol_shape(set.DataSymbol) && set.DataSymbolFill.EdgeThickness == 0)
         draw_symbol_batch(plotting, set);
     else
         draw_each_symbol(plotting, set, index);

@@ -3,6 +3,7 @@
 
 #include "graph/qvGraph.h"
 #include "host/Host.h"
+#include "platform/raster/FontLibrary.h"
 #include "platform/raster/RasterSurface.h"
 
 #include <filesystem>
