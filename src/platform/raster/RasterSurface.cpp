@@ -71,6 +71,8 @@ RasterSurface::RasterSurface(double twips_per_pixel_x, double twips_per_pixel_y,
 }
 
 RasterSurface::~RasterSurface() = default;
+RasterSurface::RasterSurface(RasterSurface&&) noexcept = default;
+RasterSurface& RasterSurface::operator=(RasterSurface&&) noexcept = default;
 
 void RasterSurface::set_twips_per_pixel(double x, double y) {
     if (!(x > 0 && y > 0 && std::isfinite(x) && std::isfinite(y)))

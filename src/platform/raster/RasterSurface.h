@@ -14,6 +14,8 @@ public:
     /// One white pixel, to be resized with `Move`. Twips per pixel: any positive numbers, else fault 5.
     RasterSurface(double twips_per_pixel_x, double twips_per_pixel_y, std::shared_ptr<FontLibrary> fonts);
     ~RasterSurface() override;
+    RasterSurface(RasterSurface&&) noexcept;
+    RasterSurface& operator=(RasterSurface&&) noexcept;
 
     /// For a window that moves to another screen. The pixels stay; what is drawn later has the new scale.
     void set_twips_per_pixel(double x, double y);
