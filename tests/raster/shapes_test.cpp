@@ -202,9 +202,11 @@ TEST_CASE("a batch of symbols shows what drawing each shows") {
                 surface->state.Smooth = smooth;
                 surface->state.fill_style = FillStyle::Solid;
             }
-            // On whole and quarter pixels, where sprites stand exactly, and cut by every edge.
-            const std::vector<Point> centres{at(20, 20), at(40.25, 20.5), at(22, 21),
-                                             at(0, 40),  at(79, 2),       at(50, 79)};
+            // On pixels and, when smooth, quarters of them, where sprites stand exactly, and cut by every
+            // edge.
+            const std::vector<Point> centres{at(20, 20), at(smooth ? 40.25 : 40, smooth ? 20.5 : 21),
+                                             at(22, 21), at(0, 40),
+                                             at(79, 2),  at(50, 79)};
             batch.Symbols({shape, 70, centres});
             {
                 const ShapeScope scope(single);
