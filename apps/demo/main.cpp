@@ -1,5 +1,5 @@
 // qvdemo: draws real measurements on a page and writes it as a PNG file.
-#include "demo/carbon_dioxide.h"
+#include "demo/climate_page.h"
 #include "platform/headless/HeadlessHost.h"
 #include "table/csv_table.h"
 
@@ -26,9 +26,9 @@ int draw(std::filesystem::path const& data, std::filesystem::path const& folder)
     qv::headless::HeadlessHost host({1200, 800});
     ErrorPrinter errors;
     host.control().set_events(&errors);
-    qv::demo::draw_carbon_dioxide(host.control(), data);
+    qv::demo::draw_climate_page(host.control(), data);
     std::filesystem::create_directories(folder);
-    auto const file = folder / "carbon-dioxide.png";
+    auto const file = folder / "climate.png";
     host.save_png(file);
     std::cout << "wrote " << file.string() << "\n";
     return errors.any ? failed : 0;

@@ -1,0 +1,130 @@
+#include "demo/climate_page.h"
+
+#include "demo/theme.h"
+#include "table/csv_table.h"
+#include "table/dates.h"
+
+#include <chrono>
+#include <vector>
+
+namespace qv::demo {
+namespace {
+
+using table::CsvTable;
+
+constexpr char const* months = "Jan,Feb,Mar,Apr,May,Jun,Jul,Aug,Sep,Oct,Nov,Dec";
+
+struct Columns {
+    std::vector<double> x;
+    std::vector<std::vector<double>> y;
+};
+
+// Columns of numbers over a column of dates that `place` turns into x, for the rows whose date it accepts.
+Columns read_dated(CsvTable const& csv, std::string_view date, std::vector<std::string_view> const& values,
+                   std::string_view prefix, double (*place)(double days)) {
+    Columns columns;
+    columns.y.resize(values.size());
+    const std::size_t date_column = csv.column(date);
+    for (std::size_t row = 0; row < csv.rows(); ++row) {
+        const std::string_view text = csv.field(row, date_column);
+        if (!text.starts_with(prefix)) continue;
+        auto const days = table::iso_date(text);
+        if (!days) csv.fail(row, date_column, "a date such as 1958-03-01");
+        columns.x.push_back(place(*days));
+        for (std::size_t i = 0; i < values.size(); ++i)
+            columns.y[i].push_back(table::number_at(csv, row, csv.column(values[i])));
+    }
+    return columns;
+}
+
+void draw_carbon_dioxide(qvGraph& page, std::filesystem::path const& data) {
+    const Columns series = read_dated(CsvTable(data / "co2-concentration.csv"), "Date",
+                                      {"CO2", "adjusted CO2"}, "", table::decimal_year);
+    start_panel(page, {"Carbon dioxide at Mauna Loa", 0, 0, 50, 50});
+    page.SelectXaxis();
+    plan_axis(page, {"", 1955, 2025, 7, ink, false, -3});
+    page.SelectYaxis();
+    plan_axis(page, {"CO\u2082 in dry air (ppm)", 300, 420, 6});
+    add_line(page, series.x, series.y[0], light_blue, 1);
+    add_line(page, series.x, series.y[1], red, 2);
+    add_note(page, "Data: Scripps CO\u2082 Program (CC BY 4.0)", {3, 94}, faint_ink);
+    add_note(page, "monthly mean", {22, 36}, blue);
+    add_note(page, "seasonal cycle removed", {62, 44}, red);
+}
+
+void draw_anomalies(qvGraph& page, std::filesystem::path const& data) {
+    const CsvTable csv(data / "global-temp.csv");
+    struct {
+        std::vector<double> years, degrees;
+    } warm, cold;
+    for (std::size_t row = 0; row < csv.rows(); ++row) {
+        double const degrees = table::number_at(csv, row, csv.column("temp"));
+        auto& side = degrees < 0 ? cold : warm;
+        side.years.push_back(table::number_at(csv, row, csv.column("year")));
+        side.degrees.push_back(degrees);
+    }
+    start_panel(page, {"Global temperature against 1951 to 1980", 50, 0, 50, 50});
+    page.SelectXaxis();
+    plan_axis(page, {"", 1870, 2030, 8, ink, false, -3});
+    page.SelectYaxis();
+    plan_axis(page, {"Anomaly (\u00b0C)", -0.6, 1.2, 6});
+    add_bars(page, cold.years, cold.degrees, blue, 0.3F);
+    add_bars(page, warm.years, warm.degrees, red, 0.3F);
+    add_note(page, "Data: NASA GISS", {3, 94}, faint_ink);
+}
+
+// Months of the year as numbers, the day as a share of its month: 0 is 1 January, 1.5 mid February.
+double month_of_year(double days) {
+    using namespace std::chrono;
+    const sys_days date = sys_days{year{1899} / December / 30} + std::chrono::days{static_cast<int>(days)};
+    const year_month_day day{date};
+    double const length = static_cast<unsigned>(year_month_day_last{day.year() / day.month() / last}.day());
+    return static_cast<unsigned>(day.month()) - 1.0
+           + (static_cast<unsigned>(day.day()) - 1.0 + days - static_cast<int>(days)) / length;
+}
+
+void draw_seattle(qvGraph& page, std::filesystem::path const& data) {
+    const Columns year = read_dated(CsvTable(data / "seattle-weather.csv"), "date",
+                                    {"precipitation", "temp_max", "temp_min"}, "2015-", month_of_year);
+    start_panel(page, {"Seattle 2015: temperature and rain", 0, 50, 50, 50, 18});
+    page.SelectXaxis();
+    plan_axis(page, {"", 0, 12, 12, ink, false, -3, months});
+    page.SelectYaxis();
+    plan_axis(page, {"Daily high and low (\u00b0C)", -10, 40, 5});
+    page.NewYAxis("rain");
+    page.SelectYaxis(2);
+    plan_axis(page, {"Rain (mm)", 0, 100, 5, blue, true});
+    add_bars(page, year.x, year.y[0], light_blue, 0.32F);
+    page.SelectYaxis(1);
+    add_line(page, year.x, year.y[1], red, 1);
+    add_line(page, year.x, year.y[2], orange, 1);
+    add_note(page, "Data: NOAA NCDC", {3, 94}, faint_ink);
+    add_note(page, "high", {43, 91}, red);
+    add_note(page, "low", {49, 34}, orange);
+}
+
+void draw_hourly_normals(qvGraph& page, std::filesystem::path const& data) {
+    const Columns hours = read_dated(CsvTable(data / "seattle-weather-hourly-normals.csv"), "date",
+                                     {"temperature"}, "", month_of_year);
+    start_panel(page, {"Seattle: normal temperature of each hour", 50, 50, 50, 50});
+    page.SelectXaxis();
+    plan_axis(page, {"", 0, 12, 12, ink, false, -3, months});
+    page.SelectYaxis();
+    plan_axis(page, {"Temperature (\u00b0C)", 0, 30, 6});
+    add_dots(page, hours.x, hours.y[0], teal, 0.5F);
+    add_note(page, "Data: NOAA climate normals 1981 to 2010", {3, 94}, faint_ink);
+}
+
+} // namespace
+
+void draw_climate_page(qvGraph& page, std::filesystem::path const& data) {
+    page.Reset();
+    draw_carbon_dioxide(page, data);
+    draw_anomalies(page, data);
+    draw_seattle(page, data);
+    draw_hourly_normals(page, data);
+    page.PageColors({.Color1 = white});
+    page.Refresh();
+}
+
+} // namespace qv::demo
