@@ -62,25 +62,27 @@ void for_each_covered(std::uint8_t const* coverage, int count, Visit visit, Visi
 
 } // namespace
 
-LinearMixer::LinearMixer(std::uint32_t color) : color_(color) {
+LinearMixer::LinearMixer(std::uint32_t color)
+    : color_(color), to_light_(tables().light.data()), to_stored_(tables().stored.data()) {
     for (std::size_t channel = 0; channel < 3; ++channel)
-        light_[channel] = tables().light[color >> (8 * channel) & 0xFF];
+        light_[channel] = to_light_[color >> (8 * channel) & 0xFF];
 }
 
 std::uint32_t LinearMixer::mixture(std::uint32_t below, std::uint32_t coverage) const {
-    LightTables const& table = tables();
     std::uint32_t result = 0xFF000000U;
     for (std::size_t channel = 0; channel < 3; ++channel) {
-        const std::uint32_t from = table.light[below >> (8 * channel) & 0xFF];
+        const std::uint32_t from = to_light_[below >> (8 * channel) & 0xFF];
         const std::uint32_t sum = from * (255 - coverage) + light_[channel] * coverage;
-        result |= static_cast<std::uint32_t>(table.stored[(sum + 127) / 255]) << (8 * channel);
+        result |= static_cast<std::uint32_t>(to_stored_[(sum + 127) / 255]) << (8 * channel);
     }
     return result;
 }
 
-// A value seen once may be the edge of something; only what comes twice in a row is worth a table.
+// A value seen a few times may be the edge of something; only what comes often in a row is worth a table.
 bool LinearMixer::becomes_background(std::uint32_t below) {
-    if (std::exchange(last_, below) != below) return false;
+    constexpr int often = 8;
+    repeats_ = std::exchange(last_, below) == below ? repeats_ + 1 : 0;
+    if (repeats_ < often) return false;
     background_ = below;
     mixed_.fill(0);
     return true;

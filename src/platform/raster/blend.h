@@ -27,9 +27,12 @@ private:
     std::uint32_t mixture(std::uint32_t below, std::uint32_t coverage) const;
 
     std::uint32_t color_;
+    std::uint16_t const* to_light_;
+    std::uint8_t const* to_stored_;
     std::array<std::uint32_t, 3> light_{};
     std::uint32_t background_ = 0; // no pixel has this value
     std::uint32_t last_ = 0;
+    int repeats_ = 0;
     std::array<std::uint32_t, 256> mixed_{}; // of colour and background by coverage; 0 when not yet needed
 };
 

@@ -2,6 +2,10 @@
 
 #include <cstring>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace qv::raster {
 namespace {
 
@@ -9,6 +13,21 @@ constexpr int lanes = 16;       // rows computed at once
 constexpr int steps = 255 * 16; // of distance in a pixel, in 16 bits
 using Lanes = std::array<std::int16_t, lanes>;
 
+std::int16_t in_steps(float pixels) {
+    // Beyond the reach only "far" matters, and sums with a ramp must not overflow.
+    float const distance = pixels * static_cast<float>(steps);
+    return static_cast<std::int16_t>(static_cast<int>(std::min(std::max(distance, -17000.0F), 17000.0F)));
+}
+
+// What the distance gains from the first of the lanes to each, in 16 bits before the point and 16 after it.
+Lanes ramp_of(double gain) {
+    int const step = static_cast<int>(gain * steps * 65536);
+    Lanes ramp;
+    for (int k = 0; k < lanes; ++k) ramp[k] = static_cast<std::int16_t>((k * step) >> 16);
+    return ramp;
+}
+
+#ifdef __SSE2__
 // 255 for the first lanes that count, 0 after them: the table from 16 - count on.
 constexpr auto kept_lanes = [] {
     std::array<std::uint8_t, 2 * lanes> table{};
@@ -16,23 +35,32 @@ constexpr auto kept_lanes = [] {
     return table;
 }();
 
-std::int16_t in_steps(double pixels) {
-    // Beyond the reach only "far" matters, and sums with a ramp must not overflow.
-    return static_cast<std::int16_t>(std::clamp(pixels * steps, -17000.0, 17000.0));
+// Written out, as compilers do not find the saturating steps to bytes.
+__m128i covered(Lanes const& ramp, int half, __m128i start, __m128i reach) {
+    const __m128i distance =
+        _mm_add_epi16(_mm_loadu_si128(reinterpret_cast<__m128i const*>(ramp.data()) + half), start);
+    const __m128i away = _mm_max_epi16(distance, _mm_sub_epi16(_mm_setzero_si128(), distance));
+    return _mm_srai_epi16(_mm_sub_epi16(reach, away), 4);
 }
 
 void raise_run(std::uint8_t* rows, Lanes const& ramp, std::int16_t start, std::int16_t reach, int count) {
-    std::uint8_t const* const keep = kept_lanes.data() + lanes - std::min(count, lanes);
-    for (int k = 0; k < lanes; ++k) {
-        auto const distance = static_cast<std::int16_t>(ramp[k] + start);
-        auto const away = static_cast<std::int16_t>(distance < 0 ? -distance : distance);
-        auto const covered = static_cast<std::int16_t>((reach - away + 8) >> 4);
-        auto const low = static_cast<std::int16_t>(covered < 0 ? 0 : covered);
-        auto const coverage = static_cast<std::uint8_t>(low > 255 ? 255 : low);
-        auto const kept = static_cast<std::uint8_t>(coverage & keep[k]);
-        rows[k] = rows[k] > kept ? rows[k] : kept;
+    const __m128i starts = _mm_set1_epi16(start);
+    const __m128i rounded = _mm_set1_epi16(static_cast<std::int16_t>(reach + 8));
+    const __m128i coverage =
+        _mm_packus_epi16(covered(ramp, 0, starts, rounded), covered(ramp, 1, starts, rounded));
+    const __m128i kept = _mm_and_si128(coverage, _mm_loadu_si128(reinterpret_cast<__m128i const*>(
+                                                     kept_lanes.data() + lanes - std::min(count, lanes))));
+    auto* const target = reinterpret_cast<__m128i*>(rows);
+    _mm_storeu_si128(target, _mm_max_epu8(_mm_loadu_si128(target), kept));
+}
+#else
+void raise_run(std::uint8_t* rows, Lanes const& ramp, std::int16_t start, std::int16_t reach, int count) {
+    for (int k = 0; k < std::min(count, lanes); ++k) {
+        int const coverage = std::clamp((reach - std::abs(ramp[k] + start) + 8) >> 4, 0, 255);
+        rows[k] = std::max(rows[k], static_cast<std::uint8_t>(coverage));
     }
 }
+#endif
 
 // Exchanges rows and columns of a 16 by 16 block. Interleaving both halves turns the eight bits of each
 // byte's index by one; after four times the row bits stand where the column bits were.
@@ -66,22 +94,26 @@ bool ColumnBand::cover(SteepLine const& line) {
     if (left >= right) return true;
     move_to(left, right);
 
-    Lanes ramp;
-    for (int k = 0; k < lanes; ++k) ramp[k] = in_steps(-k * line.along_x);
-    const std::int16_t reach = in_steps(line.reach);
+    const Lanes ramp = ramp_of(-line.along_x);
+    const std::int16_t reach = in_steps(static_cast<float>(line.reach));
     int const rows = line.bottom - line.top;
+    // Where a column enters and leaves the line; of one almost upright every row counts.
+    bool const leans = std::abs(line.along_x) * rows > 0.1;
+    double const rows_a_pixel = leans ? 1 / line.along_x : 0;
+    double const rows_around = std::abs(line.reach * rows_a_pixel);
     for (int x = left; x < right; ++x) {
         // Distance at the first row; it falls by along_x a row.
         double const distance = (x - line.x) * line.along_y - (line.top - line.y) * line.along_x;
         int first = 0, past = rows;
-        if (std::abs(line.along_x) * rows > 0.1) {
-            double const middle = distance / line.along_x, around = std::abs(line.reach / line.along_x);
-            first = std::max(0, floor_int(std::clamp(middle - around, 0.0, 1e6)));
-            past = std::min(rows, floor_int(std::clamp(middle + around, -1.0, 1e6)) + 1);
+        if (leans) {
+            double const middle = distance * rows_a_pixel;
+            first = std::max(0, floor_int(middle - rows_around));
+            past = std::min(rows, floor_int(middle + rows_around) + 1);
         }
         std::uint8_t* const bytes = column(x) + (line.top - clip_.top);
         for (int k = first; k < past; k += lanes)
-            raise_run(bytes + k, ramp, in_steps(distance - k * line.along_x), reach, past - k);
+            raise_run(bytes + k, ramp, in_steps(static_cast<float>(distance - k * line.along_x)), reach,
+                      past - k);
     }
     for (int g = (left - first_column_) / group; g <= (right - 1 - first_column_) / group; ++g) {
         Rows& touched = touched_[static_cast<std::size_t>(g)];

@@ -116,9 +116,9 @@ public:
 
     // The same with the rows far from both ends drawn in the band, if there are enough of them.
     void draw_with(ColumnBand& band) const {
-        constexpr int worth_it = 8;
+        constexpr int worth_it = 4;
         float const end_y = capsule_.from_y + capsule_.length * capsule_.along_y;
-        float const margin = capsule_.reach * std::abs(capsule_.along_x) + 1;
+        float const margin = capsule_.reach * std::abs(capsule_.along_x) + 0.01F;
         float const from = std::min(capsule_.from_y, end_y) + margin,
                     to = std::max(capsule_.from_y, end_y) - margin;
         int const top = std::max(top_, capsule_.base_y + floor_int(from) + 1);

@@ -3,6 +3,7 @@
 #include "platform/raster/round_shapes.h"
 
 #include <array>
+#include <cstring>
 
 namespace qv::raster {
 namespace {
@@ -77,57 +78,95 @@ struct SymbolPainter {
     void line(PixelPoint from, PixelPoint to) const { stroke_segment(mask, clip, {from, to}, symbol.pen); }
 };
 
+// Coverage of a symbol; `box` is where it has any, around the pixel of the centre.
 struct Sprite {
-    int reach = 0;
+    PixelBox box;
     int stride = 0;
     std::vector<std::uint8_t> bytes;
-
-    int side() const { return 2 * reach + 1; }
+    bool made = false;
 };
 
-Sprite make_sprite(Symbol const& symbol, PixelPoint phase, PolygonFiller& filler) {
-    Sprite sprite;
-    sprite.reach = reach_of(symbol);
+PixelBox touched_box(CoverageMask const& mask) {
+    PixelBox box{mask.width(), mask.height(), 0, 0};
+    for (int y = 0; y < mask.height(); ++y)
+        for (int x = 0; x < mask.width(); ++x)
+            if (mask.row(y)[x] != 0)
+                box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
+                       std::max(box.bottom, y + 1)};
+    return box.empty() ? PixelBox{} : box;
+}
+
+// The symbol drawn at this place within the pixel (reach, reach).
+CoverageMask mask_at(Symbol const& symbol, PixelPoint phase, PolygonFiller& filler) {
+    int const reach = reach_of(symbol);
     CoverageMask mask;
-    mask.resize(sprite.side(), sprite.side());
-    double const middle = sprite.reach;
-    draw_symbol(mask, {0, 0, mask.width(), mask.height()}, symbol, {middle + phase.x, middle + phase.y},
-                filler);
-    sprite.stride = (sprite.side() + block - 1) / block * block;
-    sprite.bytes.resize(static_cast<std::size_t>(sprite.stride) * static_cast<std::size_t>(sprite.side()));
-    for (int y = 0; y < sprite.side(); ++y)
-        std::copy_n(mask.row(y), sprite.side(),
+    mask.resize(2 * reach + 1, 2 * reach + 1);
+    const PixelPoint centre{reach + phase.x, reach + phase.y};
+    draw_symbol(mask, {0, 0, mask.width(), mask.height()}, symbol, centre, filler);
+    return mask;
+}
+
+// The pixels of the symbol at any place within its pixel. One size for all makes stamping predictable.
+PixelBox frame_of(Symbol const& symbol, PolygonFiller& filler) {
+    const CoverageMask mask = mask_at(symbol, {0, 0}, filler);
+    PixelBox frame = touched_box(mask);
+    if (frame.empty()) return frame;
+    frame.right = std::min(frame.right + (is_snapped(symbol) ? 0 : 1), mask.width());
+    frame.bottom = std::min(frame.bottom + (is_snapped(symbol) ? 0 : 1), mask.height());
+    return frame;
+}
+
+Sprite make_sprite(Symbol const& symbol, PixelBox const& frame, PixelPoint phase, PolygonFiller& filler) {
+    int const reach = reach_of(symbol);
+    const CoverageMask mask = mask_at(symbol, phase, filler);
+    Sprite sprite{moved(frame, -reach, -reach), (frame.width() + block - 1) / block * block, {}, true};
+    sprite.bytes.resize(static_cast<std::size_t>(sprite.stride) * static_cast<std::size_t>(frame.height()));
+    for (int y = 0; y < frame.height(); ++y)
+        std::copy_n(mask.row(frame.top + y) + frame.left, frame.width(),
                     sprite.bytes.begin() + static_cast<std::ptrdiff_t>(y) * sprite.stride);
     return sprite;
 }
 
+// Through copies, which the compiler keeps in a vector register and knows not to overlap.
+void raise_block(std::uint8_t* to, std::uint8_t const* from) {
+    std::array<std::uint8_t, block> raised, other;
+    std::memcpy(raised.data(), to, block);
+    std::memcpy(other.data(), from, block);
+    for (std::size_t k = 0; k < block; ++k) raised[k] = std::max(raised[k], other[k]);
+    std::memcpy(to, raised.data(), block);
+}
+
 class Stamper {
 public:
-    Stamper(CoverageMask& mask, PixelBox const& clip, Symbol const& symbol, PolygonFiller& filler)
-        : mask_(mask), clip_(clip), symbol_(symbol), filler_(filler), phases_(is_snapped(symbol) ? 1 : 4) {}
+    // Where there are many symbols, they are touched as one box.
+    Stamper(CoverageMask& mask, PixelBox const& clip, Symbol const& symbol, PolygonFiller& filler,
+            std::size_t count)
+        : mask_(mask), clip_(clip), symbol_(symbol), filler_(filler), phase_bits_(is_snapped(symbol) ? 0 : 2),
+          dense_(count > 2000) {}
+    ~Stamper() {
+        if (dense_ && !all_.empty()) mask_.touch(all_);
+    }
+    Stamper(Stamper const&) = delete;
+    Stamper& operator=(Stamper const&) = delete;
 
     void stamp(PixelPoint centre) {
-        double const scaled_x = std::floor(centre.x * phases_ + 0.5),
-                     scaled_y = std::floor(centre.y * phases_ + 0.5);
-        int const x = static_cast<int>(std::floor(scaled_x / phases_));
-        int const y = static_cast<int>(std::floor(scaled_y / phases_));
-        int const phase_x = static_cast<int>(scaled_x) - x * phases_;
-        int const phase_y = static_cast<int>(scaled_y) - y * phases_;
-        stamp(sprite(phase_x, phase_y), x, y);
+        int const fine_x = floor_int(centre.x * phases_ + 0.5), fine_y = floor_int(centre.y * phases_ + 0.5);
+        int const x = fine_x >> phase_bits_, y = fine_y >> phase_bits_; // rounds down
+        stamp(sprite(fine_x & (phases_ - 1), fine_y & (phases_ - 1)), x, y);
     }
 
 private:
     Sprite const& sprite(int phase_x, int phase_y) {
         Sprite& found = sprites_[static_cast<std::size_t>(phase_y * phases_ + phase_x)];
-        if (found.bytes.empty())
-            found = make_sprite(
-                symbol_, {phase_x / static_cast<double>(phases_), phase_y / static_cast<double>(phases_)},
-                filler_);
+        if (found.made) return found;
+        if (!frame_) frame_ = frame_of(symbol_, filler_);
+        double const step = 1.0 / phases_;
+        found = make_sprite(symbol_, *frame_, {phase_x * step, phase_y * step}, filler_);
         return found;
     }
 
     void stamp(Sprite const& sprite, int x, int y) {
-        const PixelBox box{x - sprite.reach, y - sprite.reach, x + sprite.reach + 1, y + sprite.reach + 1};
+        const PixelBox box = moved(sprite.box, x, y);
         if (clip_.contains(box))
             stamp_whole(sprite, box);
         else
@@ -136,12 +175,18 @@ private:
 
     void stamp_whole(Sprite const& sprite, PixelBox const& box) {
         std::uint8_t const* from = sprite.bytes.data();
-        for (int y = box.top; y < box.bottom; ++y) {
-            std::uint8_t* const to = mask_.row(y) + box.left;
-            for (int i = 0; i < sprite.stride; i += block, from += block)
-                for (int k = 0; k < block; ++k) to[i + k] = std::max(to[i + k], from[k]);
-        }
-        mask_.touch(box);
+        std::uint8_t* to = mask_.row(box.top) + box.left;
+        const std::ptrdiff_t stride = mask_.stride();
+        int const width = sprite.stride;
+        for (int rows = box.height(); rows > 0; --rows, to += stride)
+            for (int i = 0; i < width; i += block, from += block) raise_block(to + i, from);
+        touch(box);
+    }
+
+    void touch(PixelBox const& box) {
+        if (!dense_) return mask_.touch(box);
+        all_ = {std::min(all_.left, box.left), std::min(all_.top, box.top), std::max(all_.right, box.right),
+                std::max(all_.bottom, box.bottom)};
     }
 
     void stamp_cut(Sprite const& sprite, PixelBox const& box) {
@@ -151,15 +196,19 @@ private:
                 sprite.bytes.data() + static_cast<std::ptrdiff_t>(y - box.top) * sprite.stride;
             for (int x = shown.left; x < shown.right; ++x)
                 mask_.row(y)[x] = std::max(mask_.row(y)[x], from[x - box.left]);
-            mask_.touch(y, shown.left, shown.right);
         }
+        if (!shown.empty()) touch(shown);
     }
 
     CoverageMask& mask_;
     PixelBox clip_;
     Symbol const& symbol_;
     PolygonFiller& filler_;
-    int phases_; // places within a pixel, along each axis
+    int phase_bits_;
+    int phases_ = 1 << phase_bits_; // places within a pixel, along each axis
+    std::optional<PixelBox> frame_;
+    bool dense_;
+    PixelBox all_{clip_.right, clip_.bottom, clip_.left, clip_.top};
     std::array<Sprite, 16> sprites_;
 };
 
@@ -193,7 +242,7 @@ void stamp_symbols(CoverageMask& mask, PixelBox const& clip, Symbol const& symbo
     constexpr int largest_sprite = 64;
     int const reach = reach_of(symbol);
     const PixelBox near = grown(clip, reach);
-    Stamper stamper(mask, clip, symbol, filler);
+    Stamper stamper(mask, clip, symbol, filler, centres.size());
     for (PixelPoint const centre : centres) {
         // Written so that not-a-number fails.
         if (!(centre.x >= near.left && centre.x <= near.right && centre.y >= near.top
