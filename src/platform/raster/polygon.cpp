@@ -1,5 +1,6 @@
 #include "platform/raster/polygon.h"
 
+#include <cstring>
 #include <limits>
 
 namespace qv::raster {
@@ -32,6 +33,25 @@ float folded(float layers) {
     if (depth <= 1) return depth;
     float const rest = std::fmod(depth, 2.0F);
     return rest <= 1 ? rest : 2 - rest;
+}
+
+// The first place from `i` on where coverage changes, or the end; mostly that is the next one or far away.
+int next_change(float const* changes, int i, int end) {
+    constexpr int at_once = 8;
+    for (; i + at_once <= end; i += at_once) {
+        int changed = 0;
+        for (int k = 0; k < at_once; ++k) changed |= changes[i + k] != 0;
+        if (changed != 0) break;
+    }
+    while (i < end && changes[i] == 0) ++i;
+    return i;
+}
+
+void raise_run(std::uint8_t* bytes, int count, std::uint8_t coverage) {
+    if (coverage == 255)
+        std::memset(bytes, 255, static_cast<std::size_t>(count));
+    else if (coverage != 0)
+        for (int i = 0; i < count; ++i) bytes[i] = std::max(bytes[i], coverage);
 }
 
 } // namespace
@@ -84,10 +104,11 @@ void PolygonFiller::add_share(Slope const& slope) {
 void PolygonFiller::add_rows(Slope const& slope) {
     double const width = box_.width();
     double x = std::max(0.0, slope.x);
-    for (double y = slope.top; y < slope.bottom;) {
-        double const next_y = std::min(std::floor(y) + 1, slope.bottom);
+    float* row = changes_.data() + static_cast<std::ptrdiff_t>(slope.top) * (box_.width() + 2);
+    double y = slope.top;
+    for (int past = static_cast<int>(slope.top) + 1; y < slope.bottom; ++past, row += box_.width() + 2) {
+        double const next_y = std::min<double>(past, slope.bottom);
         double const next_x = std::max(0.0, slope.at(next_y));
-        float* const row = changes_.data() + static_cast<std::ptrdiff_t>(y) * (box_.width() + 2);
         // Right of the box it changes nothing that shows.
         if (std::min(x, next_x) < width)
             add_row_share(row, std::min(x, width), std::min(next_x, width), (next_y - y) * slope.direction);
@@ -101,7 +122,8 @@ void PolygonFiller::add_rows(Slope const& slope) {
 void PolygonFiller::add_row_share(float* row, double x, double next_x, double height) {
     double const left = std::min(x, next_x), right = std::max(x, next_x);
     auto const first = static_cast<int>(left);
-    int const past = std::max(first + 1, static_cast<int>(std::ceil(right)));
+    int const last = static_cast<int>(right);
+    int const past = std::max(first + 1, last + (right > last ? 1 : 0));
     if (past == first + 1) {
         double const beyond = height * ((left + right) / 2 - first);
         row[first] += static_cast<float>(height - beyond);
@@ -135,14 +157,17 @@ void PolygonFiller::add_centres(Slope const& slope) {
 }
 
 void PolygonFiller::raise(CoverageMask& mask) const {
-    float const* change = changes_.data();
-    for (int y = box_.top; y < box_.bottom; ++y, change += box_.width() + 2) {
+    int const stride = box_.width() + 2;
+    float const* changes = changes_.data();
+    for (int y = box_.top; y < box_.bottom; ++y, changes += stride) {
         std::uint8_t* const row = mask.row(y) + box_.left;
         float layers = 0;
-        for (int i = 0; i < box_.width(); ++i) {
-            layers += change[i];
+        for (int i = 0; i < box_.width();) {
+            layers += changes[i];
             auto const coverage = static_cast<std::uint8_t>(static_cast<int>(folded(layers) * 255 + 0.5F));
-            row[i] = std::max(row[i], coverage);
+            int const past = next_change(changes, i + 1, box_.width());
+            raise_run(row + i, past - i, coverage);
+            i = past;
         }
         mask.touch(y, box_.left, box_.right);
     }

@@ -13,7 +13,8 @@ struct OvalDistance {
     double operator()(double x, double y) const {
         double const u = x / a, v = y / b;
         double const q = std::sqrt(u * u + v * v);
-        double const gradient = std::hypot(u / a, v / b);
+        double const p = u / a, r = v / b;
+        double const gradient = std::sqrt(p * p + r * r);
         return gradient > 0 ? (q - 1) * q / gradient : -std::min(a, b);
     }
     // Whether the outline runs rather across than down near this place.
@@ -95,6 +96,7 @@ void stroke_oval(CoverageMask& mask, PixelBox const& clip, Oval const& shape, Pe
     if (pen.style == DrawStyle::None) return;
     const Oval oval = drawable(shape, pen.edge);
     const OvalDistance distance{oval.radius_x, oval.radius_y};
+    bool const dashed = is_dashed(pen.style);
     double const half_width = pen.width / 2;
     double const margin = half_width + 1;
     for_each_row(oval, clip, margin, [&](int y, double dy, int left, int right) {
@@ -102,7 +104,7 @@ void stroke_oval(CoverageMask& mask, PixelBox const& clip, Oval const& shape, Pe
         const auto raise = [&](int from, int to) {
             for (int x = from; x < to; ++x) {
                 const double dx = x - oval.centre.x;
-                if (!dash_shows(pen.style, pen.width, distance.flat_at(dx, dy) ? x : y)) continue;
+                if (dashed && !dash_shows(pen.style, pen.width, distance.flat_at(dx, dy) ? x : y)) continue;
                 const double part = half_width + 0.5 - std::abs(distance(dx, dy));
                 row[x] = std::max(row[x], coverage_byte(part, pen.edge));
             }

@@ -106,7 +106,8 @@ struct RowReach {
 class CapsuleStroke {
 public:
     CapsuleStroke(CoverageMask& mask, PixelBox const& clip, Segment const& segment, Pen const& pen, bool flat)
-        : mask_(mask), clip_(clip), pen_(pen), flat_(flat), capsule_(segment, pen.width), reach_(capsule_) {
+        : mask_(mask), clip_(clip), pen_(pen), flat_(flat), dashed_(is_dashed(pen.style)),
+          capsule_(segment, pen.width), reach_(capsule_) {
         double const reach = pen.width / 2 + 0.5;
         top_ = std::max(clip.top, floor_int(std::min(segment.from.y, segment.to.y) - reach) + 1);
         bottom_ = std::min(clip.bottom, floor_int(std::max(segment.from.y, segment.to.y) + reach) + 1);
@@ -141,7 +142,7 @@ private:
 
     void draw_rows(int top, int bottom) const {
         for (int y = top; y < bottom; ++y)
-            if (flat_ || dash_shows(pen_.style, pen_.width, y)) draw_row(y);
+            if (flat_ || !dashed_ || dash_shows(pen_.style, pen_.width, y)) draw_row(y);
     }
 
     void draw_row(int y) const {
@@ -155,7 +156,7 @@ private:
         Block coverage;
         for (int x = left; x < right; x += block) {
             capsule_.cover(coverage, static_cast<float>(x - capsule_.base_x) - capsule_.from_x, row_y);
-            if (pen_.style != DrawStyle::Solid || pen_.edge == Edge::Whole) finish(coverage, x);
+            if (dashed_ || pen_.edge == Edge::Whole) finish(coverage, x);
             if (x + block <= clip_.right)
                 for (int k = 0; k < block; ++k) row[x + k] = std::max(row[x + k], coverage[k]);
             else
@@ -175,6 +176,7 @@ private:
     PixelBox const& clip_;
     Pen const& pen_;
     bool flat_;
+    bool dashed_;
     Capsule capsule_;
     RowReach reach_;
     int top_;
@@ -187,6 +189,10 @@ bool is_steep(Segment const& segment) {
 }
 
 } // namespace
+
+bool is_dashed(DrawStyle style) {
+    return dash_pattern(style) != nullptr;
+}
 
 bool dash_shows(DrawStyle style, double width, int coordinate) {
     DashPattern const* const pattern = dash_pattern(style);
@@ -216,8 +222,8 @@ void stroke_segment(CoverageMask& mask, PixelBox const& clip, Segment const& seg
 
 void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPoint const> points,
                      Pen const& pen, ColumnBand& band) {
-    bool const plain = pen.edge == Edge::Smooth && dash_pattern(pen.style) == nullptr
-                       && pen.style != DrawStyle::None && pen.width / 2 + 0.5 <= SteepLine::largest_reach;
+    bool const plain = pen.edge == Edge::Smooth && !is_dashed(pen.style) && pen.style != DrawStyle::None
+                       && pen.width / 2 + 0.5 <= SteepLine::largest_reach;
     band.begin(mask, clip);
     for (std::size_t i = 1; i < points.size(); ++i) {
         if (!is_finite(points[i - 1]) || !is_finite(points[i])) continue;
@@ -239,7 +245,7 @@ void stroke_snapped(CoverageMask& mask, PixelBox const& clip, PixelBox const& en
     const PixelBox wide{ends.left - width / 2, ends.top - width / 2, ends.right - width / 2 + width - 1,
                         ends.bottom - width / 2 + width - 1};
     const PixelBox box = intersection(wide, clip);
-    if (dash_pattern(pen.style) == nullptr) return mask.fill(box);
+    if (!is_dashed(pen.style)) return mask.fill(box);
     bool const flat = ends.width() >= ends.height();
     for (int along = flat ? box.left : box.top; along < (flat ? box.right : box.bottom); ++along)
         if (dash_shows(pen.style, pen.width, along))

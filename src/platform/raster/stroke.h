@@ -23,6 +23,9 @@ inline double pen_width(int DrawWidth) {
     return std::clamp(DrawWidth, 1, 4096);
 }
 
+/// Whether a line of this style has gaps.
+bool is_dashed(DrawStyle style);
+
 /// Whether a dashed line shows at this pixel coordinate along its major axis. Counted from the page's
 /// origin, so that the pieces of a split line show the dashes of the whole.
 bool dash_shows(DrawStyle style, double width, int coordinate);
