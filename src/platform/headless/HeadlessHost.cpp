@@ -1,5 +1,6 @@
 #include "platform/headless/HeadlessHost.h"
 
+#include "platform/control_input.h"
 #include "platform/raster/png.h"
 
 namespace qv::headless {
@@ -20,6 +21,10 @@ HeadlessHost::HeadlessHost(PixelSize picture, double dots_per_inch)
 void HeadlessHost::resize_picture(PixelSize picture) {
     control_->UserControl_Resize(picture.width * twips_per_pixel_ + scroll_bar_thickness(),
                                  picture.height * twips_per_pixel_ + scroll_bar_thickness());
+}
+
+bool HeadlessHost::input(host::Input const& input) {
+    return platform::hand_over(*control_, input);
 }
 
 raster::RasterSurface const& HeadlessHost::picture() const {

@@ -3,6 +3,7 @@
 
 #include "graph/qvGraph.h"
 #include "host/Host.h"
+#include "host/Input.h"
 #include "platform/raster/FontLibrary.h"
 #include "platform/raster/RasterSurface.h"
 
@@ -23,11 +24,8 @@ public:
     /// Gives the page picture another size and draws the page anew, as a window's resize does.
     void resize_picture(PixelSize picture);
 
-    /// \name Input
-    /// \{
-    void press_key(std::int16_t character_code) { control_->Picture1_KeyPress(character_code); }
-    void double_click() { control_->Picture1_DblClick(); }
-    /// \}
+    /// What a person would do to the page; true when the control has used it up.
+    bool input(host::Input const& input);
 
     /// The page as it was last shown.
     raster::RasterSurface const& picture() const;

@@ -1,0 +1,66 @@
+// Input: what a person does to the page and its scroll bars, as plain data. A host makes it of its own
+// events.
+#pragma once
+
+#include "base/geometry.h"
+
+#include <cstdint>
+#include <variant>
+
+namespace qv::host {
+
+/// \name Buttons and modifier keys, alone or added up
+/// \{
+constexpr std::uint8_t left_button = 1;
+constexpr std::uint8_t right_button = 2;
+constexpr std::uint8_t middle_button = 4;
+constexpr std::uint8_t shift_key = 1;
+constexpr std::uint8_t ctrl_key = 2;
+constexpr std::uint8_t alt_key = 4;
+/// \}
+
+enum class MouseKind : std::uint8_t { Press, Move, Release, DoubleClick };
+
+/// A double click stands for the second press of a quick pair: press, release, double click, release.
+struct MouseInput {
+    MouseKind kind = MouseKind::Move;
+    std::uint8_t button = 0; // the one that changed; of a move, those that are held
+    std::uint8_t shift = 0;
+    Point place; // twips on the page picture; outside it while a button is held
+    bool operator==(MouseInput const&) const = default;
+};
+
+/// Notches of the wheel; finer wheels give fractions.
+struct WheelInput {
+    double steps = 0;          // positive away from the person
+    double sideways_steps = 0; // positive to the left
+    std::uint8_t shift = 0;
+    Point place;
+    bool operator==(WheelInput const&) const = default;
+};
+
+/// A key that has a character. A character beyond 16 bits comes as two inputs, its UTF-16 halves.
+struct KeyInput {
+    char16_t character = 0;
+    std::uint8_t shift = 0;
+    bool operator==(KeyInput const&) const = default;
+};
+
+struct FocusInput {
+    bool has_focus = false;
+    bool operator==(FocusInput const&) const = default;
+};
+
+enum class Bar : std::uint8_t { HScroll1, VScroll1 };
+
+/// A scroll bar stands at a new value because a person moved it.
+struct ScrollInput {
+    Bar bar = Bar::HScroll1;
+    std::int32_t value = 0;
+    bool dragging = false; // the thumb is still held
+    bool operator==(ScrollInput const&) const = default;
+};
+
+using Input = std::variant<MouseInput, WheelInput, KeyInput, FocusInput, ScrollInput>;
+
+} // namespace qv::host

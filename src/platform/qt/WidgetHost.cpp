@@ -1,0 +1,127 @@
+#include "platform/qt/WidgetHost.h"
+
+#include "platform/qt/QvGraphWidget.h"
+#include "platform/qt/translate_input.h"
+
+namespace qv::qt {
+namespace {
+
+PageView::Picture page_of(WidgetHost const& host) {
+    return [&host] { return host.page(); };
+}
+
+} // namespace
+
+void SignalSink::Click(double& X, double& Y) {
+    emit widget_.Click(X, Y);
+}
+
+void SignalSink::DblClick(double& X, double& Y) {
+    emit widget_.DblClick(X, Y);
+}
+
+void SignalSink::MouseMove(double& X, double& Y) {
+    emit widget_.MouseMove(X, Y);
+}
+
+void SignalSink::KeyPress(std::int16_t& KeyAscii, double& X, double& Y) {
+    emit widget_.KeyPress(KeyAscii, X, Y);
+}
+
+void SignalSink::NewGraphInFront() {
+    emit widget_.NewGraphInFront();
+}
+
+void SignalSink::GraphScaleChanged() {
+    emit widget_.GraphScaleChanged();
+}
+
+void SignalSink::GraphPositionChanged() {
+    emit widget_.GraphPositionChanged();
+}
+
+void SignalSink::LegendPositionChanged() {
+    emit widget_.LegendPositionChanged();
+}
+
+void SignalSink::ErrorMsg(std::string& Source, std::string& Description) {
+    emit widget_.ErrorMsg(QString::fromStdString(Source), QString::fromStdString(Description));
+}
+
+WidgetHost::WidgetHost(QvGraphWidget& widget, PageView::InputHandler const& handler)
+    : widget_(widget), signals_(widget), page_view_(&widget, page_of(*this), handler),
+      children_(&widget, handler), fonts_(std::make_shared<raster::FontLibrary>()),
+      twips_per_pixel_(twips_per_unit / widget.devicePixelRatioF()) {
+    control_ = std::make_unique<qvGraph>(*this); // calls back at once, when all else stands
+    control_->set_events(&signals_);
+    fit();
+}
+
+raster::RasterSurface const& WidgetHost::picture() const {
+    return static_cast<raster::RasterSurface const&>(*control_->state().Picture1);
+}
+
+// Made anew whenever it is wanted: it costs nothing, and no image can outlive the pixels it was made on.
+QImage WidgetHost::page() const {
+    raster::RasterSurface const& page = picture();
+    QImage image(reinterpret_cast<uchar const*>(page.pixels().data()), page.width(), page.height(),
+                 page.stride() * static_cast<qsizetype>(sizeof(std::uint32_t)), QImage::Format_RGB32);
+    image.setDevicePixelRatio(twips_per_unit / page.TwipsPerPixelX());
+    return image;
+}
+
+QRgb WidgetHost::margin_color() const {
+    return picture().pixels().back();
+}
+
+void WidgetHost::fit() {
+    bool const same_density = !follow_density();
+    if (same_density && size_ == widget_.size()) return;
+    resize_control();
+    // A page that shows no graph is not redrawn by a change of size, and would keep pixels of the old scale.
+    if (!same_density && control_->state().Graphs.empty()) control_->Refresh();
+}
+
+void WidgetHost::measure_children() {
+    graph::ControlState& state = control_->state();
+    state.HScroll1.Height = state.VScroll1.Width = scroll_bar_thickness();
+    state.Label1.Height = label_height();
+    resize_control();
+}
+
+bool WidgetHost::follow_density() {
+    double const twips_per_pixel = twips_per_unit / widget_.devicePixelRatioF();
+    if (twips_per_pixel == twips_per_pixel_) return false;
+    twips_per_pixel_ = twips_per_pixel;
+    graph::ControlState& state = control_->state();
+    for (auto* surface :
+         {&state.Picture1, &state.GraphImage, &state.Picture2, &state.ScratchPic1, &state.ScratchPic2})
+        static_cast<raster::RasterSurface&>(**surface).set_twips_per_pixel(twips_per_pixel, twips_per_pixel);
+    return true;
+}
+
+void WidgetHost::resize_control() {
+    size_ = widget_.size();
+    graph::ControlState const& state = control_->state();
+    const QRect page = in_units({.Width = size_.width() * twips_per_unit - state.VScroll1.Width,
+                                 .Height = size_.height() * twips_per_unit - state.HScroll1.Height});
+    page_view_.setGeometry(page);
+    control_->UserControl_Resize(size_.width() * twips_per_unit, size_.height() * twips_per_unit);
+}
+
+std::unique_ptr<DrawSurface> WidgetHost::make_surface() {
+    return std::make_unique<raster::RasterSurface>(twips_per_pixel_, twips_per_pixel_, fonts_);
+}
+
+void WidgetHost::page_shown() {
+    page_view_.update();
+    if (std::exchange(shown_margin_, margin_color()) != shown_margin_) widget_.update();
+}
+
+void WidgetHost::child_controls_changed() {
+    if (!control_) return; // called from its constructor
+    children_.follow(control_->state());
+    page_view_.setToolTip(QString::fromStdString(control_->state().Tooltip));
+}
+
+} // namespace qv::qt

@@ -1,0 +1,72 @@
+#include "platform/qt/child_widgets.h"
+
+#include "platform/qt/translate_input.h"
+
+#include <QtCore/QSignalBlocker>
+#include <QtWidgets/QStyle>
+
+#include <cmath>
+
+namespace qv::qt {
+namespace {
+
+void tell(QScrollBar& widget, host::Bar bar, ChildWidgets::ScrollHandler const& handler) {
+    QObject::connect(&widget, &QScrollBar::valueChanged, &widget, [&widget, bar, handler](int value) {
+        handler({.bar = bar, .value = value, .dragging = widget.isSliderDown()});
+    });
+    QObject::connect(&widget, &QScrollBar::sliderReleased, &widget,
+                     [&widget, bar, handler] { handler({.bar = bar, .value = widget.value()}); });
+}
+
+void follow(QScrollBar& widget, host::ScrollBar const& bar) {
+    const QSignalBlocker silent(widget);
+    widget.setRange(0, bar.Max);
+    widget.setPageStep(bar.LargeChange);
+    widget.setSingleStep(bar.SmallChange);
+    widget.setValue(bar.Value);
+    widget.setGeometry(in_units(bar));
+    widget.setVisible(bar.Visible);
+}
+
+void follow(QLabel& widget, host::Label const& label) {
+    widget.setText(QString::fromStdString(label.Caption));
+    widget.setFrameStyle(label.Border ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
+    widget.setGeometry(in_units(label));
+    widget.setVisible(label.Visible);
+}
+
+} // namespace
+
+ChildWidgets::ChildWidgets(QWidget* parent, ScrollHandler const& handler)
+    : across_(Qt::Horizontal, parent), down_(Qt::Vertical, parent), label_(parent) {
+    label_.setTextFormat(Qt::PlainText);
+    across_.hide();
+    down_.hide();
+    label_.hide();
+    tell(across_, host::Bar::HScroll1, handler);
+    tell(down_, host::Bar::VScroll1, handler);
+}
+
+double ChildWidgets::scroll_bar_thickness() const {
+    return across_.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &across_) * twips_per_unit;
+}
+
+double ChildWidgets::label_height() const {
+    constexpr int room_for_border = 2;
+    return (label_.fontMetrics().height() + room_for_border) * twips_per_unit;
+}
+
+void ChildWidgets::follow(graph::ControlState const& state) {
+    qt::follow(across_, state.HScroll1);
+    qt::follow(down_, state.VScroll1);
+    qt::follow(label_, state.Label1);
+}
+
+QRect in_units(host::Placement const& placement) {
+    auto const unit = [](double twips) { return static_cast<int>(std::floor(twips / twips_per_unit + 0.5)); };
+    const QPoint left_top(unit(placement.Left), unit(placement.Top));
+    const QPoint end(unit(placement.Left + placement.Width), unit(placement.Top + placement.Height));
+    return {left_top, QSize(end.x() - left_top.x(), end.y() - left_top.y())};
+}
+
+} // namespace qv::qt

@@ -1,0 +1,41 @@
+// The scroll bars and the coordinate read-out as real widgets.
+#pragma once
+
+#include "graph/model/ControlState.h"
+#include "host/Input.h"
+
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QScrollBar>
+
+#include <functional>
+
+namespace qv::qt {
+
+class ChildWidgets {
+public:
+    using ScrollHandler = std::function<void(host::ScrollInput const&)>;
+
+    /// Hidden until the control's state shows them. The handler hears of what a person does only.
+    ChildWidgets(QWidget* parent, ScrollHandler const& handler);
+
+    /// Thickness of a scroll bar and height of the read-out in twips, by style and font.
+    double scroll_bar_thickness() const;
+    double label_height() const;
+
+    /// Brings place, state and text in line with the control's state.
+    void follow(graph::ControlState const& state);
+
+    QScrollBar& across() { return across_; }
+    QScrollBar& down() { return down_; }
+    QLabel& label() { return label_; }
+
+private:
+    QScrollBar across_;
+    QScrollBar down_;
+    QLabel label_;
+};
+
+/// Device-independent pixels of a place in twips; neighbours in twips are neighbours in pixels.
+QRect in_units(host::Placement const& placement);
+
+} // namespace qv::qt

@@ -1,0 +1,78 @@
+#include "platform/qt/translate_input.h"
+
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QWheelEvent>
+
+#include <array>
+#include <utility>
+
+namespace qv::qt {
+namespace {
+
+constexpr double eighths_of_a_degree_per_notch = 120;
+
+template <class Flag>
+using CodeTable = std::array<std::pair<Flag, std::uint8_t>, 3>;
+
+constexpr CodeTable<Qt::MouseButton> button_codes{{{Qt::LeftButton, host::left_button},
+                                                   {Qt::RightButton, host::right_button},
+                                                   {Qt::MiddleButton, host::middle_button}}};
+constexpr CodeTable<Qt::KeyboardModifier> modifier_codes{{{Qt::ShiftModifier, host::shift_key},
+                                                          {Qt::ControlModifier, host::ctrl_key},
+                                                          {Qt::AltModifier, host::alt_key}}};
+
+template <class Flag>
+std::uint8_t sum_of_codes(QFlags<Flag> flags, CodeTable<Flag> const& codes) {
+    int sum = 0;
+    for (auto const& [flag, code] : codes)
+        if (flags.testFlag(flag)) sum |= code;
+    return static_cast<std::uint8_t>(sum);
+}
+
+Point in_twips(QPointF position) {
+    return {position.x() * twips_per_unit, position.y() * twips_per_unit};
+}
+
+std::optional<host::MouseKind> mouse_kind(QEvent::Type type) {
+    switch (type) {
+    case QEvent::MouseButtonPress: return host::MouseKind::Press;
+    case QEvent::MouseMove: return host::MouseKind::Move;
+    case QEvent::MouseButtonRelease: return host::MouseKind::Release;
+    case QEvent::MouseButtonDblClick: return host::MouseKind::DoubleClick;
+    default: return std::nullopt;
+    }
+}
+
+} // namespace
+
+std::optional<host::MouseInput> mouse_input(QMouseEvent const& event) {
+    auto const kind = mouse_kind(event.type());
+    if (!kind) return std::nullopt;
+    bool const move = *kind == host::MouseKind::Move;
+    const Qt::MouseButtons buttons = move ? event.buttons() : Qt::MouseButtons(event.button());
+    const std::uint8_t code = sum_of_codes(buttons, button_codes);
+    if (!move && code == 0) return std::nullopt;
+    return host::MouseInput{.kind = *kind,
+                            .button = code,
+                            .shift = sum_of_codes(event.modifiers(), modifier_codes),
+                            .place = in_twips(event.position())};
+}
+
+host::WheelInput wheel_input(QWheelEvent const& event) {
+    return {.steps = event.angleDelta().y() / eighths_of_a_degree_per_notch,
+            .sideways_steps = event.angleDelta().x() / eighths_of_a_degree_per_notch,
+            .shift = sum_of_codes(event.modifiers(), modifier_codes),
+            .place = in_twips(event.position())};
+}
+
+std::vector<host::KeyInput> key_inputs(QKeyEvent const& event) {
+    // Some platforms give the Delete key the character 127, which others give to Ctrl+Backspace.
+    if (event.key() == Qt::Key_Delete) return {};
+    const std::uint8_t shift = sum_of_codes(event.modifiers(), modifier_codes);
+    std::vector<host::KeyInput> inputs;
+    for (const QChar unit : event.text()) inputs.push_back({.character = unit.unicode(), .shift = shift});
+    return inputs;
+}
+
+} // namespace qv::qt
