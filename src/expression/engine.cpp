@@ -21,13 +21,6 @@ void record_fault(Engine& engine, FaultNumber number, std::string_view procedure
     record_fault(engine, Fault(number, std::string(fault_text(number))), procedure);
 }
 
-Slot& select_slot(Engine& engine, std::int32_t number) {
-    bool const known = number >= 1 && number <= engine.highest_slot();
-    engine.current_slot = known ? number : engine.highest_slot();
-    engine.error.source = engine.current_slot;
-    return engine.slots[static_cast<std::size_t>(engine.current_slot)];
-}
-
 bool ReservedName(Engine& engine, std::string_view name, std::string_view pre_text) {
     const OpcodeNumber number = function_opcode(engine.opcodes, name);
     if (number == opcode::none) return false;
@@ -49,12 +42,8 @@ VariableTable::Entry find_variable(Engine& engine, std::string_view name, WhenMi
     return variable;
 }
 
-void set_variable(Engine& engine, std::string_view name, double value) {
-    const std::int32_t position = engine.m_Variables.position_of(name, engine.name_match());
-    if (position > 0)
-        engine.m_Variables.item(position)->Value = value;
-    else
-        engine.m_Variables.append(std::make_shared<qvVariable>(qvVariable{std::string(name), value}));
+void append_variable(Engine& engine, std::string_view name, double value) {
+    engine.m_Variables.append(std::make_shared<qvVariable>(qvVariable{std::string(name), value}));
 }
 
 void ResetCompiledExpressions(Engine& engine) {

@@ -125,7 +125,13 @@ void resume_after(Statement statement) {
 }
 
 /// Makes the slot current; one below 1 or above the highest stands for the highest.
-Slot& select_slot(Engine& engine, std::int32_t number);
+inline Slot& select_slot(Engine& engine, std::int32_t number) {
+    // The current slot is a known one; asking for it again needs no counting of slots.
+    bool const known = number >= 1 && (number == engine.current_slot || number <= engine.highest_slot());
+    engine.current_slot = known ? number : engine.highest_slot();
+    engine.error.source = engine.current_slot;
+    return engine.slots[static_cast<std::size_t>(engine.current_slot)];
+}
 
 /// Sets the error when the name is taken by a function, a constant, a user function or "NOT".
 bool ReservedName(Engine& engine, std::string_view name, std::string_view pre_text);
@@ -134,7 +140,12 @@ bool ReservedName(Engine& engine, std::string_view name, std::string_view pre_te
 enum class WhenMissing { Create, Leave };
 VariableTable::Entry find_variable(Engine& engine, std::string_view name, WhenMissing when_missing);
 /// Sets the variable, created when it is missing.
-void set_variable(Engine& engine, std::string_view name, double value);
+void append_variable(Engine& engine, std::string_view name, double value);
+inline void set_variable(Engine& engine, std::string_view name, double value) {
+    if (qvVariable* const variable = engine.m_Variables.known(name, engine.name_match()))
+        variable->Value = value;
+    else append_variable(engine, name, value);
+}
 
 void ResetCompiledExpressions(Engine& engine);
 void ResetVariables(Engine& engine);

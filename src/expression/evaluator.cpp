@@ -16,12 +16,6 @@ Slot* slot_to_run(Engine& engine, std::int32_t& number) {
     return slot.text.empty() || engine.error.code != ErrorNumber::None ? nullptr : &slot;
 }
 
-Variant number_variant(Kind kind, double value) {
-    if (kind == Kind::Double) return value;
-    if (kind == Kind::Int16) return static_cast<std::int16_t>(value);
-    return static_cast<std::int32_t>(value);
-}
-
 Variant run_program(Engine& engine, Slot const& slot) {
     Evaluation state{engine};
     for (Step const& step : slot.steps) {
@@ -49,16 +43,6 @@ std::string step_text(Engine const& engine, Step const& step) {
 }
 
 } // namespace
-
-Variant evaluate(Engine& engine, std::int32_t& number) {
-    Slot const* const slot = slot_to_run(engine, number);
-    if (!slot) return {};
-    if (NumericForm* const form = slot->numeric.get(); form && form->result_kind && load_variables(*form)) {
-        double const value = run(*form);
-        if (mathematics::finite(value)) return number_variant(*form->result_kind, value);
-    }
-    return trapped_program(engine, *slot);
-}
 
 Variant evaluate_generally(Engine& engine, std::int32_t& number) {
     Slot const* const slot = slot_to_run(engine, number);

@@ -7,28 +7,30 @@
 
 namespace qv::expression {
 
+void NumericBlocks::fill_column(std::size_t node, double value) {
+    std::fill_n(column(node), block_length, value);
+}
+
 bool NumericBlocks::prepare(NumericForm& form, qvVariable const& x) {
     form_ = &form;
-    varying_.clear();
     std::vector<char> varies(form.nodes.size(), false);
+    columns_.resize(form.nodes.size() * block_length);
     for (NumericInput const& input : form.inputs) {
-        if (input.variable == &x)
-            x_cell_ = input.cell;
-        else if (!load_variable(form, input))
-            return false;
+        if (input.variable == &x) varies[*(x_cell_ = input.cell)] = true;
+        else if (!load_variable(form, input)) return false;
     }
-    if (x_cell_) varies[*x_cell_] = true;
-    // Once on single values: what does not depend on x is then in its cell.
-    expression::run(form);
+    for (std::size_t node = 0; node < form.nodes.size(); ++node)
+        if (!form.nodes[node].row) fill_column(node, form.cells[node]);
+    // What does not depend on x is computed here, once.
     for (Instruction const& each : std::span(form.code).first(form.code.size() - 1)) {
-        if (!varies[each.first] && !varies[each.second] && !varies[each.third]) continue;
+        if (!varies[each.first] && !varies[each.second] && !varies[each.third]) {
+            each.run_block(each, columns_.data());
+            continue;
+        }
         varies[each.target] = true;
         if (each.run_block == sine_and_cosine_row.on_columns) varies[each.second] = true;
         varying_.push_back(each);
     }
-    columns_.resize(form.nodes.size() * block_length);
-    for (std::size_t node = 0; node < form.nodes.size(); ++node)
-        if (!varies[node]) std::fill_n(column(node), block_length, form.cells[node]);
     return true;
 }
 

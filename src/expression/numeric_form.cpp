@@ -146,21 +146,44 @@ public:
     void write();
 
 private:
-    void write_operation(std::uint16_t node);
-    void write_end();
+    struct Operation {
+        NumericRow const* row = nullptr;
+        std::uint16_t target = 0;
+        std::uint16_t first = 0, second = 0, third = 0;
+        std::size_t joint = 0;
+    };
+
+    void plan(std::uint16_t node);
+    Operation operation_of(std::uint16_t node) const;
+    void join(Operation& operation);
     std::optional<std::uint16_t> find(OpcodeNumber number, std::uint16_t operand) const;
-    bool is_written(std::uint16_t node) const { return written_[node]; }
-    std::size_t sources(NumericNode const& node) const;
 
     NumericForm& form_;
+    std::vector<Operation> operations_;
     std::vector<char> written_ = std::vector<char>(form_.nodes.size(), false);
-    std::optional<std::uint16_t> previous_; // the node whose value the last instruction hands on
+    std::vector<char> read_ = std::vector<char>(form_.nodes.size(), false); // from its cell
 };
 
 void CodeWriter::write() {
     for (std::uint16_t node = 0; node < form_.nodes.size(); ++node)
-        if (form_.nodes[node].row && !is_written(node)) write_operation(node);
-    write_end();
+        if (form_.nodes[node].row && !written_[node]) plan(node);
+    bool const handed_on = operations_.back().target == form_.result;
+    if (!handed_on) read_[form_.result] = true;
+    form_.code.reserve(operations_.size() + 1);
+    for (Operation const& each : operations_) {
+        std::size_t const joint = each.joint | (read_[each.target] ? is_kept : 0);
+        form_.code.push_back({each.row->on_cells[joint], each.row->on_columns, each.target, each.first,
+                              each.second, each.third});
+    }
+    form_.code.push_back({handed_on ? &return_previous : &return_cell, nullptr, 0, form_.result, 0, 0});
+}
+
+void CodeWriter::plan(std::uint16_t node) {
+    Operation operation = operation_of(node);
+    join(operation);
+    written_[node] = written_[operation.target] = true;
+    if (operation.row == &sine_and_cosine_row) written_[operation.second] = true;
+    operations_.push_back(operation);
 }
 
 std::optional<std::uint16_t> CodeWriter::find(OpcodeNumber number, std::uint16_t operand) const {
@@ -172,38 +195,35 @@ std::optional<std::uint16_t> CodeWriter::find(OpcodeNumber number, std::uint16_t
     return static_cast<std::uint16_t>(found - form_.nodes.begin());
 }
 
-std::size_t CodeWriter::sources(NumericNode const& node) const {
-    if (!previous_) return 0;
-    bool const second = node.row->operands == 2 && node.second == *previous_;
-    return (node.first == *previous_ ? 1U : 0U) | (second ? 2U : 0U);
+// The node's own operation, or sine and cosine together when the formula has both of one angle.
+CodeWriter::Operation CodeWriter::operation_of(std::uint16_t number) const {
+    NumericNode const& node = form_.nodes[number];
+    if (node.row->number == opcode::sine || node.row->number == opcode::cosine) {
+        auto const sine = find(opcode::sine, node.first);
+        auto const cosine = find(opcode::cosine, node.first);
+        if (sine && cosine) return {&sine_and_cosine_row, *sine, node.first, *cosine, node.first, 0};
+    }
+    return {node.row, number, node.first, node.second, node.third, 0};
 }
 
-void CodeWriter::write_operation(std::uint16_t node) {
-    NumericNode const& operation = form_.nodes[node];
-    const std::size_t from = sources(operation);
-    bool const circular = operation.row->number == opcode::sine || operation.row->number == opcode::cosine;
-    auto const sine = circular ? find(opcode::sine, operation.first) : std::nullopt;
-    auto const cosine = circular ? find(opcode::cosine, operation.first) : std::nullopt;
-    bool const both = sine && cosine;
-    NumericRow const& row = both ? sine_and_cosine_row : *operation.row;
-    const std::uint16_t target = both ? *sine : node;
-    const std::uint16_t second = both ? *cosine : operation.second;
-    written_[node] = written_[target] = true;
-    if (both) written_[second] = true;
-    form_.code.push_back(
-        {row.on_cells[from], row.on_columns, target, operation.first, second, operation.third});
-    previous_ = target;
-}
-
-void CodeWriter::write_end() {
-    bool const handed_on = previous_ == form_.result;
-    form_.code.push_back({handed_on ? &return_previous : &return_cell, nullptr, 0, form_.result, 0, 0});
+// An operand that the operation before has just computed is handed over, any other is read from its cell.
+void CodeWriter::join(Operation& operation) {
+    auto const is_previous = [this](std::uint16_t node) {
+        return !operations_.empty() && operations_.back().target == node;
+    };
+    std::uint8_t const operands = operation.row->operands;
+    bool const joins = operands < 3;
+    if (joins && is_previous(operation.first)) operation.joint |= first_is_previous;
+    else read_[operation.first] = true;
+    if (operands == 2 && is_previous(operation.second)) operation.joint |= second_is_previous;
+    else if (operands >= 2) read_[operation.second] = true;
+    if (operands == 3) read_[operation.third] = true;
 }
 
 std::unique_ptr<NumericForm> FormBuilder::finish() {
     if (stack_.size() != 1 || !form_->nodes[stack_.back()].row) return nullptr;
     form_->result = stack_.back();
-    form_->result_kind = bounds_[form_->result].kind;
+    form_->result_kind = bounds_[form_->result].kind.value_or(Kind::Empty);
     CodeWriter(*form_).write();
     return std::move(form_);
 }
@@ -215,23 +235,6 @@ std::unique_ptr<NumericForm> numeric_form(std::span<Step const> steps) {
     for (Step const& step : steps)
         if (!builder.add(step)) return nullptr;
     return builder.finish();
-}
-
-bool load_variable(NumericForm& form, NumericInput const& input) {
-    double const* value = std::get_if<double>(&input.variable->Value);
-    if (!value || !mathematics::finite(*value)) return false;
-    form.cells[input.cell] = *value;
-    return true;
-}
-
-bool load_variables(NumericForm& form) {
-    for (NumericInput const& input : form.inputs)
-        if (!load_variable(form, input)) return false;
-    return true;
-}
-
-double run(NumericForm& form) {
-    return form.code.front().run(form.code.data(), form.cells.data(), 0);
 }
 
 } // namespace qv::expression

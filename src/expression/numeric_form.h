@@ -7,6 +7,7 @@
 #pragma once
 
 #include "expression/operand.h"
+#include "expression/variables.h"
 
 #include <cstdint>
 #include <memory>
@@ -50,33 +51,46 @@ struct NumericForm {
     std::vector<NumericNode> nodes;
     std::vector<Instruction> code;    ///< the operations in order and a last instruction that returns
     std::vector<NumericInput> inputs; ///< where variables are loaded
-    std::vector<double> cells;        ///< one a node; constants are there from the start
+    /// One a node. Constants are there from the start, results only where a later instruction reads them.
+    std::vector<double> cells;
     std::uint16_t result = 0;         ///< the node whose value the formula has
-    /// Kind of the result; none when it depends on the values, which only the general evaluator tells.
-    std::optional<Kind> result_kind;
+    /// Kind of the result; empty when it depends on the values, which only the general evaluator tells.
+    Kind result_kind = Kind::Empty;
 };
 
 /// The form of a compiled program, or none when the program is not purely numeric, could fault whatever the
 /// values, or has nothing to compute.
 std::unique_ptr<NumericForm> numeric_form(std::span<Step const> steps);
 
-/// Copies a variable into its cell; false when it does not hold a finite double.
-bool load_variable(NumericForm& form, NumericInput const& input);
-bool load_variables(NumericForm& form);
+/// Copies a variable into its cell; false when it does not hold a double.
+inline bool load_variable(NumericForm& form, NumericInput const& input) {
+    double const* const value = std::get_if<double>(&input.variable->Value);
+    if (!value) return false;
+    form.cells[input.cell] = *value;
+    return true;
+}
+inline bool load_variables(NumericForm& form) {
+    for (NumericInput const& input : form.inputs)
+        if (!load_variable(form, input)) return false;
+    return true;
+}
 /// The formula's value for the loaded variables; not finite when declined.
-double run(NumericForm& form);
+inline double run(NumericForm& form) {
+    return form.code.front().run(form.code.data(), form.cells.data(), 0);
+}
 
 /// A formula made ready to run over arrays, in columns of `block_length` values, one a node.
 class NumericBlocks {
 public:
     /// Prepares runs in which `x` varies and every other variable keeps its present value. False when one of
-    /// those does not hold a finite double.
+    /// those does not hold a double.
     bool prepare(NumericForm& form, qvVariable const& x);
     /// Values for up to `block_length` samples; false when a value is not finite, and `y` then tells which.
     bool run(std::span<double const> x, std::span<double> y);
 
 private:
     double* column(std::size_t node) { return columns_.data() + node * block_length; }
+    void fill_column(std::size_t node, double value);
     void load_column(std::span<double const> x);
 
     NumericForm const* form_ = nullptr;

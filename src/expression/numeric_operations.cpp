@@ -2,6 +2,8 @@
 
 #include "expression/mathematics.h"
 
+#include <utility>
+
 namespace qv::expression {
 namespace {
 
@@ -9,8 +11,9 @@ double* column(double* columns, std::size_t number) {
     return columns + number * block_length;
 }
 
+template <std::size_t Joint>
 double run_next(Instruction const* instruction, double* cells, double value) {
-    cells[instruction->target] = value;
+    if constexpr ((Joint & is_kept) != 0) cells[instruction->target] = value;
     return instruction[1].run(instruction + 1, cells, value);
 }
 
@@ -22,9 +25,9 @@ struct Unary {
 
     static double on_values(double a, double, double) { return Function(a); }
 
-    template <std::size_t Source>
+    template <std::size_t Joint>
     static double on_cells(Instruction const* at, double* cells, double previous) {
-        return run_next(at, cells, Function(Source & 1 ? previous : cells[at->first]));
+        return run_next<Joint>(at, cells, Function(Joint & first_is_previous ? previous : cells[at->first]));
     }
 
     static void on_columns(Instruction const& at, double* columns) {
@@ -40,11 +43,11 @@ struct Binary {
 
     static double on_values(double a, double b, double) { return Function(a, b); }
 
-    template <std::size_t Source>
+    template <std::size_t Joint>
     static double on_cells(Instruction const* at, double* cells, double previous) {
-        double const a = Source & 1 ? previous : cells[at->first];
-        double const b = Source & 2 ? previous : cells[at->second];
-        return run_next(at, cells, Function(a, b));
+        double const a = Joint & first_is_previous ? previous : cells[at->first];
+        double const b = Joint & second_is_previous ? previous : cells[at->second];
+        return run_next<Joint>(at, cells, Function(a, b));
     }
 
     static void on_columns(Instruction const& at, double* columns) {
@@ -61,9 +64,9 @@ struct Ternary {
 
     static double on_values(double a, double b, double c) { return Function(a, b, c); }
 
-    template <std::size_t>
+    template <std::size_t Joint>
     static double on_cells(Instruction const* at, double* cells, double) {
-        return run_next(at, cells, Function(cells[at->first], cells[at->second], cells[at->third]));
+        return run_next<Joint>(at, cells, Function(cells[at->first], cells[at->second], cells[at->third]));
     }
 
     static void on_columns(Instruction const& at, double* columns) {
@@ -75,15 +78,18 @@ struct Ternary {
     }
 };
 
-template <class Operation>
-constexpr NumericRow row(OpcodeNumber number, KindRule rule) {
+template <class Operation, std::size_t... Joint>
+constexpr NumericRow row(OpcodeNumber number, KindRule rule, std::index_sequence<Joint...>) {
     return {number,
             Operation::operands,
             rule,
             &Operation::on_values,
-            {&Operation::template on_cells<0>, &Operation::template on_cells<1>,
-             &Operation::template on_cells<2>, &Operation::template on_cells<3>},
+            {&Operation::template on_cells<Joint>...},
             &Operation::on_columns};
+}
+template <class Operation>
+constexpr NumericRow row(OpcodeNumber number, KindRule rule) {
+    return row<Operation>(number, rule, std::make_index_sequence<joints>());
 }
 
 template <double (*Function)(double)>
@@ -157,12 +163,12 @@ struct SineAndCosine {
 
     static double on_values(double a, double, double) { return std::sin(a); }
 
-    template <std::size_t Source>
+    template <std::size_t Joint>
     static double on_cells(Instruction const* at, double* cells, double previous) {
-        double const angle = Source & 1 ? previous : cells[at->first];
+        double const angle = Joint & first_is_previous ? previous : cells[at->first];
         double const sine = std::sin(angle);
         cells[at->second] = std::cos(angle);
-        return run_next(at, cells, sine);
+        return run_next<Joint>(at, cells, sine);
     }
 
     static void on_columns(Instruction const& at, double* columns) {

@@ -23,15 +23,18 @@ enum class KindRule : std::uint8_t {
     Either,   ///< the kind of one of the last two operands
 };
 
-/// Which operands come from the instruction before: bit 0 the first, bit 1 the second.
-constexpr std::size_t operand_sources = 4;
+/// The ways an instruction is joined to its neighbours, as bits.
+constexpr std::size_t first_is_previous = 1;  ///< the first operand is the result of the instruction before
+constexpr std::size_t second_is_previous = 2; ///< the second operand is
+constexpr std::size_t is_kept = 4;            ///< the result goes into its cell too
+constexpr std::size_t joints = 8;
 
 struct NumericRow {
     OpcodeNumber number = opcode::none;
     std::uint8_t operands = 0;
     KindRule rule = KindRule::Double;
     double (*on_values)(double first, double second, double third) = nullptr;
-    std::array<InstructionCode, operand_sources> on_cells{};
+    std::array<InstructionCode, joints> on_cells{};
     BlockCode on_columns = nullptr;
 };
 

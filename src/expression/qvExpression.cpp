@@ -56,11 +56,6 @@ Variant qvExpression::Value(std::int32_t& ExprIndex) {
     return expression::evaluate(*this, ExprIndex);
 }
 
-Variant qvExpression::Value(std::int32_t const& ExprIndex) {
-    std::int32_t index = ExprIndex;
-    return expression::evaluate(*this, index);
-}
-
 void qvExpression::ValueOver(std::string_view VarName, std::span<double const> X, std::span<double> Y,
                              std::int32_t ExprIndex) {
     auto const variable = find_variable(*this, VarName, expression::WhenMissing::Create);
@@ -95,9 +90,8 @@ void qvExpression::Variable(NameOrNumber const& VarName, double const& VarValue)
     Variable(VarName, value);
 }
 
-void qvExpression::Variable(char const* VarName, double const& VarValue) {
-    double value = VarValue;
-    set_named(VarName, value);
+void qvExpression::set_known(std::string_view name, double value) {
+    set_named(name, value);
 }
 
 double qvExpression::VariableValue(NameOrNumber const& VarName) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "expression/arrays.h"
+#include "expression/characters.h"
 #include "expression/engine.h"
 #include "expression/evaluator.h"
 #include "expression/user_functions.h"
@@ -62,7 +63,10 @@ public:
     /// The value of a slot; below 0 the highest slot, whose number `ExprIndex` receives. Empty while an
     /// error is pending.
     Variant Value(std::int32_t& ExprIndex);
-    Variant Value(std::int32_t const& ExprIndex = -1);
+    Variant Value(std::int32_t const& ExprIndex = -1) {
+        std::int32_t index = ExprIndex;
+        return expression::evaluate(*this, index);
+    }
 
     /// Evaluates a slot once for each of `X`, put into the variable, and stores the values as doubles in
     /// `Y`, which has the same length. Each sample starts from a cleared error; one that fails gives
@@ -88,9 +92,14 @@ public:
     /// Sets a variable, created when missing. A numeric name sets nothing and puts its number into VarValue.
     void Variable(NameOrNumber const& VarName, double& VarValue);
     void Variable(NameOrNumber const& VarName, double const& VarValue);
-    /// The same for a name that is known to be no number.
     void Variable(char const* VarName, double& VarValue) { set_named(VarName, VarValue); }
-    void Variable(char const* VarName, double const& VarValue);
+    void Variable(char const* VarName, double const& VarValue) {
+        // A curve sets the one variable of its formula again and again; a number never begins with a letter.
+        std::string_view const name = VarName;
+        qvVariable* const first = m_Variables.first_if_named(name);
+        if (first && expression::is_letter(name.front())) first->Value = VarValue;
+        else set_known(name, VarValue);
+    }
     /// The value as a double, the number itself for a numeric name, 0 for an unknown one.
     double VariableValue(NameOrNumber const& VarName);
     std::int32_t NumVariables() const { return m_Variables.size(); }
@@ -125,6 +134,7 @@ public:
 
 private:
     void set_named(std::string_view name, double& value);
+    void set_known(std::string_view name, double value);
 };
 
 } // namespace qv

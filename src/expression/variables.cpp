@@ -6,27 +6,13 @@
 #include <algorithm>
 
 namespace qv::expression {
-namespace {
-
-// So few names are compared faster than one is hashed; formulas have two or three.
-constexpr std::size_t plain_search_length = 12;
-
-bool matches(std::string_view candidate, std::string_view name, NameMatch match) {
-    if (candidate.size() != name.size()) return false;
-    if (candidate == name) return true;
-    return match == NameMatch::AnyCase && equals_ignoring_case(candidate, name);
-}
-
-} // namespace
-
 VariableTable::Entry const& VariableTable::item(std::int32_t position) const {
     return at(variables_, position - 1);
 }
 
 std::int32_t VariableTable::position_of(std::string_view name, NameMatch match) const {
-    const std::size_t reach = std::min(variables_.size(), plain_search_length);
-    for (std::size_t place = 0; place < reach; ++place)
-        if (matches(variables_[place]->Name, name, match)) return static_cast<std::int32_t>(place + 1);
+    for (std::size_t place = 0; place < plain_search_reach(); ++place)
+        if (is_same_name(variables_[place]->Name, name, match)) return static_cast<std::int32_t>(place + 1);
     return index_.empty() ? 0 : indexed_position(name, match);
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -26,6 +27,15 @@ enum class NameMatch { AnyCase, SameCase };
 
 /// Variables in order of creation, at positions 1 to `size()`; names compare without regard to case unless
 /// asked otherwise. A variable is found under the name it had when it was appended.
+/// Written out because a call to compare memory would cost more than the few letters of a name.
+inline bool is_same_name(std::string_view a, std::string_view b, NameMatch match) {
+    constexpr auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (a[i] != b[i] && (match == NameMatch::SameCase || upper(a[i]) != upper(b[i]))) return false;
+    return true;
+}
+
 class VariableTable {
 public:
     using Entry = std::shared_ptr<qvVariable>;
@@ -37,11 +47,28 @@ public:
     std::int32_t position_of(std::string_view name, NameMatch match = NameMatch::AnyCase) const;
     /// The variable of this name or none.
     Entry find(std::string_view name, NameMatch match = NameMatch::AnyCase) const;
+    /// The first variable, if it has just this name.
+    qvVariable* first_if_named(std::string_view name) const {
+        bool const is_it = !variables_.empty() && variables_.front()->Name == name;
+        return is_it ? variables_.front().get() : nullptr;
+    }
+    /// The same as `find` without a share in its ownership: what setting a variable for every sample of a curve needs.
+    qvVariable* known(std::string_view name, NameMatch match) const {
+        for (Entry const& entry : std::span(variables_).first(plain_search_reach()))
+            if (is_same_name(entry->Name, name, match)) return entry.get();
+        return index_.empty() ? nullptr : find(name, match).get();
+    }
     void append(Entry variable);
     void remove(std::int32_t position);
     void clear();
 
 private:
+    // So few names are compared faster than one is hashed; formulas have two or three.
+    static constexpr std::size_t plain_search_length = 12;
+
+    std::size_t plain_search_reach() const {
+        return variables_.size() < plain_search_length ? variables_.size() : plain_search_length;
+    }
     std::int32_t indexed_position(std::string_view name, NameMatch match) const;
     void add_to_index(std::size_t place);
 
