@@ -4,7 +4,8 @@
 QV_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev libharfbuzz-dev libfontconfig-dev
   libpng-dev libcsv-dev libcli11-dev fonts-liberation fonts-dejavu-core"
-QV_TEST_PACKAGES="doctest-dev python3-minimal"
+QV_QT_PACKAGES="qt6-base-dev"
+QV_TEST_PACKAGES="doctest-dev python3-minimal xvfb xdotool"
 QV_BENCH_PACKAGES="libbenchmark-dev libmuparser-dev"
 
 # need_packages NAME...: installs those that dpkg does not know as installed.

@@ -20,12 +20,16 @@ PageView::PageView(QWidget* parent, Picture picture, InputHandler handler)
 }
 
 void PageView::paintEvent(QPaintEvent*) {
-    const QImage picture = picture_();
+    QImage picture = picture_();
+    double const density = picture.devicePixelRatio();
     QPainter painter(this);
     // At a broken scale the view may reach part of a pixel beyond the picture.
-    if (picture.deviceIndependentSize() != QSizeF(size()))
+    if (QSizeF(picture.size()) != QSizeF(size()) * density)
         painter.fillRect(rect(), picture.pixelColor(picture.width() - 1, picture.height() - 1));
-    painter.drawImage(QPointF(0, 0), picture);
+    // Scaled back to the screen's pixels, so that they are copied at any density and not resampled.
+    painter.scale(1 / density, 1 / density);
+    picture.setDevicePixelRatio(1);
+    painter.drawImage(0, 0, picture);
 }
 
 void PageView::take(QMouseEvent* event) {

@@ -56,7 +56,7 @@ public:
 
     QSize sizeHint() const override { return {640, 480}; }
 
-signals:
+Q_SIGNALS:
     void Click(double X, double Y);
     void DblClick(double X, double Y);
     void MouseMove(double X, double Y);

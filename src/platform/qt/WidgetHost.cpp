@@ -13,39 +13,39 @@ PageView::Picture page_of(WidgetHost const& host) {
 } // namespace
 
 void SignalSink::Click(double& X, double& Y) {
-    emit widget_.Click(X, Y);
+    Q_EMIT widget_.Click(X, Y);
 }
 
 void SignalSink::DblClick(double& X, double& Y) {
-    emit widget_.DblClick(X, Y);
+    Q_EMIT widget_.DblClick(X, Y);
 }
 
 void SignalSink::MouseMove(double& X, double& Y) {
-    emit widget_.MouseMove(X, Y);
+    Q_EMIT widget_.MouseMove(X, Y);
 }
 
 void SignalSink::KeyPress(std::int16_t& KeyAscii, double& X, double& Y) {
-    emit widget_.KeyPress(KeyAscii, X, Y);
+    Q_EMIT widget_.KeyPress(KeyAscii, X, Y);
 }
 
 void SignalSink::NewGraphInFront() {
-    emit widget_.NewGraphInFront();
+    Q_EMIT widget_.NewGraphInFront();
 }
 
 void SignalSink::GraphScaleChanged() {
-    emit widget_.GraphScaleChanged();
+    Q_EMIT widget_.GraphScaleChanged();
 }
 
 void SignalSink::GraphPositionChanged() {
-    emit widget_.GraphPositionChanged();
+    Q_EMIT widget_.GraphPositionChanged();
 }
 
 void SignalSink::LegendPositionChanged() {
-    emit widget_.LegendPositionChanged();
+    Q_EMIT widget_.LegendPositionChanged();
 }
 
 void SignalSink::ErrorMsg(std::string& Source, std::string& Description) {
-    emit widget_.ErrorMsg(QString::fromStdString(Source), QString::fromStdString(Description));
+    Q_EMIT widget_.ErrorMsg(QString::fromStdString(Source), QString::fromStdString(Description));
 }
 
 WidgetHost::WidgetHost(QvGraphWidget& widget, PageView::InputHandler const& handler)

@@ -40,6 +40,7 @@ void follow(QLabel& widget, host::Label const& label) {
 ChildWidgets::ChildWidgets(QWidget* parent, ScrollHandler const& handler)
     : across_(Qt::Horizontal, parent), down_(Qt::Vertical, parent), label_(parent) {
     label_.setTextFormat(Qt::PlainText);
+    label_.setAutoFillBackground(true); // its text has the desktop's colours, which the page may not suit
     across_.hide();
     down_.hide();
     label_.hide();

@@ -1,0 +1,59 @@
+// Two screens side by side, the right one twice as dense.
+#include "widget.h"
+
+#include <QtGui/QScreen>
+#include <QtWidgets/QApplication>
+
+#include <doctest/doctest.h>
+
+namespace qv::test {
+namespace {
+
+QPoint corner_of_screen(char const* name) {
+    for (QScreen const* screen : QApplication::screens())
+        if (screen->name() == name) return screen->geometry().topLeft();
+    FAIL("no such screen");
+    return {};
+}
+
+void move_to(QWidget& widget, char const* screen) {
+    widget.move(corner_of_screen(screen));
+    for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
+}
+
+TEST_SUITE("screens") {
+    TEST_CASE("a page moved to another screen is drawn anew in that screen's pixels") {
+        ShownWidget shown;
+        draw_page(shown.widget.control());
+        CHECK(different_pixels(shown.widget.page(), headless_page({600, 400}, 96)) == 0);
+        move_to(shown.widget, "dense");
+        CHECK(shown.widget.devicePixelRatioF() == 2);
+        CHECK(shown.widget.page().devicePixelRatio() == 2);
+        CHECK(different_pixels(shown.widget.page(), headless_page({1200, 800}, 192)) == 0);
+        move_to(shown.widget, "plain");
+        CHECK(different_pixels(shown.widget.page(), headless_page({600, 400}, 96)) == 0);
+    }
+
+    TEST_CASE("an emptied page follows too") {
+        ShownWidget shown;
+        draw_page(shown.widget.control());
+        shown.widget.control().Reset();
+        move_to(shown.widget, "dense");
+        QImage white(1200, 800, QImage::Format_RGB32);
+        white.fill(Qt::white);
+        CHECK(different_pixels(shown.widget.page(), white) == 0);
+    }
+
+    TEST_CASE("a page made on one screen and first shown on another fits it") {
+        qt::QvGraphWidget widget;
+        widget.resize(around_page(widget, {600, 400}));
+        draw_page(widget.control());
+        widget.move(corner_of_screen("dense"));
+        widget.show();
+        REQUIRE(QTest::qWaitForWindowExposed(&widget));
+        CHECK(different_pixels(widget.page(), headless_page({1200, 800}, 192)) == 0);
+    }
+}
+
+} // namespace
+} // namespace qv::test
