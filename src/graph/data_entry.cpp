@@ -1,10 +1,10 @@
 #include "graph/data_entry.h"
 
 #include "base/convert.h"
-#include "base/text.h"
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -116,6 +116,13 @@ bool is_finite(double x, double y) {
     return std::isfinite(x) && std::isfinite(y);
 }
 
+/// Whether `value` moves nothing on the axis: it lies inside the range drawn and the extent of the data. On
+/// an axis that runs from high to low no value is taken as settled.
+bool is_settled(Axis const& axis, double value) {
+    return axis.AxisValue1 <= value && value <= axis.AxisValue2 && axis.DataMin <= value
+           && value <= axis.DataMax && !axis.AxisNoData;
+}
+
 /// The axes on which new points lie.
 struct PointAxes {
     Axis* x = nullptr;
@@ -128,6 +135,25 @@ struct PointAxes {
         return x_changed || y_changed;
     }
 };
+
+/// Element `index`, or nullptr; a negative index becomes too large.
+template <class Sequence>
+auto* find_element(Sequence& sequence, std::int16_t index) {
+    auto const place = static_cast<std::size_t>(index);
+    return place < sequence.size() ? &sequence[place] : nullptr;
+}
+
+/// The current graph when the point moves none of its axes, which nearly every point of a long series does
+/// not; nullptr when it does, or anything is missing.
+Graph* settled_graph(ControlState& state, PointEntry const& point) {
+    auto* const current = find_element(state.Graphs, state.CurrentGraph);
+    if (!current || (*current)->DataSets.empty()) return nullptr;
+    Graph& graph = **current;
+    Axis const* const x = find_element(graph.Axes, graph.SelectedXAxis);
+    Axis const* const y = find_element(graph.Axes, graph.SelectedYAxis);
+    bool const settled = x && y && is_settled(*x, point.X) && is_settled(*y, point.Y);
+    return settled ? &graph : nullptr;
+}
 
 PointAxes begun_axes(Graph& graph, double x, double y) {
     PointAxes axes{&selected_x_axis(graph), nullptr};
@@ -142,10 +168,40 @@ void check_room(Graph const& graph, std::size_t added) {
     if (added > most - static_cast<std::size_t>(graph.NumPoints)) raise_fault(FaultNumber::Overflow);
 }
 
+void store_point(Graph& graph, PointEntry const& point, std::int16_t data_set) {
+    check_room(graph, 1);
+    numbered_data_set(graph, data_set).points.append(point);
+    ++graph.NumPoints;
+}
+
+// Kept out of AddDataPoint, whose quick way would otherwise save and restore registers for this one.
+[[gnu::noinline]] void add_moving_point(ControlState& state, PointEntry const& point, std::int16_t data_set) {
+    Graph* graph = nullptr;
+    PointAxes moved;
+    trapped(state, "AddDataPoint", [&] {
+        Graph* const found = graph_with_data(state);
+        if (found && is_finite(point.X, point.Y)) moved = begun_axes(*found, point.X, point.Y);
+        graph = found;
+    });
+    if (!graph) return;
+    store_point(*graph, point, data_set);
+    if (moved && moved.extend(point.X, point.Y)) raise_scale_changed(state);
+}
+
 std::size_t first_finite(PointColumns const& points) {
     std::size_t i = 0;
     while (i < points.x.size() && !is_finite(points.x[i], points.y[i])) ++i;
     return i;
+}
+
+bool extend_all(PointAxes const& axes, PointColumns const& points, std::size_t first) {
+    bool changed = false;
+    for (std::size_t i = first; i < points.x.size(); ++i) {
+        double const x = points.x[i], y = points.y[i];
+        if (is_settled(*axes.x, x) && is_settled(*axes.y, y)) continue;
+        if (is_finite(x, y)) changed |= axes.extend(x, y);
+    }
+    return changed;
 }
 
 void check_lengths(PointColumns const& points) {
@@ -187,20 +243,11 @@ void NewDataSet(ControlState& state, std::string_view legend, bool in_legend_tab
     });
 }
 
-void AddDataPoint(ControlState& state, PointEntry point, std::int16_t data_set) {
-    Graph* graph = nullptr;
-    PointAxes axes;
-    trapped(state, "AddDataPoint", [&] {
-        Graph* const found = graph_with_data(state);
-        if (found && is_finite(point.X, point.Y)) axes = begun_axes(*found, point.X, point.Y);
-        graph = found;
-    });
-    if (!graph) return;
-    check_room(*graph, 1);
-    if (!point.DataID.empty()) point.DataID = trim(point.DataID);
-    numbered_data_set(*graph, data_set).points.append(point);
-    ++graph->NumPoints;
-    if (axes && axes.extend(point.X, point.Y)) raise_scale_changed(state);
+void AddDataPoint(ControlState& state, PointEntry const& point, std::int16_t data_set) {
+    if (Graph* const graph = settled_graph(state, point))
+        store_point(*graph, point, data_set);
+    else
+        add_moving_point(state, point, data_set);
 }
 
 void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t data_set) {
@@ -213,10 +260,7 @@ void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t
     check_room(*graph, points.x.size());
     numbered_data_set(*graph, data_set).points.append(points.x, points.y, points.e);
     graph->NumPoints += static_cast<std::int32_t>(points.x.size());
-    bool changed = false;
-    for (std::size_t i = first; i < points.x.size(); ++i)
-        if (is_finite(points.x[i], points.y[i])) changed |= axes.extend(points.x[i], points.y[i]);
-    if (changed) raise_scale_changed(state);
+    if (axes && extend_all(axes, points, first)) raise_scale_changed(state);
 }
 
 void DropDataPoints(ControlState& state, std::int32_t count, std::int16_t data_set) {

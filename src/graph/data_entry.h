@@ -20,7 +20,7 @@ void AutoDataStyle(ControlState& state, std::int16_t graph_index, std::int16_t d
 /// graph's selected axes widen to hold the point; one GraphScaleChanged tells when a range drawn did. A point
 /// with a coordinate that is not finite is kept but moves no axis.
 /// Failures up to the axes are reported through ErrorMsg, later ones thrown.
-void AddDataPoint(ControlState& state, PointEntry point, std::int16_t data_set);
+void AddDataPoint(ControlState& state, PointEntry const& point, std::int16_t data_set);
 
 /// Columns of equal length; E may be empty.
 struct PointColumns {

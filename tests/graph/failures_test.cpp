@@ -94,8 +94,8 @@ TEST_CASE("counters stop at their last number and the structure stays as it was"
     control.SuppressRaisingEvents(true);
     control.NewGraph("G");
     graph::Graph& graph = graph::current_graph(control.state());
-    graph.DataSets.resize(most);
-    graph.Axes.resize(most);
+    while (graph.NumDataSets() < most) graph.DataSets.emplace_back();
+    while (graph.NumAxes() < most) graph.Axes.emplace_back();
     graph.NumPoints = std::numeric_limits<std::int32_t>::max();
     control.NewDataSet("one too many");
     CHECK(control.events() == error(6, "NewDataSet"));

@@ -77,8 +77,8 @@ struct Control : qvGraph {
     }
     /// What was raised since the last call.
     std::vector<std::string> events() { return std::exchange(log.entries, {}); }
-    graph::Axis const& axis(std::size_t index) { return graph::current_graph(state()).Axes.at(index); }
-    graph::DataSet const& data(std::size_t index) { return graph::current_graph(state()).DataSets.at(index); }
+    graph::Axis const& axis(std::size_t index) { return graph::current_graph(state()).Axes[index]; }
+    graph::DataSet const& data(std::size_t index) { return graph::current_graph(state()).DataSets[index]; }
     graph::Graph const& graph() { return graph::current_graph(state()); }
 
     std::unique_ptr<BlankHost> host;

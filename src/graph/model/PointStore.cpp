@@ -1,6 +1,7 @@
 #include "graph/model/PointStore.h"
 
 #include "base/fault.h"
+#include "base/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -42,26 +43,9 @@ void PointBlock::need_e_column() {
     std::fill_n(e_.get(), end_, 0.0);
 }
 
-// Takes the point at end_ into what is known of all points, and counts it.
-void PointBlock::note(double x, double y) {
-    double const previous = end_ == begin_ ? x : x_[end_ - 1];
-    x_rising_ &= x >= previous;
-    ++end_;
-    if (std::isfinite(x) && std::isfinite(y)) {
-        x_extent_.include(x);
-        y_extent_.include(y);
-    } else {
-        all_finite_ = false;
-    }
-}
-
-void PointBlock::append(PointEntry const& point) {
-    if (point.E != 0) need_e_column();
-    if (!point.DataID.empty()) data_ids_.emplace(end_, point.DataID);
-    x_[end_] = point.X;
-    y_[end_] = point.Y;
-    if (e_) e_[end_] = point.E;
-    note(point.X, point.Y);
+void PointBlock::keep_data_id(std::string_view data_id) {
+    auto const trimmed = trim(data_id);
+    if (!trimmed.empty()) data_ids_.emplace(end_, trimmed);
 }
 
 void PointBlock::append(std::span<double const> x, std::span<double const> y, std::span<double const> e) {
@@ -72,7 +56,23 @@ void PointBlock::append(std::span<double const> x, std::span<double const> y, st
         std::fill_n(e_.get() + end_, x.size(), 0.0);
     else if (e_)
         std::ranges::copy(e, e_.get() + end_);
-    for (std::size_t i = 0; i < x.size(); ++i) note(x[i], y[i]);
+    end_ += x.size();
+}
+
+PointBlock::Known const& PointBlock::known() const {
+    Known known = known_;
+    for (std::size_t i = std::max(known.end, begin_); i < end_; ++i) {
+        double const x = x_[i], y = y_[i];
+        double const previous = i == begin_ ? x : x_[i - 1];
+        known.x_rising &= x >= previous;
+        bool const finite = std::isfinite(x) && std::isfinite(y);
+        known.all_finite &= finite;
+        if (!finite) continue;
+        known.x_extent.include(x);
+        known.y_extent.include(y);
+    }
+    known.end = end_;
+    return known_ = known;
 }
 
 void PointBlock::drop_oldest(std::size_t count) {
@@ -89,24 +89,21 @@ PointEntry PointStore::at(std::size_t index) const {
     raise_fault(FaultNumber::SubscriptOutOfRange);
 }
 
-PointBlock& PointStore::block_with_room() {
-    if (blocks_.empty() || blocks_.back().full())
-        blocks_.emplace_back(std::clamp(size_, smallest_block, largest_block));
-    return blocks_.back();
+bool PointStore::x_rising() const {
+    double last = -std::numeric_limits<double>::infinity();
+    for (PointBlock const& block : blocks_) {
+        if (block.size() == 0) continue;
+        if (!block.x_rising() || !(block.x().front() >= last)) return false;
+        last = block.x().back();
+    }
+    return true;
 }
 
-void PointStore::append(PointEntry const& point) {
-    block_with_room().append(point);
-    ++size_;
-    x_rising_ &= point.X >= last_x_;
-    last_x_ = point.X;
+void PointStore::start_block() {
+    blocks_.emplace_back(std::clamp(size_, smallest_block, largest_block));
 }
 
 void PointStore::append(std::span<double const> x, std::span<double const> y, std::span<double const> e) {
-    for (double const value : x) {
-        x_rising_ &= value >= last_x_;
-        last_x_ = value;
-    }
     while (!x.empty()) {
         PointBlock& block = block_with_room();
         const std::size_t count = std::min(x.size(), block.room());

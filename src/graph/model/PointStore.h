@@ -1,9 +1,10 @@
 // PointStore: the points of one data set, in order of arrival, in columns.
 #pragma once
 
+#include "graph/model/StableList.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <limits>
 #include <memory>
 #include <span>
@@ -20,13 +21,14 @@ struct Extent {
 
     bool empty() const { return low > high; }
     void include(double value) {
-        if (value < low) low = value;
-        if (value > high) high = value;
+        low = value < low ? value : low;
+        high = value > high ? value : high;
     }
     bool operator==(Extent const&) const = default;
 };
 
-/// One point: X, Y, E (half length of its error bar) and its identifying text.
+/// One point: X, Y, E (half length of its error bar) and its identifying text, which is kept without blanks
+/// at its ends.
 struct PointEntry {
     double X = 0;
     double Y = 0;
@@ -50,12 +52,13 @@ public:
     bool has_data_ids() const { return !data_ids_.empty(); }
     PointEntry entry(std::size_t index) const;
 
-    /// Extents of the points whose X and Y are both finite. After points were dropped they still span those.
-    Extent const& x_extent() const { return x_extent_; }
-    Extent const& y_extent() const { return y_extent_; }
-    bool all_finite() const { return all_finite_; }
+    /// Extents of the points whose X and Y are both finite. After points were dropped they may still span
+    /// those.
+    Extent const& x_extent() const { return known().x_extent; }
+    Extent const& y_extent() const { return known().y_extent; }
+    bool all_finite() const { return known().all_finite; }
     /// No X is below the one before it, and none is a not-a-number.
-    bool x_rising() const { return x_rising_; }
+    bool x_rising() const { return known().x_rising; }
 
     void append(PointEntry const& point);
     /// Appends columns of one length, at most `room()`; `e` may be empty.
@@ -64,8 +67,18 @@ public:
     void drop_oldest(std::size_t count);
 
 private:
+    /// What is known of the points before `end`; brought up to date when somebody asks, so that adding a
+    /// point costs no more than storing it.
+    struct Known {
+        Extent x_extent;
+        Extent y_extent;
+        bool all_finite = true;
+        bool x_rising = true;
+        std::size_t end = 0;
+    };
+    Known const& known() const;
     void need_e_column();
-    void note(double x, double y);
+    void keep_data_id(std::string_view data_id);
 
     std::size_t capacity_;
     std::size_t begin_ = 0;
@@ -74,21 +87,28 @@ private:
     std::unique_ptr<double[]> y_;
     std::unique_ptr<double[]> e_;
     std::unordered_map<std::size_t, std::string> data_ids_;
-    Extent x_extent_;
-    Extent y_extent_;
-    bool all_finite_ = true;
-    bool x_rising_ = true;
+    mutable Known known_;
 };
+
+// In the header because it runs once a point.
+inline void PointBlock::append(PointEntry const& point) {
+    if (point.E != 0) need_e_column();
+    if (!point.DataID.empty()) keep_data_id(point.DataID);
+    x_[end_] = point.X;
+    y_[end_] = point.Y;
+    if (e_) e_[end_] = point.E;
+    ++end_;
+}
 
 /// Blocks grow from small to large and are never copied, so adding is cheap at any size.
 class PointStore {
 public:
     std::size_t size() const { return size_; }
-    std::deque<PointBlock> const& blocks() const { return blocks_; }
+    StableList<PointBlock> const& blocks() const { return blocks_; }
     /// The point at `index` in order of arrival; an index outside the store is fault 9.
     PointEntry at(std::size_t index) const;
     /// Every X of the store is at least the one before it.
-    bool x_rising() const { return x_rising_; }
+    bool x_rising() const;
 
     void append(PointEntry const& point);
     /// Appends columns of one length; `e` may be empty.
@@ -97,12 +117,19 @@ public:
     void drop_oldest(std::size_t count);
 
 private:
-    PointBlock& block_with_room();
+    void start_block();
+    PointBlock& block_with_room() {
+        if (blocks_.empty() || blocks_.back().full()) start_block();
+        return blocks_.back();
+    }
 
-    std::deque<PointBlock> blocks_;
+    StableList<PointBlock> blocks_;
     std::size_t size_ = 0;
-    double last_x_ = -std::numeric_limits<double>::infinity();
-    bool x_rising_ = true;
 };
+
+inline void PointStore::append(PointEntry const& point) {
+    block_with_room().append(point);
+    ++size_;
+}
 
 } // namespace qv::graph

@@ -4,10 +4,10 @@
 
 #include "base/geometry.h"
 #include "graph/model/PointStore.h"
+#include "graph/model/StableList.h"
 
 #include <array>
 #include <cstdint>
-#include <deque>
 #include <string>
 
 namespace qv::graph {
@@ -118,8 +118,7 @@ struct DataSet : GraphText {
     std::int32_t DataSetPointCount() const { return static_cast<std::int32_t>(points.size()); }
 };
 
-/// A plot panel. Axes and data sets stand in deques so that references to them stay valid while a host adds
-/// more from inside an event.
+/// A plot panel.
 struct Graph {
     float GraphLeft = 0; // position and size as fractions of the page
     float GraphTop = 0;
@@ -135,11 +134,11 @@ struct Graph {
     float BorderTop = 0;
     float BorderRight = 0;
     float BorderBottom = 0;
-    std::deque<Axis> Axes;
+    StableList<Axis> Axes;
     std::int16_t SelectedAxis = 0;
     std::int16_t SelectedXAxis = 0;
     std::int16_t SelectedYAxis = 0;
-    std::deque<DataSet> DataSets;
+    StableList<DataSet> DataSets;
     std::int16_t SelectedDataSet = 0;
     std::int32_t NumPoints = 0; // of all data sets together
     bool GraphNotDrawn = true;

@@ -4,14 +4,6 @@
 
 namespace qv::graph {
 
-Graph& current_graph(ControlState& state) {
-    return *at(state.Graphs, state.CurrentGraph);
-}
-
-Graph const& current_graph(ControlState const& state) {
-    return *at(state.Graphs, state.CurrentGraph);
-}
-
 Axis& selected_axis(ControlState& state) {
     Graph& graph = current_graph(state);
     return at(graph.Axes, graph.SelectedAxis);
@@ -30,14 +22,6 @@ DataSet& selected_data_set(ControlState& state) {
 DataSet const& selected_data_set(ControlState const& state) {
     Graph const& graph = current_graph(state);
     return at(graph.DataSets, graph.SelectedDataSet);
-}
-
-Axis& selected_x_axis(Graph& graph) {
-    return at(graph.Axes, graph.SelectedXAxis);
-}
-
-Axis& selected_y_axis(Graph& graph) {
-    return at(graph.Axes, graph.SelectedYAxis);
 }
 
 std::int16_t& selected_index(Graph& graph, AxisKind kind) {

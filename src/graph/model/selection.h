@@ -1,6 +1,7 @@
 // Selection primitives: the current graph, its selected axis and data set, and the defaults of a new axis.
 #pragma once
 
+#include "base/convert.h"
 #include "graph/model/ControlState.h"
 
 #include <string_view>
@@ -8,8 +9,12 @@
 namespace qv::graph {
 
 /// The selected graph; fault 9 when there is none.
-Graph& current_graph(ControlState& state);
-Graph const& current_graph(ControlState const& state);
+inline Graph& current_graph(ControlState& state) {
+    return *at(state.Graphs, state.CurrentGraph);
+}
+inline Graph const& current_graph(ControlState const& state) {
+    return *at(state.Graphs, state.CurrentGraph);
+}
 /// Its selected axis; fault 9 when there is none.
 Axis& selected_axis(ControlState& state);
 Axis const& selected_axis(ControlState const& state);
@@ -17,8 +22,12 @@ Axis const& selected_axis(ControlState const& state);
 DataSet& selected_data_set(ControlState& state);
 DataSet const& selected_data_set(ControlState const& state);
 
-Axis& selected_x_axis(Graph& graph);
-Axis& selected_y_axis(Graph& graph);
+inline Axis& selected_x_axis(Graph& graph) {
+    return at(graph.Axes, graph.SelectedXAxis);
+}
+inline Axis& selected_y_axis(Graph& graph) {
+    return at(graph.Axes, graph.SelectedYAxis);
+}
 /// Index field of the selected axis of a kind.
 std::int16_t& selected_index(Graph& graph, AxisKind kind);
 
