@@ -44,6 +44,20 @@ TEST_SUITE("screens") {
         CHECK(different_pixels(shown.widget.page(), white) == 0);
     }
 
+    TEST_CASE("a page put into a window on another screen fits it") {
+        ShownWidget shown;
+        draw_page(shown.widget.control());
+        QWidget window;
+        window.resize(shown.widget.size());
+        window.move(corner_of_screen("dense"));
+        window.show();
+        REQUIRE(QTest::qWaitForWindowExposed(&window));
+        shown.widget.setParent(&window);
+        shown.widget.show();
+        CHECK(different_pixels(shown.widget.page(), headless_page({1200, 800}, 192)) == 0);
+        shown.widget.setParent(nullptr);
+    }
+
     TEST_CASE("a page made on one screen and first shown on another fits it") {
         qt::QvGraphWidget widget;
         widget.resize(around_page(widget, {600, 400}));

@@ -128,6 +128,17 @@ TEST_CASE("nothing is painted while nothing changes") {
     CHECK(counter.settled() == 0);
 }
 
+TEST_CASE("a page shown again is not drawn again") {
+    ShownWidget shown;
+    draw_page(shown.widget.control());
+    const QImage before = shown.widget.page().copy();
+    shown.widget.control().PageColor1(rgb(255, 0, 0)); // would show if anything redrew the page
+    shown.widget.hide();
+    shown.widget.show();
+    REQUIRE(QTest::qWaitForWindowExposed(&shown.widget));
+    CHECK(different_pixels(shown.widget.page(), before) == 0);
+}
+
 TEST_CASE("a page of 1200 x 800 pixels is shown in less than a millisecond") {
     double const density = QWidget().devicePixelRatioF();
     ShownWidget shown({int(1200 / density), int(800 / density)});
