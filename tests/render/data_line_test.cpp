@@ -39,8 +39,8 @@ private:
 };
 
 LineMapping mapping(double x_factor = 100, bool is_log = false) {
-    return {{.factor = x_factor, .is_log = is_log, .valid = true, .start = x_factor < 0 ? 11000.0 : 1000.0},
-            {.factor = -100, .valid = true, .start = 6000},
+    return {{.start = x_factor < 0 ? 11000.0 : 1000.0, .factor = x_factor, .is_log = is_log, .valid = true},
+            {.start = 6000, .factor = -100, .valid = true},
             {985, 985, 10030, 10030}};
 }
 
