@@ -146,6 +146,10 @@ void qvGraph::GetAxisRange(double& a1, double& a2) const {
     graph::GetAxisRange(state_, a1, a2);
 }
 
+void qvGraph::SetAxisTicks(std::span<double const> Major, std::span<double const> Minor) {
+    graph::SetAxisTicks(state_, Major, Minor);
+}
+
 void qvGraph::SetTooltip(std::string_view Tooltip) {
     graph::SetTooltip(state_, Tooltip);
 }

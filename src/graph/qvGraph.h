@@ -105,6 +105,9 @@ public:
     /// \name Other settings
     /// \{
     void GetAxisRange(double& a1, double& a2) const;
+    /// Puts the selected axis's ticks at these values, where even divisions would not do (months have
+    /// unequal lengths); without major ones the axis is divided evenly again.
+    void SetAxisTicks(std::span<double const> Major, std::span<double const> Minor = {});
     void SetTooltip(std::string_view Tooltip);
     /// 0 switches the cross-hair off, n on with style n - 1.
     void SetCrossHair(Checked<std::int16_t> Style);

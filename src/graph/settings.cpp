@@ -1,9 +1,13 @@
 #include "graph/settings.h"
 
 #include "base/convert.h"
+#include "base/fault.h"
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
 #include "interact/scroll_bars.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace qv::graph {
 
@@ -11,6 +15,17 @@ void GetAxisRange(ControlState const& state, double& a1, double& a2) {
     Axis const& axis = selected_axis(state);
     a1 = axis.AxisValue1;
     a2 = axis.AxisValue2;
+}
+
+void SetAxisTicks(ControlState& state, std::span<double const> major, std::span<double const> minor) {
+    trapped(state, "SetAxisTicks", [&] {
+        Axis& axis = selected_axis(state);
+        auto const finite = [](double value) { return std::isfinite(value); };
+        if (!std::ranges::all_of(major, finite) || !std::ranges::all_of(minor, finite))
+            raise_fault(FaultNumber::InvalidProcedureCall, "A tick's value must be finite");
+        axis.major_tick_values.assign(major.begin(), major.end());
+        axis.minor_tick_values.assign(minor.begin(), minor.end());
+    });
 }
 
 void SetTooltip(ControlState& state, std::string_view tooltip) {

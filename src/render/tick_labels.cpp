@@ -54,8 +54,9 @@ std::vector<PlacedTick> place_ticks(graph::ControlState& state, DrawSurface& sur
     const scale::AxisMap map = is_x ? scale::x_map(graph, axis) : scale::y_map(graph, axis);
     double const pixel = is_x ? surface.TwipsPerPixelX() : surface.TwipsPerPixelY();
     double const length = std::max(frame.along_high() - frame.along_low(), 1.0);
-    const std::vector<Tick> ticks = axis_ticks(
-        {range.low, range.high, axis.AxisMajorDivs, axis.AxisMinorDivs, axis.AxisLog, pixel / length});
+    const std::vector<Tick> ticks =
+        axis_ticks({range.low, range.high, axis.AxisMajorDivs, axis.AxisMinorDivs, axis.AxisLog,
+                    pixel / length, axis.major_tick_values, axis.minor_tick_values});
     bool const given_labels = axis.has_mode(AxisMode::TextLabels);
     std::string_view text_labels = axis.AxisTextLabels;
     std::vector<PlacedTick> placed;

@@ -46,9 +46,18 @@ std::vector<Tick> log_ticks(TickScale const& scale) {
     return ticks;
 }
 
+std::vector<Tick> given_ticks(TickScale const& scale) {
+    std::vector<Tick> ticks;
+    ticks.reserve(scale.given_majors.size() + scale.given_minors.size());
+    for (double const value : scale.given_majors) ticks.push_back({value, TickKind::Major});
+    for (double const value : scale.given_minors) ticks.push_back({value, TickKind::Minor});
+    return ticks;
+}
+
 } // namespace
 
 std::vector<Tick> axis_ticks(TickScale const& scale) {
+    if (!scale.given_majors.empty()) return given_ticks(scale);
     if (!std::isfinite(scale.low) || !std::isfinite(scale.high)) return {};
     if (scale.is_log && !(scale.low > 0 && scale.high > 0)) return {};
     return scale.is_log ? log_ticks(scale) : linear_ticks(scale);

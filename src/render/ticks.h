@@ -1,6 +1,7 @@
 // Tick values: where the major and minor ticks of an axis lie on its scale.
 #pragma once
 
+#include <span>
 #include <vector>
 
 namespace qv::render {
@@ -20,12 +21,16 @@ struct TickScale {
     bool is_log = false;
     /// Share of the axis that one pixel covers: minor ticks closer than this fall into one.
     double pixel_share = 0;
+    /// Values given by the host; with major ones the scale is not divided.
+    std::span<double const> given_majors = {};
+    std::span<double const> given_minors = {};
 };
 
 /// The ticks in drawing order: each major tick, then the minor ones that follow it. A linear axis has one
 /// major tick more than it has divisions and one beyond; a logarithmic axis has a major tick at each power
-/// of ten from the one at or below its low end, and minor ones at its multiples. Ticks outside the range
-/// are included as far as their labels count; the drawing leaves them out.
+/// of ten from the one at or below its low end, and minor ones at its multiples. Given ticks come as they
+/// are, the major ones first. Ticks outside the range are included as far as their labels count; the drawing
+/// leaves them out.
 std::vector<Tick> axis_ticks(TickScale const& scale);
 
 } // namespace qv::render

@@ -138,6 +138,22 @@ TEST_CASE("resizing draws only what has been drawn before") {
     CHECK(control.state().PageWidth < 0);
 }
 
+TEST_CASE("ticks given to an axis must be finite and go with a new axis") {
+    FilledControl control;
+    control.SetSelectedAxis(0);
+    const std::vector<double> majors{1, 2.5}, minors{2};
+    control.SetAxisTicks(majors, minors);
+    CHECK(control.axis(0).major_tick_values == majors);
+    CHECK(control.axis(0).minor_tick_values == minors);
+    CHECK(control.axis(1).major_tick_values.empty());
+    control.SetAxisTicks(std::vector{1.0, HUGE_VAL});
+    CHECK(control.events() == error(5, "SetAxisTicks"));
+    CHECK(control.axis(0).major_tick_values == majors);
+    graph::Axis axis = control.axis(0);
+    ResetAxis(control.state(), axis, "new", graph::AxisKind::X, 0, 1);
+    CHECK(axis.major_tick_values.empty());
+}
+
 TEST_CASE("small settings") {
     FilledControl control;
     control.SetCrossHair(3);

@@ -154,6 +154,28 @@ TEST_CASE("thinned labels never overlap and keep every second, third, ... one") 
     CHECK(texts[0].find("\"0\"") != std::string::npos);
 }
 
+TEST_CASE("given ticks take the place of the even ones and are labelled by the axis's format or texts") {
+    AxisPage axes;
+    axes.y.AxisHide = true;
+    axes.x.AxisTicksBothEnds = false;
+    axes.x.major_tick_values = {1, 4, 12}; // the last lies beyond the axis
+    axes.x.minor_tick_values = {2.5};
+    axes.x.AxisTextLabels = "0.0";
+    axes.draw();
+    CHECK(axes.page().has("line 2000,10800 2000,11000 #000000 w1"));
+    CHECK(axes.page().has("line 3500,10860 3500,11000 #000000 w1"));
+    CHECK(axes.page().has("text 1850,11000 \"1.0\" #000000 Arial 9"));
+    CHECK(axes.page().has("text 4850,11000 \"4.0\" #000000 Arial 9"));
+    CHECK(axes.page().lines("text").size() == 3); // two labels and the title
+    axes.x.AxisScale = 2;
+    axes.x.AxisTextLabels = "a,b,c";
+    axes.draw();
+    CHECK(axes.page().has("text 4950,11000 \"b\" #000000 Arial 9"));
+    axes.x.major_tick_values.clear();
+    axes.draw();
+    CHECK(axes.page().has("text 5950,11000 \"b\" #000000 Arial 9")); // divided evenly again
+}
+
 TEST_CASE("divisions of any number draw in under a second") {
     AxisPage axes;
     axes.x.AxisMajorDivs = axes.x.AxisMinorDivs = 32767;

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace qv::graph {
 
@@ -72,6 +73,8 @@ struct Axis {
     float AxisTitleShift = 0;         // millimetres
     bool AxisFarSide = false;
     bool AxisNoData = true; // no point has been added on this axis yet
+    std::vector<double> major_tick_values; // where ticks stand; empty: evenly divided by AxisMajorDivs
+    std::vector<double> minor_tick_values; // count only beside given major ones
 
     bool has_mode(AxisMode mode) const { return AxisScale == static_cast<std::uint8_t>(mode); }
 };
