@@ -1,7 +1,7 @@
 #include "demo/climate_page.h"
 
 #include "demo/theme.h"
-#include "table/csv_table.h"
+#include "table/csv_reader.h"
 #include "table/dates.h"
 
 #include <chrono>
@@ -10,7 +10,7 @@
 namespace qv::demo {
 namespace {
 
-using table::CsvTable;
+using table::CsvReader;
 
 constexpr char const* months = "Jan,Feb,Mar,Apr,May,Jun,Jul,Aug,Sep,Oct,Nov,Dec";
 
@@ -20,25 +20,25 @@ struct Columns {
 };
 
 // Columns of numbers over a column of dates that `place` turns into x, for the rows whose date it accepts.
-Columns read_dated(CsvTable const& csv, std::string_view date, std::vector<std::string_view> const& values,
+Columns read_dated(CsvReader&& csv, std::string_view date, std::vector<std::string_view> const& values,
                    std::string_view prefix, double (*place)(double days)) {
     Columns columns;
     columns.y.resize(values.size());
     const std::size_t date_column = csv.column(date);
-    for (std::size_t row = 0; row < csv.rows(); ++row) {
-        const std::string_view text = csv.field(row, date_column);
+    while (csv.next_row()) {
+        const std::string_view text = csv.field(date_column);
         if (!text.starts_with(prefix)) continue;
         auto const days = table::iso_date(text);
-        if (!days) csv.fail(row, date_column, "a date such as 1958-03-01");
+        if (!days) csv.fail(date_column, "a date such as 1958-03-01");
         columns.x.push_back(place(*days));
         for (std::size_t i = 0; i < values.size(); ++i)
-            columns.y[i].push_back(table::number_at(csv, row, csv.column(values[i])));
+            columns.y[i].push_back(csv.number(csv.column(values[i])));
     }
     return columns;
 }
 
 void draw_carbon_dioxide(qvGraph& page, std::filesystem::path const& data) {
-    const Columns series = read_dated(CsvTable(data / "co2-concentration.csv"), "Date",
+    const Columns series = read_dated(CsvReader(data / "co2-concentration.csv"), "Date",
                                       {"CO2", "adjusted CO2"}, "", table::decimal_year);
     start_panel(page, {"Carbon dioxide at Mauna Loa", 0, 0, 50, 50});
     page.SelectXaxis();
@@ -53,14 +53,14 @@ void draw_carbon_dioxide(qvGraph& page, std::filesystem::path const& data) {
 }
 
 void draw_anomalies(qvGraph& page, std::filesystem::path const& data) {
-    const CsvTable csv(data / "global-temp.csv");
+    CsvReader csv(data / "global-temp.csv");
     struct {
         std::vector<double> years, degrees;
     } warm, cold;
-    for (std::size_t row = 0; row < csv.rows(); ++row) {
-        double const degrees = table::number_at(csv, row, csv.column("temp"));
+    while (csv.next_row()) {
+        double const degrees = csv.number(csv.column("temp"));
         auto& side = degrees < 0 ? cold : warm;
-        side.years.push_back(table::number_at(csv, row, csv.column("year")));
+        side.years.push_back(csv.number(csv.column("year")));
         side.degrees.push_back(degrees);
     }
     start_panel(page, {"Global temperature against 1951 to 1980", 50, 0, 50, 50});
@@ -84,7 +84,7 @@ double month_of_year(double days) {
 }
 
 void draw_seattle(qvGraph& page, std::filesystem::path const& data) {
-    const Columns year = read_dated(CsvTable(data / "seattle-weather.csv"), "date",
+    const Columns year = read_dated(CsvReader(data / "seattle-weather.csv"), "date",
                                     {"precipitation", "temp_max", "temp_min"}, "2015-", month_of_year);
     start_panel(page, {"Seattle 2015: temperature and rain", 0, 50, 50, 50, 18});
     page.SelectXaxis();
@@ -104,7 +104,7 @@ void draw_seattle(qvGraph& page, std::filesystem::path const& data) {
 }
 
 void draw_hourly_normals(qvGraph& page, std::filesystem::path const& data) {
-    const Columns hours = read_dated(CsvTable(data / "seattle-weather-hourly-normals.csv"), "date",
+    const Columns hours = read_dated(CsvReader(data / "seattle-weather-hourly-normals.csv"), "date",
                                      {"temperature"}, "", month_of_year);
     start_panel(page, {"Seattle: normal temperature of each hour", 50, 50, 50, 50});
     page.SelectXaxis();

@@ -1,7 +1,6 @@
 // qvdemo: draws real measurements on a page and writes it as a PNG file.
 #include "demo/climate_page.h"
 #include "platform/headless/HeadlessHost.h"
-#include "table/csv_table.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,7 +1,5 @@
 #include "table/dates.h"
 
-#include <charconv>
-#include <chrono>
 #include <cmath>
 
 namespace qv::table {
@@ -9,14 +7,18 @@ namespace {
 
 using namespace std::chrono;
 
-constexpr sys_days day_zero{year{1899} / December / 30};
+bool is_digit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 // Reads digits off the front of `text`, as many as asked for.
 std::optional<int> take_digits(std::string_view& text, std::size_t count) {
     if (text.size() < count) return std::nullopt;
     int value = 0;
-    auto const result = std::from_chars(text.data(), text.data() + count, value);
-    if (result.ec != std::errc() || result.ptr != text.data() + count || value < 0) return std::nullopt;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!is_digit(text[i])) return std::nullopt;
+        value = 10 * value + (text[i] - '0');
+    }
     text.remove_prefix(count);
     return value;
 }
@@ -31,12 +33,26 @@ std::optional<double> day_number(std::string_view& text) {
     auto const y = take_digits(text, 4);
     if (!y || !take(text, '-')) return std::nullopt;
     auto const m = take_digits(text, 2);
-    if (!m || !take(text, '-')) return std::nullopt;
-    auto const d = take_digits(text, 2);
+    if (!m) return std::nullopt;
+    auto const d = take(text, '-') ? take_digits(text, 2) : std::optional(1);
     if (!d) return std::nullopt;
     const year_month_day date{year{*y}, month{static_cast<unsigned>(*m)}, day{static_cast<unsigned>(*d)}};
     if (!date.ok()) return std::nullopt;
     return static_cast<double>((sys_days{date} - day_zero).count());
+}
+
+// The digits of "05" or "05.25" and what follows the second point off the front of `text`.
+std::optional<double> take_seconds(std::string_view& text) {
+    auto const whole = take_digits(text, 2);
+    if (!whole || *whole > 60) return std::nullopt; // 60 is a leap second
+    double fraction = 0;
+    double weight = 0.1;
+    if (take(text, '.'))
+        for (; !text.empty() && is_digit(text.front()); text.remove_prefix(1)) {
+            fraction += weight * (text.front() - '0');
+            weight /= 10;
+        }
+    return *whole + fraction;
 }
 
 // "12:30", "12:30:05" or "12:30:05.25", with a "Z" for universal time, as a share of the day.
@@ -45,14 +61,11 @@ std::optional<double> time_of_day(std::string_view text) {
     if (!h || *h > 24 || !take(text, ':')) return std::nullopt;
     auto const m = take_digits(text, 2);
     if (!m || *m > 59) return std::nullopt;
-    double s = 0;
-    if (take(text, ':')) {
-        auto const result = std::from_chars(text.data(), text.data() + text.size(), s);
-        if (result.ec != std::errc() || s < 0 || s > 60) return std::nullopt;
-        text.remove_prefix(static_cast<std::size_t>(result.ptr - text.data()));
-    }
-    if (!text.empty() && text != "Z") return std::nullopt;
-    return (*h * 3600.0 + *m * 60.0 + s) / 86400.0;
+    auto const s = take(text, ':') ? take_seconds(text) : std::optional(0.0);
+    if (!s || (!text.empty() && text != "Z")) return std::nullopt;
+    double const seconds = *h * 3600.0 + *m * 60.0 + *s;
+    if (seconds > 86400) return std::nullopt;
+    return seconds / 86400;
 }
 
 } // namespace
