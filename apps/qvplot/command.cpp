@@ -1,0 +1,59 @@
+#include "qvplot/command.h"
+
+#include "platform/headless/HeadlessHost.h"
+#include "qvplot/options.h"
+#include "qvplot/page.h"
+#include "qvplot/plot_error.h"
+#include "qvplot/progress_line.h"
+#include "qvplot/report.h"
+#include "qvplot/series.h"
+#include "qvplot/window.h"
+
+#include <CLI/CLI.hpp>
+
+namespace qv::plot {
+namespace {
+
+void write_page(PlotOptions const& options) {
+    PlotData data = read_series(options, ProgressLine());
+    for (std::string const& note : drop_points_without_logarithm(data, options.log)) tell(note);
+    headless::HeadlessHost host(options.size);
+    FirstError errors;
+    host.control().set_events(&errors);
+    draw_page(host.control(), data, options);
+    host.control().set_events(nullptr);
+    errors.raise();
+    host.save_png(options.out);
+}
+
+void check_output(std::filesystem::path const& out) {
+    if (!out.empty() && out.extension() != ".png")
+        throw PlotError(out.string() + ": only PNG files can be written; give it a name ending in .png");
+}
+
+int plot(PlotOptions const& options, Arguments const& arguments) {
+    if (options.files.empty()) throw PlotError("no data file is named; qvplot --help shows how");
+    check_output(options.out);
+    if (!options.out.empty()) write_page(options);
+    return options.show || options.out.empty() ? show_window(arguments) : success;
+}
+
+} // namespace
+
+int run(int argc, char const* const* argv) {
+    CLI::App app("Draws columns of CSV files as a graph", "qvplot");
+    PlotOptions options;
+    add_plot_options(app, options);
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::Success const& help) {
+        return app.exit(help);
+    } catch (CLI::ParseError const& error) {
+        const std::string text = error.what();
+        tell(text.substr(0, text.find('\n')) + "; qvplot --help shows the options");
+        return failure;
+    }
+    return reported([&] { return plot(options, {argc, argv}); });
+}
+
+} // namespace qv::plot

@@ -1,0 +1,82 @@
+#include "qvplot/options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <optional>
+#include <string_view>
+
+namespace qv::plot {
+namespace {
+
+constexpr std::int32_t smallest_side = 64; // pixels
+constexpr std::int32_t largest_side = 8192;
+
+std::optional<std::int32_t> side(std::string_view text) {
+    std::int32_t pixels = 0;
+    auto const result = std::from_chars(text.data(), text.data() + text.size(), pixels);
+    if (result.ec != std::errc() || result.ptr != text.data() + text.size()) return std::nullopt;
+    if (pixels < smallest_side || pixels > largest_side) return std::nullopt;
+    return pixels;
+}
+
+PixelSize parse_size(std::string const& text) {
+    auto const cross = text.find('x');
+    if (cross != std::string::npos) {
+        auto const width = side(std::string_view(text).substr(0, cross));
+        auto const height = side(std::string_view(text).substr(cross + 1));
+        if (width && height) return {*width, *height};
+    }
+    throw CLI::ValidationError("--size", "\"" + text
+                                             + "\" is not a width and a height of 64 to 8192 pixels, "
+                                               "such as 1200x800");
+}
+
+void add_columns(CLI::App& app, PlotOptions& options) {
+    // One value an option: a file name that follows is not a column.
+    auto const add_list = [&](char const* name, std::vector<std::string>& columns, char const* help) {
+        app.add_option(name, columns, help)->type_name("COLUMN")->allow_extra_args(false);
+    };
+    app.add_option("DATA", options.files, "CSV files with a header row, separated by comma, semicolon or tab")
+        ->type_name("FILE");
+    app.add_option("--x", options.x,
+                   "column along the page: numbers, or ISO dates and times; default: the first")
+        ->type_name("COLUMN");
+    add_list("--y", options.y, "column to draw, may be repeated; default: all that begin with a number");
+    add_list("--y2", options.y2, "column to draw against an axis on the right, may be repeated");
+}
+
+void add_look(CLI::App& app, PlotOptions& options) {
+    app.add_flag("--lines", options.lines, "draw lines (the default); goes with --symbols");
+    app.add_flag("--symbols", options.symbols, "draw symbols");
+    app.add_flag("--bars", options.bars, "draw bars")->excludes("--lines")->excludes("--symbols");
+    app.add_flag("--log-x", options.log.x, "logarithmic x axis");
+    app.add_flag("--log-y", options.log.y, "logarithmic y axis");
+    app.add_flag("--log-y2", options.log.y2, "logarithmic axis on the right");
+    app.add_option("--title", options.title, "title of the page")->type_name("TEXT");
+    app.add_option("--x-title", options.x_title, "title of the x axis; default: its column")
+        ->type_name("TEXT");
+    app.add_option("--y-title", options.y_title, "title of the y axis; default: its columns")
+        ->type_name("TEXT");
+    app.add_option("--y2-title", options.y2_title, "title of the axis on the right; default: its columns")
+        ->type_name("TEXT");
+}
+
+void add_output(CLI::App& app, PlotOptions& options) {
+    app.add_option_function<std::string>(
+           "--size", [&](std::string const& text) { options.size = parse_size(text); },
+           "size of the picture in pixels; default: 1200x800")
+        ->type_name("WxH");
+    app.add_option("--out", options.out, "PNG file to write")->type_name("FILE");
+    app.add_flag("--show", options.show, "show a window (the default without --out)");
+}
+
+} // namespace
+
+void add_plot_options(CLI::App& app, PlotOptions& options) {
+    add_columns(app, options);
+    add_look(app, options);
+    add_output(app, options);
+}
+
+} // namespace qv::plot

@@ -1,0 +1,41 @@
+// What the command line asks for.
+#pragma once
+
+#include "base/geometry.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace qv::plot {
+
+/// Which axes are logarithmic.
+struct LogAxes {
+    bool x = false;
+    bool y = false;
+    bool y2 = false;
+};
+
+struct PlotOptions {
+    std::vector<std::filesystem::path> files;
+    std::string x;               // column; empty: the first one
+    std::vector<std::string> y;  // columns; both lists empty: all that begin with a number
+    std::vector<std::string> y2; // columns on the axis to the right
+    bool lines = false;
+    bool symbols = false;
+    bool bars = false;
+    LogAxes log;
+    std::string title, x_title, y_title, y2_title; // empty: no title, axes named after their columns
+    PixelSize size{1200, 800};                     // of the picture
+    std::filesystem::path out;                     // empty: no file is written
+    bool show = false;
+};
+
+/// Declares the options of drawing a page; parsing fills `options`, which must outlive the parsing.
+void add_plot_options(CLI::App& app, PlotOptions& options);
+
+} // namespace qv::plot

@@ -1,0 +1,81 @@
+// The module that shows a page in a window.
+#include "platform/qt/QvGraphWidget.h"
+#include "qvplot/options.h"
+#include "qvplot/page.h"
+#include "qvplot/plot_error.h"
+#include "qvplot/progress_line.h"
+#include "qvplot/report.h"
+#include "qvplot/series.h"
+#include "qvplot/window.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QtCore/QTimer>
+#include <QtWidgets/QApplication>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace qv::plot {
+namespace {
+
+// A window system that cannot be reached ends the program from within Qt; this makes it end as other errors
+// do.
+void end_on_fatal(QtMsgType type, QMessageLogContext const&, QString const& message) {
+    if (type != QtFatalMsg) return;
+    tell("the display cannot be used; write a file with --out FILE.png ("
+         + message.section('\n', 0, 0).trimmed().toStdString() + ")");
+    std::_Exit(failure);
+}
+
+// The page in a window: margins and ticks follow its size and what is zoomed.
+class PlotWindow : public qt::QvGraphWidget {
+public:
+    PlotWindow(PlotData data, PlotOptions options) : data_(std::move(data)), options_(std::move(options)) {
+        setWindowTitle(QString::fromStdString(options_.title.empty() ? "qvplot" : options_.title));
+        resize(options_.size.width, options_.size.height);
+        connect(this, &QvGraphWidget::ErrorMsg, [](QString const& source, QString const& description) {
+            tell(source.toStdString() + ": " + description.toStdString());
+        });
+        connect(this, &QvGraphWidget::GraphScaleChanged, [this] { follow_zoom(control(), data_, options_); });
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QvGraphWidget::resizeEvent(event);
+        if (drawn_)
+            fit_page(control(), data_, options_);
+        else
+            draw_page(control(), data_, options_);
+        drawn_ = true;
+    }
+
+private:
+    PlotData data_;
+    PlotOptions options_;
+    bool drawn_ = false;
+};
+
+int show(int argc, char const* const* argv) {
+    CLI::App app("", "qvplot");
+    PlotOptions options;
+    add_plot_options(app, options);
+    app.parse(argc, argv); // as the program did already
+    qInstallMessageHandler(end_on_fatal);
+    int count = 1;
+    std::string name = "qvplot";
+    char* values[] = {name.data(), nullptr};
+    QApplication application(count, values);
+    PlotData data = read_series(options, ProgressLine());
+    for (std::string const& note : drop_points_without_logarithm(data, options.log)) tell(note);
+    PlotWindow window(std::move(data), options);
+    window.show();
+    return QApplication::exec();
+}
+
+} // namespace
+} // namespace qv::plot
+
+extern "C" int qvplot_show(int argc, char const* const* argv) {
+    return qv::plot::reported([&] { return qv::plot::show(argc, argv); });
+}

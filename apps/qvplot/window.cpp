@@ -1,0 +1,46 @@
+#include "qvplot/window.h"
+
+#include "qvplot/plot_error.h"
+
+#include <dlfcn.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+
+namespace qv::plot {
+namespace {
+
+constexpr char const* module_name = "libqvplot_show.so";
+
+bool has_display() {
+    for (char const* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        char const* const value = std::getenv(name);
+        if (value && *value) return true;
+    }
+    return false;
+}
+
+// Beside the program, or in the folder lib beside its folder.
+std::filesystem::path module_file() {
+    std::error_code none;
+    auto const folder = std::filesystem::read_symlink("/proc/self/exe", none).parent_path();
+    for (auto const& place : {folder / module_name, folder.parent_path() / "lib" / module_name})
+        if (std::filesystem::exists(place, none)) return place;
+    throw PlotError("the module for windows, " + (folder / module_name).string()
+                    + ", is missing; write a file with --out FILE.png");
+}
+
+} // namespace
+
+int show_window(Arguments const& arguments) {
+    if (!has_display()) throw PlotError("there is no display for a window; write a file with --out FILE.png");
+    // Never unloaded: the window system's libraries do not survive it.
+    void* const module = dlopen(module_file().c_str(), RTLD_NOW | RTLD_LOCAL);
+    auto const entry =
+        module ? reinterpret_cast<decltype(&qvplot_show)>(dlsym(module, "qvplot_show")) : nullptr;
+    if (!entry) throw PlotError(std::string("the module for windows cannot be loaded: ") + dlerror());
+    return entry(arguments.count, arguments.values);
+}
+
+} // namespace qv::plot
