@@ -238,3 +238,37 @@ TEST_CASE("functions and texts belong to the newest data set") {
     CHECK(control.DataTextPercent());
     CHECK(control.DataLegend() == "D");
 }
+
+TEST_CASE("what a store knows of its points is true at any time, over blocks and after dropping") {
+    std::mt19937 random(11);
+    for (int round = 0; round < 40; ++round) {
+        CAPTURE(round);
+        graph::PointStore store;
+        double last = 0;
+        for (int step = 0; step < 60; ++step) {
+            std::vector<double> x(random() % 40), y(x.size());
+            for (double& value : x) value = last += random() % 400 == 0 ? -1 : 1;
+            for (double& value : y) value = random() % 300 == 0 ? infinity : double(random() % 100);
+            store.append(x, y, {});
+            if (step % 3 == 0) store.append({.X = last, .Y = 5});
+            if (step % 7 == 0) store.drop_oldest(random() % 80);
+            bool rising = true;
+            double previous = -infinity;
+            for (graph::PointBlock const& block : store.blocks()) {
+                bool finite = true;
+                for (std::size_t i = 0; i < block.size(); ++i) {
+                    auto const point = block.entry(i);
+                    rising &= point.X >= previous;
+                    previous = point.X;
+                    finite &= std::isfinite(point.Y);
+                    if (!std::isfinite(point.Y)) continue;
+                    CHECK(block.y_extent().low <= point.Y);
+                    CHECK(block.y_extent().high >= point.Y);
+                }
+                if (block.all_finite()) CHECK(finite);
+            }
+            if (store.x_rising()) CHECK(rising);
+            if (step < 7 && round % 2) CHECK(store.x_rising() == rising);
+        }
+    }
+}
