@@ -29,9 +29,10 @@ struct PixelBox {
     bool operator==(PixelBox const&) const = default;
 };
 
+/// What two boxes share; boxes that lie apart share an empty one, never one of negative size.
 inline PixelBox intersection(PixelBox const& a, PixelBox const& b) {
-    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-            std::min(a.bottom, b.bottom)};
+    int const left = std::max(a.left, b.left), top = std::max(a.top, b.top);
+    return {left, top, std::max(left, std::min(a.right, b.right)), std::max(top, std::min(a.bottom, b.bottom))};
 }
 
 inline PixelBox moved(PixelBox const& box, int dx, int dy) {

@@ -1,0 +1,166 @@
+// Values far out of range, through the public members onto real pixels: no crash, no hang, the page still
+// drawn, and no complaint but the stated ones.
+#include "platform/headless/HeadlessHost.h"
+
+#include <doctest/doctest.h>
+
+#include <chrono>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+using namespace qv;
+using headless::HeadlessHost;
+
+namespace {
+
+constexpr double huge = 1e300;
+constexpr double infinite = std::numeric_limits<double>::infinity();
+double const no_number = std::nan("");
+
+struct Complaints : host::EventSink {
+    std::vector<std::string> sources;
+    void ErrorMsg(std::string& Source, std::string&) override { sources.push_back(Source); }
+};
+
+struct BadPage {
+    HeadlessHost host{{320, 240}};
+    Complaints complaints;
+    qvGraph& page = host.control();
+
+    BadPage() {
+        page.set_events(&complaints);
+        page.NewGraph("graph");
+        page.NewDataSet("data");
+        page.DataLine({});
+    }
+};
+
+} // namespace
+
+TEST_CASE("ranges of zero width, enormous ones, reversed and not finite") {
+    struct Range {
+        double low, high;
+    };
+    for (auto const& [low, high] :
+         {Range{5, 5}, Range{0, 0}, Range{-huge, huge}, Range{huge, huge}, Range{10, 0}, Range{1, 1 + 1e-15},
+          Range{1e-300, 2e-300}, Range{-1, 1e-12}, Range{no_number, 1}, Range{0, infinite},
+          Range{-infinite, infinite}, Range{1e15, 1e15 + 1}})
+        for (bool const is_log : {false, true})
+            for (int const mode : {0, 1, 2}) {
+                CAPTURE(low);
+                CAPTURE(high);
+                CAPTURE(is_log);
+                CAPTURE(mode);
+                BadPage bad;
+                for (double const x : {low, high, 0.0, 1.0, -1.0}) bad.page.AddDataPoint(x, x, x);
+                for (int const axis : {0, 1}) {
+                    bad.page.SetSelectedAxis(axis);
+                    bad.page.AxisLog(is_log);
+                    bad.page.AxisGridStyle({});
+                    if (mode > 0) bad.page.AxisScaleStyle({low, high, 5, 5, mode, mode == 2 ? "a,b,c" : ""});
+                }
+                bad.page.Refresh();
+                CHECK(bad.host.times_shown() == 1);
+                for (auto const& source : bad.complaints.sources) CHECK(source.ends_with(", AutoScale"));
+            }
+}
+
+TEST_CASE("points of any size, with every symbol and line style") {
+    std::vector<double> const values{0,     -0.0,     1,         -1,        1e-300, huge,
+                                     -huge, infinite, -infinite, no_number, 1e9};
+    for (int symbol = -3; symbol <= 14; ++symbol) {
+        CAPTURE(symbol);
+        BadPage bad;
+        bad.page.DataSymbol(symbol);
+        bad.page.DataSymbolSize(100);
+        bad.page.DataLineStyle(symbol % 3);
+        for (double const x : values)
+            for (double const y : values) bad.page.AddDataPoint(x, y, y, 0, "id");
+        for (int const axis : {0, 1}) {
+            bad.page.SetSelectedAxis(axis);
+            bad.page.AxisScaleStyle({0, 10, 5, 5});
+        }
+        for (bool const option : {false, true}) {
+            bad.page.Bar3D(option);
+            bad.page.BarHoriz(option);
+            bad.page.BarShadow(option);
+            bad.page.BarStacked(option);
+            bad.page.BarOffset(option ? 1e30F : 0);
+            bad.page.Refresh();
+        }
+        CHECK(bad.complaints.sources.empty());
+    }
+}
+
+TEST_CASE("sizes of zero or less, and margins that leave nothing") {
+    BadPage bad;
+    bad.page.AddDataPoint(1, 1);
+    for (float const size : {0.0F, -50.0F, 0.001F, 10000.0F}) {
+        bad.page.GraphPosition({size, size, size, size});
+        bad.page.BorderWidths({size * 10, size * 10, size * 10, size * 10});
+        bad.page.Refresh();
+    }
+    for (PixelSize const size : {PixelSize{0, 0}, PixelSize{-5, 10}, PixelSize{1, 1}, PixelSize{320, 240}})
+        bad.host.resize_picture(size);
+    CHECK(bad.complaints.sources == std::vector<std::string>());
+    CHECK(bad.host.picture().width() == 320);
+}
+
+TEST_CASE("angles, thicknesses, fonts and texts out of range") {
+    BadPage bad;
+    bad.page.AddDataPoint(1, 1);
+    bad.page.AddDataPoint(2, 2);
+    bad.page.AxisLabelsHoriz(-32768);
+    bad.page.AxisTickLength(500);
+    bad.page.AxisThickness(255);
+    bad.page.AxisTickThickness(255);
+    bad.page.AxisTitleShift(1e30F);
+    bad.page.AxisLabelShift(-1e30F);
+    bad.page.AxisTitleFont("Font=No Such Font|32767|Bold|Italic");
+    bad.page.AxisTitle(std::string(100000, 'W') + "\xFF\xC0\x80\0tail");
+    bad.page.AddText("turned", 50, 50, 255, "|||#|Font=", -1, -32768, true);
+    bad.page.Refresh();
+    CHECK(bad.host.times_shown() == 1);
+    for (auto const& source : bad.complaints.sources) {
+        CAPTURE(source);
+        CHECK(source.starts_with("Error 6 has occured in "));
+    }
+}
+
+TEST_CASE("as many divisions as fit draw in well under a second") {
+    BadPage bad;
+    bad.page.AddDataPoint(1, 1);
+    for (int const axis : {0, 1}) {
+        bad.page.SetSelectedAxis(axis);
+        bad.page.AxisScaleStyle({0, 10, 32767, 32767});
+        bad.page.AxisGridStyle({});
+    }
+    auto const start = std::chrono::steady_clock::now();
+    bad.page.Refresh();
+    double const seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+#ifdef NDEBUG
+    CHECK(seconds < 1);
+#else
+    CHECK(seconds < 60); // with sanitizers
+#endif
+}
+
+TEST_CASE("thousands of graphs and a million points draw") {
+    BadPage bad;
+    std::vector<double> x(1000000), y(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        x[i] = static_cast<double>(i);
+        y[i] = std::sin(x[i]);
+    }
+    bad.page.AddDataPoints(x, y);
+    for (int i = 0; i < 3000; ++i) {
+        bad.page.NewGraph("small");
+        bad.page.GraphPosition({static_cast<float>(i % 60), static_cast<float>(i / 60), 2, 2});
+        bad.page.GraphInclude(i % 100 == 0);
+    }
+    bad.page.Refresh();
+    CHECK(bad.host.times_shown() == 1);
+    CHECK(bad.complaints.sources.empty());
+}

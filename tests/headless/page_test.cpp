@@ -1,0 +1,140 @@
+#include "picture_check.h"
+#include "platform/headless/HeadlessHost.h"
+#include "platform/raster/png.h"
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <vector>
+
+using namespace qv;
+using headless::HeadlessHost;
+
+namespace {
+
+std::vector<std::uint32_t> pixels_of(HeadlessHost const& host) {
+    auto const pixels = host.picture().pixels();
+    return {pixels.begin(), pixels.end()};
+}
+
+bool is_white(HeadlessHost const& host) {
+    return std::ranges::all_of(host.picture().pixels(), [](std::uint32_t p) { return p == 0xFFFFFFFF; });
+}
+
+void draw_sine(qvGraph& page) {
+    page.NewGraph("Sine");
+    page.NewDataSet("sine");
+    page.DataLine({.Thickness = 2});
+    for (int i = 0; i <= 100; ++i) page.AddDataPoint(i, std::sin(i * 0.1));
+    page.Refresh();
+}
+
+// A page of shapes without any text, so that no font decides its pixels.
+void draw_shapes(qvGraph& page) {
+    page.NewGraph("", 0, 12, 0, 10);
+    page.BorderStyle({.Color1 = rgb(235, 240, 235), .Left = 3, .Top = 3, .Right = 3, .Bottom = 3});
+    page.PlotAreaColors({.Color1 = rgb(255, 255, 255)});
+    page.GraphShowTitle(false);
+    for (int const axis : {0, 1}) {
+        page.SetSelectedAxis(axis);
+        page.AxisLabelStyle({.Show = false});
+        page.AxisTitleStyle({.Show = false});
+        page.AxisGridStyle({});
+        page.AxisMinorDivs(2);
+    }
+    for (std::int16_t symbol = 3; symbol <= 11; ++symbol) {
+        page.NewDataSet("");
+        page.DataSymbol(symbol);
+        page.DataSymbolSize(2.5F);
+        page.DataSymbolEdgeThickness(symbol % 2);
+        page.AddDataPoint(symbol, 8.5);
+    }
+    page.NewDataSet("");
+    page.SymbolStyle(
+        {.Symbol = 1, .Size = 4, .Color1 = rgb(70, 130, 180), .EdgeThickness = 1, .BarShadow = true});
+    for (int i = 2; i < 11; i += 2) page.AddDataPoint(i, 1 + i % 4);
+    for (std::int16_t const style : std::initializer_list<std::int16_t>{1, 2}) {
+        page.NewDataSet("");
+        page.DataSymbol(0);
+        page.DataLine({.Color = rgb(180, 40, 60), .Thickness = style, .Style = style});
+        for (int i = 0; i <= 48; ++i) page.AddDataPoint(i * 0.25, 4.5 + style + std::cos(i * 0.4));
+    }
+    page.Refresh();
+}
+
+} // namespace
+
+TEST_CASE("a fresh page is white and a drawn one is not; Reset and a refresh make it white again") {
+    HeadlessHost host({200, 150});
+    host.control().Refresh();
+    CHECK(is_white(host));
+    draw_sine(host.control());
+    CHECK_FALSE(is_white(host));
+    host.control().Reset();
+    host.control().PageColors({});
+    host.control().Refresh();
+    CHECK(is_white(host));
+}
+
+TEST_CASE("a page draws alike each time, on each host, and after a resize there and back") {
+    HeadlessHost first({300, 200}), second({300, 200});
+    draw_sine(first.control());
+    draw_sine(second.control());
+    auto const pixels = pixels_of(first);
+    CHECK(pixels_of(second) == pixels);
+    first.control().Refresh();
+    CHECK(pixels_of(first) == pixels);
+    int const shown = second.times_shown();
+    second.resize_picture({250, 160});
+    second.resize_picture({300, 200});
+    CHECK(pixels_of(second) == pixels);
+    CHECK(second.times_shown() == shown + 2);
+}
+
+TEST_CASE("nothing is drawn on a resize before the first refresh") {
+    HeadlessHost host({300, 200});
+    host.control().NewGraph("quiet");
+    host.resize_picture({310, 210});
+    CHECK(host.times_shown() == 0);
+}
+
+TEST_CASE("twice the density gives twice the pixels of the same page") {
+    HeadlessHost plain({300, 200}), dense({600, 400}, 192);
+    draw_sine(plain.control());
+    draw_sine(dense.control());
+    CHECK(dense.control().state().PageWidth == plain.control().state().PageWidth);
+    CHECK(dense.picture().width() == 600);
+    auto const darkness = [](HeadlessHost const& host) {
+        double sum = 0;
+        for (std::uint32_t const p : host.picture().pixels()) sum += 255 - (p >> 8 & 0xFF);
+        return sum / static_cast<double>(host.picture().pixels().size());
+    };
+    CHECK(darkness(dense) == doctest::Approx(darkness(plain)).epsilon(0.5));
+}
+
+TEST_CASE("a saved page reads back as it was shown; a file that cannot be written is named") {
+    HeadlessHost host({300, 200});
+    draw_sine(host.control());
+    auto const file = std::filesystem::temp_directory_path() / "qvgraph-page-test.png";
+    host.save_png(file);
+    CHECK(raster::read_png(file).buffer.pixels == pixels_of(host));
+    std::filesystem::remove(file);
+    try {
+        host.save_png("/no/such/folder/page.png");
+        FAIL("saving into a missing folder must fail");
+    } catch (Fault const& fault) {
+        CHECK(fault.number == 76);
+        CHECK(fault.description.find("/no/such/folder/page.png") != std::string::npos);
+    }
+}
+
+TEST_CASE("shapes look as they always did") {
+    HeadlessHost host({320, 240});
+    draw_shapes(host.control());
+    CHECK(qv::testing::shows_picture(host.picture(), "shapes"));
+    host.control().state().Smooth = false;
+    host.control().Refresh();
+    CHECK(qv::testing::shows_picture(host.picture(), "shapes-flat"));
+}
