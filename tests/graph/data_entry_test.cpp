@@ -250,7 +250,7 @@ TEST_CASE("what a store knows of its points is true at any time, over blocks and
             for (double& value : x) value = last += random() % 400 == 0 ? -1 : 1;
             for (double& value : y) value = random() % 300 == 0 ? infinity : double(random() % 100);
             store.append(x, y, {});
-            if (step % 3 == 0) store.append({.X = last, .Y = 5});
+            if (step % 3 == 0) store.append({last, 5, 0, {}});
             if (step % 7 == 0) store.drop_oldest(random() % 80);
             bool rising = true;
             double previous = -infinity;
