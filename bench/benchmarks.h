@@ -1,7 +1,12 @@
 // The groups of benchmarks, each registered under its own names.
 #pragma once
 
+#include <array>
+#include <cstddef>
+
 namespace qv::bench {
+
+constexpr std::array<std::size_t, 5> point_counts{1000, 10000, 100000, 1000000, 10000000};
 
 void register_data_entry();
 void register_redraw();

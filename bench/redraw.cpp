@@ -1,55 +1,38 @@
-// line_redraw/N: one full redraw of an unchanged page of 1200 x 800 pixels with a line of N points;
-// line_redraw/N/flat: the same without smoothing.
+// One full redraw of an unchanged page: line_redraw/N, symbols_redraw/N, many_sets, zoomed/N, twelve_graphs;
+// with /flat behind the name, the same without smoothing.
 #include "benchmarks.h"
-#include "platform/headless/HeadlessHost.h"
-#include "series.h"
+#include "pages.h"
 
 #include <benchmark/benchmark.h>
 
+#include <functional>
 #include <string>
 
 namespace qv::bench {
 namespace {
 
-constexpr PixelSize page_size{1200, 800};
-constexpr Color blue = rgb(0, 0, 255);
-
-void set_up_graph(qvGraph& graph) {
-    graph.NewGraph("");
-    graph.SetSelectedAxis(0);
-    graph.AxisTitle("x");
-    graph.SetSelectedAxis(1);
-    graph.AxisTitle("y");
-}
-
-void add_line(qvGraph& graph, Series const& series) {
-    graph.NewDataSet("");
-    graph.DataSymbol(0);
-    graph.DataLine({.Color = blue});
-    graph.AddDataPoints(series.x, series.y);
-}
-
-enum class Drawing { Smooth, Flat };
-
-void line_redraw(benchmark::State& state, std::size_t count, Drawing drawing) {
-    headless::HeadlessHost host(page_size);
-    host.control().state().Smooth = drawing == Drawing::Smooth;
-    set_up_graph(host.control());
-    add_line(host.control(), noisy_sine(count));
-    host.control().Refresh();
-    for (auto _ : state) host.control().Refresh();
+void add_redraw(std::string const& name, std::function<Page(Drawing)> const& make_page) {
+    auto const redraw = [make_page](benchmark::State& state, Drawing drawing) {
+        Page const page = make_page(drawing);
+        page->control().Refresh();
+        for (auto _ : state) page->control().Refresh();
+    };
+    benchmark::RegisterBenchmark(name.c_str(), redraw, Drawing::Smooth)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark((name + "/flat").c_str(), redraw, Drawing::Flat)
+        ->Unit(benchmark::kMillisecond);
 }
 
 } // namespace
 
 void register_redraw() {
-    for (const std::size_t count : {1000UL, 10000UL, 100000UL, 1000000UL, 10000000UL}) {
-        const std::string name = "line_redraw/" + std::to_string(count);
-        benchmark::RegisterBenchmark(name.c_str(), line_redraw, count, Drawing::Smooth)
-            ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark((name + "/flat").c_str(), line_redraw, count, Drawing::Flat)
-            ->Unit(benchmark::kMillisecond);
+    for (std::size_t const count : point_counts) {
+        std::string const size = "/" + std::to_string(count);
+        add_redraw("line_redraw" + size, std::bind_front(line_page, count));
+        add_redraw("symbols_redraw" + size, std::bind_front(symbols_page, count));
     }
+    add_redraw("many_sets", many_sets_page);
+    add_redraw("zoomed/1000000", std::bind_front(zoomed_page, 1000000));
+    add_redraw("twelve_graphs", twelve_graphs_page);
 }
 
 } // namespace qv::bench
