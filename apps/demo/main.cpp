@@ -1,5 +1,6 @@
-// qvdemo: draws real measurements on a page and writes it as a PNG file.
+// qvdemo: draws real measurements on a page, in a window where there is a display, else into a PNG file.
 #include "demo/climate_page.h"
+#include "demo/window.h"
 #include "platform/headless/HeadlessHost.h"
 
 #include <CLI/CLI.hpp>
@@ -36,13 +37,15 @@ int draw(std::filesystem::path const& data, std::filesystem::path const& folder)
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Draws real measurements on a page and writes it as a PNG file");
+    CLI::App app(
+        "Draws real measurements on a page: in a window where there is a display, else into a PNG file");
     std::filesystem::path folder = "out";
     std::filesystem::path data = QV_EXAMPLE_DATA;
-    app.add_option("--out", folder, "folder for the pictures");
+    auto const* const out = app.add_option("--out", folder, "folder for the picture; opens no window");
     app.add_option("--data", data, "folder of the data files");
     CLI11_PARSE(app, argc, argv);
     try {
+        if (out->empty() && qv::demo::has_display()) return qv::demo::show_in_window(data);
         return draw(data, folder);
     } catch (std::exception const& failure) {
         std::cerr << "qvdemo: " << failure.what() << "\n";

@@ -1,0 +1,14 @@
+// Built where Qt is not installed: there is no window to open.
+#include "demo/window.h"
+
+namespace qv::demo {
+
+bool has_display() {
+    return false;
+}
+
+int show_in_window(std::filesystem::path const&) {
+    return 2;
+}
+
+} // namespace qv::demo
