@@ -1,5 +1,5 @@
 # Sourced by the run-* scripts: installs the Debian packages that are missing and builds a preset.
-# Defines need_packages and build_preset.
+# Defines need_packages, build_preset and build_folder.
 
 QV_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev libharfbuzz-dev libfontconfig-dev
@@ -7,6 +7,9 @@ QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev 
 QV_QT_PACKAGES="qt6-base-dev"
 QV_TEST_PACKAGES="doctest-dev python3-minimal xvfb xdotool"
 QV_BENCH_PACKAGES="libbenchmark-dev libmuparser-dev"
+# Other plotting libraries, for ./run-bench --peers alone.
+QV_PEER_PACKAGES="python3 qt6-base-dev qt6-charts-dev libqt6opengl6-dev libgl-dev libopengl-dev qtbase5-dev
+  libqcustomplot-dev libqcustomplot2.1 libqcustomplot2.1-qt6 libqwt-qt5-dev libkchart-dev gnuplot-nox"
 
 # need_packages NAME...: installs those that dpkg does not know as installed.
 need_packages() {
@@ -39,11 +42,20 @@ need_packages() {
 
 # build_preset PRESET [cmake option...]: configures and builds quietly; shows the output only on failure.
 build_preset() {
-  local preset=$1 log
-  shift
+  build_quietly "$1" "$QV_ROOT/build/$1" -S "$QV_ROOT" --preset "$@"
+}
+
+# build_folder SOURCE BUILD [cmake option...]: the same for a project of its own.
+build_folder() {
+  build_quietly "$(basename "$1")" "$2" -S "$1" -B "$2" "${@:3}"
+}
+
+build_quietly() {
+  local name=$1 folder=$2 log
+  shift 2
   log=$(mktemp)
-  echo "Building ($preset)" >&2
-  if ! { cmake -S "$QV_ROOT" --preset "$preset" "$@" && cmake --build "$QV_ROOT/build/$preset"; } >"$log" 2>&1; then
+  echo "Building ($name)" >&2
+  if ! { cmake "$@" && cmake --build "$folder"; } >"$log" 2>&1; then
     grep -E -A 12 'error|Error|FAILED' "$log" | head -n 80 >&2 || tail -n 40 "$log" >&2
     echo "The build failed; the whole output is in $log" >&2
     return 1
