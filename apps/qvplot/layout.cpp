@@ -175,7 +175,7 @@ private:
 
     void lay_out_x_axis(PageLayout& layout) const {
         layout.plot_width = std::max(width_ - layout.left - layout.right, 1.0);
-        layout.x_room.labels = 12;
+        layout.x_room.labels = 10;
         layout.x_room.characters = layout.plot_width / ruler_.width(label_font, "0");
         layout.x.plan = plan_x_axis(data_, options_, x_range_to_show(data_, options_), layout.x_room);
         layout.x.title = given_or(options_.x_title, data_.x_name);

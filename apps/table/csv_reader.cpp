@@ -68,7 +68,7 @@ CsvReader::CsvReader(std::filesystem::path const& file)
     std::error_code unknown;
     file_size_ = std::filesystem::file_size(file, unknown);
     if (unknown) file_size_ = 0;
-    if (csv_init(parser_.get(), CSV_STRICT_FINI) != 0) throw TableError(name_ + ": out of memory");
+    if (csv_init(parser_.get(), 0) != 0) throw TableError(name_ + ": out of memory");
     read_header();
 }
 
@@ -141,6 +141,8 @@ bool CsvReader::next_row() {
     } while (feed_line() && !row_complete_);
     if (!row_complete_ && !at_end_) {
         at_end_ = true;
+        // Only now, since a quote within a field is no mistake.
+        csv_set_opts(parser_.get(), CSV_STRICT | CSV_STRICT_FINI);
         if (csv_fini(parser_.get(), on_field, on_row, this) != 0)
             throw TableError(name_ + ":" + std::to_string(row_line_)
                              + ": the row has a quote that is never closed");

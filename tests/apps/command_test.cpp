@@ -1,0 +1,118 @@
+// Runs the program as a person does.
+#include "temporary_folder.h"
+
+#include <doctest/doctest.h>
+
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <iterator>
+
+using qv::test::TemporaryFolder;
+
+namespace {
+
+struct Outcome {
+    int status = 0;
+    std::string errors; // what it wrote on standard error
+};
+
+std::string read_all(std::filesystem::path const& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+// In the folder, without a display.
+Outcome run(TemporaryFolder const& folder, std::string const& arguments) {
+    const TemporaryFolder output;
+    auto const errors = output.path() / "errors";
+    const std::string command = "cd '" + folder.path().string()
+                                + "' && env -u DISPLAY -u WAYLAND_DISPLAY -u "
+                                  "QT_QPA_PLATFORM '" QV_PLOT_PROGRAM "' "
+                                + arguments + " >/dev/null 2>'" + errors.string() + "'";
+    int const result = std::system(command.c_str());
+    return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, read_all(errors)};
+}
+
+std::size_t files_in(TemporaryFolder const& folder) {
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder.path()),
+                                                  std::filesystem::directory_iterator()));
+}
+
+} // namespace
+
+TEST_CASE("what is wrong is one line and status 2, and leaves no file") {
+    const TemporaryFolder folder;
+    folder.file("a.csv", "date,n,m\n2020-01-01,1,\n2020-01-02,x2,\n");
+    folder.file("b.csv", "x,n\n-1,-2\n0,-3\n");
+    folder.file("days.csv", "date,n\n2020-01-01,1\nyesterday,2\n");
+    folder.file("old.csv", "date,n\n2020-01-01,1\n0099-12-31,2\n");
+    folder.file("words.csv", "a,b\nx,y\n");
+    std::filesystem::create_directory(folder.path() / "folder.png");
+    struct {
+        char const* arguments;
+        char const* line;
+    } const table[]{
+        {"--out p.png", "no data file is named; qvplot --help shows how"},
+        {"none.csv --out p.png", "none.csv: cannot be opened; check the name and its permissions"},
+        {"a.csv --x day --out p.png", "a.csv: has no column \"day\"; its columns are \"date\", \"n\", \"m\""},
+        {"a.csv --y N --out p.png", "a.csv: has no column \"N\"; its columns are \"date\", \"n\", \"m\""},
+        {"a.csv b.csv --x n --y z --out p.png",
+         "a.csv: has no column \"z\"; its columns are \"date\", \"n\", \"m\""},
+        {"a.csv --x date --y n --out p.png", "a.csv:3: column \"n\": \"x2\" is not a number"},
+        {"a.csv --y m --out p.png", "a.csv: column \"m\" holds no number beside an x"},
+        {"words.csv --out p.png", "words.csv: has no column of numbers beside x; name one with --y"},
+        {"days.csv --out p.png",
+         "days.csv:3: column \"date\": \"yesterday\" is not a date from 0100-01-01 to 9999-12-31, such as "
+         "2010-01-31 or 2010-01-31T12:30"},
+        {"old.csv --out p.png",
+         "old.csv:3: column \"date\": \"0099-12-31\" is not a date from 0100-01-01 to 9999-12-31, such as "
+         "2010-01-31 or 2010-01-31T12:30"},
+        {"days.csv --x date --log-x --y n --out p.png",
+         "days.csv:3: column \"date\": \"yesterday\" is not a date from 0100-01-01 to 9999-12-31, such as "
+         "2010-01-31 or 2010-01-31T12:30"},
+        {"b.csv --log-y --out p.png", "column \"n\" has no positive value for a logarithmic axis"},
+        {"b.csv --size 10x10 --out p.png", "--size: \"10x10\" is not a width and a height of 64 to 8192 "
+                                           "pixels, such as 1200x800; qvplot --help "
+                                           "shows the options"},
+        {"b.csv --size 800 --out p.png",
+         "--size: \"800\" is not a width and a height of 64 to 8192 pixels, such as 1200x800; qvplot --help "
+         "shows the options"},
+        {"b.csv --bars --lines --out p.png", "--lines excludes --bars; qvplot --help shows the options"},
+        {"b.csv --colour red --out p.png",
+         "The following argument was not expected: --colour; qvplot --help shows the options"},
+        {"b.csv --out p.gif", "p.gif: only PNG files can be written; give it a name ending in .png"},
+        {"b.csv --out none/p.png", "Cannot write none/p.png: No such file or directory"},
+        {"b.csv --out folder.png", "Cannot write folder.png: Is a directory"},
+        {"b.csv", "there is no display for a window; write a file with --out FILE.png"},
+    };
+    const std::size_t before = files_in(folder);
+    for (auto const& row : table) {
+        CAPTURE(row.arguments);
+        const Outcome outcome = run(folder, row.arguments);
+        CHECK(outcome.status == 2);
+        CHECK(outcome.errors == std::string("qvplot: ") + row.line + "\n");
+        CHECK(files_in(folder) == before);
+    }
+}
+
+TEST_CASE("a file that cannot be replaced stays as it was") {
+    const TemporaryFolder folder;
+    folder.file("b.csv", "x,n\n1,2\n2,x\n");
+    folder.file("p.png", "an earlier page");
+    CHECK(run(folder, "b.csv --out p.png").status == 2);
+    CHECK(read_all(folder.path() / "p.png") == "an earlier page");
+}
+
+TEST_CASE("a page is a PNG file of the size asked for") {
+    const TemporaryFolder folder;
+    folder.file("b.csv", "x,n\n1,2\n2,-3\n3,5\n");
+    const Outcome outcome = run(folder, "--y n b.csv --log-y --title 'T \u00e9' --size 640x360 --out p.png");
+    CHECK(outcome.status == 0);
+    CHECK(outcome.errors
+          == "qvplot: left out of \"n\" on a logarithmic axis: 1 point without a positive value\n");
+    const std::string png = read_all(folder.path() / "p.png");
+    CHECK(png.substr(12, 12) == std::string("IHDR\0\0\2\x80\0\0\1\x68", 12));
+    CHECK(run(folder, "--help").status == 0);
+}

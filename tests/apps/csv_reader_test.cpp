@@ -1,0 +1,120 @@
+#include "table/csv_reader.h"
+
+#include "temporary_folder.h"
+
+#include <doctest/doctest.h>
+
+#include <cmath>
+
+using namespace qv::table;
+using qv::test::TemporaryFolder;
+
+namespace {
+
+// Header and rows with the lines they begin on: "1 a|b", "2 1|2".
+std::string read(std::string const& content) {
+    const TemporaryFolder folder;
+    CsvReader csv(folder.file("t.csv", content));
+    auto const show = [&](std::size_t line, auto const& field) {
+        std::string text = std::to_string(line);
+        for (std::size_t i = 0; i < csv.header().size(); ++i)
+            text += (i == 0 ? " " : "|") + std::string(field(i));
+        return text + "\n";
+    };
+    std::string text = show(0, [&](std::size_t i) { return csv.header()[i]; });
+    while (csv.next_row()) text += show(csv.line(), [&](std::size_t i) { return csv.field(i); });
+    return text;
+}
+
+// The message without the path of the file.
+std::string error(std::string const& content, void (*use)(CsvReader&)) {
+    const TemporaryFolder folder;
+    auto const file = folder.file("t.csv", content);
+    try {
+        CsvReader csv(file);
+        while (csv.next_row()) use(csv);
+    } catch (TableError const& failure) {
+        const std::string text = failure.what(), path = file.string();
+        return text.starts_with(path) ? text.substr(path.size()) : text;
+    }
+    return "no error";
+}
+
+void numbers(CsvReader& csv) {
+    csv.number(0);
+    csv.number(csv.column("b"));
+}
+
+} // namespace
+
+TEST_CASE("rows are read whatever separates, quotes and ends them, and know their line") {
+    struct {
+        char const* content;
+        char const* rows;
+    } const table[]{
+        {"a,b\n1,2\n3,4\n", "0 a|b\n2 1|2\n3 3|4\n"},
+        {"a;b\n1,5;2\n", "0 a|b\n2 1,5|2\n"},
+        {"a\tb c\n1\t2", "0 a|b c\n2 1|2\n"},                   // no end after the last row
+        {"a,b\r\n1,2\r\n\r\n3,4\r\n", "0 a|b\n2 1|2\n4 3|4\n"}, // an empty line counts as one
+        {"a,b\r1,2\r3,4", "0 a|b\n2 1|2\n3 3|4\n"},
+        {"\xEF\xBB\xBF\"a;x\",b\n1,2\n", "0 a;x|b\n2 1|2\n"},     // byte order mark; no separator in quotes
+        {"a,b\n\"x\ny\",2\n3,4\n", "0 a|b\n2 x\ny|2\n4 3|4\n"},   // a field over two lines
+        {"a,b\n\"say \"\"hi\"\"\",\n", "0 a|b\n2 say \"hi\"|\n"}, // doubled quotes
+        {"a,b,c\n1\n,,3\n1,2,3,,\n", "0 a|b|c\n2 1||\n3 ||3\n4 1|2|3\n"},
+        {"a,b\n5\" pipe,2\n", "0 a|b\n2 5\" pipe|2\n"},
+        {"a\n5\n", "0 a\n2 5\n"},
+        {"a,b\n", "0 a|b\n"},
+    };
+    for (auto const& row : table) {
+        CAPTURE(row.content);
+        CHECK(read(row.content) == row.rows);
+    }
+}
+
+TEST_CASE("rows at the ends of the blocks a file is read in stay whole") {
+    std::string content = "x,text\r\n", rows = "0 x|text\n";
+    for (int i = 0; i < 60000; ++i) {
+        const std::string text(static_cast<std::size_t>(i % 83), 'q');
+        content += std::to_string(i) + ",\"" + text + "\"\r\n";
+        rows += std::to_string(i + 2) + " " + std::to_string(i) + "|" + text + "\n";
+    }
+    REQUIRE(content.size() > 2 << 20);
+    CHECK(read(content) == rows);
+}
+
+TEST_CASE("numbers") {
+    const TemporaryFolder folder;
+    CsvReader csv(folder.file("t.csv", "a\n 1.5 \n-2e3\n+7\n\"\"  \n\"\"\nNaN\n0x\n"));
+    for (double const expected : {1.5, -2000.0, 7.0}) {
+        REQUIRE(csv.next_row());
+        CHECK(csv.number(0) == expected);
+    }
+    while (csv.next_row() && csv.field(0) != "0x") CHECK(std::isnan(csv.number(0)));
+    CHECK(csv.progress() == 1);
+}
+
+TEST_CASE("errors name file, line, column and text, in one line") {
+    struct {
+        char const* content;
+        char const* message;
+    } const table[]{
+        {"a,b\n1,2\n3,4 ppm\n", ":3: column \"b\": \"4 ppm\" is not a number"},
+        {"a,b\n\"1\n2\",3\n", ":2: column \"a\": \"1 2\" is not a number"},
+        {"a,b\n+-1,2\n", ":2: column \"a\": \"+-1\" is not a number"},
+        {"a,b\ninf,2\n", ":2: column \"a\": \"inf\" is not a finite number of double precision"},
+        {"a,b\n1e999,2\n", ":2: column \"a\": \"1e999\" is not a finite number of double precision"},
+        {"a,c\n1,2\n", ": has no column \"b\"; its columns are \"a\", \"c\""},
+        {"a,b\n1,2,3\n", ":2: has 3 fields where the header names 2"},
+        {"a,b\n1,2\n\n\"3,4\n5,6\n", ":4: the row has a quote that is never closed"},
+        {"", ": is empty; a header row is expected"},
+        {"\n \n", ": is empty; a header row is expected"},
+        {"\xFF\xFE\x61\x00", ": is UTF-16 text; save it as UTF-8"},
+    };
+    for (auto const& row : table) {
+        CAPTURE(row.content);
+        CHECK(error(row.content, numbers) == row.message);
+    }
+    CHECK_THROWS_WITH(CsvReader("/no/such.csv"),
+                      "/no/such.csv: cannot be opened; check the name and its permissions");
+    CHECK_THROWS_WITH(CsvReader("/tmp"), "/tmp: cannot be read; is it a folder?");
+}

@@ -1,0 +1,142 @@
+#include "qvplot/page.h"
+
+#include "graph/model/selection.h"
+#include "platform/headless/HeadlessHost.h"
+#include "qvplot/look.h"
+#include "qvplot/report.h"
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace qv;
+using namespace qv::plot;
+
+namespace {
+
+PlotData waves(std::size_t count, bool dates) {
+    PlotData data{"the x column", dates, {}};
+    for (std::size_t i = 0; i < count; ++i) {
+        Series series{"column " + std::to_string(i), {}, {}, i % 2 == 1};
+        for (int k = 0; k <= 300; ++k) {
+            series.x.push_back((dates ? 40000 : 10) + k);
+            series.y.push_back(1000 * (1.1 + std::sin(k / 20.0 + static_cast<double>(i))));
+        }
+        data.series.push_back(series);
+    }
+    return data;
+}
+
+PlotOptions sized(PixelSize size) {
+    PlotOptions options;
+    options.size = size;
+    options.title = "A title";
+    return options;
+}
+
+struct DrawnPage {
+    headless::HeadlessHost host;
+    FirstError errors;
+    DrawnPage(PlotData const& data, PlotOptions const& options) : host(options.size) {
+        host.control().set_events(&errors);
+        draw_page(host.control(), data, options);
+    }
+    std::uint32_t pixel(int x, int y) const {
+        return host.picture().pixels()[static_cast<std::size_t>(y * host.picture().stride() + x)] & 0xFFFFFF;
+    }
+    graph::Graph const& graph() { return graph::current_graph(host.control().state()); }
+};
+
+} // namespace
+
+TEST_CASE("nothing touches the page's edge, and every column's colour is on the page") {
+    for (const PixelSize size : {PixelSize{1200, 800}, PixelSize{400, 300}})
+        for (int kind = 0; kind < 16; ++kind) {
+            PlotOptions options = sized(size);
+            bool const dates = (kind & 1) != 0;
+            options.bars = (kind & 2) != 0;
+            options.symbols = !options.bars && (kind & 4) != 0;
+            options.log = {.x = !dates && kind % 4 == 0, .y = (kind & 8) != 0, .y2 = (kind & 4) != 0};
+            CAPTURE(size.width);
+            CAPTURE(kind);
+            const PlotData data = waves(3, dates);
+            const DrawnPage page(data, options);
+            CHECK_NOTHROW(page.errors.raise());
+            int marked = 0;
+            for (int x = 0; x < size.width; ++x)
+                for (int y : {0, 1, size.height - 2, size.height - 1}) marked += page.pixel(x, y) != 0xFFFFFF;
+            for (int y = 0; y < size.height; ++y)
+                for (int x : {0, 1, size.width - 2, size.width - 1}) marked += page.pixel(x, y) != 0xFFFFFF;
+            CHECK(marked == 0);
+            for (std::size_t i = 0; i < data.series.size(); ++i) {
+                const Color color = column_color(i).color;
+                auto const bgr =
+                    static_cast<std::uint32_t>((color & 0xFF) << 16 | (color & 0xFF00) | color >> 16);
+                bool seen = false;
+                for (int y = 0; y < size.height && !seen; ++y)
+                    for (int x = 0; x < size.width && !seen; ++x) seen = page.pixel(x, y) == bgr;
+                CHECK(seen);
+            }
+        }
+}
+
+TEST_CASE("columns go to their axes, with titles that say which is which") {
+    DrawnPage page(waves(3, false), sized({800, 600}));
+    auto const& graph = page.graph();
+    REQUIRE(graph.Axes.size() == 3);
+    CHECK(graph.Axes[0].AxisTitle == "the x column");
+    CHECK(graph.Axes[1].AxisTitle == "column 0 (blue), column 2 (green)");
+    CHECK(graph.Axes[2].AxisTitle == "column 1 (orange)");
+    CHECK(graph.Axes[2].AxisFarSide);
+    CHECK(graph.DataSets[0].yAxisIndex == 1);
+    CHECK(graph.DataSets[1].yAxisIndex == 2);
+    CHECK(graph.Axes[1].AxisValue1 == 0);
+    CHECK(graph.Axes[1].AxisValue2 >= 2100);
+}
+
+TEST_CASE("bars of several columns stand side by side without touching the next") {
+    PlotOptions options = sized({1000, 500});
+    options.bars = true;
+    DrawnPage page(waves(2, false), options);
+    auto const& sets = page.graph().DataSets;
+    double const mm = page.host.control().state().UnitsPerMmX;
+    double const width = 2 * 0.9 * sets[0].DataSymbolSize / mm; // as bars are drawn
+    CHECK(sets[1].BarOffset - sets[0].BarOffset == doctest::Approx(width).epsilon(0.05));
+    graph::Axis const& x = page.graph().Axes[0];
+    double const distance = x.AxisLength / (x.AxisValue2 - x.AxisValue1) / mm;
+    CHECK(2 * width < distance);
+    CHECK(page.graph().Axes[1].AxisValue1 == 0);
+}
+
+TEST_CASE("ticks follow what is shown, and a page laid out anew is that of its size") {
+    const PlotData data = waves(2, true);
+    const PlotOptions options = sized({900, 500});
+    DrawnPage page(data, options);
+    qvGraph& control = page.host.control();
+    control.SelectXaxis(1);
+    control.AxisValue1(40010);
+    control.AxisValue2(40012);
+    follow_zoom(control, data, options);
+    graph::Axis const& x = page.graph().Axes[0];
+    auto const shown = [&](double v) { return v >= 40010 && v <= 40012; };
+    CHECK(std::ranges::count_if(x.major_tick_values, shown) >= 3);
+    CHECK(x.AxisTextLabels == "d mmm hh:mm");
+
+    page.host.resize_picture({1200, 800});
+    fit_page(control, data, options);
+    PlotOptions larger = options;
+    larger.size = {1200, 800};
+    const DrawnPage fresh(data, larger);
+    CHECK(std::ranges::equal(page.host.picture().pixels(), fresh.host.picture().pixels()));
+}
+
+TEST_CASE("a single point is seen") {
+    const PlotData data{"x", false, {{"y", {1}, {2}, false}}};
+    const DrawnPage page(data, sized({300, 200}));
+    CHECK_NOTHROW(page.errors.raise());
+    int colored = 0;
+    for (int y = 0; y < 200; ++y)
+        for (int x = 0; x < 300; ++x) colored += page.pixel(x, y) == 0x2A69B0;
+    CHECK(colored > 10);
+}
