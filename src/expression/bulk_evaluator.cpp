@@ -3,6 +3,8 @@
 #include "expression/mathematics.h"
 
 #include <algorithm>
+#include <functional>
+#include <vector>
 
 namespace qv::expression {
 namespace {
@@ -73,6 +75,12 @@ void Sampling::keep_error() {
     engine_.error.description.clear();
 }
 
+// Samples are read again after their values have been written.
+bool overlap(std::span<double const> x, std::span<double const> y) {
+    std::less<> const before;
+    return before(x.data(), y.data() + y.size()) && before(y.data(), x.data() + x.size());
+}
+
 } // namespace
 
 void evaluate_over(Engine& engine, qvVariable& variable, std::span<double const> x, std::span<double> y,
@@ -85,6 +93,11 @@ void evaluate_over(Engine& engine, qvVariable& variable, std::span<double const>
     }
     if (engine.error.code != ErrorNumber::None) return void(std::ranges::fill(y, mathematics::undefined));
     if (slot.text.empty()) return void(std::ranges::fill(y, 0));
+    std::vector<double> copy;
+    if (overlap(x, y)) {
+        copy.assign(x.begin(), x.end());
+        x = copy;
+    }
     Sampling(engine, variable, number).run(x, y);
 }
 

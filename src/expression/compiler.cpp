@@ -300,6 +300,7 @@ void CompileExpression(Engine& engine) {
     slot.steps.clear();
     slot.variables.clear();
     slot.numeric.reset();
+    engine.ready_slot = 0;
     set_error(engine, ErrorNumber::None, {});
     trapped(engine, "CompileExpression", [&] {
         slot.steps.reserve(std::min<std::size_t>(max_steps, slot.text.size()));

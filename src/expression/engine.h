@@ -89,6 +89,9 @@ struct Engine : PublicFields {
     OpcodeTable opcodes = new_opcode_table();
     std::vector<Slot> slots = std::vector<Slot>(1);
     std::int32_t current_slot = 0;
+    /// The slot that was last evaluated by its numeric form, and that form; 0 when slots have changed since.
+    std::int32_t ready_slot = 0;
+    NumericForm* ready_form = nullptr;
     std::vector<ArrayRecord> arrays = std::vector<ArrayRecord>(1); ///< record 0 holds no array
     std::array<UserFunctionRecord, max_user_functions> user_functions;
     ErrorState error;
@@ -127,8 +130,10 @@ void resume_after(Statement statement) {
 /// Makes the slot current; one below 1 or above the highest stands for the highest.
 inline Slot& select_slot(Engine& engine, std::int32_t number) {
     // The current slot is a known one; asking for it again needs no counting of slots.
-    bool const known = number >= 1 && (number == engine.current_slot || number <= engine.highest_slot());
-    engine.current_slot = known ? number : engine.highest_slot();
+    if (number != engine.current_slot || number < 1) {
+        bool const known = number >= 1 && number <= engine.highest_slot();
+        engine.current_slot = known ? number : engine.highest_slot();
+    }
     engine.error.source = engine.current_slot;
     return engine.slots[static_cast<std::size_t>(engine.current_slot)];
 }
@@ -144,7 +149,8 @@ void append_variable(Engine& engine, std::string_view name, double value);
 inline void set_variable(Engine& engine, std::string_view name, double value) {
     if (qvVariable* const variable = engine.m_Variables.known(name, engine.name_match()))
         variable->Value = value;
-    else append_variable(engine, name, value);
+    else
+        append_variable(engine, name, value);
 }
 
 void ResetCompiledExpressions(Engine& engine);

@@ -44,6 +44,15 @@ std::string step_text(Engine const& engine, Step const& step) {
 
 } // namespace
 
+NumericForm* made_ready(Engine& engine, std::int32_t& number) {
+    Slot const* const slot = slot_to_run(engine, number);
+    NumericForm* const form = slot ? slot->numeric.get() : nullptr;
+    if (!form || form->result_kind == Kind::Empty) return nullptr;
+    engine.ready_slot = engine.current_slot;
+    engine.ready_form = form;
+    return form;
+}
+
 Variant evaluate_generally(Engine& engine, std::int32_t& number) {
     Slot const* const slot = slot_to_run(engine, number);
     return slot ? trapped_program(engine, *slot) : Variant();

@@ -13,20 +13,28 @@ namespace qv::expression {
 /// its number. Empty while an error is pending.
 Variant evaluate_generally(Engine& engine, std::int32_t& number);
 
-/// The value of a program by its numeric form, or none.
-inline std::optional<Variant> numeric_value(NumericForm* form) {
-    if (!form || form->result_kind == Kind::Empty || !load_variables(*form)) return std::nullopt;
-    double const value = run(*form);
-    if (value - value != 0) return std::nullopt;
-    if (form->result_kind == Kind::Double) return value;
-    if (form->result_kind == Kind::Int16) return static_cast<std::int16_t>(value);
+inline Variant number_variant(Kind kind, double value) {
+    if (kind == Kind::Double) return value;
+    if (kind == Kind::Int16) return static_cast<std::int16_t>(value);
     return static_cast<std::int32_t>(value);
 }
 
+/// The numeric form to evaluate a slot by, which becomes the current one, or none.
+inline NumericForm* ready_form(Engine& engine, std::int32_t number) {
+    engine.error.source = number;
+    engine.current_slot = number;
+    return engine.ready_form;
+}
+NumericForm* made_ready(Engine& engine, std::int32_t& number);
+
 /// The value of a slot as `evaluate_generally` gives it, by the numeric form when there is one.
 inline Variant evaluate(Engine& engine, std::int32_t& number) {
-    if (number >= 1 && engine.error.code == ErrorNumber::None)
-        if (auto value = numeric_value(select_slot(engine, number).numeric.get())) return *std::move(value);
+    bool const is_ready = number == engine.ready_slot && engine.error.code == ErrorNumber::None && number > 0;
+    NumericForm* const form = is_ready ? ready_form(engine, number) : made_ready(engine, number);
+    if (form && load_variables(*form)) {
+        double const value = run(*form);
+        if (value - value == 0) return number_variant(form->result_kind, value);
+    }
     return evaluate_generally(engine, number);
 }
 

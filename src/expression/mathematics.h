@@ -43,6 +43,16 @@ inline double multiply(double a, double b) {
 inline double divide(double a, double b) {
     return where_finite(a / b, b);
 }
+/// A product in a sum, each rounded on its own.
+inline double product_plus(double a, double b, double c) {
+    return a * b + c;
+}
+inline double product_minus(double a, double b, double c) {
+    return a * b - c;
+}
+inline double minus_product(double a, double b, double c) {
+    return c - a * b;
+}
 /// Integers have no negative zero, which doubles would give for -0 and 0 * -1.
 inline double negate_integer(double b) {
     return 0 - b;

@@ -27,6 +27,7 @@ private:
     bool fold(NumericRow const& row, std::span<std::uint16_t const> operands, ValueBounds bounds);
     std::span<ValueBounds const> bounds_of_operands(std::span<std::uint16_t const> operands);
     bool is_constant(std::uint16_t node) const { return constant_[node]; }
+    void absorb_sign(NumericRow const& row, std::array<std::uint16_t, 3>& operands);
     NumericRow const* fitting_row(NumericRow const& row, std::span<std::uint16_t const> operands);
 
     std::unique_ptr<NumericForm> form_ = std::make_unique<NumericForm>();
@@ -114,6 +115,17 @@ bool FormBuilder::fold(NumericRow const& row, std::span<std::uint16_t const> ope
     return mathematics::finite(value) && bounds.kind && push_constant(*bounds.kind, value);
 }
 
+// -x / 10 is x / -10 to the bit, one operation less.
+void FormBuilder::absorb_sign(NumericRow const& row, std::array<std::uint16_t, 3>& operands) {
+    bool const scales = &row == numeric_row(opcode::multiply) || &row == numeric_row(opcode::divide);
+    NumericNode const& first = form_->nodes[operands[0]];
+    if (!scales || first.row != numeric_row(opcode::negate) || !is_constant(operands[1])) return;
+    operands[0] = operands[2] = first.first;
+    push_constant(Kind::Double, -form_->cells[operands[1]]);
+    operands[1] = stack_.back();
+    stack_.pop_back();
+}
+
 bool FormBuilder::apply(NumericRow const& opcode_row) {
     if (stack_.size() < opcode_row.operands) return false;
     std::array<std::uint16_t, 3> held;
@@ -128,7 +140,8 @@ bool FormBuilder::apply(NumericRow const& opcode_row) {
     if (std::ranges::all_of(operands, [this](std::uint16_t node) { return is_constant(node); }))
         return fold(*row, operands, bounds);
 
-    const NumericNode node{row, held[0], row == &square_row ? held[0] : held[1], held[2]};
+    absorb_sign(*row, held);
+    NumericNode const node{row, held[0], row == &square_row ? held[0] : held[1], held[2]};
     auto const same = [&](NumericNode const& other) {
         return other.row == row && other.first == node.first && other.second == node.second
                && other.third == node.third;
@@ -153,29 +166,68 @@ private:
         std::size_t joint = 0;
     };
 
+    void count_readers();
+    bool is_lone_product(std::uint16_t node) const;
+    std::optional<std::uint16_t> joined_product(NumericNode const& sum) const;
     void plan(std::uint16_t node);
+    void write_code();
     Operation operation_of(std::uint16_t node) const;
     void join(Operation& operation);
     std::optional<std::uint16_t> find(OpcodeNumber number, std::uint16_t operand) const;
 
     NumericForm& form_;
     std::vector<Operation> operations_;
+    std::vector<int> readers_ = std::vector<int>(form_.nodes.size(), 0); // 0: the result needs it not
     std::vector<char> written_ = std::vector<char>(form_.nodes.size(), false);
     std::vector<char> read_ = std::vector<char>(form_.nodes.size(), false); // from its cell
 };
 
+void CodeWriter::count_readers() {
+    readers_[form_.result] = 1;
+    for (std::size_t node = form_.nodes.size(); node-- > 0;) {
+        NumericNode const& each = form_.nodes[node];
+        if (!each.row || readers_[node] == 0) continue;
+        ++readers_[each.first];
+        if (each.row->operands > 1) ++readers_[each.second];
+        if (each.row->operands > 2) ++readers_[each.third];
+    }
+}
+
+bool CodeWriter::is_lone_product(std::uint16_t node) const {
+    return form_.nodes[node].row == numeric_row(opcode::multiply) && readers_[node] == 1;
+}
+
+// The operand of a sum or difference that is computed along with it: the second, so that a product before
+// it can join the function it belongs to.
+std::optional<std::uint16_t> CodeWriter::joined_product(NumericNode const& sum) const {
+    if (!sum.row || (sum.row->number != opcode::add && sum.row->number != opcode::subtract))
+        return std::nullopt;
+    if (is_lone_product(sum.second)) return sum.second;
+    if (is_lone_product(sum.first)) return sum.first;
+    return std::nullopt;
+}
+
 void CodeWriter::write() {
+    count_readers();
     for (std::uint16_t node = 0; node < form_.nodes.size(); ++node)
-        if (form_.nodes[node].row && !written_[node]) plan(node);
+        if (auto const product = joined_product(form_.nodes[node]); product && readers_[node] > 0)
+            written_[*product] = true;
+    for (std::uint16_t node = 0; node < form_.nodes.size(); ++node)
+        if (form_.nodes[node].row && readers_[node] > 0 && !written_[node]) plan(node);
+    write_code();
+}
+
+void CodeWriter::write_code() {
     bool const handed_on = operations_.back().target == form_.result;
     if (!handed_on) read_[form_.result] = true;
     form_.code.reserve(operations_.size() + 1);
     for (Operation const& each : operations_) {
-        std::size_t const joint = each.joint | (read_[each.target] ? is_kept : 0);
+        bool const last = handed_on && &each == &operations_.back();
+        std::size_t const joint = each.joint | (read_[each.target] ? is_kept : 0) | (last ? is_last : 0);
         form_.code.push_back({each.row->on_cells[joint], each.row->on_columns, each.target, each.first,
                               each.second, each.third});
     }
-    form_.code.push_back({handed_on ? &return_previous : &return_cell, nullptr, 0, form_.result, 0, 0});
+    if (!handed_on) form_.code.push_back({&return_cell, nullptr, 0, form_.result, 0, 0});
 }
 
 void CodeWriter::plan(std::uint16_t node) {
@@ -195,13 +247,21 @@ std::optional<std::uint16_t> CodeWriter::find(OpcodeNumber number, std::uint16_t
     return static_cast<std::uint16_t>(found - form_.nodes.begin());
 }
 
-// The node's own operation, or sine and cosine together when the formula has both of one angle.
+// The node's own operation, sine and cosine together when the formula has both of one angle, or a sum
+// together with a product.
 CodeWriter::Operation CodeWriter::operation_of(std::uint16_t number) const {
     NumericNode const& node = form_.nodes[number];
     if (node.row->number == opcode::sine || node.row->number == opcode::cosine) {
         auto const sine = find(opcode::sine, node.first);
         auto const cosine = find(opcode::cosine, node.first);
         if (sine && cosine) return {&sine_and_cosine_row, *sine, node.first, *cosine, node.first, 0};
+    }
+    if (auto const joined = joined_product(node)) {
+        NumericNode const& product = form_.nodes[*joined];
+        bool const is_second = *joined == node.second;
+        NumericRow const& difference = is_second ? minus_product_row : product_minus_row;
+        NumericRow const& row = node.row->number == opcode::add ? product_plus_row : difference;
+        return {&row, number, product.first, product.second, is_second ? node.first : node.second, 0};
     }
     return {node.row, number, node.first, node.second, node.third, 0};
 }
@@ -212,11 +272,14 @@ void CodeWriter::join(Operation& operation) {
         return !operations_.empty() && operations_.back().target == node;
     };
     std::uint8_t const operands = operation.row->operands;
-    bool const joins = operands < 3;
-    if (joins && is_previous(operation.first)) operation.joint |= first_is_previous;
-    else read_[operation.first] = true;
-    if (operands == 2 && is_previous(operation.second)) operation.joint |= second_is_previous;
-    else if (operands >= 2) read_[operation.second] = true;
+    if (is_previous(operation.first))
+        operation.joint |= first_is_previous;
+    else
+        read_[operation.first] = true;
+    if (operands >= 2 && is_previous(operation.second))
+        operation.joint |= second_is_previous;
+    else if (operands >= 2)
+        read_[operation.second] = true;
     if (operands == 3) read_[operation.third] = true;
 }
 

@@ -23,10 +23,18 @@ struct Instruction;
 
 /// Runs one instruction and, as its last act, the next one; `previous` is the result of the one before.
 using InstructionCode = double (*)(Instruction const* instruction, double* cells, double previous);
-/// Runs one instruction on columns of `block_length` values each.
-using BlockCode = void (*)(Instruction const& instruction, double* columns);
 
 constexpr std::size_t block_length = 128;
+
+/// Where the values of each node stand while a block is computed, `block_length` of them: in a column of its
+/// own, for the variable that varies in the samples, for the result in the array that takes it.
+struct Columns {
+    std::vector<double const*> read;
+    std::vector<double*> write;
+};
+
+/// Runs one instruction on columns.
+using BlockCode = void (*)(Instruction const& instruction, Columns const& columns);
 
 /// An operation on cells, or on columns of the same numbers.
 struct Instruction {
@@ -49,11 +57,11 @@ struct NumericInput {
 
 struct NumericForm {
     std::vector<NumericNode> nodes;
-    std::vector<Instruction> code;    ///< the operations in order and a last instruction that returns
+    std::vector<Instruction> code;    ///< the operations in order; one without `run_block` only returns
     std::vector<NumericInput> inputs; ///< where variables are loaded
     /// One a node. Constants are there from the start, results only where a later instruction reads them.
     std::vector<double> cells;
-    std::uint16_t result = 0;         ///< the node whose value the formula has
+    std::uint16_t result = 0; ///< the node whose value the formula has
     /// Kind of the result; empty when it depends on the values, which only the general evaluator tells.
     Kind result_kind = Kind::Empty;
 };
@@ -86,17 +94,19 @@ public:
     /// those does not hold a double.
     bool prepare(NumericForm& form, qvVariable const& x);
     /// Values for up to `block_length` samples; false when a value is not finite, and `y` then tells which.
+    /// The spans are of one length and do not overlap.
     bool run(std::span<double const> x, std::span<double> y);
 
 private:
-    double* column(std::size_t node) { return columns_.data() + node * block_length; }
-    void fill_column(std::size_t node, double value);
-    void load_column(std::span<double const> x);
+    void run_in_place(double const* x, double* y);
+    void run_partly(std::span<double const> x, std::span<double> y);
+    void lay_out_columns();
 
     NumericForm const* form_ = nullptr;
     std::vector<Instruction> varying_; // what depends on x, in order
     std::optional<std::uint16_t> x_cell_;
-    std::vector<double> columns_;
+    std::vector<double> values_;
+    Columns columns_;
 };
 
 } // namespace qv::expression

@@ -7,14 +7,13 @@
 namespace qv::expression {
 namespace {
 
-double* column(double* columns, std::size_t number) {
-    return columns + number * block_length;
-}
-
 template <std::size_t Joint>
 double run_next(Instruction const* instruction, double* cells, double value) {
     if constexpr ((Joint & is_kept) != 0) cells[instruction->target] = value;
-    return instruction[1].run(instruction + 1, cells, value);
+    if constexpr ((Joint & is_last) != 0)
+        return value;
+    else
+        return instruction[1].run(instruction + 1, cells, value);
 }
 
 // Every operation is a type with a static `apply`, so that the three ways to run it are written once for
@@ -30,9 +29,9 @@ struct Unary {
         return run_next<Joint>(at, cells, Function(Joint & first_is_previous ? previous : cells[at->first]));
     }
 
-    static void on_columns(Instruction const& at, double* columns) {
-        double* const target = column(columns, at.target);
-        double const* const a = column(columns, at.first);
+    static void on_columns(Instruction const& at, Columns const& columns) {
+        double* const target = columns.write[at.target];
+        double const* const a = columns.read[at.first];
         for (std::size_t i = 0; i < block_length; ++i) target[i] = Function(a[i]);
     }
 };
@@ -50,10 +49,10 @@ struct Binary {
         return run_next<Joint>(at, cells, Function(a, b));
     }
 
-    static void on_columns(Instruction const& at, double* columns) {
-        double* const target = column(columns, at.target);
-        double const* const a = column(columns, at.first);
-        double const* const b = column(columns, at.second);
+    static void on_columns(Instruction const& at, Columns const& columns) {
+        double* const target = columns.write[at.target];
+        double const* const a = columns.read[at.first];
+        double const* const b = columns.read[at.second];
         for (std::size_t i = 0; i < block_length; ++i) target[i] = Function(a[i], b[i]);
     }
 };
@@ -65,15 +64,17 @@ struct Ternary {
     static double on_values(double a, double b, double c) { return Function(a, b, c); }
 
     template <std::size_t Joint>
-    static double on_cells(Instruction const* at, double* cells, double) {
-        return run_next<Joint>(at, cells, Function(cells[at->first], cells[at->second], cells[at->third]));
+    static double on_cells(Instruction const* at, double* cells, double previous) {
+        double const a = Joint & first_is_previous ? previous : cells[at->first];
+        double const b = Joint & second_is_previous ? previous : cells[at->second];
+        return run_next<Joint>(at, cells, Function(a, b, cells[at->third]));
     }
 
-    static void on_columns(Instruction const& at, double* columns) {
-        double* const target = column(columns, at.target);
-        double const* const a = column(columns, at.first);
-        double const* const b = column(columns, at.second);
-        double const* const c = column(columns, at.third);
+    static void on_columns(Instruction const& at, Columns const& columns) {
+        double* const target = columns.write[at.target];
+        double const* const a = columns.read[at.first];
+        double const* const b = columns.read[at.second];
+        double const* const c = columns.read[at.third];
         for (std::size_t i = 0; i < block_length; ++i) target[i] = Function(a[i], b[i], c[i]);
     }
 };
@@ -85,7 +86,8 @@ constexpr NumericRow row(OpcodeNumber number, KindRule rule, std::index_sequence
             rule,
             &Operation::on_values,
             {&Operation::template on_cells<Joint>...},
-            &Operation::on_columns};
+            &Operation::on_columns,
+            {}};
 }
 template <class Operation>
 constexpr NumericRow row(OpcodeNumber number, KindRule rule) {
@@ -102,6 +104,37 @@ constexpr NumericRow binary(OpcodeNumber number, KindRule rule = KindRule::Doubl
 }
 
 namespace m = mathematics;
+
+// A loop over a block for a function of the library, together with its companions.
+template <double (*Function)(double), Before What, After Then>
+void with_companions(Instruction const& at, Columns const& columns) {
+    double* const target = columns.write[at.target];
+    double const* const a = columns.read[at.first];
+    double const* const b = columns.read[at.second];
+    double const* const factor = columns.read[at.third];
+    for (std::size_t i = 0; i < block_length; ++i) {
+        double operand = a[i];
+        if constexpr (What == Before::Product) operand = m::multiply(a[i], b[i]);
+        if constexpr (What == Before::Quotient) operand = m::divide(a[i], b[i]);
+        if constexpr (What == Before::Magnitude) operand = m::absolute(a[i]);
+        double const value = Function(operand);
+        target[i] = Then == After::Product ? m::multiply(value, factor[i]) : value;
+    }
+}
+
+template <double (*Function)(double)>
+constexpr NumericRow costly(OpcodeNumber number) {
+    NumericRow row = unary<Function>(number);
+    row.with_companions = {&with_companions<Function, Before::Nothing, After::Nothing>,
+                           &with_companions<Function, Before::Nothing, After::Product>,
+                           &with_companions<Function, Before::Product, After::Nothing>,
+                           &with_companions<Function, Before::Product, After::Product>,
+                           &with_companions<Function, Before::Quotient, After::Nothing>,
+                           &with_companions<Function, Before::Quotient, After::Product>,
+                           &with_companions<Function, Before::Magnitude, After::Nothing>,
+                           &with_companions<Function, Before::Magnitude, After::Product>};
+    return row;
+}
 
 constexpr std::array rows{
     unary<m::negate>(opcode::negate, KindRule::Negation),
@@ -126,16 +159,16 @@ constexpr std::array rows{
     unary<m::floor>(opcode::floor, KindRule::Kept),
     unary<m::truncate>(opcode::truncate, KindRule::Kept),
     unary<m::sign>(opcode::sign, KindRule::Sign),
-    unary<m::square_root>(opcode::square_root),
-    unary<m::log10>(opcode::log10),
-    unary<m::ln>(opcode::ln),
-    unary<m::exponential>(opcode::exponential),
-    unary<m::sine>(opcode::sine),
+    costly<m::square_root>(opcode::square_root),
+    costly<m::log10>(opcode::log10),
+    costly<m::ln>(opcode::ln),
+    costly<m::exponential>(opcode::exponential),
+    costly<m::sine>(opcode::sine),
     unary<m::arcsine>(opcode::arcsine),
-    unary<m::cosine>(opcode::cosine),
+    costly<m::cosine>(opcode::cosine),
     unary<m::arccosine>(opcode::arccosine),
-    unary<m::tangent>(opcode::tangent),
-    unary<m::arctangent>(opcode::arctangent),
+    costly<m::tangent>(opcode::tangent),
+    costly<m::arctangent>(opcode::arctangent),
     unary<m::hyperbolic_sine>(opcode::hyperbolic_sine),
     unary<m::hyperbolic_cosine>(opcode::hyperbolic_cosine),
     unary<m::hyperbolic_tangent>(opcode::hyperbolic_tangent),
@@ -171,10 +204,10 @@ struct SineAndCosine {
         return run_next<Joint>(at, cells, sine);
     }
 
-    static void on_columns(Instruction const& at, double* columns) {
-        double* const sines = column(columns, at.target);
-        double* const cosines = column(columns, at.second);
-        double const* const angles = column(columns, at.first);
+    static void on_columns(Instruction const& at, Columns const& columns) {
+        double* const sines = columns.write[at.target];
+        double* const cosines = columns.write[at.second];
+        double const* const angles = columns.read[at.first];
         for (std::size_t i = 0; i < block_length; ++i) {
             double const angle = angles[i];
             sines[i] = std::sin(angle);
@@ -189,15 +222,14 @@ const NumericRow square_row = unary<m::square>(opcode::power);
 const NumericRow integer_product_row = binary<m::multiply_integers>(opcode::multiply, KindRule::Product);
 const NumericRow integer_negation_row = unary<m::negate_integer>(opcode::negate, KindRule::Negation);
 
+const NumericRow product_plus_row = row<Ternary<m::product_plus>>(opcode::add, KindRule::Double);
+const NumericRow product_minus_row = row<Ternary<m::product_minus>>(opcode::subtract, KindRule::Double);
+const NumericRow minus_product_row = row<Ternary<m::minus_product>>(opcode::subtract, KindRule::Double);
 const NumericRow sine_and_cosine_row = row<SineAndCosine>(opcode::sine, KindRule::Double);
 
 NumericRow const* numeric_row(OpcodeNumber number) {
     if (number < 0 || number > opcode::last) return nullptr;
     return row_of_opcode[static_cast<std::size_t>(number)];
-}
-
-double return_previous(Instruction const*, double*, double previous) {
-    return previous;
 }
 
 double return_cell(Instruction const* instruction, double* cells, double) {

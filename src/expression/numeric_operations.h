@@ -27,7 +27,17 @@ enum class KindRule : std::uint8_t {
 constexpr std::size_t first_is_previous = 1;  ///< the first operand is the result of the instruction before
 constexpr std::size_t second_is_previous = 2; ///< the second operand is
 constexpr std::size_t is_kept = 4;            ///< the result goes into its cell too
-constexpr std::size_t joints = 8;
+constexpr std::size_t is_last = 8;            ///< the result is the formula's
+constexpr std::size_t joints = 16;
+
+/// What a costly function takes along in its loop over a block: an operation that gives its operand, and a
+/// factor of its result. The processor does these while it waits for the function.
+enum class Before : std::uint8_t { Nothing, Product, Quotient, Magnitude };
+enum class After : std::uint8_t { Nothing, Product };
+constexpr std::size_t companions = 8;
+constexpr std::size_t companion(Before before, After after) {
+    return 2 * static_cast<std::size_t>(before) + static_cast<std::size_t>(after);
+}
 
 struct NumericRow {
     OpcodeNumber number = opcode::none;
@@ -36,6 +46,9 @@ struct NumericRow {
     double (*on_values)(double first, double second, double third) = nullptr;
     std::array<InstructionCode, joints> on_cells{};
     BlockCode on_columns = nullptr;
+    /// Operands `first` and `second` go into what comes before, `third` is the factor that comes after.
+    /// None for functions that are not costly.
+    std::array<BlockCode, companions> with_companions{};
 };
 
 /// The row of an opcode, or none for one that the numeric form does not have.
@@ -45,11 +58,14 @@ NumericRow const* numeric_row(OpcodeNumber number);
 extern const NumericRow square_row;           ///< power of 2
 extern const NumericRow integer_product_row;  ///< no negative zero
 extern const NumericRow integer_negation_row; ///< no negative zero
+/// A product and the sum or difference it goes into, in one instruction.
+extern const NumericRow product_plus_row;
+extern const NumericRow product_minus_row;
+extern const NumericRow minus_product_row;
 
 /// Sine and cosine of one operand in one instruction: `target` is the sine's cell, `second` the cosine's.
 extern const NumericRow sine_and_cosine_row;
-/// The end of the code: gives the result of the instruction before, or the first cell.
-double return_previous(Instruction const* instruction, double* cells, double previous);
+/// The end of code whose last instruction does not compute the result: gives the first cell.
 double return_cell(Instruction const* instruction, double* cells, double previous);
 
 } // namespace qv::expression

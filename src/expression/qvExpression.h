@@ -97,8 +97,10 @@ public:
         // A curve sets the one variable of its formula again and again; a number never begins with a letter.
         std::string_view const name = VarName;
         qvVariable* const first = m_Variables.first_if_named(name);
-        if (first && expression::is_letter(name.front())) first->Value = VarValue;
-        else set_known(name, VarValue);
+        if (first && expression::is_letter(name.front()))
+            first->Value = VarValue;
+        else
+            set_known(name, VarValue);
     }
     /// The value as a double, the number itself for a numeric name, 0 for an unknown one.
     double VariableValue(NameOrNumber const& VarName);

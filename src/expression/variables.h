@@ -52,7 +52,8 @@ public:
         bool const is_it = !variables_.empty() && variables_.front()->Name == name;
         return is_it ? variables_.front().get() : nullptr;
     }
-    /// The same as `find` without a share in its ownership: what setting a variable for every sample of a curve needs.
+    /// The same as `find` without a share in its ownership: what setting a variable for every sample of a
+    /// curve needs.
     qvVariable* known(std::string_view name, NameMatch match) const {
         for (Entry const& entry : std::span(variables_).first(plain_search_reach()))
             if (is_same_name(entry->Name, name, match)) return entry.get();
