@@ -103,8 +103,7 @@ Extent y_range_to_show(PlotData const& data, PlotOptions const& options, bool se
 }
 
 // The columns of an axis; where several share a page, with the colour each is drawn in.
-std::string name_columns(PlotData const& data, bool second) {
-    constexpr std::size_t most_named = 6;
+std::string name_columns(PlotData const& data, bool second, std::size_t most_named) {
     std::string names;
     std::size_t named = 0, unnamed = 0;
     for (std::size_t i = 0; i < data.series.size(); ++i) {
@@ -155,12 +154,21 @@ private:
         // A page may have its only columns on the right.
         bool const left = has_axis(data_, false);
         layout.y.plan = own_y_axis(layout.y_room, !left);
-        if (left) layout.y.title = given_or(options_.y_title, name_columns(data_, false));
+        if (left) layout.y.title = given_or(options_.y_title, column_names(false));
         layout.left = margin_beside(layout.y);
         layout.right = free_margin;
         if (!has_axis(data_, true)) return;
-        layout.y2 = {own_y_axis(layout.y_room, true), given_or(options_.y2_title, name_columns(data_, true))};
+        layout.y2 = {own_y_axis(layout.y_room, true), given_or(options_.y2_title, column_names(true))};
         layout.right = margin_beside(*layout.y2);
+    }
+
+    // As many columns as the page is high enough to name.
+    std::string column_names(bool second) const {
+        for (std::size_t most_named = 6; most_named > 1; --most_named) {
+            const std::string names = name_columns(data_, second, most_named);
+            if (ruler_.width(axis_title_font, names) < height_ - 2 * page_margin) return names;
+        }
+        return name_columns(data_, second, 1);
     }
 
     AxisPlan own_y_axis(LabelRoom const& room, bool second) const {

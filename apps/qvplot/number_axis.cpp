@@ -97,16 +97,16 @@ int exponent_of(double value) {
     return static_cast<int>(std::floor(std::log10(value) + tolerance));
 }
 
-// Outwards to 1, 2 or 5 times a power of ten.
+// Outwards to 1, 2 or 5 times a power of ten, where doubles reach as far.
 Extent rounded_to_digits(Extent data) {
     Extent range = data;
     for (int const digit : {1, 2, 5}) {
         double const value = DecimalStep{digit, exponent_of(data.low)}.size();
-        if (value <= data.low * (1 + tolerance)) range.low = value;
+        if (value > 0 && value <= data.low * (1 + tolerance)) range.low = value;
     }
     for (int const digit : {10, 5, 2, 1}) {
         double const value = DecimalStep{digit, exponent_of(data.high)}.size();
-        if (value >= data.high * (1 - tolerance)) range.high = value;
+        if (std::isfinite(value) && value >= data.high * (1 - tolerance)) range.high = value;
     }
     return range;
 }

@@ -10,30 +10,31 @@
 
 #include <CLI/CLI.hpp>
 
-#include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
+#include <cmath>
 #include <cstdlib>
-#include <iostream>
 
 namespace qv::plot {
 namespace {
 
 // A window system that cannot be reached ends the program from within Qt; this makes it end as other errors
 // do.
-void end_on_fatal(QtMsgType type, QMessageLogContext const&, QString const& message) {
+void end_on_fatal(QtMsgType type, QMessageLogContext const&, QString const&) {
     if (type != QtFatalMsg) return;
-    tell("the display cannot be used; write a file with --out FILE.png ("
-         + message.section('\n', 0, 0).trimmed().toStdString() + ")");
+    tell("the display cannot be used; write a file with --out FILE.png");
     std::_Exit(failure);
 }
 
 // The page in a window: margins and ticks follow its size and what is zoomed.
 class PlotWindow : public qt::QvGraphWidget {
 public:
-    PlotWindow(PlotData data, PlotOptions options) : data_(std::move(data)), options_(std::move(options)) {
+    PlotWindow(PlotData series, PlotOptions asked) : data_(std::move(series)), options_(std::move(asked)) {
         setWindowTitle(QString::fromStdString(options_.title.empty() ? "qvplot" : options_.title));
-        resize(options_.size.width, options_.size.height);
+        // The picture has the size asked for; scroll bars lie beside it.
+        auto const bar = static_cast<int>(
+            std::lround(control().state().host->scroll_bar_thickness() * 96 / twips_per_inch));
+        resize(options_.size.width + bar, options_.size.height + bar);
         connect(this, &QvGraphWidget::ErrorMsg, [](QString const& source, QString const& description) {
             tell(source.toStdString() + ": " + description.toStdString());
         });

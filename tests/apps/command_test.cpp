@@ -23,14 +23,13 @@ std::string read_all(std::filesystem::path const& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-// In the folder, without a display.
-Outcome run(TemporaryFolder const& folder, std::string const& arguments) {
+// In the folder, without a display unless a platform for windows is named.
+Outcome run(TemporaryFolder const& folder, std::string const& arguments, std::string const& platform = "") {
     const TemporaryFolder output;
     auto const errors = output.path() / "errors";
-    const std::string command = "cd '" + folder.path().string()
-                                + "' && env -u DISPLAY -u WAYLAND_DISPLAY -u "
-                                  "QT_QPA_PLATFORM '" QV_PLOT_PROGRAM "' "
-                                + arguments + " >/dev/null 2>'" + errors.string() + "'";
+    const std::string command =
+        "cd '" + folder.path().string() + "' && env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM='"
+        + platform + "' '" QV_PLOT_PROGRAM "' " + arguments + " >/dev/null 2>'" + errors.string() + "'";
     int const result = std::system(command.c_str());
     return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, read_all(errors)};
 }
@@ -96,6 +95,18 @@ TEST_CASE("what is wrong is one line and status 2, and leaves no file") {
         CHECK(files_in(folder) == before);
     }
 }
+
+#ifdef QV_PLOT_WINDOW
+TEST_CASE("the window's module is found beside the program and reports as the program does") {
+    const TemporaryFolder folder;
+    const Outcome missing = run(folder, "none.csv", "offscreen");
+    CHECK(missing.status == 2);
+    CHECK(missing.errors == "qvplot: none.csv: cannot be opened; check the name and its permissions\n");
+    const Outcome no_display = run(folder, "none.csv --show", "nonsense");
+    CHECK(no_display.status == 2);
+    CHECK(no_display.errors == "qvplot: the display cannot be used; write a file with --out FILE.png\n");
+}
+#endif
 
 TEST_CASE("a file that cannot be replaced stays as it was") {
     const TemporaryFolder folder;

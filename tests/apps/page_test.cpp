@@ -60,7 +60,7 @@ TEST_CASE("nothing touches the page's edge, and every column's colour is on the 
             options.log = {.x = !dates && kind % 4 == 0, .y = (kind & 8) != 0, .y2 = (kind & 4) != 0};
             CAPTURE(size.width);
             CAPTURE(kind);
-            const PlotData data = waves(3, dates);
+            const PlotData data = waves(5, dates);
             const DrawnPage page(data, options);
             CHECK_NOTHROW(page.errors.raise());
             int marked = 0;
@@ -69,6 +69,7 @@ TEST_CASE("nothing touches the page's edge, and every column's colour is on the 
             for (int y = 0; y < size.height; ++y)
                 for (int x : {0, 1, size.width - 2, size.width - 1}) marked += page.pixel(x, y) != 0xFFFFFF;
             CHECK(marked == 0);
+            if (size.width < 1000) continue; // slanted lines of one pixel have paler pixels only
             for (std::size_t i = 0; i < data.series.size(); ++i) {
                 const Color color = column_color(i).color;
                 auto const bgr =
