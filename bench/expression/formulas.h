@@ -17,13 +17,13 @@ void native_1(double const* x, double* y, std::size_t count);
 void native_2(double const* x, double* y, std::size_t count);
 void native_3(double const* x, double* y, std::size_t count);
 
-constexpr std::array formulas{
+inline constexpr std::array formulas{
     Formula{"x^2*SIN(x)+3*x-1", "x^2*sin(x)+3*x-1", native_1},
     Formula{"SQR(ABS(x))*EXP(-x/10)", "sqrt(abs(x))*exp(-x/10)", native_2},
     Formula{"SIN(x)*COS(x)+SIN(2*x)", "sin(x)*cos(x)+sin(2*x)", native_3},
 };
 
-constexpr std::size_t sample_count = 100000;
+inline constexpr std::size_t sample_count = 100000;
 
 /// Even samples of [0, 100).
 inline std::vector<double> samples() {
