@@ -2,6 +2,8 @@
 #include "graph/qvGraph.h"
 #include "scale/axis_range.h"
 
+#include <cmath>
+
 namespace qv::graph {
 
 void color_page_surfaces(ControlState& state) {
@@ -61,9 +63,11 @@ Value read(ControlState const& state, Field const& field, Conversion conversion)
 
 template <class Value, class Field, class Conversion>
 void store(ControlState const& state, Field& field, Value const& value, Conversion conversion) {
-    if constexpr (has_factor<Conversion>)
-        field = converted<Field>(conversion.stored(state, value));
-    else
+    if constexpr (has_factor<Conversion>) {
+        double const stored = conversion.stored(state, value);
+        if (!std::isfinite(stored)) raise_fault(FaultNumber::Overflow); // a length no page can have
+        field = converted<Field>(stored);
+    } else
         field = converted<Field>(value);
 }
 

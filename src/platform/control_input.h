@@ -4,6 +4,7 @@
 #include "graph/qvGraph.h"
 #include "host/Input.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <variant>
 
@@ -27,7 +28,8 @@ public:
     }
     bool operator()(host::ScrollInput const& scroll) const {
         graph::ControlState& state = control_.state();
-        (scroll.bar == host::Bar::HScroll1 ? state.HScroll1 : state.VScroll1).Value = scroll.value;
+        host::ScrollBar& bar = scroll.bar == host::Bar::HScroll1 ? state.HScroll1 : state.VScroll1;
+        bar.Value = std::clamp(scroll.value, 0, bar.Max);
         return true;
     }
     bool operator()(host::WheelInput const&) const { return false; }

@@ -115,7 +115,9 @@ double draw_title(AxisDrawing const& drawing) {
 }
 
 void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis& axis) {
+    Graph const& graph = current_graph(state);
     const AxisSpan range = settle_axis_range(state, axis);
+    if (!is_current(state, graph)) return; // a handler of GraphScaleChanged has taken it away
     AxisDrawing drawing{state, surface, axis, axis_frame(state, axis), {}, {}};
     SetGraphFont(state, surface, axis.AxisLabelFont);
     drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range);
@@ -160,7 +162,7 @@ void draw_graph_title(ControlState& state, DrawSurface& surface) {
 void draw_axes_of_kind(ControlState& state, DrawSurface& surface, AxisKind kind) {
     Graph& graph = current_graph(state);
     bool first = true;
-    for (std::int16_t i = 0; i < graph.NumAxes(); ++i) {
+    for (std::int16_t i = 0; i < graph.NumAxes() && is_current(state, graph); ++i) {
         Axis& axis = at(graph.Axes, i);
         if (axis.AxisXY != kind) continue;
         axis.AxisLength = at(graph.Axes, selected_index(graph, kind)).AxisLength;
@@ -179,6 +181,7 @@ void GraphAxes(ControlState& state, DrawSurface& surface, AxesPass pass) {
             DrawPlotArea(state, surface);
         }
         draw_axes_of_kind(state, surface, AxisKind::X);
+        if (!is_current(state, graph)) return;
         // After the x axes, because those on the far side push the title up.
         if (pass == AxesPass::Full && graph.GraphShowTitle) draw_graph_title(state, surface);
         draw_axes_of_kind(state, surface, AxisKind::Y);

@@ -1,5 +1,6 @@
 #include "render/axis_range.h"
 
+#include "graph/model/selection.h"
 #include "scale/axis_range.h"
 #include "scale/zoomed.h"
 
@@ -31,6 +32,18 @@ AxisSpan range_to_draw(ControlState& state, Axis& axis) {
     return {axis.AxisValue1, axis.AxisValue2};
 }
 
+// Announces a new range. What is being drawn goes on with its own graph, if a handler has left it; the page
+// is drawn anew where another graph has become current.
+void announce_range(ControlState& state) {
+    std::int16_t const index = state.CurrentGraph;
+    graph::Graph const& drawn = graph::current_graph(state);
+    graph::raise_scale_changed(state);
+    if (is_current(state, drawn)) return;
+    state.refresh_asked_meanwhile = true;
+    if (index < state.NumGraphs() && state.Graphs[static_cast<std::size_t>(index)].get() == &drawn)
+        state.CurrentGraph = index;
+}
+
 } // namespace
 
 AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
@@ -43,7 +56,7 @@ AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
         axis.AxisRescale = false;
     }
     if (!(range.low > 0 && range.high > 0)) axis.AxisLog = false;
-    if (rescaled) graph::raise_scale_changed(state);
+    if (rescaled) announce_range(state);
     scale::SetScrollBarsVisibility(state);
     return range;
 }

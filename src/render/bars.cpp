@@ -1,6 +1,7 @@
 #include "render/bars.h"
 
 #include "base/convert.h"
+#include "base/system_color.h"
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
 #include "scale/mapping.h"
@@ -114,9 +115,10 @@ void Draw3DBar(ControlState& state, DrawSurface& surface, BarBox const& box, Bar
     });
 }
 
-std::vector<Color> BlendColors(ControlState& state, Color from, Color to, int count) {
+std::vector<Color> BlendColors(ControlState& state, Color from_color, Color to_color, int count) {
     std::vector<Color> colors;
     trapped(state, "BlendColors", [&] {
+        Color const from = plain_color(from_color), to = plain_color(to_color);
         const int n = std::max(count, 2);
         colors.reserve(static_cast<std::size_t>(n));
         colors.push_back(from);

@@ -159,7 +159,8 @@ private:
 ColumnThinner::ColumnThinner(Grid const& grid, std::vector<Point>& thinned)
     : columns_per_twip_(grid.columns_per_pixel / grid.twips_per_pixel), offset_(grid.columns_per_pixel * 0.5),
       thinned_(thinned) {
-    auto const edge = [&](double x) {
+    auto const edge = [&](double x) -> std::int64_t {
+        if (std::isnan(x)) return 0;
         return static_cast<std::int64_t>(
             std::floor(std::clamp(x * columns_per_twip_ + offset_, -1e15, 1e15)));
     };
@@ -170,6 +171,7 @@ ColumnThinner::ColumnThinner(Grid const& grid, std::vector<Point>& thinned)
 std::int64_t ColumnThinner::column(double x) const {
     // A pixel's column begins half a pixel before its centre, where rounding to whole pixels changes.
     double const place = std::floor(x * columns_per_twip_ + offset_);
+    if (std::isnan(place)) return first_column_;
     return static_cast<std::int64_t>(
         std::clamp(place, static_cast<double>(first_column_), static_cast<double>(last_column_)));
 }

@@ -33,7 +33,10 @@ struct BarStack {
     std::vector<BarBase> ends;
     std::size_t position = 0;
 
-    void clear() { std::ranges::fill(ends, BarBase{}); }
+    BarBase& here() {
+        if (position >= ends.size()) ends.resize(position + 1);
+        return ends[position];
+    }
 };
 
 struct Plotting {
@@ -42,13 +45,6 @@ struct Plotting {
     Graph& graph;
     BarStack bars;
 };
-
-BarStack bar_stack_for(Graph const& graph) {
-    std::size_t longest = 0;
-    for (DataSet const& set : graph.DataSets)
-        if (set.DataSymbol == symbol_bar) longest = std::max(longest, set.points.size());
-    return {std::vector<BarBase>(longest + 1), 0};
-}
 
 bool has_straight_line(DataSet const& set) {
     return set.DataLineStyle > 0
@@ -71,11 +67,13 @@ void draw_line(Plotting& plotting, DataSet const& set) {
 
 void draw_bar(Plotting& plotting, DataSet const& set, DataPointValues values) {
     BarStack& stack = plotting.bars;
-    values.base = at(stack.ends, stack.position);
+    values.base = stack.here();
     if (set.BarStacked)
         (set.BarHoriz ? values.point.X : values.point.Y) += set.BarHoriz ? values.base.x : values.base.y;
     DataPointXY(plotting.state, plotting.surface, values);
-    at(stack.ends, stack.position) = {values.point.X, values.point.Y};
+    // A bar that is not drawn leaves the one below it to stand on.
+    if (std::isfinite(values.point.X) && std::isfinite(values.point.Y))
+        stack.here() = {values.point.X, values.point.Y};
     ++stack.position;
 }
 
@@ -109,20 +107,19 @@ void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
     surface.state.fill_style = FillStyle::Transparent;
 }
 
+void draw_symbol_at(Plotting& plotting, DataSet const& set, DataPointValues const& values) {
+    if (set.DataSymbol == symbol_bar) return draw_bar(plotting, set, values);
+    ++plotting.state.PointCounter;
+    DataPointXY(plotting.state, plotting.surface, values);
+}
+
 void draw_each_symbol(Plotting& plotting, DataSet const& set, std::int16_t index) {
-    // By index: a handler of ErrorMsg may add points while these are drawn.
-    for (std::size_t b = 0; b < set.points.blocks().size(); ++b) {
-        PointBlock const& block = set.points.blocks()[b];
-        for (std::size_t i = 0; i < block.size(); ++i) {
-            const DataPointValues values{index, block.entry(i), {}};
-            if (set.DataSymbol == symbol_bar) {
-                draw_bar(plotting, set, values);
-            } else {
-                ++plotting.state.PointCounter;
-                DataPointXY(plotting.state, plotting.surface, values);
-            }
-        }
-    }
+    // As many points as there are now, each looked up anew: a handler of ErrorMsg may add or drop some.
+    std::size_t left = set.points.size();
+    for (std::size_t b = 0; b < set.points.blocks().size(); ++b)
+        for (std::size_t i = 0;
+             left > 0 && b < set.points.blocks().size() && i < set.points.blocks()[b].size(); ++i, --left)
+            draw_symbol_at(plotting, set, {index, set.points.blocks()[b].entry(i), {}});
 }
 
 void draw_symbols(Plotting& plotting, DataSet const& set, std::int16_t index) {
@@ -140,7 +137,7 @@ void draw_symbols(Plotting& plotting, DataSet const& set, std::int16_t index) {
 
 void draw_points(Plotting& plotting, DataSet const& set, std::int16_t index) {
     if (set.points.size() == 0) return;
-    if (set.DataSymbol == symbol_bar && !set.BarStacked) plotting.bars.clear();
+    if (set.DataSymbol == symbol_bar && !set.BarStacked) plotting.bars.ends.clear();
     const graph::SelectedAxesScope selection(plotting.graph);
     plotting.graph.SelectedXAxis = set.xAxisIndex;
     plotting.graph.SelectedYAxis = set.yAxisIndex;
@@ -173,7 +170,7 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
     trapped(state, "PlotDataSets", [&] {
         Graph& graph = graph::current_graph(state);
         ClipGraphArea(state, surface, Area::PlotArea);
-        Plotting plotting{state, surface, graph, bar_stack_for(graph)};
+        Plotting plotting{state, surface, graph, {}};
         for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
             DataSet const& set = at(graph.DataSets, i);
             if (set.DataHide) continue;

@@ -45,6 +45,28 @@ void show_empty_page(ControlState& state) {
     show(state);
 }
 
+// The plot area's frame over the data, one pair of opposite edges for each kind of axis.
+void draw_plot_frame(ControlState& state, DrawSurface& surface) {
+    Graph& graph = current_graph(state);
+    const Box plot = plot_box(graph);
+    auto const edge = [&](Point from, Point to, Axis const& axis, int thickness) {
+        surface.state.DrawWidth = std::max(1, thickness);
+        surface.Line(from, to, LineShape::Box, axis.AxisColor);
+    };
+    const Point left_top{plot.left, plot.top}, right_top{plot.right(), plot.top};
+    const Point left_bottom{plot.left, plot.bottom()}, right_bottom{plot.right(), plot.bottom()};
+
+    Axis const& x_axis = at(graph.Axes, AxisLevelIndex(graph, AxisKind::X, 1));
+    int const x_thickness = selected_x_axis(graph).AxisThickness;
+    if (x_axis.AxisTicksBothEnds) edge(left_top, right_top, x_axis, x_thickness);
+    edge(left_bottom, right_bottom, x_axis, x_thickness);
+
+    Axis const& y_axis = at(graph.Axes, AxisLevelIndex(graph, AxisKind::Y, 1));
+    edge(left_top, left_bottom, y_axis, y_axis.AxisThickness);
+    if (y_axis.AxisTicksBothEnds) edge(right_top, right_bottom, y_axis, y_axis.AxisThickness);
+    surface.state.DrawWidth = 1;
+}
+
 // Everything but the front graph, kept in Picture2 for quick redraws.
 void compose_background(ControlState& state) {
     DrawPageBackground(state);
@@ -53,11 +75,20 @@ void compose_background(ControlState& state) {
     copy_page(*state.Picture2, *state.GraphImage);
 }
 
+// The data once more over a legend that is not in front, and over them what always lies over data.
+void plot_over_legend(ControlState& state, DrawSurface& surface) {
+    PlotDataSets(state, surface);
+    draw_plot_frame(state, surface);
+    if (state.AxisMarksInFront) GraphAxes(state, surface, AxesPass::MarksOnly);
+}
+
 void add_legend(ControlState& state, DrawSurface& surface, Graph const& graph, std::int16_t index) {
     if (!graph.GraphInclude) return;
-    const RestoreScope current(state.CurrentGraph, index);
+    std::int16_t const current = state.CurrentGraph;
+    state.CurrentGraph = index;
     LegendTable(state, surface, index);
-    if (!graph.LegendInFront) PlotDataSets(state, surface);
+    if (!graph.LegendInFront && graph.LegendWidth > 0) plot_over_legend(state, surface);
+    if (current < state.NumGraphs()) state.CurrentGraph = current;
 }
 
 void finish_page(ControlState& state, std::int16_t index, bool legend_on_page) {
@@ -149,28 +180,6 @@ void fill_border(ControlState& state, DrawSurface& surface, Graph const& graph, 
     surface.state.DrawWidth = 1;
 }
 
-// The plot area's frame over the data, one pair of opposite edges for each kind of axis.
-void draw_plot_frame(ControlState& state, DrawSurface& surface) {
-    Graph& graph = current_graph(state);
-    const Box plot = plot_box(graph);
-    auto const edge = [&](Point from, Point to, Axis const& axis, int thickness) {
-        surface.state.DrawWidth = std::max(1, thickness);
-        surface.Line(from, to, LineShape::Box, axis.AxisColor);
-    };
-    const Point left_top{plot.left, plot.top}, right_top{plot.right(), plot.top};
-    const Point left_bottom{plot.left, plot.bottom()}, right_bottom{plot.right(), plot.bottom()};
-
-    Axis const& x_axis = at(graph.Axes, AxisLevelIndex(graph, AxisKind::X, 1));
-    int const x_thickness = selected_x_axis(graph).AxisThickness;
-    if (x_axis.AxisTicksBothEnds) edge(left_top, right_top, x_axis, x_thickness);
-    edge(left_bottom, right_bottom, x_axis, x_thickness);
-
-    Axis const& y_axis = at(graph.Axes, AxisLevelIndex(graph, AxisKind::Y, 1));
-    edge(left_top, left_bottom, y_axis, y_axis.AxisThickness);
-    if (y_axis.AxisTicksBothEnds) edge(right_top, right_bottom, y_axis, y_axis.AxisThickness);
-    surface.state.DrawWidth = 1;
-}
-
 } // namespace
 
 void RefreshGraphs(ControlState& state, std::int16_t which, bool legend_on_page) {
@@ -184,7 +193,12 @@ void RefreshGraphs(ControlState& state, std::int16_t which, bool legend_on_page)
         state.refresh_asked_meanwhile = false;
         refresh_once(state, which, legend_on_page);
         // Once only: a handler that asks on every refresh would never let go.
-        if (state.refresh_asked_meanwhile && !state.Graphs.empty()) refresh_once(state, -1, true);
+        if (state.refresh_asked_meanwhile) {
+            if (state.Graphs.empty())
+                show_empty_page(state);
+            else
+                refresh_once(state, -1, true);
+        }
         state.refresh_asked_meanwhile = false;
     });
 }
@@ -205,6 +219,7 @@ void DrawGraph(ControlState& state, DrawSurface& surface, std::int16_t index) {
         if (state.NoRedraw || !graph.GraphInclude) return;
         scale::CalcBorders(state);
         GraphAxes(state, surface, AxesPass::Full);
+        if (!is_current(state, graph)) return; // a handler has taken the graph away
         graph.GraphNotDrawn = false;
         if (!graph.LegendInFront) LegendTable(state, surface, state.CurrentGraph);
         PlotDataSets(state, surface);

@@ -121,10 +121,10 @@ void DataPointXY(ControlState& state, DrawSurface& surface, DataPointValues cons
             && !(visible_range(x_axis).contains(point.X) && visible_range(y_axis).contains(point.Y)))
             return;
         const Point place{scale::x_map(graph, x_axis)(point.X), scale::y_map(graph, y_axis)(point.Y)};
+        const std::string data_id(point.DataID); // a copy, which outlives what a handler of ErrorMsg drops
         if (set.ShowErrorBar) draw_error_bar(state, surface, values, place);
-        DataPoint(
-            state, surface,
-            {values.data_set, set.DataSymbol, place, point.DataID, set.DataSymbolSize, false, values.base});
+        DataPoint(state, surface,
+                  {values.data_set, set.DataSymbol, place, data_id, set.DataSymbolSize, false, values.base});
     });
 }
 

@@ -87,11 +87,14 @@ void SetGraphFont(graph::ControlState& state, DrawSurface& surface, std::string_
 void PrintText(graph::ControlState& state, DrawSurface& surface, std::string_view text,
                TextPlace const& place, TextStyle const& style) {
     trapped(state, "PrintText", [&] {
-        SetGraphFont(state, surface, style.font);
+        // Copies, because a font that cannot be read raises ErrorMsg, whose handler may change the document
+        // that the texts belong to.
+        const std::string own_text(text);
+        bool const color_in_font = style.font.find('#') != std::string_view::npos;
+        SetGraphFont(state, surface, std::string(style.font));
         const graph::RestoreScope fore_color(surface.state.ForeColor);
-        const bool color_in_font = style.font.find('#') != std::string_view::npos;
         if (!color_in_font && style.color != -1) surface.state.ForeColor = style.color;
-        print_lines(surface, text, place);
+        print_lines(surface, own_text, place);
     });
 }
 

@@ -9,6 +9,13 @@ namespace {
 // A value this close to zero, measured in spans, is the zero that rounding has missed.
 constexpr double zero_tolerance = 1e-12;
 
+// However long the axis, there are not more minor ticks than this; a share that is no number counts as none.
+constexpr double most_minor_ticks = 65536;
+
+double smallest_share(TickScale const& scale) {
+    return scale.pixel_share > 1 / most_minor_ticks ? scale.pixel_share : 1 / most_minor_ticks;
+}
+
 double settle_zero(double value, double span) {
     return std::abs(value) <= zero_tolerance * std::abs(span) ? 0 : value;
 }
@@ -17,7 +24,7 @@ std::vector<Tick> linear_ticks(TickScale const& scale) {
     double const span = scale.high - scale.low;
     double const majors = std::max(scale.major_divs, 1);
     double const minor_step = 1 / std::max(majors * scale.minor_divs, 1.0);
-    int const stride = static_cast<int>(std::clamp(scale.pixel_share / minor_step, 1.0, 65536.0));
+    int const stride = static_cast<int>(std::clamp(smallest_share(scale) / minor_step, 1.0, 65536.0));
     std::vector<Tick> ticks;
     for (int i = 0; i <= scale.major_divs + 1; ++i) {
         double const major = scale.low + span * (i / majors);
@@ -32,7 +39,7 @@ std::vector<Tick> linear_ticks(TickScale const& scale) {
 std::vector<Tick> log_ticks(TickScale const& scale) {
     auto const [low, high] = std::minmax(scale.low, scale.high);
     // Positions on the axis go with the logarithm, so a pixel is a factor.
-    double const pixel_factor = std::expm1(scale.pixel_share * std::log(high / low));
+    double const pixel_factor = std::expm1(smallest_share(scale) * std::log(high / low));
     double const first_power = std::floor(std::log10(low));
     std::vector<Tick> ticks;
     for (int i = 0; i <= scale.major_divs + 1; ++i) {

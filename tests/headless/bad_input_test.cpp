@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <string>
 #include <vector>
@@ -106,6 +107,77 @@ TEST_CASE("sizes of zero or less, and margins that leave nothing") {
         bad.host.resize_picture(size);
     CHECK(bad.complaints.sources == std::vector<std::string>());
     CHECK(bad.host.picture().width() == 320);
+}
+
+TEST_CASE("margins that are no number or endless are refused, and the page still draws") {
+    for (float const margin : {std::numeric_limits<float>::quiet_NaN(),
+                               std::numeric_limits<float>::infinity(), std::numeric_limits<float>::max()}) {
+        BadPage bad;
+        bad.page.AddDataPoint(1, 1);
+        CHECK_THROWS_AS(bad.page.PlotLeftMargin(margin), Fault);
+        bad.page.BorderWidths({.Top = margin});
+        CHECK(bad.complaints.sources
+              == std::vector<std::string>{"Error 6 has occured in qvGraph.ocx, BorderWidths"});
+        bad.page.GraphTitleVShift(margin);
+        bad.page.Refresh();
+        CHECK(bad.host.times_shown() == 1);
+    }
+}
+
+TEST_CASE("a handler may change what is being drawn") {
+    // Each event does one of these things to the document that the drawing is in the middle of.
+    std::vector<std::function<void(qvGraph&)>> const deeds{
+        [](qvGraph& page) { page.Reset(); },
+        [](qvGraph& page) { page.NewGraph("another"); },
+        [](qvGraph& page) { page.AddDataPoint(2, 2, 1, 0, "late"); },
+        [](qvGraph& page) { page.DropDataPoints(50); },
+        [](qvGraph& page) {
+            page.AxisLabelFont("Font=Liberation Serif|12, in a text too long to be kept in place");
+        },
+        [](qvGraph& page) { page.GraphTitleStyle({.Title = "another title, too long to be kept in place"}); },
+        [](qvGraph& page) { page.NewXAxis("more", 0, 1); },
+        [](qvGraph& page) { page.SetSelectedGraph(0); },
+        [](qvGraph& page) { page.Refresh(); },
+    };
+    struct Meddler : host::EventSink {
+        qvGraph* page = nullptr;
+        std::function<void(qvGraph&)> deed;
+        int times = 0;
+        void meddle() {
+            if (page && ++times < 1000) deed(*page);
+        }
+        void GraphScaleChanged() override { meddle(); }
+        void ErrorMsg(std::string&, std::string&) override { meddle(); }
+    };
+    for (std::size_t i = 0; i < deeds.size(); ++i) {
+        CAPTURE(i);
+        Meddler meddler;
+        HeadlessHost host({320, 240});
+        qvGraph& page = host.control();
+        for (int graph = 0; graph < 2; ++graph) {
+            page.NewGraph("a title that is too long to be kept in place");
+            page.GraphTitleFont("Font=Arial|99999");
+            page.NewXAxis("second", 0, 5);
+            page.SetSelectedAxis(1);
+            page.AxisLabelFont("Font=Arial|99999|and text too long to be kept in place");
+            for (int set = 0; set < 2; ++set) {
+                page.NewDataSet("data");
+                page.DataSymbol(set == 0 ? -1 : 1);
+                page.DataTextFont("Font=Arial|99999|and text too long to be kept in place");
+                for (int point = 0; point < 40; ++point)
+                    page.AddDataPoint(point, point, 1, 0, "an identifying text");
+            }
+        }
+        meddler.page = &page;
+        meddler.deed = deeds[i];
+        page.set_events(&meddler);
+        page.Refresh();
+        CHECK(meddler.times > 0);
+        CHECK_FALSE(page.state().Refreshing);
+        CHECK(page.GraphIndex() <= std::max(0, page.state().NumGraphs() - 1));
+        page.set_events(nullptr);
+        page.Refresh();
+    }
 }
 
 TEST_CASE("angles, thicknesses, fonts and texts out of range") {

@@ -28,6 +28,11 @@ std::int16_t& selected_index(Graph& graph, AxisKind kind) {
     return kind == AxisKind::X ? graph.SelectedXAxis : graph.SelectedYAxis;
 }
 
+bool is_current(ControlState const& state, Graph const& graph) {
+    return state.CurrentGraph >= 0 && state.CurrentGraph < state.NumGraphs()
+           && state.Graphs[static_cast<std::size_t>(state.CurrentGraph)].get() == &graph;
+}
+
 std::int16_t AxisLevelIndex(Graph const& graph, AxisKind kind, std::int16_t level) {
     if (level < 0) return 0;
     int count = 0;

@@ -15,6 +15,8 @@ inline Graph& current_graph(ControlState& state) {
 inline Graph const& current_graph(ControlState const& state) {
     return *at(state.Graphs, state.CurrentGraph);
 }
+/// Whether `graph` is still the selected one; an event's handler may have discarded it.
+bool is_current(ControlState const& state, Graph const& graph);
 /// Its selected axis; fault 9 when there is none.
 Axis& selected_axis(ControlState& state);
 Axis const& selected_axis(ControlState const& state);
