@@ -66,12 +66,13 @@ Before Companions::take_before(Instruction& instruction) {
     return kind;
 }
 
+// A square is no companion: both its factors are the function's result.
 bool Companions::is_factor_of_next(std::size_t place) const {
     if (place + 1 == code_.size()) return false;
     Instruction const& next = code_[place + 1];
     std::uint16_t const target = code_[place].target;
-    return next.run_block == numeric_row(opcode::multiply)->on_columns && readers_[target] == 1
-           && (next.first == target || next.second == target);
+    bool const takes_it = (next.first == target) != (next.second == target);
+    return takes_it && kind_of_companion(next) == Before::Product && readers_[target] == 1;
 }
 
 std::vector<Instruction> Companions::joined() {

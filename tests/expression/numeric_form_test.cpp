@@ -135,7 +135,8 @@ constexpr std::array shared_parts{"EXP(2*x)*4 + 2*x",       "EXP(2*x) + 3*(2*x)"
                                   "4*x - SQR(ABS(x))*a",    "EXP(-x/10)*EXP(-x/10) - -x/10",
                                   "LN(ABS(x)) * ABS(x)",    "(2*x + a)*(2*x) - 2*x",
                                   "COS(x) + SIN(x)*SIN(x)", "SIN(x)/COS(x) - TAN(a)",
-                                  "x*x - x*x*x + (x*x)*a",  "SIN(x)*3*a + COS(3*x)*a*x"};
+                                  "x*x - x*x*x + (x*x)*a",  "SIN(x)*3*a + COS(3*x)*a*x",
+                                  "SIN(x)*SIN(x)"};
 
 TEST_CASE("values over an array are those of single evaluations") {
     FormulaMaker maker(7);
