@@ -74,9 +74,8 @@ Graph* graph_with_data(ControlState& state) {
 }
 
 DataSet& numbered_data_set(Graph& graph, std::int16_t number) {
-    const std::size_t count = graph.DataSets.size();
-    bool const named = number >= 1 && static_cast<std::size_t>(number) <= count;
-    return graph.DataSets[named ? static_cast<std::size_t>(number) - 1 : count - 1];
+    bool const named = number >= 1 && static_cast<std::size_t>(number) <= graph.DataSets.size();
+    return named ? graph.DataSets[static_cast<std::size_t>(number) - 1] : graph.DataSets.back();
 }
 
 bool widen_end(double& first, double& second, double value) {
@@ -120,7 +119,7 @@ bool is_finite(double x, double y) {
 /// an axis that runs from high to low no value is taken as settled.
 bool is_settled(Axis const& axis, double value) {
     return axis.AxisValue1 <= value && value <= axis.AxisValue2 && axis.DataMin <= value
-           && value <= axis.DataMax && !axis.AxisNoData;
+           && value <= axis.DataMax;
 }
 
 /// The axes on which new points lie.
@@ -129,9 +128,13 @@ struct PointAxes {
     Axis* y = nullptr;
 
     explicit operator bool() const { return x != nullptr; }
+    /// Takes in a point; true when a range has moved. A point that is not finite moves nothing.
     bool extend(double x_value, double y_value) const {
-        bool const x_changed = extend_axis(*x, x_value);
-        bool const y_changed = extend_axis(*y, y_value);
+        bool const x_settled = is_settled(*x, x_value);
+        bool const y_settled = is_settled(*y, y_value);
+        if ((x_settled && y_settled) || !is_finite(x_value, y_value)) return false;
+        bool const x_changed = !x_settled && extend_axis(*x, x_value);
+        bool const y_changed = !y_settled && extend_axis(*y, y_value);
         return x_changed || y_changed;
     }
 };
@@ -143,16 +146,12 @@ auto* find_element(Sequence& sequence, std::int16_t index) {
     return place < sequence.size() ? &sequence[place] : nullptr;
 }
 
-/// The current graph when the point moves none of its axes, which nearly every point of a long series does
-/// not; nullptr when it does, or anything is missing.
-Graph* settled_graph(ControlState& state, PointEntry const& point) {
-    auto* const current = find_element(state.Graphs, state.CurrentGraph);
-    if (!current || (*current)->DataSets.empty()) return nullptr;
-    Graph& graph = **current;
-    Axis const* const x = find_element(graph.Axes, graph.SelectedXAxis);
-    Axis const* const y = find_element(graph.Axes, graph.SelectedYAxis);
-    bool const settled = x && y && is_settled(*x, point.X) && is_settled(*y, point.Y);
-    return settled ? &graph : nullptr;
+/// The axes of a graph's new points when both have points already, so that no step of adding one can fail.
+PointAxes axes_in_use(Graph& graph) {
+    Axis* const x = find_element(graph.Axes, graph.SelectedXAxis);
+    Axis* const y = find_element(graph.Axes, graph.SelectedYAxis);
+    bool const in_use = x && y && !x->AxisNoData && !y->AxisNoData;
+    return in_use ? PointAxes{x, y} : PointAxes{};
 }
 
 PointAxes begun_axes(Graph& graph, double x, double y) {
@@ -168,14 +167,14 @@ void check_room(Graph const& graph, std::size_t added) {
     if (added > most - static_cast<std::size_t>(graph.NumPoints)) raise_fault(FaultNumber::Overflow);
 }
 
-void store_point(Graph& graph, PointEntry const& point, std::int16_t data_set) {
+[[gnu::always_inline]] inline void store_point(Graph& graph, PointEntry const& point, std::int16_t data_set) {
     check_room(graph, 1);
     numbered_data_set(graph, data_set).points.append(point);
     ++graph.NumPoints;
 }
 
 // Kept out of AddDataPoint, whose quick way would otherwise save and restore registers for this one.
-[[gnu::noinline]] void add_moving_point(ControlState& state, PointEntry const& point, std::int16_t data_set) {
+[[gnu::noinline]] void add_first_point(ControlState& state, PointEntry const& point, std::int16_t data_set) {
     Graph* graph = nullptr;
     PointAxes moved;
     trapped(state, "AddDataPoint", [&] {
@@ -194,13 +193,10 @@ std::size_t first_finite(PointColumns const& points) {
     return i;
 }
 
+/// One after the other: whether a point finds its axis zoomed depends on those before it.
 bool extend_all(PointAxes const& axes, PointColumns const& points, std::size_t first) {
     bool changed = false;
-    for (std::size_t i = first; i < points.x.size(); ++i) {
-        double const x = points.x[i], y = points.y[i];
-        if (is_settled(*axes.x, x) && is_settled(*axes.y, y)) continue;
-        if (is_finite(x, y)) changed |= axes.extend(x, y);
-    }
+    for (std::size_t i = first; i < points.x.size(); ++i) changed |= axes.extend(points.x[i], points.y[i]);
     return changed;
 }
 
@@ -244,10 +240,12 @@ void NewDataSet(ControlState& state, std::string_view legend, bool in_legend_tab
 }
 
 void AddDataPoint(ControlState& state, PointEntry const& point, std::int16_t data_set) {
-    if (Graph* const graph = settled_graph(state, point))
-        store_point(*graph, point, data_set);
-    else
-        add_moving_point(state, point, data_set);
+    auto* const current = find_element(state.Graphs, state.CurrentGraph);
+    Graph* const graph = current && !(*current)->DataSets.empty() ? current->get() : nullptr;
+    const PointAxes axes = graph ? axes_in_use(*graph) : PointAxes{};
+    if (!axes) return add_first_point(state, point, data_set);
+    store_point(*graph, point, data_set);
+    if (axes.extend(point.X, point.Y)) raise_scale_changed(state);
 }
 
 void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t data_set) {

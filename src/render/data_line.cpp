@@ -52,7 +52,7 @@ class DataLine {
 public:
     DataLine(DrawSurface& surface, LineMapping const& mapping)
         : surface_(surface), mapping_(mapping),
-          thinner_({surface.TwipsPerPixelX(), surface.state.Smooth ? 4 : 1, mapping.visible.left,
+          thinner_({surface.TwipsPerPixelX(), surface.state.Smooth ? 2 : 1, mapping.visible.left,
                     mapping.visible.right()},
                    thinned_) {}
 

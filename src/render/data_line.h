@@ -18,7 +18,7 @@ class ColumnThinner {
 public:
     struct Grid {
         double twips_per_pixel = 15;
-        int columns_per_pixel = 4;
+        int columns_per_pixel = 2;
         double low = 0; // visible range across the columns, twips
         double high = 0;
     };

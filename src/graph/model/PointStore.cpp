@@ -10,7 +10,7 @@ namespace qv::graph {
 namespace {
 
 constexpr std::size_t smallest_block = 32;
-constexpr std::size_t largest_block = 16384;
+constexpr std::size_t largest_block = 8192; // points; a column stays below what allocators map one by one
 
 std::unique_ptr<double[]> column(std::size_t size) {
     return std::make_unique_for_overwrite<double[]>(size);
