@@ -52,9 +52,7 @@ class DataLine {
 public:
     DataLine(DrawSurface& surface, LineMapping const& mapping)
         : surface_(surface), mapping_(mapping),
-          thinner_({surface.TwipsPerPixelX(), surface.state.Smooth ? 2 : 1, mapping.visible.left,
-                    mapping.visible.right()},
-                   thinned_) {}
+          thinner_({surface.TwipsPerPixelX(), mapping.visible.left, mapping.visible.right()}, thinned_) {}
 
     void add(PointBlock const& block) {
         if (!block.all_finite())
@@ -157,8 +155,7 @@ private:
 } // namespace
 
 ColumnThinner::ColumnThinner(Grid const& grid, std::vector<Point>& thinned)
-    : columns_per_twip_(grid.columns_per_pixel / grid.twips_per_pixel), offset_(grid.columns_per_pixel * 0.5),
-      thinned_(thinned) {
+    : columns_per_twip_(1 / grid.twips_per_pixel), offset_(0.5), thinned_(thinned) {
     auto const edge = [&](double x) -> std::int64_t {
         if (std::isnan(x)) return 0;
         return static_cast<std::int64_t>(
@@ -222,11 +219,16 @@ void ColumnThinner::flush() {
     if (run_.count == 3) thinned_.push_back(second_);
     if (run_.count == 4) thinned_.insert(thinned_.end(), {second_, third_});
     if (run_.count > 4) {
-        // The extremes lie somewhere in the column; its middle is as good a place as any.
-        double const x = (run_.first.x + run_.last.x) / 2;
+        // So many points fill the column, so the extremes stand in its middle, which smooth drawing covers
+        // wholly. A column beside the visible box has no middle.
+        double const middle = (column_start(current_) + column_start(current_ + 1)) / 2;
+        double const x = std::isfinite(middle) ? middle : (run_.first.x + run_.last.x) / 2;
+        // A run that merely climbs or falls has its extremes at its ends and stays a slope.
+        auto const [low_end, high_end] = std::minmax(run_.first.y, run_.last.y);
         bool const rising = run_.last.y >= run_.first.y;
-        thinned_.push_back({x, rising ? run_.lowest_y : run_.highest_y});
-        thinned_.push_back({x, rising ? run_.highest_y : run_.lowest_y});
+        if (rising && run_.lowest_y < low_end) thinned_.push_back({x, run_.lowest_y});
+        if (run_.highest_y > high_end) thinned_.push_back({x, run_.highest_y});
+        if (!rising && run_.lowest_y < low_end) thinned_.push_back({x, run_.lowest_y});
     }
     if (run_.count > 1) thinned_.push_back(run_.last);
     run_.count = 0;

@@ -12,13 +12,12 @@
 namespace qv::render {
 
 /// Collapses a run of consecutive points that fall into one narrow column of the page into its first,
-/// lowest, highest and last point, which cover the same pixels. Columns are whole pixels, divided into
-/// `columns_per_pixel`; points left and right of the visible box count as one column each.
+/// lowest, highest and last point, which cover the same pixels. Columns are whole pixels; points left and
+/// right of the visible box count as one column each.
 class ColumnThinner {
 public:
     struct Grid {
         double twips_per_pixel = 15;
-        int columns_per_pixel = 2;
         double low = 0; // visible range across the columns, twips
         double high = 0;
     };
