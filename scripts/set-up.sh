@@ -6,6 +6,7 @@ QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev 
   libpng-dev libcsv-dev libcli11-dev fonts-liberation fonts-dejavu-core"
 QV_QT_PACKAGES="qt6-base-dev"
 QV_TEST_PACKAGES="doctest-dev python3-minimal xvfb xdotool"
+QV_FUZZ_PACKAGES="clang"
 QV_BENCH_PACKAGES="libbenchmark-dev libmuparser-dev"
 # Other plotting libraries, for ./run-bench --peers alone.
 QV_PEER_PACKAGES="python3 qt6-base-dev qt6-charts-dev libqt6opengl6-dev libgl-dev libopengl-dev qtbase5-dev
