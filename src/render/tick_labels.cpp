@@ -60,6 +60,7 @@ std::vector<PlacedTick> place_ticks(graph::ControlState& state, DrawSurface& sur
     bool const given_labels = axis.has_mode(AxisMode::TextLabels);
     std::string_view text_labels = axis.AxisTextLabels;
     std::vector<PlacedTick> placed;
+    double last_major = -HUGE_VAL;
     for (Tick const& tick : ticks) {
         bool const major = tick.kind == TickKind::Major;
         // A major tick uses up its text even where it is not drawn.
@@ -67,6 +68,10 @@ std::vector<PlacedTick> place_ticks(graph::ControlState& state, DrawSurface& sur
         double const along = map(tick.value);
         double const tolerance = major ? 1 : 0;
         if (!(along >= frame.along_low() - tolerance && along <= frame.along_high() + tolerance)) continue;
+        // Majors that fall into one pixel are one tick, with the first one's label.
+        double const place = std::floor(along / pixel + 0.5);
+        if (major && place == last_major) continue;
+        if (major) last_major = place;
         if (major && !given_labels) label = number_label(axis, tick.value);
         if (!axis.AxisShowLabels) label.clear();
         double const width = label.empty() ? 0 : surface.TextWidth(label);
