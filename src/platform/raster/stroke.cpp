@@ -37,6 +37,19 @@ DashPattern const* dash_pattern(DrawStyle style) {
 constexpr int block = 4; // pixels computed at once: as many as a thin line crosses in a row
 using Block = std::array<std::uint8_t, block>;
 
+// Raises a block of neighbouring pixels.
+void raise(std::uint8_t* pixels, Block const& coverage) {
+#ifdef __SSE2__
+    int below, above;
+    std::memcpy(&below, pixels, block);
+    std::memcpy(&above, coverage.data(), block);
+    below = _mm_cvtsi128_si32(_mm_max_epu8(_mm_cvtsi32_si128(below), _mm_cvtsi32_si128(above)));
+    std::memcpy(pixels, &below, block);
+#else
+    for (int k = 0; k < block; ++k) pixels[k] = std::max(pixels[k], coverage[k]);
+#endif
+}
+
 // A line with round ends, and a pixel near its start from which positions are counted, so that single
 // precision is enough.
 struct Capsule {
@@ -107,7 +120,7 @@ class CapsuleStroke {
 public:
     CapsuleStroke(CoverageMask& mask, PixelBox const& clip, Segment const& segment, Pen const& pen, bool flat)
         : mask_(mask), clip_(clip), pen_(pen), flat_(flat), dashed_(is_dashed(pen.style)),
-          capsule_(segment, pen.width), reach_(capsule_) {
+          capsule_(segment, pen.width) {
         double const reach = pen.width / 2 + 0.5;
         top_ = std::max(clip.top, floor_int(std::min(segment.from.y, segment.to.y) - reach) + 1);
         bottom_ = std::min(clip.bottom, floor_int(std::max(segment.from.y, segment.to.y) + reach) + 1);
@@ -117,7 +130,7 @@ public:
 
     // The same with the rows far from both ends drawn in the band, if there are enough of them.
     void draw_with(ColumnBand& band) const {
-        constexpr int worth_it = 4;
+        constexpr int worth_it = 16;
         float const end_y = capsule_.from_y + capsule_.length * capsule_.along_y;
         float const margin = capsule_.reach * std::abs(capsule_.along_x) + 0.01F;
         float const from = std::min(capsule_.from_y, end_y) + margin,
@@ -141,16 +154,36 @@ private:
     }
 
     void draw_rows(int top, int bottom) const {
+        if (top >= bottom) return;
+        float const across = capsule_.length * capsule_.along_x;
+        int const left =
+            capsule_.base_x + floor_int(capsule_.from_x + std::min(0.0F, across) - capsule_.reach) + 1;
+        bool const narrow = std::abs(across) + 2 * capsule_.reach <= block;
+        if (narrow && left >= clip_.left && left + block <= clip_.right && !dashed_
+            && pen_.edge == Edge::Smooth)
+            return draw_block(PixelBox{left, top, left + block, bottom});
+        const RowReach reach(capsule_);
         for (int y = top; y < bottom; ++y)
-            if (flat_ || !dashed_ || dash_shows(pen_.style, pen_.width, y)) draw_row(y);
+            if (flat_ || !dashed_ || dash_shows(pen_.style, pen_.width, y)) draw_row(y, reach);
     }
 
-    void draw_row(int y) const {
+    // A line that is nowhere wider than one block needs no search for its first pixel in each row.
+    void draw_block(PixelBox const& box) const {
+        float const x = static_cast<float>(box.left - capsule_.base_x) - capsule_.from_x;
+        for (int y = box.top; y < box.bottom; ++y) {
+            Block coverage;
+            capsule_.cover(coverage, x, static_cast<float>(y - capsule_.base_y) - capsule_.from_y);
+            raise(mask_.row(y) + box.left, coverage);
+        }
+        mask_.touch(box);
+    }
+
+    void draw_row(int y, RowReach const& reach) const {
         float const row_y = static_cast<float>(y - capsule_.base_y) - capsule_.from_y;
         int const left =
-            std::max(clip_.left, capsule_.base_x + floor_int(capsule_.from_x + reach_.first(row_y)) + 1);
+            std::max(clip_.left, capsule_.base_x + floor_int(capsule_.from_x + reach.first(row_y)) + 1);
         int const right =
-            std::min(clip_.right, capsule_.base_x + floor_int(capsule_.from_x + reach_.last(row_y)) + 1);
+            std::min(clip_.right, capsule_.base_x + floor_int(capsule_.from_x + reach.last(row_y)) + 1);
         if (left >= right) return;
         std::uint8_t* const row = mask_.row(y);
         Block coverage;
@@ -158,7 +191,7 @@ private:
             capsule_.cover(coverage, static_cast<float>(x - capsule_.base_x) - capsule_.from_x, row_y);
             if (dashed_ || pen_.edge == Edge::Whole) finish(coverage, x);
             if (x + block <= clip_.right)
-                for (int k = 0; k < block; ++k) row[x + k] = std::max(row[x + k], coverage[k]);
+                raise(row + x, coverage);
             else
                 for (int k = 0; k < clip_.right - x; ++k) row[x + k] = std::max(row[x + k], coverage[k]);
         }
@@ -178,10 +211,13 @@ private:
     bool flat_;
     bool dashed_;
     Capsule capsule_;
-    RowReach reach_;
     int top_;
     int bottom_;
 };
+
+bool is_within(PixelPoint point, PixelBox const& box) {
+    return point.x >= box.left && point.x < box.right && point.y >= box.top && point.y < box.bottom;
+}
 
 bool is_steep(Segment const& segment) {
     return std::abs(segment.to.y - segment.from.y)
@@ -225,16 +261,25 @@ void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPo
     bool const plain = pen.edge == Edge::Smooth && !is_dashed(pen.style) && pen.style != DrawStyle::None
                        && pen.width / 2 + 0.5 <= SteepLine::largest_reach;
     band.begin(mask, clip);
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        if (!is_finite(points[i - 1]) || !is_finite(points[i])) continue;
-        const Segment segment{points[i - 1], points[i]};
-        auto const visible = plain ? clipped_for_pen(segment, clip, pen.width) : std::nullopt;
-        if (!plain)
-            stroke_segment(mask, clip, segment, pen);
-        else if (visible && is_steep(*visible))
-            CapsuleStroke(mask, clip, *visible, pen, false).draw_with(band);
-        else if (visible)
-            CapsuleStroke(mask, clip, *visible, pen, true).draw();
+    auto const draw_plain = [&](Segment const& segment) {
+        bool const steep = is_steep(segment);
+        const CapsuleStroke stroke(mask, clip, segment, pen, !steep);
+        steep ? stroke.draw_with(band) : stroke.draw();
+    };
+    // Most points of a curve lie within the clip, so that nothing needs cutting.
+    bool was_inside = false;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        bool const inside = plain && is_within(points[i], clip);
+        if (inside && was_inside)
+            draw_plain({points[i - 1], points[i]});
+        else if (i > 0 && is_finite(points[i - 1]) && is_finite(points[i])) {
+            const Segment segment{points[i - 1], points[i]};
+            if (!plain)
+                stroke_segment(mask, clip, segment, pen);
+            else if (auto const visible = clipped_for_pen(segment, clip, pen.width))
+                draw_plain(*visible);
+        }
+        was_inside = inside;
     }
     band.flush();
 }
