@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <limits>
 
 namespace qv::graph {
 namespace {
@@ -66,150 +64,13 @@ void color_data_set(DataSet& set, std::int16_t index) {
     set.DataSymbolFill.Transparent = false;
 }
 
-/// The current graph when it has a data set, else nullptr.
+} // namespace
+
 Graph* graph_with_data(ControlState& state) {
     if (state.NumGraphs() == 0) return nullptr;
     Graph& graph = current_graph(state);
     return graph.DataSets.empty() ? nullptr : &graph;
 }
-
-DataSet& numbered_data_set(Graph& graph, std::int16_t number) {
-    bool const named = number >= 1 && static_cast<std::size_t>(number) <= graph.DataSets.size();
-    return named ? graph.DataSets[static_cast<std::size_t>(number) - 1] : graph.DataSets.back();
-}
-
-bool widen_end(double& first, double& second, double value) {
-    bool const upwards = first <= second;
-    if (upwards ? value < first : value > first)
-        first = value;
-    else if (upwards ? value > second : value < second)
-        second = value;
-    else
-        return false;
-    return true;
-}
-
-/// Moves the range drawn, and with it the full range, so far that it holds `value`. An automatic axis that
-/// shows all it has is rescaled at its next drawing, so that its ends are round again.
-bool widen_range(Axis& axis, double value) {
-    bool const zoomed = axis.AxisValue1 != axis.ScaleMin || axis.AxisValue2 != axis.ScaleMax;
-    if (!widen_end(axis.AxisValue1, axis.AxisValue2, value)) return false;
-    widen_end(axis.ScaleMin, axis.ScaleMax, value);
-    if (axis.has_mode(AxisMode::Automatic) && !zoomed) axis.AxisRescale = true;
-    return true;
-}
-
-void begin_axis(Axis& axis, double value) {
-    if (!axis.AxisNoData) return;
-    if (axis.has_mode(AxisMode::Automatic)) InitAxisLimits(axis, value);
-    axis.AxisNoData = false;
-}
-
-bool extend_axis(Axis& axis, double value) {
-    if (value < axis.DataMin) axis.DataMin = value;
-    if (value > axis.DataMax) axis.DataMax = value;
-    return widen_range(axis, value);
-}
-
-bool is_finite(double x, double y) {
-    return std::isfinite(x) && std::isfinite(y);
-}
-
-/// Whether `value` moves nothing on the axis: it lies inside the range drawn and the extent of the data. On
-/// an axis that runs from high to low no value is taken as settled.
-bool is_settled(Axis const& axis, double value) {
-    return axis.AxisValue1 <= value && value <= axis.AxisValue2 && axis.DataMin <= value
-           && value <= axis.DataMax;
-}
-
-/// The axes on which new points lie.
-struct PointAxes {
-    Axis* x = nullptr;
-    Axis* y = nullptr;
-
-    explicit operator bool() const { return x != nullptr; }
-    /// Takes in a point; true when a range has moved. A point that is not finite moves nothing.
-    bool extend(double x_value, double y_value) const {
-        bool const x_settled = is_settled(*x, x_value);
-        bool const y_settled = is_settled(*y, y_value);
-        if ((x_settled && y_settled) || !is_finite(x_value, y_value)) return false;
-        bool const x_changed = !x_settled && extend_axis(*x, x_value);
-        bool const y_changed = !y_settled && extend_axis(*y, y_value);
-        return x_changed || y_changed;
-    }
-};
-
-/// Element `index`, or nullptr; a negative index becomes too large.
-template <class Sequence>
-auto* find_element(Sequence& sequence, std::int16_t index) {
-    auto const place = static_cast<std::size_t>(index);
-    return place < sequence.size() ? &sequence[place] : nullptr;
-}
-
-/// The axes of a graph's new points when both have points already, so that no step of adding one can fail.
-PointAxes axes_in_use(Graph& graph) {
-    Axis* const x = find_element(graph.Axes, graph.SelectedXAxis);
-    Axis* const y = find_element(graph.Axes, graph.SelectedYAxis);
-    bool const in_use = x && y && !x->AxisNoData && !y->AxisNoData;
-    return in_use ? PointAxes{x, y} : PointAxes{};
-}
-
-PointAxes begun_axes(Graph& graph, double x, double y) {
-    PointAxes axes{&selected_x_axis(graph), nullptr};
-    begin_axis(*axes.x, x);
-    axes.y = &selected_y_axis(graph);
-    begin_axis(*axes.y, y);
-    return axes;
-}
-
-void check_room(Graph const& graph, std::size_t added) {
-    constexpr auto most = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max());
-    if (added > most - static_cast<std::size_t>(graph.NumPoints)) raise_fault(FaultNumber::Overflow);
-}
-
-[[gnu::always_inline]] inline void store_point(Graph& graph, PointEntry const& point, std::int16_t data_set) {
-    check_room(graph, 1);
-    numbered_data_set(graph, data_set).points.append(point);
-    ++graph.NumPoints;
-}
-
-// Kept out of AddDataPoint, whose quick way would otherwise save and restore registers for this one.
-[[gnu::noinline]] void add_first_point(ControlState& state, PointEntry const& point, std::int16_t data_set) {
-    Graph* graph = nullptr;
-    PointAxes moved;
-    trapped(state, "AddDataPoint", [&] {
-        Graph* const found = graph_with_data(state);
-        if (found && is_finite(point.X, point.Y)) moved = begun_axes(*found, point.X, point.Y);
-        graph = found;
-    });
-    if (!graph) return;
-    store_point(*graph, point, data_set);
-    if (moved && moved.extend(point.X, point.Y)) raise_scale_changed(state);
-}
-
-std::size_t first_finite(PointColumns const& points) {
-    std::size_t i = 0;
-    while (i < points.x.size() && !is_finite(points.x[i], points.y[i])) ++i;
-    return i;
-}
-
-/// One after the other: whether a point finds its axis zoomed depends on those before it.
-bool extend_all(PointAxes const& axes, PointColumns const& points, std::size_t first) {
-    bool changed = false;
-    for (std::size_t i = first; i < points.x.size(); ++i) changed |= axes.extend(points.x[i], points.y[i]);
-    return changed;
-}
-
-void check_lengths(PointColumns const& points) {
-    if (points.y.size() == points.x.size() && (points.e.empty() || points.e.size() == points.x.size()))
-        return;
-    raise_fault(FaultNumber::InvalidProcedureCall,
-                "AddDataPoints needs columns of one length, but x has " + std::to_string(points.x.size())
-                    + ", y " + std::to_string(points.y.size()) + " and e " + std::to_string(points.e.size())
-                    + " values. Nothing was added.");
-}
-
-} // namespace
 
 void AutoDataStyle(ControlState& state, std::int16_t graph_index, std::int16_t data_index) {
     trapped(state, "AutoDataStyle", [&] {
@@ -230,48 +91,13 @@ void NewDataSet(ControlState& state, std::string_view legend, bool in_legend_tab
         Graph& graph = current_graph(state);
         const auto index = static_cast<std::int16_t>(to_i16(graph.DataSets.size() + 1) - 1);
         DataSet& set = graph.DataSets.emplace_back();
+        set.points = PointStore(&state.column_pool);
         graph.SelectedDataSet = index;
         set.DataInLegendTable = in_legend_table;
         AutoDataStyle(state, state.CurrentGraph, index);
         set.DataLegend = legend;
         set.xAxisIndex = graph.SelectedXAxis;
         set.yAxisIndex = graph.SelectedYAxis;
-    });
-}
-
-void AddDataPoint(ControlState& state, PointEntry const& point, std::int16_t data_set) {
-    auto* const current = find_element(state.Graphs, state.CurrentGraph);
-    Graph* const graph = current && !(*current)->DataSets.empty() ? current->get() : nullptr;
-    const PointAxes axes = graph ? axes_in_use(*graph) : PointAxes{};
-    if (!axes) return add_first_point(state, point, data_set);
-    store_point(*graph, point, data_set);
-    if (axes.extend(point.X, point.Y)) raise_scale_changed(state);
-}
-
-void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t data_set) {
-    check_lengths(points);
-    Graph* const graph = graph_with_data(state);
-    if (!graph) return;
-    const std::size_t first = first_finite(points);
-    const PointAxes axes =
-        first < points.x.size() ? begun_axes(*graph, points.x[first], points.y[first]) : PointAxes();
-    check_room(*graph, points.x.size());
-    numbered_data_set(*graph, data_set).points.append(points.x, points.y, points.e);
-    graph->NumPoints += static_cast<std::int32_t>(points.x.size());
-    if (axes && extend_all(axes, points, first)) raise_scale_changed(state);
-}
-
-void DropDataPoints(ControlState& state, std::int32_t count, std::int16_t data_set) {
-    trapped(state, "DropDataPoints", [&] {
-        if (count < 0)
-            raise_fault(FaultNumber::InvalidProcedureCall,
-                        "DropDataPoints cannot drop a negative number of points.");
-        Graph* const graph = graph_with_data(state);
-        if (!graph) return;
-        PointStore& points = numbered_data_set(*graph, data_set).points;
-        const std::size_t before = points.size();
-        points.drop_oldest(static_cast<std::size_t>(count));
-        graph->NumPoints -= static_cast<std::int32_t>(before - points.size());
     });
 }
 

@@ -19,6 +19,7 @@ void discard_graphs(ControlState& state) {
     state.Graphs.clear();
     state.GraphTitles.clear();
     state.GraphOrder.clear();
+    state.point_target = {};
     state.CurrentGraph = 0;
     state.MouseGraph = -1;
 }

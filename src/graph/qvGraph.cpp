@@ -4,6 +4,7 @@
 #include "graph/document.h"
 #include "graph/lifecycle.h"
 #include "graph/members_by_name.h"
+#include "graph/point_entry.h"
 #include "graph/settings.h"
 #include "render/pipeline.h"
 
@@ -107,7 +108,7 @@ void qvGraph::NewDataSet(std::string_view Legend, Checked<bool> InLegendTable) {
 
 void qvGraph::AddDataPoint(double X, double Y, double E, Checked<std::int16_t> DataSet,
                            std::string_view DataID) {
-    graph::AddDataPoint(state_, {X, Y, E, DataID}, DataSet);
+    graph::AddDataPoint(state_, X, Y, E, DataSet, DataID);
 }
 
 void qvGraph::AddDataPoints(std::span<double const> X, std::span<double const> Y, std::span<double const> E,

@@ -39,7 +39,7 @@ void store_line_thickness(ControlState& state, DataLineArguments const& given) {
     if (rule(given, given.name)) property::property_(state, static_cast<kind::kind_::value>(given.name));
 #define QV_STYLE_END(method, then)                                                                           \
     then(state, given);                                                                                      \
-    });                                                                                                  \
+    });                                                                                                      \
     }
 #include "graph/styles.def"
 

@@ -1,4 +1,4 @@
-#include "graph/data_entry.h"
+#include "graph/point_entry.h"
 #include "test_control.h"
 
 #include <doctest/doctest.h>
@@ -87,6 +87,67 @@ TEST_CASE("a point goes to the data set asked for, else to the newest") {
     CHECK(control.graph().NumPoints == 5);
     CHECK(control.data(0).points.at(0).DataID == "id");
     CHECK(control.data(0).points.at(0).E == 0.5);
+}
+
+TEST_CASE("a series follows every change of what is selected") {
+    FilledControl control;
+    control.NewYAxis("second");
+    auto const count = [&](std::size_t graph, std::size_t set) {
+        return control.state().Graphs[graph]->DataSets[set].DataSetPointCount();
+    };
+    auto const y_axis = [&](std::size_t axis) -> graph::Axis& {
+        return control.state().Graphs[0]->Axes[axis];
+    };
+    double x = 100;
+    auto const add_some = [&](double y) {
+        for (int i = 0; i < 3; ++i) control.AddDataPoint(++x, y);
+    };
+    std::int32_t const first = count(0, 0);
+    add_some(500);
+    CHECK(count(0, 0) == first + 3);
+    CHECK(y_axis(2).AxisValue2 == 500);
+    control.SelectYaxis(1);
+    add_some(900);
+    CHECK(y_axis(1).AxisValue2 == 900);
+    CHECK(y_axis(2).AxisValue2 == 500);
+    control.NewDataSet("next");
+    add_some(1);
+    CHECK(count(0, 0) == first + 6);
+    CHECK(count(0, 1) == 3);
+    control.NewGraph("other");
+    add_some(1); // no data set there
+    CHECK(count(0, 1) == 3);
+    control.SetSelectedGraph(0);
+    add_some(1);
+    CHECK(count(0, 1) == 6);
+    control.DropDataPoints(6, 2);
+    add_some(1);
+    CHECK(count(0, 1) == 3);
+    control.AddDataPoint(++x, 2, 0.5, 0, "named");
+    add_some(1);
+    graph::PointStore const& points = control.state().Graphs[0]->DataSets[1].points;
+    CHECK(points.at(3).DataID == "named");
+    CHECK(points.at(4).E == 0);
+    CHECK(x_axis(control).AxisValue2 == x);
+    control.Reset();
+    add_some(1);
+    CHECK(control.state().Graphs.empty());
+}
+
+TEST_CASE("the memory of dropped points serves the next ones") {
+    graph::ColumnPool pool;
+    std::vector<double> const values(5 * graph::ColumnPool::column_size, 1.0);
+    for (int round = 0; round < 3; ++round) {
+        graph::PointStore store(&pool);
+        store.append(values, values, values);
+        CHECK(store.at(values.size() - 1).E == 1);
+        graph::PointStore moved = std::move(store);
+        moved.drop_oldest(3 * graph::ColumnPool::column_size);
+        moved.append({2, 3, 0, {}});
+        CHECK(moved.at(moved.size() - 1).Y == 3);
+    }
+    double* const kept = pool.take().get();
+    CHECK(pool.take().get() == kept);
 }
 
 TEST_CASE("points widen the ranges of the selected axes") {

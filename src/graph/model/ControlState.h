@@ -20,10 +20,32 @@ constexpr float twips_per_mm = static_cast<float>(twips_per_inch / millimetres_p
 /// What is left of the control's picture for the page, in twips, is its size less this.
 constexpr std::int32_t page_inset = 70;
 
+/// Where the last point went and how it was found, so that the next one of a series gets there at once.
+/// Axes and data sets stay where they are until Reset, which forgets this too.
+struct PointTarget {
+    Graph* graph = nullptr; // nullptr: not known
+    Axis* x = nullptr;
+    Axis* y = nullptr;
+    PointStore* points = nullptr;
+    std::int16_t selected_x = 0;
+    std::int16_t selected_y = 0;
+    std::int16_t current_graph = 0;
+    std::int16_t data_set = 0;
+    std::size_t data_sets = 0;
+
+    bool leads_on(std::int16_t graph_now, std::int16_t data_set_now) const {
+        return graph && current_graph == graph_now && data_set == data_set_now
+               && graph->SelectedXAxis == selected_x && graph->SelectedYAxis == selected_y
+               && graph->DataSets.size() == data_sets;
+    }
+};
+
 struct ControlState {
     explicit ControlState(host::Host& owner) : host(&owner) {}
     ControlState(ControlState const&) = delete;
     ControlState& operator=(ControlState const&) = delete;
+
+    ColumnPool column_pool; // outlives the graphs
 
     /// \name Document
     /// \{
@@ -31,6 +53,7 @@ struct ControlState {
     std::vector<std::unique_ptr<Graph>> Graphs;
     std::vector<std::string> GraphTitles; // the name of each graph
     std::vector<std::int16_t> GraphOrder; // back to front
+    PointTarget point_target;
     FillSpec PageFill;
     float UnitsPerMmX = twips_per_mm;
     float UnitsPerMmY = twips_per_mm;

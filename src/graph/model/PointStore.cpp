@@ -10,16 +10,16 @@ namespace qv::graph {
 namespace {
 
 constexpr std::size_t smallest_block = 32;
-constexpr std::size_t largest_block = 8192; // points; a column stays below what allocators map one by one
+constexpr std::size_t largest_block = ColumnPool::column_size;
 
-std::unique_ptr<double[]> column(std::size_t size) {
-    return std::make_unique_for_overwrite<double[]>(size);
+ColumnPool::Column column(std::size_t size, ColumnPool* pool) {
+    return pool && size == ColumnPool::column_size ? pool->take() : ColumnPool::Column(new double[size]);
 }
 
 } // namespace
 
-PointBlock::PointBlock(std::size_t capacity)
-    : capacity_(capacity), x_(column(capacity)), y_(column(capacity)) {}
+PointBlock::PointBlock(std::size_t capacity, ColumnPool* pool)
+    : capacity_(capacity), pool_(pool), x_(column(capacity, pool)), y_(column(capacity, pool)) {}
 
 std::span<double const> PointBlock::e() const {
     if (!e_) return {};
@@ -39,7 +39,7 @@ PointEntry PointBlock::entry(std::size_t index) const {
 
 void PointBlock::need_e_column() {
     if (e_) return;
-    e_ = column(capacity_);
+    e_ = column(capacity_, pool_);
     std::fill_n(e_.get(), end_, 0.0);
 }
 
@@ -100,7 +100,7 @@ bool PointStore::x_rising() const {
 }
 
 void PointStore::start_block() {
-    blocks_.emplace_back(std::clamp(size_, smallest_block, largest_block));
+    blocks_.emplace_back(std::clamp(size_, smallest_block, largest_block), pool_);
 }
 
 void PointStore::append(std::span<double const> x, std::span<double const> y, std::span<double const> e) {
@@ -123,7 +123,7 @@ void PointStore::drop_oldest(std::size_t count) {
         size_ -= here;
         count -= here;
     }
-    if (size_ == 0) *this = PointStore();
+    if (size_ == 0) *this = PointStore(pool_);
 }
 
 } // namespace qv::graph

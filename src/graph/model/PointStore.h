@@ -1,12 +1,12 @@
 // PointStore: the points of one data set, in order of arrival, in columns.
 #pragma once
 
+#include "graph/model/ColumnPool.h"
 #include "graph/model/StableList.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -40,7 +40,8 @@ struct PointEntry {
 /// for the points that have one, so that a plain point takes 16 bytes.
 class PointBlock {
 public:
-    explicit PointBlock(std::size_t capacity);
+    /// Columns as large as the pool's come from there, unless it is nullptr.
+    PointBlock(std::size_t capacity, ColumnPool* pool);
 
     std::size_t size() const { return end_ - begin_; }
     bool full() const { return end_ == capacity_; }
@@ -61,6 +62,8 @@ public:
     bool x_rising() const { return known().x_rising; }
 
     void append(PointEntry const& point);
+    /// Appends a point without E and text; false, and nothing is done, when that takes more than two stores.
+    bool append_plain(double x, double y);
     /// Appends columns of one length, at most `room()`; `e` may be empty.
     void append(std::span<double const> x, std::span<double const> y, std::span<double const> e);
     std::size_t room() const { return capacity_ - end_; }
@@ -83,9 +86,10 @@ private:
     std::size_t capacity_;
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
-    std::unique_ptr<double[]> x_;
-    std::unique_ptr<double[]> y_;
-    std::unique_ptr<double[]> e_;
+    ColumnPool* pool_;
+    ColumnPool::Column x_;
+    ColumnPool::Column y_;
+    ColumnPool::Column e_;
     std::unordered_map<std::size_t, std::string> data_ids_;
     mutable Known known_;
 };
@@ -100,9 +104,20 @@ inline void PointBlock::append(PointEntry const& point) {
     ++end_;
 }
 
+inline bool PointBlock::append_plain(double x, double y) {
+    if (full() || e_) return false;
+    x_[end_] = x;
+    y_[end_] = y;
+    ++end_;
+    return true;
+}
+
 /// Blocks grow from small to large and are never copied, so adding is cheap at any size.
 class PointStore {
 public:
+    /// The pool, if any, has to outlive the store.
+    explicit PointStore(ColumnPool* pool = nullptr) : pool_(pool) {}
+
     std::size_t size() const { return size_; }
     StableList<PointBlock> const& blocks() const { return blocks_; }
     /// The point at `index` in order of arrival; an index outside the store is fault 9.
@@ -111,6 +126,13 @@ public:
     bool x_rising() const;
 
     void append(PointEntry const& point);
+    /// Appends a point without E and text to the newest block; false, and nothing is done, when it has no
+    /// room or keeps E values.
+    bool append_plain(double x, double y) {
+        if (blocks_.empty() || !blocks_.back().append_plain(x, y)) return false;
+        ++size_;
+        return true;
+    }
     /// Appends columns of one length; `e` may be empty.
     void append(std::span<double const> x, std::span<double const> y, std::span<double const> e);
     /// Forgets the `count` oldest points (all of them when there are fewer).
@@ -123,6 +145,7 @@ private:
         return blocks_.back();
     }
 
+    ColumnPool* pool_;
     StableList<PointBlock> blocks_;
     std::size_t size_ = 0;
 };

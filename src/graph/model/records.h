@@ -72,7 +72,7 @@ struct Axis {
     float AxisLabelShift = 0;         // millimetres
     float AxisTitleShift = 0;         // millimetres
     bool AxisFarSide = false;
-    bool AxisNoData = true; // no point has been added on this axis yet
+    bool AxisNoData = true;                // no point has been added on this axis yet
     std::vector<double> major_tick_values; // where ticks stand; empty: evenly divided by AxisMajorDivs
     std::vector<double> minor_tick_values; // count only beside given major ones
 
