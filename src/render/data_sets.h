@@ -3,7 +3,16 @@
 
 #include "graph/model/ControlState.h"
 
+#include <cstdint>
+
 namespace qv::render {
+
+/// Line styles of a data set. Other values above 0 are solid, those below 0 draw no line.
+constexpr std::int16_t line_none = 0;
+constexpr std::int16_t line_dotted = 2;
+constexpr std::int16_t line_smooth = 3;
+constexpr std::int16_t line_area = 4;
+constexpr std::int16_t line_outlined_area = 5;
 
 /// Draws all data sets of the current graph, clipped to its plot area.
 void PlotDataSets(graph::ControlState& state, DrawSurface& surface);

@@ -1,16 +1,197 @@
 #include "render/legend.h"
 
 #include "base/convert.h"
+#include "base/text.h"
+#include "graph/model/selection.h"
 #include "graph/model/trap.h"
+#include "render/data_sets.h"
+#include "render/gradient.h"
+#include "render/plot_geometry.h"
+#include "render/symbols.h"
+#include "render/text.h"
+#include "scale/numeric.h"
+
+#include <algorithm>
+#include <vector>
 
 namespace qv::render {
+namespace {
 
-void LegendTable(graph::ControlState& state, DrawSurface&, std::int16_t index) {
-    graph::trapped(state, "LegendTable", [&] {
-        graph::Graph& graph = *at(state.Graphs, index);
+using graph::ControlState;
+using graph::DataSet;
+using graph::FillSpec;
+using graph::Graph;
+using graph::trapped;
+
+// Across the table, millimetres: the samples before the texts, and all that is not text.
+constexpr double text_start_mm = 10;
+constexpr double beside_text_mm = 12;
+constexpr double half_line_sample_mm = 3;
+constexpr double sample_to_text_twips = 250; // from the middle of a sample
+
+// Down the table, in lines of text.
+constexpr double margins_in_lines = 0.8; // above the first and below the last row together
+constexpr double first_row_centre = 0.9;
+
+// A sample's symbol is large enough to show its colour, and a triangle, the tallest shape for its size, keeps
+// within its row: its top is one and a half half sizes above its centre.
+constexpr double least_half_symbol_mm = 0.5;
+constexpr double most_half_symbol_in_lines = 1.0 / 3;
+
+constexpr std::int16_t square_symbol = 4;
+constexpr int thickest_edge = 255; // pixels
+
+struct Row {
+    std::int16_t data_set = 0;
+    int first_line = 0; // from 0; texts may have several
+};
+
+struct Table {
+    std::vector<Row> rows;
+    int lines = 0;
+    double line_height = 0; // twips
+    double widest_text = 0;
+};
+
+bool has_row(DataSet const& set) {
+    return !set.DataLegend.empty() && !set.DataHide && set.DataInLegendTable;
+}
+
+bool is_area(DataSet const& set) {
+    return set.DataLineStyle == line_area || set.DataLineStyle == line_outlined_area;
+}
+
+Table measure(ControlState& state, DrawSurface& surface, Graph const& graph) {
+    // A copy, because a font that cannot be read raises ErrorMsg, whose handler may change it.
+    SetGraphFont(state, surface, std::string(graph.LegendFont));
+    Table table;
+    table.line_height = surface.TextHeight("A");
+    for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
+        DataSet const& set = at(graph.DataSets, i);
+        if (!has_row(set)) continue;
+        table.rows.push_back({i, table.lines});
+        for (const std::string_view line : split(set.DataLegend, "\r\n")) {
+            table.widest_text = std::max(table.widest_text, surface.TextWidth(line));
+            ++table.lines;
+        }
+    }
+    return table;
+}
+
+struct Span {
+    std::int64_t start = 0;
+    std::int64_t length = 0;
+};
+
+// What is longer than the frame begins where the frame does.
+std::int32_t start_inside(Span part, Span frame) {
+    return to_i32(scale::MinMax(part.start, frame.start, frame.start + frame.length - part.length));
+}
+
+/// Sets the table's size and moves it inside the frame; false when there is nothing to draw.
+bool place(ControlState const& state, Graph& graph, Table const& table) {
+    double const mm = state.UnitsPerMmX;
+    graph.LegendWidth = graph.LegendHeight = 0;
+    if (table.rows.empty() || graph.FrameWidth - table.widest_text <= text_start_mm * mm) return false;
+    graph.LegendWidth = to_i32(table.widest_text + beside_text_mm * mm);
+    graph.LegendHeight = to_i32((table.lines + margins_in_lines) * table.line_height);
+    graph.LegendLeft =
+        start_inside({graph.LegendLeft, graph.LegendWidth}, {graph.FrameLeft, graph.FrameWidth});
+    graph.LegendTop =
+        start_inside({graph.LegendTop, graph.LegendHeight}, {graph.FrameTop, graph.FrameHeight});
+    return true;
+}
+
+void draw_box(ControlState& state, DrawSurface& surface, Graph const& graph) {
+    FillSpec const& fill = graph.LegendFill;
+    surface.state.FillColor = fill.Color1;
+    DrawGradient(state, surface, Area::LegendTable, fill);
+    if (fill.EdgeThickness == 0) return;
+    surface.state.DrawWidth = fill.EdgeThickness;
+    outline_box(surface, legend_box(graph), fill.EdgeColor);
+    surface.state.DrawWidth = 1;
+}
+
+void draw_line_sample(DrawSurface& surface, DataSet const& set, Point centre, double half_length) {
+    surface.state.draw_style = set.DataLineStyle == line_dotted ? DrawStyle::Dot : DrawStyle::Solid;
+    surface.state.DrawWidth = std::max<int>(1, set.DataLineThickness);
+    surface.Line({centre.x - half_length, centre.y}, {centre.x + half_length, centre.y}, LineShape::Segment,
+                 set.DataLineColor);
+    surface.state.draw_style = DrawStyle::Solid;
+    surface.state.DrawWidth = 1;
+}
+
+/// The symbol that stands for a data set. An area without one gets a square edged like its line, and keeps
+/// that edge.
+std::int16_t sample_symbol(DataSet& set) {
+    if (is_area(set) && set.DataSymbol == symbol_none) {
+        set.DataSymbolFill.EdgeColor = set.DataLineColor;
+        set.DataSymbolFill.EdgeThickness = to_u8(std::clamp<int>(set.DataLineThickness, 1, thickest_edge));
+        return square_symbol;
+    }
+    if (set.DataSymbol == symbol_number) return '1';
+    if (set.DataSymbol == symbol_letter) return 'A';
+    return set.DataSymbol;
+}
+
+std::int32_t sample_half_size(ControlState const& state, DataSet const& set, double line_height) {
+    return to_i32(scale::MinMax<double>(set.DataSymbolSize, least_half_symbol_mm * state.UnitsPerMmX,
+                                        most_half_symbol_in_lines * line_height));
+}
+
+// Where a row is drawn.
+struct RowPlace {
+    double text_x = 0;
+    double middle_y = 0;
+    double line_height = 0;
+};
+
+void draw_samples(ControlState& state, DrawSurface& surface, DataSet& set, std::int16_t index,
+                  RowPlace const& place) {
+    const Point middle{place.text_x - sample_to_text_twips, place.middle_y};
+    if (set.DataLineStyle > line_none && !is_area(set))
+        draw_line_sample(surface, set, middle, half_line_sample_mm * state.UnitsPerMmX);
+    std::int16_t const symbol = sample_symbol(set);
+    if (set.DataSetPointCount() > 0)
+        DataPoint(state, surface,
+                  {index, symbol, middle, {}, sample_half_size(state, set, place.line_height), true, {}});
+    SetLineColor(state, surface, 0);
+}
+
+void draw_row(ControlState& state, DrawSurface& surface, Graph& graph, Row row, double line_height) {
+    const RowPlace place{graph.LegendLeft + round_half_even(text_start_mm * state.UnitsPerMmX),
+                         graph.LegendTop + (row.first_line + first_row_centre) * line_height, line_height};
+    PrintText(state, surface, at(graph.DataSets, row.data_set).DataLegend,
+              {{place.text_x, place.middle_y}, Align::Start, Align::Centre, 0},
+              {graph.LegendFont, graph.LegendFontColor});
+    // Looked up anew: a font that cannot be read raises ErrorMsg, whose handler may drop the data.
+    draw_samples(state, surface, at(graph.DataSets, row.data_set), row.data_set, place);
+}
+
+void draw_table(ControlState& state, DrawSurface& surface, Graph& graph, Table const& table) {
+    draw_box(state, surface, graph);
+    for (Row const& row : table.rows) draw_row(state, surface, graph, row, table.line_height);
+}
+
+} // namespace
+
+void LegendTable(ControlState& state, DrawSurface& surface, std::int16_t index) {
+    trapped(state, "LegendTable", [&] {
+        Graph& graph = *at(state.Graphs, index);
         if (!graph.LegendShow) return;
-        graph.LegendWidth = 0;
-        graph.LegendHeight = 0;
+        const graph::CurrentGraphScope current(state, index); // fills and symbols are of the current graph
+        ClipGraphArea(state, surface, Area::GraphFrame);
+        const Table table = measure(state, surface, graph);
+        if (place(state, graph, table)) draw_table(state, surface, graph, table);
+        keep_pixels(*state.ScratchPic1, *state.Picture1, legend_box(graph));
+    });
+}
+
+void LegendPosition(ControlState& state, std::int16_t index, std::int32_t left, std::int32_t top) {
+    trapped(state, "LegendPosition", [&] {
+        Graph& graph = *at(state.Graphs, index);
+        graph.LegendLeft = left;
+        graph.LegendTop = top;
     });
 }
 

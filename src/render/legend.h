@@ -1,12 +1,18 @@
-// The legend table of a graph.
+// The legend table of a graph: one row a data set, with samples of its line and symbol before its text.
 #pragma once
 
 #include "graph/model/ControlState.h"
 
+#include <cstdint>
+
 namespace qv::render {
 
-/// Draws the legend of a graph. This version lists no data sets: the table has no rows, which leaves its
-/// size 0 and draws nothing.
+/// Draws the legend of a graph and sets its `LegendWidth` and `LegendHeight` (0 when it has no row or its
+/// texts are too wide for the frame). The table is moved inside the frame. A copy of it, as it stands on the
+/// visible page, is left in `ScratchPic1`. A graph index outside the list is reported as fault 9.
 void LegendTable(graph::ControlState& state, DrawSurface& surface, std::int16_t graph);
+
+/// Sets the legend's corner on the page, twips.
+void LegendPosition(graph::ControlState& state, std::int16_t graph, std::int32_t left, std::int32_t top);
 
 } // namespace qv::render

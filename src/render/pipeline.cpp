@@ -84,11 +84,10 @@ void plot_over_legend(ControlState& state, DrawSurface& surface) {
 
 void add_legend(ControlState& state, DrawSurface& surface, Graph const& graph, std::int16_t index) {
     if (!graph.GraphInclude) return;
-    std::int16_t const current = state.CurrentGraph;
-    state.CurrentGraph = index;
+    const graph::CurrentGraphScope current(state, index);
     LegendTable(state, surface, index);
-    if (!graph.LegendInFront && graph.LegendWidth > 0) plot_over_legend(state, surface);
-    if (current < state.NumGraphs()) state.CurrentGraph = current;
+    bool const lies_below = !graph.LegendInFront && graph.LegendShow && graph.LegendWidth > 0;
+    if (lies_below && is_current(state, graph)) plot_over_legend(state, surface);
 }
 
 void finish_page(ControlState& state, std::int16_t index, bool legend_on_page) {
@@ -146,20 +145,15 @@ void fill_strips(DrawSurface& surface, Box const& frame, Box const& plot, Color 
         if (strip.width >= 0 && strip.height >= 0) fill_box(surface, strip, color);
 }
 
-PixelPoint in_pixels(DrawSurface const& surface, Point point) {
-    return {std::floor(point.x / surface.TwipsPerPixelX() + 0.5),
-            std::floor(point.y / surface.TwipsPerPixelY() + 0.5)};
-}
-
 // A gradient border covers the whole frame; a transparent plot area gets the page below it back.
 void fill_border_with_gradient(ControlState& state, DrawSurface& surface, Graph const& graph,
                                Box const& plot) {
     DrawSurface& kept = *state.ScratchPic2;
     const PixelPoint place = in_pixels(surface, {plot.left, plot.top});
     if (graph.PlotAreaFill.Transparent) {
-        kept.Move(plot.width + state.UnitsPerMmX + 100, plot.height + state.UnitsPerMmY + 100);
-        kept.SelectClipPath({0, 0, kept.Width(), kept.Height()});
-        kept.BitBlt({0, 0}, kept.GetClientRect(), *state.Picture2, place);
+        keep_pixels(kept, *state.Picture2,
+                    {plot.left, plot.top, plot.width + state.UnitsPerMmX + 100,
+                     plot.height + state.UnitsPerMmY + 100});
     }
     DrawGradient(state, surface, Area::GraphFrame, graph.BorderFill);
     if (!graph.PlotAreaFill.Transparent) return;

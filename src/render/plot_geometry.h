@@ -1,9 +1,11 @@
-// Where a graph's parts lie on the page, and the two ways to paint a box there.
+// Where a graph's parts lie on the page, the two ways to paint a box there, and its pixels kept for later.
 #pragma once
 
 #include "graph/model/ControlState.h"
 #include "graph/model/selection.h"
 #include "render/pipeline.h"
+
+#include <cmath>
 
 namespace qv::render {
 
@@ -20,6 +22,11 @@ inline Box plot_box(graph::Graph& graph) {
             static_cast<double>(graph::selected_y_axis(graph).AxisLength)};
 }
 
+inline Box legend_box(graph::Graph const& graph) {
+    return {static_cast<double>(graph.LegendLeft), static_cast<double>(graph.LegendTop),
+            static_cast<double>(graph.LegendWidth), static_cast<double>(graph.LegendHeight)};
+}
+
 inline Box page_box(graph::ControlState const& state) {
     return {0, 0, static_cast<double>(state.PageWidth), static_cast<double>(state.PageHeight)};
 }
@@ -30,8 +37,7 @@ inline Box area_box(graph::ControlState& state, Area area) {
     graph::Graph& graph = graph::current_graph(state);
     if (area == Area::GraphFrame) return frame_box(graph);
     if (area == Area::PlotArea) return plot_box(graph);
-    return {static_cast<double>(graph.LegendLeft), static_cast<double>(graph.LegendTop),
-            static_cast<double>(graph.LegendWidth), static_cast<double>(graph.LegendHeight)};
+    return legend_box(graph);
 }
 
 inline void fill_box(DrawSurface& surface, Box const& box, Color color) {
@@ -40,6 +46,20 @@ inline void fill_box(DrawSurface& surface, Box const& box, Color color) {
 
 inline void outline_box(DrawSurface& surface, Box const& box, Color color) {
     surface.Line({box.left, box.top}, {box.right(), box.bottom()}, LineShape::Box, color);
+}
+
+/// The pixel a place on the page falls into.
+inline PixelPoint in_pixels(DrawSurface const& surface, Point point) {
+    return {std::floor(point.x / surface.TwipsPerPixelX() + 0.5),
+            std::floor(point.y / surface.TwipsPerPixelY() + 0.5)};
+}
+
+/// Makes `kept` the size of a box and copies the pixels of `source` there into it.
+inline void keep_pixels(DrawSurface& kept, DrawSurface const& source, Box const& box) {
+    kept.Move(box.width, box.height);
+    kept.SelectClipPath({0, 0, kept.Width(), kept.Height()});
+    kept.Cls();
+    kept.BitBlt({0, 0}, kept.GetClientRect(), source, in_pixels(source, {box.left, box.top}));
 }
 
 } // namespace qv::render

@@ -60,6 +60,23 @@ private:
     std::int16_t y_;
 };
 
+/// Makes a graph the current one and the earlier one again on every way out, if it still exists.
+class CurrentGraphScope {
+public:
+    CurrentGraphScope(ControlState& state, std::int16_t graph) : state_(state), earlier_(state.CurrentGraph) {
+        state_.CurrentGraph = graph;
+    }
+    ~CurrentGraphScope() {
+        if (earlier_ < state_.NumGraphs()) state_.CurrentGraph = earlier_;
+    }
+    CurrentGraphScope(CurrentGraphScope const&) = delete;
+    CurrentGraphScope& operator=(CurrentGraphScope const&) = delete;
+
+private:
+    ControlState& state_;
+    std::int16_t earlier_;
+};
+
 /// Keeps a value and puts it back on every way out.
 template <class T>
 class RestoreScope {
