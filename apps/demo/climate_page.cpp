@@ -45,11 +45,10 @@ void draw_carbon_dioxide(qvGraph& page, std::filesystem::path const& data) {
     plan_axis(page, {"", 1955, 2025, 7, ink, false, -3});
     page.SelectYaxis();
     plan_axis(page, {"CO\u2082 in dry air (ppm)", 300, 420, 6});
-    add_line(page, series.x, series.y[0], light_blue, 1);
-    add_line(page, series.x, series.y[1], red, 2);
+    add_line(page, {"monthly mean", series.x, series.y[0]}, light_blue, 1);
+    add_line(page, {"seasonal cycle removed", series.x, series.y[1]}, red, 2);
+    show_legend(page, {61.4, 73.7});
     add_note(page, "Data: Scripps CO\u2082 Program (CC BY 4.0)", {3, 94}, faint_ink);
-    add_note(page, "monthly mean", {22, 36}, blue);
-    add_note(page, "seasonal cycle removed", {62, 44}, red);
 }
 
 void draw_anomalies(qvGraph& page, std::filesystem::path const& data) {
@@ -68,8 +67,9 @@ void draw_anomalies(qvGraph& page, std::filesystem::path const& data) {
     plan_axis(page, {"", 1870, 2030, 8, ink, false, -3});
     page.SelectYaxis();
     plan_axis(page, {"Anomaly (\u00b0C)", -0.6, 1.2, 6});
-    add_bars(page, cold.years, cold.degrees, blue, 0.3F);
-    add_bars(page, warm.years, warm.degrees, red, 0.3F);
+    add_bars(page, {"colder years", cold.years, cold.degrees}, blue, 0.3F);
+    add_bars(page, {"warmer years", warm.years, warm.degrees}, red, 0.3F);
+    show_legend(page, {71, 74.7});
     add_note(page, "Data: NASA GISS", {3, 94}, faint_ink);
 }
 
@@ -94,13 +94,12 @@ void draw_seattle(qvGraph& page, std::filesystem::path const& data) {
     page.NewYAxis("rain");
     page.SelectYaxis(2);
     plan_axis(page, {"Rain (mm)", 0, 100, 5, blue, true});
-    add_bars(page, year.x, year.y[0], light_blue, 0.32F);
+    add_bars(page, {"rain", year.x, year.y[0]}, light_blue, 0.32F);
     page.SelectYaxis(1);
-    add_line(page, year.x, year.y[1], red, 1);
-    add_line(page, year.x, year.y[2], orange, 1);
+    add_line(page, {"daily high", year.x, year.y[1]}, red, 1);
+    add_line(page, {"daily low", year.x, year.y[2]}, orange, 1);
+    show_legend(page, {69.7, 17});
     add_note(page, "Data: NOAA NCDC", {3, 94}, faint_ink);
-    add_note(page, "high", {43, 91}, red);
-    add_note(page, "low", {49, 34}, orange);
 }
 
 void draw_hourly_normals(qvGraph& page, std::filesystem::path const& data) {
@@ -111,7 +110,7 @@ void draw_hourly_normals(qvGraph& page, std::filesystem::path const& data) {
     plan_axis(page, {"", 0, 12, 12, ink, false, -3, months});
     page.SelectYaxis();
     plan_axis(page, {"Temperature (\u00b0C)", 0, 30, 6});
-    add_dots(page, hours.x, hours.y[0], teal, 0.5F);
+    add_dots(page, {"temperature", hours.x, hours.y[0]}, teal, 0.5F);
     add_note(page, "Data: NOAA climate normals 1981 to 2010", {3, 94}, faint_ink);
 }
 

@@ -9,6 +9,7 @@ void start_panel(qvGraph& page, Panel const& panel) {
     page.BorderEdgeThickness(0);
     page.PlotAreaColors({.Color1 = white});
     page.GraphTitleStyle({.Font = "Font=Arial|12|Bold", .FontColor = ink, .VerticalShift = 2});
+    page.LegendShow(false);
 }
 
 void plan_axis(qvGraph& page, AxisPlan const& plan) {
@@ -30,26 +31,35 @@ void plan_axis(qvGraph& page, AxisPlan const& plan) {
     if (!plan.far_side) page.AxisGridStyle({.MajorGridColor = grid, .MinorGridShow = false});
 }
 
-void add_line(qvGraph& page, std::span<double const> x, std::span<double const> y, Color color,
-              std::int16_t thickness) {
-    page.NewDataSet("line");
-    page.AddDataPoints(x, y);
+void add_line(qvGraph& page, Values const& values, Color color, std::int16_t thickness) {
+    page.NewDataSet(values.name);
+    page.AddDataPoints(values.x, values.y);
     page.DataSymbol(0);
     page.DataLine({.Color = color, .Thickness = thickness});
 }
 
-void add_bars(qvGraph& page, std::span<double const> x, std::span<double const> y, Color color, float width) {
-    page.NewDataSet("bars");
-    page.AddDataPoints(x, y);
+void add_bars(qvGraph& page, Values const& values, Color color, float width) {
+    page.NewDataSet(values.name);
+    page.AddDataPoints(values.x, values.y);
     page.SymbolStyle({.Symbol = 1, .Size = width / 0.9F, .Color1 = color, .BarBase = true});
     page.DataLineStyle(0);
 }
 
-void add_dots(qvGraph& page, std::span<double const> x, std::span<double const> y, Color color, float size) {
-    page.NewDataSet("dots");
-    page.AddDataPoints(x, y);
+void add_dots(qvGraph& page, Values const& values, Color color, float size) {
+    page.NewDataSet(values.name);
+    page.AddDataPoints(values.x, values.y);
     page.SymbolStyle({.Symbol = 3, .Size = size, .Color1 = color});
     page.DataLineStyle(0);
+}
+
+void show_legend(qvGraph& page, Point percent) {
+    page.LegendTableStyle({.Font = "Font=Arial|9",
+                           .FontColor = ink,
+                           .LeftPercent = static_cast<float>(percent.x),
+                           .TopPercent = static_cast<float>(percent.y),
+                           .EdgeColor = grid,
+                           .EdgeThickness = 1,
+                           .Color1 = white});
 }
 
 void add_note(qvGraph& page, char const* text, Point percent, Color color) {

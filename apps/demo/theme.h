@@ -36,11 +36,19 @@ struct AxisPlan {
 /// Styles the selected axis.
 void plan_axis(qvGraph& page, AxisPlan const& plan);
 
-void add_line(qvGraph& page, std::span<double const> x, std::span<double const> y, Color color,
-              std::int16_t thickness);
+/// Values with the name they have in the legend.
+struct Values {
+    char const* name;
+    std::span<double const> x;
+    std::span<double const> y;
+};
+void add_line(qvGraph& page, Values const& values, Color color, std::int16_t thickness);
 /// Bars from zero, `width` millimetres wide.
-void add_bars(qvGraph& page, std::span<double const> x, std::span<double const> y, Color color, float width);
-void add_dots(qvGraph& page, std::span<double const> x, std::span<double const> y, Color color, float size);
+void add_bars(qvGraph& page, Values const& values, Color color, float width);
+void add_dots(qvGraph& page, Values const& values, Color color, float size);
+
+/// Shows the graph's legend, its left top corner at a place of the graph in percent, y from the top.
+void show_legend(qvGraph& page, Point percent);
 
 /// A text at a place of the plot area in percent, y from the bottom, that starts there, centred in height.
 void add_note(qvGraph& page, char const* text, Point percent, Color color);

@@ -3,6 +3,7 @@
 #include "qvplot/date_axis.h"
 #include "qvplot/look.h"
 #include "qvplot/number_axis.h"
+#include "qvplot/ruler.h"
 #include "scale/number_format.h"
 
 #include <algorithm>
@@ -16,32 +17,13 @@ constexpr double symbol_pad_share = 0.02; // of the range, so that symbols at it
 constexpr double y_label_distance = 11;   // millimetres, at least
 constexpr std::int16_t label_digits = 6;  // as the control labels its ticks
 
-// Measures texts in millimetres.
-class Ruler {
-public:
-    explicit Ruler(qvGraph const& page)
-        : surface_(page.state().host->make_surface()), twips_per_mm_(page.state().UnitsPerMmX) {}
-
-    double height(PageFont const& font) const {
-        use(font);
-        return surface_->TextHeight("A") / twips_per_mm_;
-    }
-    double width(PageFont const& font, std::string_view text) const {
-        use(font);
-        return surface_->TextWidth(text) / twips_per_mm_;
-    }
-    double widest_label(AxisPlan const& plan) const {
-        double widest = 0;
-        for (double const value : plan.major)
-            widest = std::max(widest, width(label_font, scale::EasyFormat(value, label_digits, plan.format)));
-        return widest;
-    }
-
-private:
-    void use(PageFont const& font) const { surface_->state.font = {"Arial", font.size_points, false, false}; }
-    std::unique_ptr<DrawSurface> surface_;
-    double twips_per_mm_;
-};
+double widest_label(Ruler const& ruler, AxisPlan const& plan) {
+    double widest = 0;
+    for (double const value : plan.major)
+        widest =
+            std::max(widest, ruler.width(label_font, scale::EasyFormat(value, label_digits, plan.format)));
+    return widest;
+}
 
 Extent x_extent(PlotData const& data) {
     Extent extent;
@@ -102,20 +84,17 @@ Extent y_range_to_show(PlotData const& data, PlotOptions const& options, bool se
     return extent;
 }
 
-// The columns of an axis; where several share a page, with the colour each is drawn in.
+// The columns of an axis.
 std::string name_columns(PlotData const& data, bool second, std::size_t most_named) {
     std::string names;
     std::size_t named = 0, unnamed = 0;
-    for (std::size_t i = 0; i < data.series.size(); ++i) {
-        Series const& series = data.series[i];
+    for (Series const& series : data.series) {
         if (series.on_second_axis != second) continue;
         if (named == most_named) {
             ++unnamed;
             continue;
         }
         names += (named++ == 0 ? "" : ", ") + series.name;
-        if (data.series.size() > 1 && data.series.size() <= palette.size())
-            names += " (" + std::string(column_color(i).name) + ")";
     }
     return unnamed == 0 ? names : names + " and " + std::to_string(unnamed) + " more";
 }
@@ -127,9 +106,8 @@ std::string given_or(std::string const& given, std::string const& own) {
 class PagePlanner {
 public:
     PagePlanner(qvGraph const& page, PlotData const& data, PlotOptions const& options)
-        : ruler_(page), data_(data), options_(options),
-          width_(page.state().PageWidth / static_cast<double>(page.state().UnitsPerMmX)),
-          height_(page.state().PageHeight / static_cast<double>(page.state().UnitsPerMmY)) {}
+        : ruler_(page), data_(data), options_(options), width_(page_width(page)), height_(page_height(page)) {
+    }
 
     PageLayout plan() {
         PageLayout layout;
@@ -140,7 +118,7 @@ public:
         lay_out_y_axes(layout, height_ - layout.top - layout.bottom);
         lay_out_x_axis(layout);
         // Half of a label may stand beyond either end of the axis.
-        double const half_label = ruler_.widest_label(layout.x.plan) / 2 + 1;
+        double const half_label = widest_label(ruler_, layout.x.plan) / 2 + 1;
         layout.left = std::max(layout.left, half_label);
         layout.right = std::max(layout.right, half_label);
         lay_out_x_axis(layout);
@@ -178,13 +156,14 @@ private:
 
     double margin_beside(AxisLayout const& axis) const {
         double const title = axis.title.empty() ? 0 : title_gap + ruler_.height(axis_title_font);
-        return label_gap + ruler_.widest_label(axis.plan) + title + page_margin;
+        return label_gap + widest_label(ruler_, axis.plan) + title + page_margin;
     }
 
     void lay_out_x_axis(PageLayout& layout) const {
         layout.plot_width = std::max(width_ - layout.left - layout.right, 1.0);
         layout.x_room.labels = 10;
         layout.x_room.characters = layout.plot_width / ruler_.width(label_font, "0");
+        layout.plot_height = std::max(height_ - layout.top - layout.bottom, 1.0);
         layout.x.plan = plan_x_axis(data_, options_, x_range_to_show(data_, options_), layout.x_room);
         layout.x.title = given_or(options_.x_title, data_.x_name);
         if (!layout.x.plan.left_out.empty()) layout.x.title += " (" + layout.x.plan.left_out + ")";

@@ -24,7 +24,8 @@ struct PageLayout {
     double right = 0;
     double bottom = 0;
     double bar_width = 0;  // millimetres, 0 without bars
-    double plot_width = 0; // millimetres
+    double plot_width = 0; // of the plot area, millimetres
+    double plot_height = 0;
     LabelRoom x_room;
     LabelRoom y_room;
 };

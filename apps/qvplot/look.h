@@ -13,21 +13,21 @@ constexpr Color ink = rgb(45, 52, 64);
 constexpr Color axis_gray = rgb(128, 135, 147);
 constexpr Color grid_gray = rgb(232, 234, 238);
 
-struct NamedColor {
-    char const* name;
-    Color color;
-};
-
 /// Colours of columns, of like weight on white; neighbours differ for colour-blind eyes too.
 constexpr std::array palette{
-    NamedColor{"blue", rgb(42, 105, 176)},   NamedColor{"orange", rgb(222, 118, 24)},
-    NamedColor{"green", rgb(38, 140, 92)},   NamedColor{"red", rgb(192, 57, 52)},
-    NamedColor{"purple", rgb(122, 88, 168)}, NamedColor{"teal", rgb(30, 156, 168)},
-    NamedColor{"pink", rgb(214, 98, 152)},   NamedColor{"brown", rgb(138, 94, 60)},
-    NamedColor{"grey", rgb(112, 120, 132)},  NamedColor{"olive", rgb(148, 146, 34)},
+    rgb(42, 105, 176),  // blue
+    rgb(222, 118, 24),  // orange
+    rgb(38, 140, 92),   // green
+    rgb(192, 57, 52),   // red
+    rgb(122, 88, 168),  // purple
+    rgb(30, 156, 168),  // teal
+    rgb(214, 98, 152),  // pink
+    rgb(138, 94, 60),   // brown
+    rgb(112, 120, 132), // grey
+    rgb(148, 146, 34),  // olive
 };
 
-inline NamedColor column_color(std::size_t column) {
+inline Color column_color(std::size_t column) {
     return palette[column % palette.size()];
 }
 
@@ -44,7 +44,8 @@ constexpr PageFont label_font{"Font=Arial|10", 10};
 constexpr double tick_length = 1;
 constexpr double label_gap = 2; // from the axis line to the labels
 constexpr double title_gap = 2; // from the labels to the axis title, and from the plot area to the page title
-constexpr double page_margin = 4; // around everything
-constexpr double free_margin = 7; // where nothing stands
+constexpr double legend_gap = 2.5; // from the legend to the plot area's edges
+constexpr double page_margin = 4;  // around everything
+constexpr double free_margin = 7;  // where nothing stands
 
 } // namespace qv::plot

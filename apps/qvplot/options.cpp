@@ -53,6 +53,8 @@ void add_look(CLI::App& app, PlotOptions& options) {
     app.add_flag("--log-x", options.log.x, "logarithmic x axis");
     app.add_flag("--log-y", options.log.y, "logarithmic y axis");
     app.add_flag("--log-y2", options.log.y2, "logarithmic axis on the right");
+    app.add_flag("--no-legend", options.no_legend,
+                 "leave out the legend, which pages of several columns have");
     app.add_option("--title", options.title, "title of the page")->type_name("TEXT");
     app.add_option("--x-title", options.x_title, "title of the x axis; default: its column")
         ->type_name("TEXT");

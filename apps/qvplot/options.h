@@ -30,8 +30,9 @@ struct PlotOptions {
     bool bars = false;
     LogAxes log;
     std::string title, x_title, y_title, y2_title; // empty: no title, axes named after their columns
-    PixelSize size{1200, 800};                     // of the picture
-    std::filesystem::path out;                     // empty: no file is written
+    bool no_legend = false;
+    PixelSize size{1200, 800}; // of the picture
+    std::filesystem::path out; // empty: no file is written
     bool show = false;
 };
 

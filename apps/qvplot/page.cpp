@@ -1,7 +1,11 @@
 #include "qvplot/page.h"
 
+#include "graph/model/selection.h"
 #include "qvplot/layout.h"
+#include "qvplot/legend_place.h"
 #include "qvplot/look.h"
+#include "qvplot/ruler.h"
+#include "render/legend.h"
 
 #include <algorithm>
 
@@ -49,7 +53,7 @@ Color axis_color(PlotData const& data, bool second) {
             ++columns;
             last = i;
         }
-    return columns == 1 && data.series.size() > 1 ? column_color(last).color : ink;
+    return columns == 1 && data.series.size() > 1 ? column_color(last) : ink;
 }
 
 void style_axes(qvGraph& page, PlotData const& data, PageLayout const& layout) {
@@ -80,8 +84,28 @@ void style_graph(qvGraph& page, PageLayout const& layout, PlotOptions const& opt
                           .FontColor = ink,
                           .VerticalShift = static_cast<std::int32_t>(title_gap),
                           .Show = !options.title.empty()});
-    // The axis titles name the columns.
-    page.LegendShow(false);
+}
+
+LegendRoom legend_room(qvGraph& page) {
+    graph::ControlState& state = page.state();
+    auto const size = render::legend_size(state, *state.host->make_surface(), graph::current_graph(state));
+    return {size.width / state.UnitsPerMmX, size.height / state.UnitsPerMmY};
+}
+
+// The axis title names a lone column.
+void style_legend(qvGraph& page, PlotData const& data, PageLayout const& layout, PlotOptions const& options) {
+    page.LegendTableStyle({.Font = label_font.specification,
+                           .FontColor = ink,
+                           .EdgeColor = axis_gray,
+                           .EdgeThickness = 1,
+                           .Color1 = white,
+                           .Show = false});
+    if (options.no_legend || data.series.size() < 2) return;
+    auto const place = find_legend_place(data, layout, options, legend_room(page));
+    if (!place) return;
+    page.LegendTableLeft(static_cast<float>(100 * place->x / page_width(page)));
+    page.LegendTableTop(static_cast<float>(100 * place->y / page_height(page)));
+    page.LegendShow(true);
 }
 
 void style_bars(qvGraph& page, std::size_t number, std::size_t count, PageLayout const& layout) {
@@ -89,7 +113,7 @@ void style_bars(qvGraph& page, std::size_t number, std::size_t count, PageLayout
     double const place = static_cast<double>(number) - (static_cast<double>(count) - 1) / 2;
     page.SymbolStyle({.Symbol = bar_symbol,
                       .Size = static_cast<float>(layout.bar_width / bar_share_of_size),
-                      .Color1 = column_color(number).color,
+                      .Color1 = column_color(number),
                       .BarOffset = static_cast<float>(place * layout.bar_width),
                       .BarBase = !layout.y.plan.is_log});
     page.DataLineStyle(0);
@@ -102,7 +126,7 @@ float symbol_size(std::size_t points) {
 
 void style_points(qvGraph& page, Series const& series, std::size_t number, PageLayout const& layout,
                   PlotOptions const& options) {
-    const Color color = column_color(number).color;
+    const Color color = column_color(number);
     // A line of one point would not be seen.
     bool const symbols = options.symbols || series.x.size() == 1;
     auto const shape = static_cast<std::int16_t>(first_shape + number / palette.size() % shapes);
@@ -129,6 +153,7 @@ void style_page(qvGraph& page, PlotData const& data, PageLayout const& layout, P
             style_points(page, data.series[i], i, layout, options);
     }
     style_graph(page, layout, options);
+    style_legend(page, data, layout, options);
     style_axes(page, data, layout);
 }
 

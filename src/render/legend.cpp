@@ -88,13 +88,19 @@ std::int32_t start_inside(Span part, Span frame) {
     return to_i32(scale::MinMax(part.start, frame.start, frame.start + frame.length - part.length));
 }
 
+LegendSize size_of(ControlState const& state, Table const& table) {
+    if (table.rows.empty()) return {};
+    return {table.widest_text + beside_text_mm * state.UnitsPerMmX,
+            (table.lines + margins_in_lines) * table.line_height};
+}
+
 /// Sets the table's size and moves it inside the frame; false when there is nothing to draw.
 bool place(ControlState const& state, Graph& graph, Table const& table) {
-    double const mm = state.UnitsPerMmX;
-    graph.LegendWidth = graph.LegendHeight = 0;
-    if (table.rows.empty() || graph.FrameWidth - table.widest_text <= text_start_mm * mm) return false;
-    graph.LegendWidth = to_i32(table.widest_text + beside_text_mm * mm);
-    graph.LegendHeight = to_i32((table.lines + margins_in_lines) * table.line_height);
+    bool const fits = graph.FrameWidth - table.widest_text > text_start_mm * state.UnitsPerMmX;
+    auto const [width, height] = fits ? size_of(state, table) : LegendSize{};
+    graph.LegendWidth = to_i32(width);
+    graph.LegendHeight = to_i32(height);
+    if (graph.LegendWidth == 0) return false;
     graph.LegendLeft =
         start_inside({graph.LegendLeft, graph.LegendWidth}, {graph.FrameLeft, graph.FrameWidth});
     graph.LegendTop =
@@ -185,6 +191,10 @@ void LegendTable(ControlState& state, DrawSurface& surface, std::int16_t index) 
         if (place(state, graph, table)) draw_table(state, surface, graph, table);
         keep_pixels(*state.ScratchPic1, *state.Picture1, legend_box(graph));
     });
+}
+
+LegendSize legend_size(ControlState& state, DrawSurface& surface, Graph const& graph) {
+    return size_of(state, measure(state, surface, graph));
 }
 
 void LegendPosition(ControlState& state, std::int16_t index, std::int32_t left, std::int32_t top) {

@@ -12,6 +12,15 @@ namespace qv::render {
 /// visible page, is left in `ScratchPic1`. A graph index outside the list is reported as fault 9.
 void LegendTable(graph::ControlState& state, DrawSurface& surface, std::int16_t graph);
 
+/// Twips.
+struct LegendSize {
+    double width = 0;
+    double height = 0;
+};
+/// The size a graph's legend takes where the frame has room for it; 0 without a row. Texts are measured on
+/// the surface, whose font is changed.
+LegendSize legend_size(graph::ControlState& state, DrawSurface& surface, graph::Graph const& graph);
+
 /// Sets the legend's corner on the page, twips.
 void LegendPosition(graph::ControlState& state, std::int16_t graph, std::int32_t left, std::int32_t top);
 

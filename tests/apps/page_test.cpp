@@ -46,7 +46,34 @@ struct DrawnPage {
         return host.picture().pixels()[static_cast<std::size_t>(y * host.picture().stride() + x)] & 0xFFFFFF;
     }
     graph::Graph const& graph() { return graph::current_graph(host.control().state()); }
+
+    /// The legend's pixels, its edge included.
+    struct Pixels {
+        int left, top, right, bottom;
+    };
+    Pixels legend() {
+        auto const pixel_of = [](std::int32_t twips) { return static_cast<int>(std::lround(twips / 15.0)); };
+        return {pixel_of(graph().LegendLeft), pixel_of(graph().LegendTop),
+                pixel_of(graph().LegendLeft + graph().LegendWidth),
+                pixel_of(graph().LegendTop + graph().LegendHeight)};
+    }
 };
+
+// 0 and 1 by turns, a hundred times from 0 to 1.
+double zigzag(double x) {
+    return static_cast<double>(std::lround(100 * x) % 2);
+}
+
+// Two columns whose values are in 0..1, at x from 0 to 1.
+PlotData columns_of(double (*value)(double x)) {
+    PlotData data{"x", false, {{"a column", {}, {}, false}, {"another", {}, {}, false}}};
+    for (int k = 0; k <= 100; ++k)
+        for (Series& series : data.series) {
+            series.x.push_back(k / 100.0);
+            series.y.push_back(value(k / 100.0));
+        }
+    return data;
+}
 
 } // namespace
 
@@ -71,7 +98,7 @@ TEST_CASE("nothing touches the page's edge, and every column's colour is on the 
             CHECK(marked == 0);
             if (size.width < 1000) continue; // slanted lines of one pixel have paler pixels only
             for (std::size_t i = 0; i < data.series.size(); ++i) {
-                const Color color = column_color(i).color;
+                const Color color = column_color(i);
                 auto const bgr =
                     static_cast<std::uint32_t>((color & 0xFF) << 16 | (color & 0xFF00) | color >> 16);
                 bool seen = false;
@@ -87,8 +114,8 @@ TEST_CASE("columns go to their axes, with titles that say which is which") {
     auto const& graph = page.graph();
     REQUIRE(graph.Axes.size() == 3);
     CHECK(graph.Axes[0].AxisTitle == "the x column");
-    CHECK(graph.Axes[1].AxisTitle == "column 0 (blue), column 2 (green)");
-    CHECK(graph.Axes[2].AxisTitle == "column 1 (orange)");
+    CHECK(graph.Axes[1].AxisTitle == "column 0, column 2");
+    CHECK(graph.Axes[2].AxisTitle == "column 1");
     CHECK(graph.Axes[2].AxisFarSide);
     CHECK(graph.DataSets[0].yAxisIndex == 1);
     CHECK(graph.DataSets[1].yAxisIndex == 2);
@@ -140,4 +167,78 @@ TEST_CASE("a single point is seen") {
     for (int y = 0; y < 200; ++y)
         for (int x = 0; x < 300; ++x) colored += page.pixel(x, y) == 0x2A69B0;
     CHECK(colored > 10);
+}
+
+TEST_CASE("a legend names the columns, from two columns up and unless it is left out") {
+    DrawnPage page(waves(2, false), sized({800, 600}));
+    CHECK(page.graph().LegendShow);
+    CHECK(page.graph().LegendWidth > 0);
+    CHECK(page.graph().DataSets[1].DataLegend == "column 1");
+    CHECK_FALSE(DrawnPage(waves(1, false), sized({800, 600})).graph().LegendShow);
+    PlotOptions options = sized({800, 600});
+    options.no_legend = true;
+    CHECK_FALSE(DrawnPage(waves(2, false), options).graph().LegendShow);
+    // A page too small for it has none.
+    CHECK_FALSE(DrawnPage(waves(2, false), sized({120, 90})).graph().LegendShow);
+}
+
+TEST_CASE("the legend stands in the plot area where it hides no data") {
+    struct {
+        char const* what;
+        double (*value)(double x);
+        bool at_right, at_top; // where the room is
+    } const table[]{
+        {"rising", [](double x) { return x; }, false, true},
+        {"falling", [](double x) { return 1 - x; }, true, true},
+        {"everywhere but right below", [](double x) { return x < 0.55 ? zigzag(x) : 0.95; }, true, false},
+        {"everywhere but left below", [](double x) { return x > 0.45 ? zigzag(x) : 0.95; }, false, false},
+    };
+    for (auto const& row : table)
+        for (int const kind : {0, 1, 2}) {
+            PlotOptions options = sized({800, 600});
+            options.symbols = kind == 1;
+            options.bars = kind == 2;
+            if (options.bars && !row.at_top) continue; // there is no room among the bars
+            CAPTURE(std::string(row.what));
+            CAPTURE(kind);
+            DrawnPage page(columns_of(row.value), options);
+            auto const [left, top, right, bottom] = page.legend();
+            // Symbols have an axis that is longer than their values, so with room above them.
+            if (!options.symbols) {
+                CHECK((left > 400) == row.at_right);
+                CHECK((top < 300) == row.at_top);
+            }
+            graph::Graph const& graph = page.graph();
+            CHECK(left > graph.BorderLeft / 15);
+            CHECK(top > graph.BorderTop / 15);
+            CHECK(right < 800 - graph.BorderRight / 15);
+            CHECK(bottom < 600 - graph.BorderBottom / 15);
+            options.no_legend = true;
+            DrawnPage const bare(columns_of(row.value), options);
+            int hidden = 0;
+            for (int y = top; y <= bottom; ++y)
+                for (int x = left; x <= right; ++x)
+                    hidden +=
+                        bare.pixel(x, y) != 0xFFFFFF && bare.pixel(x, y) != 0xE8EAEE; // but for the grid
+            CHECK(hidden == 0);
+        }
+}
+
+TEST_CASE("where every place hides data the legend takes the one that hides least") {
+    // Points all over the page but few in the left bottom corner.
+    PlotData data{"x", false, {{"a column", {}, {}, false}, {"another", {}, {}, true}}};
+    for (int k = 0; k < 1940; ++k) {
+        double const x = k % 40, y = k / 40.0;
+        bool const in_corner = x < 12 && y < 15;
+        if (in_corner && k % 7 != 0) continue;
+        for (Series& series : data.series) {
+            series.x.push_back(x);
+            series.y.push_back(y);
+        }
+    }
+    PlotOptions options = sized({800, 600});
+    options.symbols = true;
+    DrawnPage page(data, options);
+    CHECK(page.legend().right < 400);
+    CHECK(page.legend().top > 300);
 }

@@ -31,6 +31,36 @@ void draw_sine(qvGraph& page) {
     page.Refresh();
 }
 
+/// How a legend is drawn, and what it lists.
+struct LegendCase {
+    PixelSize page{500, 350};
+    char const* font = "";
+    std::int16_t edge = 1; // pixels
+    bool shown = true, in_front = true;
+    char const* text = "A data set";
+    std::int16_t line_thickness = 1;
+    float symbol_size = 1.6F; // millimetres
+};
+
+// Whole pixels only, so that data are either on a pixel or not.
+void draw_with_legend(qvGraph& page, LegendCase const& asked) {
+    page.state().Smooth = false;
+    page.NewGraph("");
+    page.LegendTableStyle({.Font = asked.font,
+                           .LeftPercent = 40,
+                           .TopPercent = 30,
+                           .EdgeThickness = asked.edge,
+                           .Show = asked.shown});
+    page.LegendInFront(asked.in_front);
+    for (std::int16_t symbol = 1; symbol <= 5; ++symbol) {
+        page.NewDataSet(asked.text);
+        page.SymbolStyle({.Symbol = symbol, .Size = asked.symbol_size});
+        page.DataLine({.Thickness = asked.line_thickness});
+        for (int i = 0; i <= 20; ++i) page.AddDataPoint(i, symbol * std::sin(i * 0.3));
+    }
+    page.Refresh();
+}
+
 // A page of shapes without any text, so that no font decides its pixels.
 void draw_shapes(qvGraph& page) {
     page.NewGraph("", 0, 12, 0, 10);
@@ -137,4 +167,49 @@ TEST_CASE("shapes look as they always did") {
     host.control().state().Smooth = false;
     host.control().Refresh();
     CHECK(qv::testing::shows_picture(host.picture(), "shapes-flat"));
+}
+
+TEST_CASE("a legend changes pixels only inside its edge") {
+    const std::vector<LegendCase> cases{
+        {},
+        {.font = "Font=Times New Roman|20|Bold|Italic"},
+        {.font = "Font=Courier New|5", .edge = 0},
+        {.edge = 7, .line_thickness = 9, .symbol_size = 30},
+        {.text = "A name that is much longer than the others\r\nand has another line"},
+        {.page = {200, 150}, .text = "\u00c4\u00d6\u00dc \u6f22"},
+        {.page = {90, 60}},
+    };
+    for (LegendCase const& asked : cases) {
+        CAPTURE(std::string(asked.font));
+        HeadlessHost with(asked.page), without(asked.page);
+        draw_with_legend(with.control(), asked);
+        LegendCase hidden = asked;
+        hidden.shown = false;
+        draw_with_legend(without.control(), hidden);
+        graph::Graph const& graph = *with.control().state().Graphs[0];
+        double const edge = asked.edge / 2.0 + 1;
+        int changed = 0, outside = 0;
+        for (int y = 0; y < asked.page.height; ++y)
+            for (int x = 0; x < asked.page.width; ++x) {
+                auto const at = static_cast<std::size_t>(y * with.picture().stride() + x);
+                if (with.picture().pixels()[at] == without.picture().pixels()[at]) continue;
+                ++changed;
+                outside += x < graph.LegendLeft / 15.0 - edge || y < graph.LegendTop / 15.0 - edge
+                           || x > (graph.LegendLeft + graph.LegendWidth) / 15.0 + edge
+                           || y > (graph.LegendTop + graph.LegendHeight) / 15.0 + edge;
+            }
+        CHECK(outside == 0);
+        CHECK((changed > 0) == (graph.LegendWidth > 0));
+    }
+}
+
+TEST_CASE("data are not hidden by a legend behind them") {
+    constexpr std::uint32_t blue = 0xFF0000FF; // the first data set's colour, as a pixel
+    auto const colored = [&](LegendCase const& asked) {
+        HeadlessHost host(asked.page);
+        draw_with_legend(host.control(), asked);
+        return std::ranges::count(host.picture().pixels(), blue);
+    };
+    CHECK(colored({.in_front = false}) >= colored({.shown = false}));
+    CHECK(colored({.in_front = true}) < colored({.shown = false}));
 }
