@@ -71,6 +71,41 @@ Page symbols_page(std::size_t count, Drawing drawing) {
     return page;
 }
 
+Page area_page(std::size_t count, Drawing drawing) {
+    constexpr std::int16_t filled_area = 4;
+    Page page = line_page(count, drawing);
+    page->control().DataLineStyle(filled_area);
+    page->control().DataSymbolColor(rgb(200, 215, 255));
+    return page;
+}
+
+Page spline_page(std::size_t count, Drawing drawing) {
+    constexpr std::int16_t smooth_curve = 3;
+    Page page = line_page(count, drawing);
+    page->control().DataLineStyle(smooth_curve);
+    return page;
+}
+
+Page stacked_bars_page(std::size_t count, Drawing drawing) {
+    constexpr std::int16_t bars = 1;
+    Page page = empty_page(drawing);
+    qvGraph& graph = page->control();
+    add_graph(graph);
+    Series const series = noisy_sine(count / 2);
+    for (bool const stacked : {false, true}) {
+        graph.NewDataSet("", false);
+        graph.DataLineStyle(0);
+        graph.SymbolStyle({.Symbol = bars,
+                           .Size = symbol_mm,
+                           .Color1 = stacked ? blue : rgb(200, 215, 255),
+                           .EdgeThickness = 0,
+                           .Stacked = stacked,
+                           .BarBase = true});
+        graph.AddDataPoints(series.x, series.y);
+    }
+    return page;
+}
+
 Page many_sets_page(Drawing drawing) {
     Page page = empty_page(drawing);
     add_graph(page->control());

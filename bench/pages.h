@@ -23,6 +23,13 @@ Page line_page(std::size_t count, Drawing drawing);
 /// Blue filled circles 6 pixels wide, one a point.
 Page symbols_page(std::size_t count, Drawing drawing);
 
+/// The points of `line_page` as an area, filled pale blue below a blue line, and as a smooth curve.
+Page area_page(std::size_t count, Drawing drawing);
+Page spline_page(std::size_t count, Drawing drawing);
+
+/// As many bars without edge, half of them standing on the other half.
+Page stacked_bars_page(std::size_t count, Drawing drawing);
+
 /// 100 lines of 10 000 points, each set in a colour of its own and 0.05 above the one before.
 Page many_sets_page(Drawing drawing);
 

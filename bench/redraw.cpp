@@ -1,4 +1,5 @@
-// One full redraw of an unchanged page: line_redraw/N, symbols_redraw/N, many_sets, zoomed/N, twelve_graphs;
+// One full redraw of an unchanged page: line_redraw/N, symbols_redraw/N, area_redraw/N, spline_redraw/N,
+// stacked_bars/N, many_sets, zoomed/N, twelve_graphs;
 // with /flat behind the name, the same without smoothing.
 #include "benchmarks.h"
 #include "pages.h"
@@ -29,6 +30,10 @@ void register_redraw() {
         std::string const size = "/" + std::to_string(count);
         add_redraw("line_redraw" + size, std::bind_front(line_page, count));
         add_redraw("symbols_redraw" + size, std::bind_front(symbols_page, count));
+        if (count > 1000000) continue;
+        add_redraw("area_redraw" + size, std::bind_front(area_page, count));
+        add_redraw("spline_redraw" + size, std::bind_front(spline_page, count));
+        add_redraw("stacked_bars" + size, std::bind_front(stacked_bars_page, count));
     }
     add_redraw("many_sets", many_sets_page);
     add_redraw("zoomed/1000000", std::bind_front(zoomed_page, 1000000));

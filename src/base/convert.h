@@ -18,11 +18,9 @@ concept Number = std::is_arithmetic_v<T>;
 
 /// The nearest whole number, halves to even, independent of the floating-point environment.
 inline double round_half_even(double value) {
-    const double below = std::floor(value);
-    const double rest = value - below;
-    if (rest < 0.5) return below;
-    if (rest > 0.5) return below + 1;
-    return std::fmod(below, 2) == 0 ? below : below + 1;
+    // From 2^52 on doubles are whole, so adding and taking away 1.5 * 2^52 leaves the sum's own rounding.
+    constexpr double whole_only = 0x1.8p52;
+    return std::abs(value) < 0x1p51 ? (value + whole_only) - whole_only : std::nearbyint(value);
 }
 
 /// `value` as a `To`. Fractions round halves to even; a value outside the range of an integer type, a
@@ -34,10 +32,10 @@ constexpr To checked(From value) {
     } else if constexpr (std::is_same_v<To, bool>) {
         return value != 0;
     } else if constexpr (std::integral<To> && std::floating_point<From>) {
-        const double whole = round_half_even(static_cast<double>(value));
+        double const whole = round_half_even(static_cast<double>(value));
         // The upper bound is exclusive because 2^63 - 1 has no exact double.
-        const double low = static_cast<double>(std::numeric_limits<To>::min());
-        const double high = std::ldexp(1.0, std::numeric_limits<To>::digits);
+        double const low = static_cast<double>(std::numeric_limits<To>::min());
+        double const high = std::ldexp(1.0, std::numeric_limits<To>::digits);
         if (!(whole >= low && whole < high)) raise_fault(FaultNumber::Overflow);
         return static_cast<To>(whole);
     } else if constexpr (std::integral<To>) {
@@ -54,10 +52,22 @@ constexpr To checked(From value) {
     }
 }
 
-template <Number From> constexpr std::uint8_t to_u8(From value) { return checked<std::uint8_t>(value); }
-template <Number From> constexpr std::int16_t to_i16(From value) { return checked<std::int16_t>(value); }
-template <Number From> constexpr std::int32_t to_i32(From value) { return checked<std::int32_t>(value); }
-template <Number From> constexpr float to_f32(From value) { return checked<float>(value); }
+template <Number From>
+constexpr std::uint8_t to_u8(From value) {
+    return checked<std::uint8_t>(value);
+}
+template <Number From>
+constexpr std::int16_t to_i16(From value) {
+    return checked<std::int16_t>(value);
+}
+template <Number From>
+constexpr std::int32_t to_i32(From value) {
+    return checked<std::int32_t>(value);
+}
+template <Number From>
+constexpr float to_f32(From value) {
+    return checked<float>(value);
+}
 
 /// Quotient of two numbers; a zero divisor is fault 11.
 inline double divide(double dividend, double divisor) {

@@ -6,6 +6,7 @@
 #include "graph/members_by_name.h"
 #include "graph/point_entry.h"
 #include "graph/settings.h"
+#include "render/function_curve.h"
 #include "render/pipeline.h"
 
 namespace qv {
@@ -122,6 +123,10 @@ void qvGraph::DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> 
 
 void qvGraph::AddMathFunc(std::string_view MathFunc, double Fromx, double Tox) {
     graph::AddMathFunc(state_, MathFunc, Fromx, Tox);
+}
+
+void qvGraph::DefineFunction(std::string_view Text) {
+    render::DefineFunction(state_, Text);
 }
 
 void qvGraph::AddText(std::string_view Text, double TextX, double TextY, Checked<std::uint8_t> TextOri,

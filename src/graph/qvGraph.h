@@ -86,6 +86,9 @@ public:
     void DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet = 0);
     /// Makes the newest data set a function of x; Fromx = Tox = 0 draws it along the whole x axis.
     void AddMathFunc(std::string_view MathFunc, double Fromx = 0, double Tox = 0);
+    /// Defines a function, such as "f(a) = a^2", for the functions of all data sets; it stays until the
+    /// control goes. A text that is none is reported through ErrorMsg.
+    void DefineFunction(std::string_view Text);
     void AddText(std::string_view Text, double TextX, double TextY, Checked<std::uint8_t> TextOri,
                  std::string_view TextFont, ColorValue TextColor, Checked<std::int16_t> TextAngle,
                  Checked<bool> TextPercent);

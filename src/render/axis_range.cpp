@@ -1,6 +1,7 @@
 #include "render/axis_range.h"
 
 #include "graph/model/selection.h"
+#include "render/function_curve.h"
 #include "scale/axis_range.h"
 #include "scale/zoomed.h"
 
@@ -11,7 +12,19 @@ using graph::Axis;
 using graph::AxisMode;
 using graph::ControlState;
 
+// An automatic axis without points shows the functions drawn on it, or 0..1. A zoomed one is left alone.
+void range_over_functions(ControlState& state, Axis& axis) {
+    if (!axis.AxisNoData || axis.AxisValue1 != axis.ScaleMin || axis.AxisValue2 != axis.ScaleMax) return;
+    graph::Extent extent = extent_of_functions(state, axis.AxisXY);
+    if (extent.empty()) extent = {0, 1};
+    if (axis.DataMin == extent.low && axis.DataMax == extent.high) return;
+    axis.DataMin = extent.low;
+    axis.DataMax = extent.high;
+    axis.AxisRescale = true;
+}
+
 AxisSpan automatic_range(ControlState& state, Axis& axis) {
+    range_over_functions(state, axis);
     if (axis.AxisLog && !(axis.AxisValue1 > 0 && axis.AxisValue2 > 0)) axis.AxisRescale = true;
     scale::AxisRange range{axis.AxisRescale ? axis.DataMin : axis.AxisValue1,
                            axis.AxisRescale ? axis.DataMax : axis.AxisValue2,

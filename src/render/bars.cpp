@@ -39,31 +39,6 @@ BarBox sample_box(ControlState const& state, Point centre, double half_width, bo
     return {centre.x - half_x, centre.y - half_y, centre.x + half_x, centre.y + half_y};
 }
 
-// Where a bar starts along its length: at its base value, on the bar below it, or beyond the plot area's
-// edge, where the clip cuts it.
-double bar_start(DataPointPlace const& point, DataSet const& set, Graph& graph, double half_width) {
-    bool const stacked = set.BarStacked && point.data_set > 0;
-    if (set.BarHoriz) {
-        const scale::AxisMap map = scale::x_map(graph, selected_x_axis(graph));
-        if (stacked) return map(point.base.x);
-        return set.BarBase ? map(set.BarBaseValue) : graph.FrameLeft - half_width;
-    }
-    const scale::AxisMap map = scale::y_map(graph, selected_y_axis(graph));
-    if (stacked) return map(point.base.y);
-    return set.BarBase ? map(set.BarBaseValue) : graph.FrameTop + graph.FrameHeight + half_width;
-}
-
-BarBox data_box(ControlState& state, DataPointPlace const& point, DataSet const& set, double half_width) {
-    double const start = bar_start(point, set, current_graph(state), half_width);
-    auto const [x, y] = point.place;
-    if (set.BarHoriz) {
-        double const offset = state.UnitsPerMmY * set.BarOffset;
-        return {start, y - half_width + offset, x, y + half_width + offset};
-    }
-    double const offset = state.UnitsPerMmX * set.BarOffset;
-    return {x - half_width + offset, start, x + half_width + offset, y};
-}
-
 void draw_box(DrawSurface& surface, BarBox const& box, LineShape shape, Color color) {
     surface.Line({box.x1, box.y1}, {box.x2, box.y2}, shape, color);
 }
@@ -77,12 +52,36 @@ void draw_face(ControlState& state, DrawSurface& surface, BarBox const& box, Dat
 
 } // namespace
 
+BarLayout::BarLayout(ControlState& state, DataPointPlace const& point)
+    : half_width_(half_width_share * point.half_size) {
+    Graph& graph = current_graph(state);
+    DataSet const& set = at(graph.DataSets, point.data_set);
+    horizontal_ = set.BarHoriz;
+    offset_ = (horizontal_ ? state.UnitsPerMmY : state.UnitsPerMmX) * set.BarOffset;
+    along_ = horizontal_ ? scale::x_map(graph, selected_x_axis(graph))
+                         : scale::y_map(graph, selected_y_axis(graph));
+    stacked_ = set.BarStacked && point.data_set > 0;
+    if (set.BarBase)
+        start_ = along_(set.BarBaseValue);
+    else
+        start_ =
+            horizontal_ ? graph.FrameLeft - half_width_ : graph.FrameTop + graph.FrameHeight + half_width_;
+}
+
+BarBox BarLayout::box(Point place, BarBase base) const {
+    if (horizontal_)
+        return {stacked_ ? along_(base.x) : start_, place.y - half_width_ + offset_, place.x,
+                place.y + half_width_ + offset_};
+    return {place.x - half_width_ + offset_, stacked_ ? along_(base.y) : start_,
+            place.x + half_width_ + offset_, place.y};
+}
+
 void Bar(ControlState& state, DrawSurface& surface, DataPointPlace const& point) {
     trapped(state, "Bar", [&] {
         DataSet const& set = at(current_graph(state).DataSets, point.data_set);
         const double half_width = half_width_share * point.half_size;
         const BarBox box = point.legend_sample ? sample_box(state, point.place, half_width, set.BarHoriz)
-                                               : data_box(state, point, set, half_width);
+                                               : BarLayout(state, point).box(point.place, point.base);
         if (set.BarShadow) {
             const double right = shadow_mm * state.UnitsPerMmX;
             const double down = shadow_mm * state.UnitsPerMmY;

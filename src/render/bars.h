@@ -3,13 +3,11 @@
 
 #include "graph/model/ControlState.h"
 #include "render/symbols.h"
+#include "scale/mapping.h"
 
 #include <vector>
 
 namespace qv::render {
-
-/// Draws the bar of a data point, or a sample of it, with the brush and pen that are set.
-void Bar(graph::ControlState& state, DrawSurface& surface, DataPointPlace const& point);
 
 /// Two opposite corners of a bar, twips.
 struct BarBox {
@@ -18,6 +16,26 @@ struct BarBox {
     double x2 = 0;
     double y2 = 0;
 };
+
+/// Where the bars of a data set lie on the page. A bar starts at its base value, on the bar below it, or
+/// beyond the plot area's edge, where the clip cuts it.
+class BarLayout {
+public:
+    /// `point` tells data set and half size; its place does not matter.
+    BarLayout(graph::ControlState& state, DataPointPlace const& point);
+    BarBox box(Point place, BarBase base) const;
+
+private:
+    scale::AxisMap along_;
+    double half_width_;
+    double offset_ = 0;
+    double start_ = 0;
+    bool horizontal_ = false;
+    bool stacked_ = false;
+};
+
+/// Draws the bar of a data point, or a sample of it, with the brush and pen that are set.
+void Bar(graph::ControlState& state, DrawSurface& surface, DataPointPlace const& point);
 
 struct BarShade {
     bool horizontal = false;

@@ -3,9 +3,13 @@
 #include "base/convert.h"
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
+#include "render/areas.h"
+#include "render/bar_batch.h"
 #include "render/data_line.h"
+#include "render/function_curve.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
+#include "render/spline.h"
 #include "render/symbols.h"
 #include "render/text.h"
 #include "scale/mapping.h"
@@ -23,11 +27,6 @@ using graph::Graph;
 using graph::PointBlock;
 using graph::trapped;
 
-// Line styles of a data set's points.
-constexpr std::int16_t dotted_line = 2;
-constexpr std::int16_t first_curve_style = 3; // smooth curve, area, outlined area
-constexpr std::int16_t last_curve_style = 5;
-
 // Ends of the bars drawn last, by position in their data set, in data values.
 struct BarStack {
     std::vector<BarBase> ends;
@@ -43,38 +42,77 @@ struct Plotting {
     ControlState& state;
     DrawSurface& surface;
     Graph& graph;
+    EntryRanges ranges;
+    bool AreaPointInside = false; // some point of an area lies inside the ranges
     BarStack bars;
 };
 
-bool has_straight_line(DataSet const& set) {
-    return set.DataLineStyle > 0
-           && !(set.DataLineStyle >= first_curve_style && set.DataLineStyle <= last_curve_style);
+EntryRanges entry_ranges(Graph& graph) {
+    graph::Axis const& x = selected_x_axis(graph);
+    graph::Axis const& y = selected_y_axis(graph);
+    return {x.AxisValue1, x.AxisValue2, y.AxisValue1, y.AxisValue2};
+}
+
+bool holds_point(EntryRanges const& ranges, DataSet const& set) {
+    return std::ranges::any_of(set.points.blocks(), [&](PointBlock const& block) {
+        for (std::size_t i = 0; i < block.size(); ++i)
+            if (ranges.hold({block.x()[i], block.y()[i]})) return true;
+        return false;
+    });
+}
+
+bool has_area_inside(EntryRanges const& ranges, Graph const& graph) {
+    return std::ranges::any_of(graph.DataSets, [&](DataSet const& set) {
+        return set.DataLineStyle >= line_area && !set.DataHide && holds_point(ranges, set);
+    });
+}
+
+void set_line_pen(DrawSurface& surface, DataSet const& set, DrawStyle style) {
+    surface.state.draw_style = style;
+    surface.state.DrawWidth = std::max<int>(1, set.DataLineThickness);
+    surface.state.ForeColor = set.DataLineColor;
+}
+
+/// From values on the graph's selected axes to the page, and what can be seen there of a line in the pen set.
+LineMapping line_mapping(Plotting const& plotting) {
+    Box const plot = plot_box(plotting.graph);
+    double const pen = (plotting.surface.state.DrawWidth + 2) * plotting.surface.TwipsPerPixelX();
+    return {scale::x_map(plotting.graph, selected_x_axis(plotting.graph)),
+            scale::y_map(plotting.graph, selected_y_axis(plotting.graph)),
+            {plot.left - pen, plot.top - pen, plot.width + 2 * pen, plot.height + 2 * pen}};
 }
 
 void draw_line(Plotting& plotting, DataSet const& set) {
     DrawSurface& surface = plotting.surface;
-    surface.state.draw_style = set.DataLineStyle == dotted_line ? DrawStyle::Dot : DrawStyle::Solid;
-    surface.state.DrawWidth = std::max<int>(1, set.DataLineThickness);
-    surface.state.ForeColor = set.DataLineColor;
-    Box visible = plot_box(plotting.graph);
-    double const pen = (surface.state.DrawWidth + 2) * surface.TwipsPerPixelX();
-    visible = {visible.left - pen, visible.top - pen, visible.width + 2 * pen, visible.height + 2 * pen};
-    draw_data_line(surface, set.points,
-                   {scale::x_map(plotting.graph, selected_x_axis(plotting.graph)),
-                    scale::y_map(plotting.graph, selected_y_axis(plotting.graph)), visible});
+    set_line_pen(surface, set, set.DataLineStyle == line_dotted ? DrawStyle::Dot : DrawStyle::Solid);
+    const LineMapping mapping = line_mapping(plotting);
+    switch (set.DataLineStyle) {
+    case line_smooth: draw_spline(surface, set, mapping); break;
+    case line_area:
+    case line_outlined_area:
+        if (plotting.AreaPointInside)
+            draw_area(surface, set, mapping, plotting.ranges, set.DataLineStyle == line_outlined_area);
+        break;
+    default: draw_data_line(surface, set.points, mapping);
+    }
     surface.state.draw_style = DrawStyle::Solid;
 }
 
-void draw_bar(Plotting& plotting, DataSet const& set, DataPointValues values) {
-    BarStack& stack = plotting.bars;
-    values.base = stack.here();
-    if (set.BarStacked)
-        (set.BarHoriz ? values.point.X : values.point.Y) += set.BarHoriz ? values.base.x : values.base.y;
-    DataPointXY(plotting.state, plotting.surface, values);
+/// A bar's end and where it begins, in data values.
+struct StackedBar {
+    Point end;
+    BarBase base;
+    bool is_finite() const { return std::isfinite(end.x) && std::isfinite(end.y); }
+};
+
+/// Puts a bar onto the one below it and leaves its end for the next data set.
+StackedBar stacked(BarStack& stack, DataSet const& set, Point value) {
+    StackedBar bar{value, stack.here()};
+    if (set.BarStacked) (set.BarHoriz ? bar.end.x : bar.end.y) += set.BarHoriz ? bar.base.x : bar.base.y;
     // A bar that is not drawn leaves the one below it to stand on.
-    if (std::isfinite(values.point.X) && std::isfinite(values.point.Y))
-        stack.here() = {values.point.X, values.point.Y};
+    if (bar.is_finite()) stack.here() = {bar.end.x, bar.end.y};
     ++stack.position;
+    return bar;
 }
 
 // Error bars and texts belong to single points.
@@ -107,10 +145,35 @@ void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
     surface.state.fill_style = FillStyle::Transparent;
 }
 
-void draw_symbol_at(Plotting& plotting, DataSet const& set, DataPointValues const& values) {
-    if (set.DataSymbol == symbol_bar) return draw_bar(plotting, set, values);
-    ++plotting.state.PointCounter;
+void draw_symbol_at(Plotting& plotting, DataSet const& set, DataPointValues values) {
+    if (set.DataSymbol == symbol_bar) {
+        const StackedBar bar = stacked(plotting.bars, set, {values.point.X, values.point.Y});
+        values.point.X = bar.end.x;
+        values.point.Y = bar.end.y;
+        values.base = bar.base;
+    } else {
+        ++plotting.state.PointCounter;
+    }
     DataPointXY(plotting.state, plotting.surface, values);
+}
+
+bool are_bars_plain(DataSet const& set) {
+    return !set.Bar3D && !set.BarShadow && set.DataSymbolFill.EdgeThickness == 0;
+}
+
+void draw_bar_batch(Plotting& plotting, DataSet const& set, std::int16_t index) {
+    Graph& graph = plotting.graph;
+    const scale::AxisMap x_map = scale::x_map(graph, selected_x_axis(graph));
+    const scale::AxisMap y_map = scale::y_map(graph, selected_y_axis(graph));
+    const BarLayout layout(plotting.state, {index, symbol_bar, {}, {}, set.DataSymbolSize, false, {}});
+    BarBatch batch(plotting.surface, plot_box(graph), set.BarHoriz);
+    for (PointBlock const& block : set.points.blocks())
+        for (std::size_t i = 0; i < block.size(); ++i) {
+            const StackedBar bar = stacked(plotting.bars, set, {block.x()[i], block.y()[i]});
+            if (!bar.is_finite()) continue;
+            batch.add(layout.box(whole_twips({x_map(bar.end.x), y_map(bar.end.y)}), bar.base));
+        }
+    if (!set.DataSymbolFill.Transparent) batch.draw(set.DataSymbolFill.Color1);
 }
 
 void draw_each_symbol(Plotting& plotting, DataSet const& set, std::int16_t index) {
@@ -125,8 +188,13 @@ void draw_each_symbol(Plotting& plotting, DataSet const& set, std::int16_t index
 void draw_symbols(Plotting& plotting, DataSet const& set, std::int16_t index) {
     plotting.state.PointCounter = 0;
     plotting.bars.position = 0;
-    if (set.DataSymbol == symbol_bar || has_single_marks(plotting.graph, set))
-        return draw_each_symbol(plotting, set, index);
+    if (has_single_marks(plotting.graph, set)) return draw_each_symbol(plotting, set, index);
+    if (set.DataSymbol == symbol_bar) {
+        bool const together =
+            are_bars_plain(set)
+            && BarBatch::pays(set.points.size(), plotting.surface, plot_box(plotting.graph), set.BarHoriz);
+        return together ? draw_bar_batch(plotting, set, index) : draw_each_symbol(plotting, set, index);
+    }
     if (set.DataSymbol == symbol_none || set.DataSymbolFill.Transparent) return;
     // Symbols of one shape and one colour, without an edge, go to the surface as a batch.
     if (symbol_shape(set.DataSymbol) && set.DataSymbolFill.EdgeThickness == 0)
@@ -142,8 +210,17 @@ void draw_points(Plotting& plotting, DataSet const& set, std::int16_t index) {
     plotting.graph.SelectedXAxis = set.xAxisIndex;
     plotting.graph.SelectedYAxis = set.yAxisIndex;
     plotting.surface.state.draw_style = DrawStyle::Solid;
-    if (has_straight_line(set)) draw_line(plotting, set);
+    if (set.DataLineStyle > 0) draw_line(plotting, set);
     draw_symbols(plotting, set, index);
+}
+
+void draw_curve(Plotting& plotting, DataSet const& set) {
+    if (set.MathFunc.empty() || set.DataLineStyle == line_none) return;
+    const graph::SelectedAxesScope selection(plotting.graph);
+    plotting.graph.SelectedXAxis = set.xAxisIndex;
+    plotting.graph.SelectedYAxis = set.yAxisIndex;
+    set_line_pen(plotting.surface, set, set.DataLineStyle == line_solid ? DrawStyle::Solid : DrawStyle::Dot);
+    draw_function(plotting.state, plotting.surface, set, line_mapping(plotting));
 }
 
 Point text_anchor(Graph& graph, DataSet const& set) {
@@ -170,11 +247,13 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
     trapped(state, "PlotDataSets", [&] {
         Graph& graph = graph::current_graph(state);
         ClipGraphArea(state, surface, Area::PlotArea);
-        Plotting plotting{state, surface, graph, {}};
+        const EntryRanges ranges = entry_ranges(graph);
+        Plotting plotting{state, surface, graph, ranges, has_area_inside(ranges, graph), {}};
         for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
             DataSet const& set = at(graph.DataSets, i);
             if (set.DataHide) continue;
             draw_points(plotting, set, i);
+            draw_curve(plotting, set);
             draw_data_text(plotting, set);
         }
         surface.state.draw_style = DrawStyle::Solid;

@@ -7,8 +7,10 @@
 
 namespace qv::render {
 
-/// Line styles of a data set. Other values above 0 are solid, those below 0 draw no line.
+/// Line styles of a data set. Points: other values above 0 are solid, those below 0 draw no line. Functions:
+/// all but none and solid are dotted.
 constexpr std::int16_t line_none = 0;
+constexpr std::int16_t line_solid = 1;
 constexpr std::int16_t line_dotted = 2;
 constexpr std::int16_t line_smooth = 3;
 constexpr std::int16_t line_area = 4;

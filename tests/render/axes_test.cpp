@@ -117,6 +117,7 @@ TEST_CASE("a rescaled range is stored and announced once; a log axis not wholly 
     axes.events.scale_changes = 0;
     axes.x.AxisScale = 0;
     axes.x.AxisRescale = true;
+    axes.x.AxisNoData = false;
     axes.x.DataMin = 0;
     axes.x.DataMax = 7.3;
     axes.y.AxisLog = true;

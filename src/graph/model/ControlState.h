@@ -1,6 +1,7 @@
 // ControlState: everything that one control owns. Procedures of the other folders are free functions on it.
 #pragma once
 
+#include "expression/qvExpression.h"
 #include "graph/model/records.h"
 #include "host/ChildControls.h"
 #include "host/EventSink.h"
@@ -68,6 +69,7 @@ struct ControlState {
     bool AxisMarksInFront = false;
     bool ThinTickLabels = false; // leave out tick labels that would overlap
     bool Smooth = true;          // antialiased drawing
+    bool AdaptiveCurves = false; // function curves true to a pixel, broken where they have gaps
     /// \}
 
     /// \name Interaction and zoom
@@ -88,7 +90,8 @@ struct ControlState {
     bool NoRedraw = false;
     bool Refreshing = false;
     bool refresh_asked_meanwhile = false;
-    std::int32_t PointCounter = 0; // numbers or letters the points of a data set
+    std::unique_ptr<qvExpression> Evaluator; // of function curves, made on first use
+    std::int32_t PointCounter = 0;           // numbers or letters the points of a data set
     /// Running offsets in twips of stacked axes: left and right (y), near and far (x).
     struct StackOffsets {
         std::int32_t left = 0, right = 0, near = 0, far = 0;

@@ -121,9 +121,10 @@ void PointStore::drop_oldest(std::size_t count) {
         blocks_.front().drop_oldest(here);
         if (blocks_.front().size() == 0) blocks_.pop_front();
         size_ -= here;
+        dropped_ += here;
         count -= here;
     }
-    if (size_ == 0) *this = PointStore(pool_);
+    if (size_ == 0) blocks_.clear(); // a new start with small blocks
 }
 
 } // namespace qv::graph

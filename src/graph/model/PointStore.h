@@ -119,6 +119,8 @@ public:
     explicit PointStore(ColumnPool* pool = nullptr) : pool_(pool) {}
 
     std::size_t size() const { return size_; }
+    /// How many points were dropped so far. Points never change: as long as this and `size` stay, they do.
+    std::size_t dropped() const { return dropped_; }
     StableList<PointBlock> const& blocks() const { return blocks_; }
     /// The point at `index` in order of arrival; an index outside the store is fault 9.
     PointEntry at(std::size_t index) const;
@@ -148,6 +150,7 @@ private:
     ColumnPool* pool_;
     StableList<PointBlock> blocks_;
     std::size_t size_ = 0;
+    std::size_t dropped_ = 0;
 };
 
 inline void PointStore::append(PointEntry const& point) {

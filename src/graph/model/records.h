@@ -91,6 +91,13 @@ struct GraphText {
     bool DataTextPercent = false;   // position in percent of the plot area, y from the bottom
 };
 
+/// Second derivatives of the smooth curve through a data set's points, kept while the points stay.
+struct CurveMemory {
+    std::vector<double> second_derivatives;
+    std::size_t size = 0; // of the points they belong to
+    std::size_t dropped = 0;
+};
+
 struct DataSet : GraphText {
     std::string DataLegend;
     bool DataInLegendTable = false;
@@ -117,6 +124,7 @@ struct DataSet : GraphText {
     std::int16_t xAxisIndex = 0;
     std::int16_t yAxisIndex = 0;
     PointStore points;
+    mutable CurveMemory curve; // written by drawing
 
     std::int32_t DataSetPointCount() const { return static_cast<std::int32_t>(points.size()); }
 };

@@ -1,0 +1,83 @@
+#include "render/bar_batch.h"
+
+#include <algorithm>
+
+namespace qv::render {
+bool BarBatch::pays(std::size_t bars, DrawSurface const& surface, Box const& visible, bool horizontal) {
+    double const across =
+        horizontal ? visible.height / surface.TwipsPerPixelY() : visible.width / surface.TwipsPerPixelX();
+    return static_cast<double>(bars) > 2 * across;
+}
+
+BarBatch::Span BarBatch::pixels(double from, double to, double twips_per_pixel, Span const& within) {
+    auto const [low, high] = std::minmax(from, to);
+    double const first = low / twips_per_pixel + 0.5, last = high / twips_per_pixel + 0.5;
+    if (!(last >= within.first && first < within.last + 1)) return {}; // not-a-number ends here too
+    // Neither is negative any more, so cutting the fraction rounds as the surfaces do.
+    return {static_cast<int>(std::max(first, static_cast<double>(within.first))),
+            static_cast<int>(std::min(last, static_cast<double>(within.last)))};
+}
+
+BarBatch::BarBatch(DrawSurface& surface, Box const& visible, bool horizontal)
+    : surface_(surface), horizontal_(horizontal) {
+    const PixelSize size = surface.GetClientRect();
+    const Span columns = pixels(visible.left, visible.right(), surface.TwipsPerPixelX(), {0, size.width - 1});
+    const Span rows = pixels(visible.top, visible.bottom(), surface.TwipsPerPixelY(), {0, size.height - 1});
+    across_ = horizontal ? rows : columns;
+    along_ = horizontal ? columns : rows;
+    auto const length = [](Span const& span) { return static_cast<std::size_t>(span.last - span.first + 1); };
+    changes_.resize(length(across_) * (length(along_) + 1));
+}
+
+void BarBatch::add(BarBox const& box) {
+    double const x_unit = surface_.TwipsPerPixelX(), y_unit = surface_.TwipsPerPixelY();
+    const Span across =
+        horizontal_ ? pixels(box.y1, box.y2, y_unit, across_) : pixels(box.x1, box.x2, x_unit, across_);
+    const Span along =
+        horizontal_ ? pixels(box.x1, box.x2, x_unit, along_) : pixels(box.y1, box.y2, y_unit, along_);
+    if (across.empty() || along.empty()) return;
+    if (across == pending_across_ && along.touches(pending_along_)) {
+        pending_along_.first = std::min(pending_along_.first, along.first);
+        pending_along_.last = std::max(pending_along_.last, along.last);
+        return;
+    }
+    count_pending();
+    pending_across_ = across;
+    pending_along_ = along;
+}
+
+void BarBatch::count_pending() {
+    std::size_t const row = static_cast<std::size_t>(along_.last - along_.first) + 2;
+    for (int i = pending_across_.first; i <= pending_across_.last; ++i) {
+        int* const changes = &changes_[static_cast<std::size_t>(i - across_.first) * row];
+        ++changes[pending_along_.first - along_.first];
+        --changes[pending_along_.last - along_.first + 1];
+    }
+    pending_across_ = {};
+}
+
+void BarBatch::paint(int across, Span along, Color color) {
+    auto const corner = [&](int place_along) -> Point {
+        int const column = horizontal_ ? place_along : across;
+        int const row = horizontal_ ? across : place_along;
+        return {column * surface_.TwipsPerPixelX(), row * surface_.TwipsPerPixelY()};
+    };
+    surface_.Line(corner(along.first), corner(along.last), LineShape::FilledBox, color);
+}
+
+void BarBatch::draw(Color color) {
+    count_pending();
+    auto change = changes_.begin();
+    for (int across = across_.first; across <= across_.last; ++across) {
+        int bars = 0;
+        int begin = along_.first;
+        for (int along = along_.first; along <= along_.last + 1; ++along, ++change) {
+            int const before = bars;
+            bars += *change;
+            if (before == 0 && bars > 0) begin = along;
+            if (before > 0 && bars == 0) paint(across, {begin, along - 1}, color);
+        }
+    }
+}
+
+} // namespace qv::render

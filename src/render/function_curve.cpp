@@ -1,0 +1,178 @@
+#include "render/function_curve.h"
+
+#include "base/convert.h"
+#include "expression/operand.h"
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "render/column_thinner.h"
+#include "render/curve_sampling.h"
+#include "render/plot_geometry.h"
+#include "scale/mapping.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace qv::render {
+namespace {
+
+using graph::Axis;
+using graph::ControlState;
+using graph::DataSet;
+using graph::Graph;
+using graph::trapped;
+
+constexpr char const* variable_name = "x";
+
+/// Where a function is drawn, in data values.
+struct Interval {
+    double from = 0;
+    double to = 0;
+};
+
+/// The range of the x axis, cut to the function's own ends unless both are 0.
+Interval interval_of(DataSet const& set, Axis const& axis) {
+    Interval interval{axis.AxisValue1, axis.AxisValue2};
+    if (set.MathFuncX1 == 0 && set.MathFuncX2 == 0) return interval;
+    auto const [low, high] = std::minmax(set.MathFuncX1, set.MathFuncX2);
+    if (interval.from < interval.to) {
+        interval.from = std::max(interval.from, low);
+        interval.to = std::min(interval.to, high);
+    } else {
+        interval.from = std::min(interval.from, low);
+        interval.to = std::max(interval.to, high);
+    }
+    return interval;
+}
+
+bool compile(ControlState& state, std::string const& formula) {
+    qvExpression& engine = evaluator(state);
+    engine.ResetCompiledExpressions(); // or the slots would run out after 32767 drawings
+    engine.ResetVariables();
+    engine.Compile(formula, 0);
+    return !CheckError(state);
+}
+
+/// One sample a millimetre of the plotted width.
+int sample_count(ControlState const& state, scale::AxisMap const& map, Interval const& interval) {
+    double const width = std::abs(map(interval.to) - map(interval.from));
+    return static_cast<int>(round_half_even(std::min(width / state.UnitsPerMmX, 1e6)));
+}
+
+/// Calls `take(x)` with the first and `count` further values of x, evenly spaced on the axis's scale.
+template <class Take>
+void for_each_x(Interval const& interval, int count, bool is_log, Take take) {
+    take(interval.from);
+    if (count == 0) return;
+    double const step = (interval.to - interval.from) / count;
+    double const log_from = std::log(interval.from);
+    double const log_step = (std::log(interval.to) - log_from) / count;
+    double x = interval.from;
+    for (int j = 1; j <= count; ++j) {
+        x = is_log ? std::exp(j * log_step + log_from) : x + step;
+        take(x);
+    }
+}
+
+/// Once a sample has failed the engine answers with its default value, then with the empty value.
+std::vector<Point> sample_plainly(ControlState& state, Interval const& interval, LineMapping const& mapping) {
+    qvExpression& engine = evaluator(state);
+    std::vector<Point> places;
+    double y = 0;
+    for_each_x(interval, sample_count(state, mapping.x, interval), mapping.x.is_log, [&](double x) {
+        engine.Variable(variable_name, x);
+        auto const value = expression::number_in(expression::operand_of(engine.Value(-1)));
+        if (!value.faulted()) y = value.value;
+        places.push_back({mapping.x(x), mapping.y(y)});
+    });
+    return places;
+}
+
+std::vector<Point> sample_adaptively(ControlState& state, Interval const& interval,
+                                     LineMapping const& mapping, double twips_per_pixel) {
+    qvExpression& engine = evaluator(state);
+    auto const evaluate = [&](std::span<double const> x, std::span<double> y) {
+        engine.ClearError(); // of a sample that has failed before
+        engine.ValueOver(variable_name, x, y);
+    };
+    return sample_curve(evaluate, {mapping, interval.from, interval.to, twips_per_pixel});
+}
+
+bool has_curve(DataSet const& set) {
+    return !set.DataHide && !set.MathFunc.empty() && set.DataLineStyle != 0;
+}
+
+void include_values(ControlState& state, DataSet const& set, graph::Extent& extent) {
+    Graph& graph = graph::current_graph(state);
+    Axis const& x_axis = at(graph.Axes, set.xAxisIndex);
+    const scale::AxisMap map = scale::x_map(graph, x_axis);
+    const Interval interval = interval_of(set, x_axis);
+    if (!compile(state, set.MathFunc)) return;
+    std::vector<double> x;
+    for_each_x(interval, sample_count(state, map, interval), map.is_log, [&](double at) { x.push_back(at); });
+    std::vector<double> y(x.size());
+    evaluator(state).ValueOver(variable_name, x, y);
+    for (double const value : y)
+        if (std::isfinite(value)) extent.include(value);
+}
+
+void include_interval(DataSet const& set, graph::Extent& extent) {
+    if (set.MathFuncX1 == 0 && set.MathFuncX2 == 0) return;
+    extent.include(set.MathFuncX1);
+    extent.include(set.MathFuncX2);
+}
+
+} // namespace
+
+qvExpression& evaluator(ControlState& state) {
+    if (!state.Evaluator) state.Evaluator = std::make_unique<qvExpression>();
+    return *state.Evaluator;
+}
+
+bool CheckError(ControlState& state) {
+    return evaluator(state).ErrorCode() != 0;
+}
+
+void DefineFunction(ControlState& state, std::string_view text) {
+    trapped(state, "DefineFunction", [&] {
+        qvExpression& engine = evaluator(state);
+        engine.UserFunc(std::string(text));
+        if (!CheckError(state)) return;
+        raise_fault(FaultNumber::InvalidProcedureCall,
+                    engine.ErrorDescription() + ". A function is defined by a text such as f(a) = a^2");
+    });
+}
+
+void draw_function(ControlState& state, DrawSurface& surface, DataSet const& set,
+                   LineMapping const& mapping) {
+    const Interval interval = interval_of(set, selected_x_axis(graph::current_graph(state)));
+    if (!compile(state, set.MathFunc) || sample_count(state, mapping.x, interval) == 0) return;
+    const std::vector<Point> places =
+        state.AdaptiveCurves ? sample_adaptively(state, interval, mapping, surface.TwipsPerPixelX())
+                             : sample_plainly(state, interval, mapping);
+    const ShapeScope one_shape(surface);
+    ThinnedPolyline line(surface, mapping.visible);
+    for (const Point place : places) {
+        if (std::isfinite(place.x) && std::isfinite(place.y))
+            line.add(place);
+        else
+            line.finish();
+    }
+    line.finish();
+}
+
+graph::Extent extent_of_functions(ControlState& state, graph::AxisKind kind) {
+    Graph const& graph = graph::current_graph(state);
+    graph::Extent extent;
+    for (DataSet const& set : graph.DataSets) {
+        if (!has_curve(set)) continue;
+        if (kind == graph::AxisKind::X && set.xAxisIndex == graph.SelectedXAxis)
+            include_interval(set, extent);
+        if (kind == graph::AxisKind::Y && set.yAxisIndex == graph.SelectedYAxis)
+            include_values(state, set, extent);
+    }
+    return extent;
+}
+
+} // namespace qv::render

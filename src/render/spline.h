@@ -1,0 +1,23 @@
+// The smooth curve through a data set's points: a natural cubic spline.
+#pragma once
+
+#include "base/geometry.h"
+#include "graph/model/records.h"
+#include "render/DrawSurface.h"
+#include "render/data_line.h"
+
+#include <span>
+#include <vector>
+
+namespace qv::render {
+
+/// Second derivatives at the points, zero at both ends: the tridiagonal system of the natural cubic spline,
+/// solved by elimination without pivoting. Neighbours of equal x make a right-hand side of 1000; rows that
+/// have lost their diagonal take over the value beside them.
+std::vector<double> SplineCoefficients(std::span<Point const> points);
+
+/// Draws the curve in the surface's pen, a step for every 50 twips across, at most 100 between two points.
+/// Two points of equal x leave a gap.
+void draw_spline(DrawSurface& surface, graph::DataSet const& set, LineMapping const& mapping);
+
+} // namespace qv::render

@@ -1,0 +1,209 @@
+// Smooth curves, filled areas and function curves as they arrive at the surface.
+#include "TestControl.h"
+#include "render/areas.h"
+#include "render/axes.h"
+#include "render/data_sets.h"
+#include "render/function_curve.h"
+#include "render/pipeline.h"
+#include "render/spline.h"
+
+#include <doctest/doctest.h>
+
+#include <cmath>
+#include <random>
+
+using namespace qv;
+using namespace qv::render;
+using qv::testing::TestControl;
+
+namespace {
+
+/// The plot area is 10000 x 10000 twips at (1000, 1000), both axes 0..10.
+struct CurvePage : TestControl {
+    graph::Graph& graph = add_graph();
+
+    std::vector<std::string> draw(std::string_view kind) {
+        page().log.clear();
+        PlotDataSets(state, page());
+        return page().lines(kind);
+    }
+    graph::DataSet& add_curve(std::int16_t style, std::vector<Point> const& points) {
+        graph::DataSet& set = add_data_set(graph, points);
+        set.DataLineStyle = style;
+        return set;
+    }
+    graph::DataSet& add_function(std::string const& formula) {
+        graph::DataSet& set = add_curve(1, {});
+        set.MathFunc = formula;
+        return set;
+    }
+};
+
+} // namespace
+
+TEST_CASE("a natural spline satisfies its equations and is straight where it should be") {
+    std::mt19937 random(5);
+    std::vector<Point> points;
+    double x = 0;
+    for (int i = 0; i < 50; ++i) points.push_back({x += 0.1 + static_cast<double>(random() % 100) / 50, static_cast<double>(random() % 100)});
+    auto const second = SplineCoefficients(points);
+    CHECK(second.front() == 0);
+    CHECK(second.back() == 0);
+    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+        double const before = points[i].x - points[i - 1].x, after = points[i + 1].x - points[i].x;
+        double const bend =
+            (points[i + 1].y - points[i].y) / after - (points[i].y - points[i - 1].y) / before;
+        double const left = before * second[i - 1] + 2 * (before + after) * second[i] + after * second[i + 1];
+        CHECK(left == doctest::Approx(6 * bend));
+    }
+    CHECK(SplineCoefficients(std::vector<Point>{{0, 0}, {1, 5}}) == std::vector<double>{0, 0});
+    // Equal x: the right-hand side is 1000, the diagonals are 2 and 2.
+    auto const doubled = SplineCoefficients(std::vector<Point>{{0, 0}, {1, 0}, {1, 1}, {2, 0}});
+    CHECK(doubled[1] == 500);
+    CHECK(doubled[2] == 500);
+    // All at one x: no diagonal is left.
+    CHECK(SplineCoefficients(std::vector<Point>(5, {3, 1})) == std::vector<double>(5, 0.0));
+}
+
+TEST_CASE("a smooth curve has a step each 50 twips, at most 100 an interval, and a gap at equal x") {
+    CurvePage page;
+    graph::DataSet& set = page.add_curve(3, {{0, 0}, {0.5, 1}, {10, 2}});
+    CHECK(page.draw("line").size() == 10 + 100);
+    CHECK(page.page().has("line 1500,10000 1595,9832 #000000 w1") == false);
+    for (auto const& line : page.page().lines("line")) CHECK(line.find("nan") == std::string::npos);
+
+    set.points = graph::PointStore();
+    CHECK(page.draw("line").empty());
+    for (Point const point : {Point{1, 1}, {5, 1}, {5, 9}, {9, 9}})
+        set.points.append({point.x, point.y, 0, {}});
+    auto const lines = page.draw("line");
+    for (auto const& line : lines) CHECK(line.find("6000,10000 6000,2000") == std::string::npos);
+    CHECK(lines.size() == 160);
+
+    // New points change the curve; the second derivatives are not those of before.
+    set.points.append({10, 0, 0, {}});
+    auto const longer = page.draw("line");
+    CHECK(longer.size() > lines.size());
+    CHECK(longer[100] != lines[100]);
+    CHECK(page.draw("line") == longer);
+}
+
+TEST_CASE("areas are filled to the lower end of the range and skip what lies outside") {
+    CurvePage page;
+    graph::DataSet& set = page.add_curve(4, {{-2, 5}, {-1, 5}, {1, 20}, {3, 4}, {5, -1}, {7, -1}, {9, 3}});
+    set.DataSymbolFill.Color1 = 0x00FF00;
+    set.DataLineThickness = 2;
+    auto const polygons = page.draw("polygon");
+    // The pieces left of the range and below it are left out, so two stretches remain.
+    REQUIRE(polygons.size() == 2);
+    CHECK(page.page().lines("line").size() == 3 + 1);
+    set.DataLineStyle = 5;
+    page.draw("polygon");
+    // An upright at each of 4 + 2 corners and two base lines.
+    CHECK(page.page().lines("line").size() == 4 + 8);
+
+    // Nothing is filled while no point of any area lies strictly inside the ranges.
+    set.points = graph::PointStore();
+    for (double const x : {-1.0, 0.0, 10.0, 12.0}) set.points.append({x, 5, 0, {}});
+    CHECK(page.draw("polygon").empty());
+    CHECK(page.page().lines("line").empty());
+    graph::DataSet& other = page.add_curve(4, {{5, 5}});
+    CHECK(page.draw("polygon").size() == 1);
+    other.DataHide = true;
+    CHECK(page.draw("polygon").empty());
+}
+
+TEST_CASE("the first point of an area is brought down to the upper end of the range") {
+    CurvePage page;
+    page.add_curve(4, {{0, 30}, {5, 5}, {10, 5}});
+    page.draw("line");
+    CHECK(page.page().has("line 1000,1000 6000,6000 #000000 w1"));
+}
+
+TEST_CASE("function curves: interval, samples, axes, failing and bad formulas") {
+    CurvePage page;
+    graph::DataSet& set = page.add_function("x");
+    CHECK(page.draw("line").size() == 100); // one a millimetre
+    CHECK(page.page().has("line 1000,11000 1100,10900 #000000 w1"));
+    set.DataLineStyle = -3;
+    CHECK(page.draw("line")[0] == "line 1000,11000 1100,10900 #000000 w1 dotted");
+    set.DataLineStyle = 0;
+    CHECK(page.draw("line").empty());
+    set.DataLineStyle = 1;
+
+    set.MathFuncX1 = 5;
+    set.MathFuncX2 = 1;
+    CHECK(page.draw("line").size() == 40);
+    CHECK(page.page().lines("line")[0].starts_with("line 2000,10000"));
+    set.MathFuncX1 = 1.02; // narrower than half a millimetre
+    CHECK(page.draw("line").empty());
+    set.MathFuncX1 = set.MathFuncX2 = 0;
+
+    // Division by zero at once: the default value, then 0.
+    page.state.Evaluator->DefaultValue = 4.0;
+    set.MathFunc = "1/x";
+    CHECK(page.draw("line")[0] == "line 1000,7000 1100,11000 #000000 w1");
+    CHECK(page.page().lines("line")[1] == "line 1100,11000 1200,11000 #000000 w1");
+    set.MathFunc = "1/(";
+    CHECK(page.draw("line").empty());
+    CHECK(CheckError(page.state));
+    CHECK(page.events.errors.empty());
+    set.MathFunc = "\"a\""; // a text that is no number keeps the value at hand
+    CHECK(page.draw("line")[0] == "line 1000,11000 1100,11000 #000000 w1");
+    set.DataHide = true;
+    set.MathFunc = "x";
+    CHECK(page.draw("line").empty());
+}
+
+TEST_CASE("on a logarithmic axis samples are even on its scale") {
+    CurvePage page;
+    page.graph.Axes[0].AxisLog = true;
+    page.graph.Axes[0].AxisValue1 = 0.01;
+    page.add_function("LOG(x) + 5");
+    auto const lines = page.draw("line");
+    CHECK(lines.size() == 100);
+    double const last = std::log10(10.0) + 5;
+    CHECK(lines.back().find("11000," + std::to_string(int(11000 - 1000 * last))) != std::string::npos);
+}
+
+TEST_CASE("a curve goes on being drawn after more drawings than the engine has slots") {
+    CurvePage page;
+    page.add_function("x").MathFuncX2 = 0.1;
+    page.draw("line");
+    auto const expressions = page.state.Evaluator->NumExpressions();
+    for (int i = 0; i < 33000; ++i) PlotDataSets(page.state, page.page()), page.page().log.clear();
+    CHECK(page.draw("line").size() == 1);
+    CHECK(page.state.Evaluator->NumExpressions() == expressions);
+}
+
+TEST_CASE("user functions serve all curves; a text that defines none is reported") {
+    CurvePage page;
+    DefineFunction(page.state, "twice(a) = 2*a");
+    page.add_function("twice(x)");
+    CHECK(page.draw("line")[0] == "line 1000,11000 1100,10800 #000000 w1");
+    DefineFunction(page.state, "no function");
+    REQUIRE(page.events.errors.size() == 1);
+    CHECK(page.events.errors[0].find("qvGraph.ocx, DefineFunction") != std::string::npos);
+    CHECK(page.draw("line").size() == 100);
+}
+
+TEST_CASE("an automatic axis without points shows the functions drawn on it") {
+    CurvePage page;
+    for (graph::Axis& axis : page.graph.Axes) ResetAxis(page.state, axis, "", axis.AxisXY, 0, 0);
+    auto const ranges = [&] {
+        GraphAxes(page.state, page.page(), AxesPass::Full);
+        auto const& [x, y] = std::pair(page.graph.Axes[0], page.graph.Axes[1]);
+        return std::vector{x.AxisValue1, x.AxisValue2, y.AxisValue1, y.AxisValue2};
+    };
+    CHECK(ranges() == std::vector<double>{0, 1, 0, 1});
+    graph::DataSet& set = page.add_function("x^2");
+    set.MathFuncX1 = -2;
+    set.MathFuncX2 = 10;
+    page.graph.Axes[0].AxisLength = page.graph.Axes[1].AxisLength = 10000;
+    CHECK(ranges() == std::vector<double>{-10, 10, 0, 100});
+    set.MathFunc = "-x";
+    CHECK(ranges() == std::vector<double>{-10, 10, -10, 10});
+    page.graph.Axes[0].AxisValue2 = 5; // zoomed: left alone
+    set.MathFuncX2 = 20;
+    CHECK(ranges()[1] == 5);
+}
