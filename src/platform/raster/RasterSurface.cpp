@@ -239,8 +239,11 @@ void RasterSurface::LineTo(PixelPoint from, PixelPoint to, Color color) {
         stroke_segment(canvas_->mask(state, color), canvas_->clip, {from, to}, pen);
         return canvas_->finish();
     }
+    // Copies, which a store to a pixel cannot have changed.
     const std::uint32_t value = pixel_value(color);
-    walk_whole_line(canvas_->clip, {from, to}, [&](int x, int y) { canvas_->buffer.row(y)[x] = value; });
+    std::uint32_t* const pixels = canvas_->buffer.pixels.data();
+    std::ptrdiff_t const width = canvas_->buffer.width;
+    walk_whole_line(canvas_->clip, {from, to}, [=](int x, int y) { pixels[y * width + x] = value; });
 }
 
 void RasterSurface::Polyline(std::span<Point const> points) {
