@@ -4,6 +4,7 @@
 #include "base/system_color.h"
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
+#include "render/color_table.h"
 #include "scale/mapping.h"
 
 #include <algorithm>
@@ -21,17 +22,6 @@ using graph::trapped;
 constexpr double half_width_share = 0.9; // of the symbol's half size
 constexpr double half_sample_length_mm = 1.5;
 constexpr double shadow_mm = 1;
-
-// The first entry of a colour table that is n - 1 steps long is the first colour, the last the second; an
-// inner entry is the fraction i / n between them.
-Color blend(Color from, Color to, double fraction) {
-    auto const channel = [&](int shift) {
-        const double low = from >> shift & 0xFF;
-        const double high = to >> shift & 0xFF;
-        return static_cast<Color>(round_half_even(low + fraction * (high - low))) << shift;
-    };
-    return channel(0) | channel(8) | channel(16);
-}
 
 BarBox sample_box(ControlState const& state, Point centre, double half_width, bool horizontal) {
     double const half_x = horizontal ? half_sample_length_mm * state.UnitsPerMmX : half_width;
@@ -117,12 +107,7 @@ void Draw3DBar(ControlState& state, DrawSurface& surface, BarBox const& box, Bar
 std::vector<Color> BlendColors(ControlState& state, Color from_color, Color to_color, int count) {
     std::vector<Color> colors;
     trapped(state, "BlendColors", [&] {
-        Color const from = plain_color(from_color), to = plain_color(to_color);
-        const int n = std::max(count, 2);
-        colors.reserve(static_cast<std::size_t>(n));
-        colors.push_back(from);
-        for (int i = 1; i < n - 1; ++i) colors.push_back(blend(from, to, static_cast<double>(i) / n));
-        colors.push_back(to);
+        colors = color_table({.from = plain_color(from_color), .to = plain_color(to_color)}, count);
     });
     return colors;
 }

@@ -1,15 +1,61 @@
 #include "render/gradient.h"
 
 #include "graph/model/trap.h"
+#include "render/clsGradient.h"
 #include "render/plot_geometry.h"
 
+#include <cmath>
+
 namespace qv::render {
+namespace {
+
+// The scratch surface is larger than the area by a millimetre and this many twips, and so is the gradient.
+constexpr double scratch_margin = 100;
+
+clsGradient painter_of(graph::FillSpec const& fill) {
+    clsGradient painter;
+    painter.Color1(fill.Color1);
+    painter.Color2(fill.Color2);
+    painter.Angle(fill.GradientAngle);
+    painter.Shift(fill.gShift);
+    painter.Style(fill.gStyle);
+    return painter;
+}
+
+void paint_scratch(graph::ControlState& state, Box const& area, graph::FillSpec const& fill) {
+    DrawSurface& scratch = *state.ScratchPic1;
+    scratch.Move(area.width + state.UnitsPerMmX + scratch_margin,
+                 area.height + state.UnitsPerMmY + scratch_margin);
+    scratch.SelectClipPath({0, 0, scratch.Width(), scratch.Height()});
+    bool painted = false;
+    if (fill.Color1 != fill.Color2)
+        graph::trapped(state, clsGradient::error_source, [&] { painted = painter_of(fill).Draw(scratch); });
+    if (painted) return;
+    scratch.state.BackColor = fill.Color1;
+    scratch.Cls();
+}
+
+// Exactly the area's pixels: the legend table has no clip of its own that would cut the larger scratch.
+void copy_scratch(graph::ControlState const& state, DrawSurface& surface, Box const& area) {
+    auto const pixel = [](double twips, double twips_per_pixel) {
+        return std::floor(twips / twips_per_pixel + 0.5);
+    };
+    double const dx = surface.TwipsPerPixelX(), dy = surface.TwipsPerPixelY();
+    const PixelPoint left_top{pixel(area.left, dx), pixel(area.top, dy)};
+    const PixelSize size{static_cast<std::int32_t>(pixel(area.right(), dx) - left_top.x) + 1,
+                         static_cast<std::int32_t>(pixel(area.bottom(), dy) - left_top.y) + 1};
+    surface.BitBlt(left_top, size, *state.ScratchPic1, {0, 0});
+}
+
+} // namespace
 
 void DrawGradient(graph::ControlState& state, DrawSurface& surface, Area area, graph::FillSpec const& fill) {
     graph::trapped(state, "DrawGradient", [&] {
         if (state.Graphs.empty() || fill.Transparent) return;
         ClipGraphArea(state, surface, area);
-        fill_box(surface, area_box(state, area), fill.Color1);
+        const Box box = area_box(state, area);
+        paint_scratch(state, box, fill);
+        copy_scratch(state, surface, box);
         ClipGraphArea(state, surface, Area::GraphFrame);
     });
 }

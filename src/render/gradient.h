@@ -6,8 +6,9 @@
 
 namespace qv::render {
 
-/// Fills an area of the current graph. A transparent fill leaves what is below. Only the first colour is
-/// painted in this version. Afterwards drawing is clipped to the graph's frame.
+/// Fills an area of the current graph with a gradient, or with the first colour when both are the same. A
+/// transparent fill leaves what is below. Afterwards drawing is clipped to the graph's frame. When the
+/// painter fails, that is reported and the area gets the first colour.
 void DrawGradient(graph::ControlState& state, DrawSurface& surface, Area area, graph::FillSpec const& fill);
 
 } // namespace qv::render

@@ -132,7 +132,7 @@ TEST_CASE("fill, edge and rows lie on one another") {
     auto const log = page.draw();
     CHECK(page.shown().has("box 3000,2000 4600,2360 #112233 w3"));
     CHECK(page.shown().has("text 4000,2080 \"four\" #00AA00 Courier New 12"));
-    auto const fill = place_of(log, "fill"), box = place_of(log, "box"), text = place_of(log, "text");
+    auto const fill = place_of(log, "blit"), box = place_of(log, "box"), text = place_of(log, "text");
     CHECK(fill < box);
     CHECK(box < text);
     CHECK(page.shown().state.DrawWidth == 1);
@@ -141,7 +141,7 @@ TEST_CASE("fill, edge and rows lie on one another") {
     page.graph.LegendFill.Transparent = true;
     page.draw();
     CHECK(page.shown().lines("box").empty());
-    CHECK(page.shown().lines("fill").empty());
+    CHECK(page.shown().lines("blit").empty());
     CHECK(page.shown().lines("text").size() == 1);
 }
 
