@@ -21,7 +21,8 @@ void discard_graphs(ControlState& state) {
     state.GraphOrder.clear();
     state.point_target = {};
     state.CurrentGraph = 0;
-    state.MouseGraph = -1;
+    state.MouseGraph = state.BarsGraph = -1;
+    state.pointing = {};
 }
 
 void reset_page_fill(ControlState& state) {

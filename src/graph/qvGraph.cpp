@@ -6,6 +6,8 @@
 #include "graph/members_by_name.h"
 #include "graph/point_entry.h"
 #include "graph/settings.h"
+#include "interact/mouse.h"
+#include "interact/scroll_handlers.h"
 #include "render/function_curve.h"
 #include "render/pipeline.h"
 
@@ -21,6 +23,34 @@ void qvGraph::set_events(host::EventSink* events) {
 
 void qvGraph::UserControl_Resize(double width_twips, double height_twips) {
     graph::UserControl_Resize(state_, width_twips, height_twips);
+}
+
+void qvGraph::Picture1_MouseDown(std::uint8_t Button, std::uint8_t Shift, double X, double Y) {
+    interact::Picture1_MouseDown(state_, Button, Shift, {X, Y});
+}
+
+void qvGraph::Picture1_MouseMove(std::uint8_t Button, std::uint8_t Shift, double X, double Y) {
+    interact::Picture1_MouseMove(state_, Button, Shift, {X, Y});
+}
+
+void qvGraph::Picture1_MouseUp(std::uint8_t Button, std::uint8_t Shift, double X, double Y) {
+    interact::Picture1_MouseUp(state_, Button, Shift, {X, Y});
+}
+
+void qvGraph::HScroll1_Change() {
+    interact::HScroll1_Change(state_);
+}
+
+void qvGraph::VScroll1_Change() {
+    interact::VScroll1_Change(state_);
+}
+
+void qvGraph::HScroll1_Scroll() {
+    interact::HScroll1_Scroll(state_);
+}
+
+void qvGraph::VScroll1_Scroll() {
+    interact::VScroll1_Scroll(state_);
 }
 
 void qvGraph::Picture1_DblClick() {

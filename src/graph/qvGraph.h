@@ -30,6 +30,16 @@ public:
     graph::ControlState const& state() const { return state_; }
     /// The control's inner size has changed (also once after creation).
     void UserControl_Resize(double width_twips, double height_twips);
+    /// Buttons and moves of the mouse on the page, twips; Button and Shift as in host/Input.h. Of a move,
+    /// Button is what is held.
+    void Picture1_MouseDown(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
+    void Picture1_MouseMove(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
+    void Picture1_MouseUp(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
+    /// A scroll bar stands at a new value, or its thumb is on the way there.
+    void HScroll1_Change();
+    void VScroll1_Change();
+    void HScroll1_Scroll();
+    void VScroll1_Scroll();
     /// Double click and key press on the page; KeyAscii comes back as the event's handler leaves it.
     void Picture1_DblClick();
     void Picture1_KeyPress(std::int16_t& KeyAscii);

@@ -6,6 +6,16 @@
 
 namespace qv::host {
 
+/// The mouse pointer over the page, by the numbers it is known under.
+enum class PointerShape : std::uint8_t {
+    Default = 0,
+    Cross = 2,
+    FourWay = 5,
+    NorthSouth = 7,
+    WestEast = 9,
+    UpArrow = 10
+};
+
 /// Position and size in twips within the control.
 struct Placement {
     double Left = 0;

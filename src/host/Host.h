@@ -19,7 +19,8 @@ public:
     virtual double label_height() const { return 255; }
     /// The visible page shows a new picture.
     virtual void page_shown() {}
-    /// Position, state or text of the scroll bars, the label or the tooltip may have changed.
+    /// Position, state or text of the scroll bars, the label or the tooltip, or the pointer's shape, may have
+    /// changed.
     virtual void child_controls_changed() {}
 };
 

@@ -30,4 +30,9 @@ void BringGraphToFront(ControlState& state, std::int16_t graph) {
     });
 }
 
+void refresh_graph(ControlState& state, std::int16_t graph) {
+    bool const in_front = !state.GraphOrder.empty() && state.GraphOrder.back() == graph;
+    render::RefreshGraphs(state, in_front ? graph : std::int16_t{-1}, true);
+}
+
 } // namespace qv::interact

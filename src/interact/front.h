@@ -9,4 +9,7 @@ namespace qv::interact {
 /// front, or an index outside the list, changes nothing.
 void BringGraphToFront(graph::ControlState& state, std::int16_t graph);
 
+/// Draws the page with one graph changed: that graph alone where it is in front, else the whole page.
+void refresh_graph(graph::ControlState& state, std::int16_t graph);
+
 } // namespace qv::interact

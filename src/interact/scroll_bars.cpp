@@ -60,6 +60,7 @@ void SetScrollBars(ControlState& state) {
     trapped(state, "SetScrollBars", [&] {
         // A host's bars may answer a new value at once; what they ask for then is passed over.
         const graph::RestoreScope silent(state.NoRedraw, true);
+        state.BarsGraph = state.CurrentGraph;
         if (state.Zoomed) {
             graph::Graph& graph = current_graph(state);
             set_thumb(state, state.HScroll1, selected_x_axis(graph), Direction::Horizontal);

@@ -16,9 +16,16 @@ public:
     explicit InputReceiver(qvGraph& control) : control_(control) {}
 
     bool operator()(host::MouseInput const& mouse) const {
-        bool const taken = mouse.kind == host::MouseKind::DoubleClick && mouse.button == host::left_button;
-        if (taken) control_.Picture1_DblClick();
-        return taken;
+        auto const [kind, button, shift, place] = mouse;
+        switch (kind) {
+        case host::MouseKind::Press: control_.Picture1_MouseDown(button, shift, place.x, place.y); break;
+        case host::MouseKind::Move: control_.Picture1_MouseMove(button, shift, place.x, place.y); break;
+        case host::MouseKind::Release: control_.Picture1_MouseUp(button, shift, place.x, place.y); break;
+        case host::MouseKind::DoubleClick:
+            if (button != host::left_button) return false;
+            control_.Picture1_DblClick();
+        }
+        return true;
     }
     /// KeyAscii is the UTF-16 unit in 16 bits, negative from 0x8000. A handler that leaves 0 has used it up.
     bool operator()(host::KeyInput const& key) const {
@@ -30,6 +37,10 @@ public:
         graph::ControlState& state = control_.state();
         host::ScrollBar& bar = scroll.bar == host::Bar::HScroll1 ? state.HScroll1 : state.VScroll1;
         bar.Value = std::clamp(scroll.value, 0, bar.Max);
+        if (scroll.bar == host::Bar::HScroll1)
+            scroll.dragging ? control_.HScroll1_Scroll() : control_.HScroll1_Change();
+        else
+            scroll.dragging ? control_.VScroll1_Scroll() : control_.VScroll1_Change();
         return true;
     }
     bool operator()(host::WheelInput const&) const { return false; }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "expression/qvExpression.h"
+#include "graph/model/interaction.h"
 #include "graph/model/records.h"
 #include "host/ChildControls.h"
 #include "host/EventSink.h"
@@ -80,6 +81,9 @@ struct ControlState {
     double PointerX = 0; // pointer in data coordinates
     double PointerY = 0;
     std::int16_t MouseGraph = -1;
+    std::int16_t BarsGraph = -1; // the graph whose span the scroll bars show
+    Pointing pointing;
+    host::PointerShape MousePointer = host::PointerShape::Default;
     double MaxZoomFactor = 1e6;
     bool Zoomed = false; // the current graph's selected axes show less than their full range
     std::string Tooltip;

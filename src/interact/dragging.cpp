@@ -1,0 +1,168 @@
+#include "interact/dragging.h"
+
+#include "base/convert.h"
+#include "graph/model/trap.h"
+#include "interact/hit_test.h"
+#include "render/data_sets.h"
+#include "render/legend.h"
+#include "render/pipeline.h"
+#include "render/plot_geometry.h"
+#include "scale/numeric.h"
+
+#include <cmath>
+
+namespace qv::interact {
+namespace {
+
+using graph::ControlState;
+using graph::Corner;
+using graph::Graph;
+using graph::Pointing;
+using scale::Max;
+using scale::Min;
+using scale::MinMax;
+
+Corner rounded(Point place) {
+    return {to_i32(place.x), to_i32(place.y)};
+}
+
+void move_body(ControlState& state, Graph& graph, Corner corner) {
+    graph.FrameLeft = Max(0, corner.left);
+    graph.FrameTop = Max(0, corner.top);
+    graph.GraphLeft = static_cast<float>(graph.FrameLeft) / static_cast<float>(state.PageWidth);
+    graph.GraphTop = static_cast<float>(graph.FrameTop) / static_cast<float>(state.PageHeight);
+    if (!graph.LegendShow) return;
+    graph.LegendLeft = graph.FrameLeft + state.pointing.LegendGrab.left;
+    graph.LegendTop = graph.FrameTop + state.pointing.LegendGrab.top;
+}
+
+/// A graph along one direction: place and size as fractions of the page, margins in twips.
+struct Extent {
+    float& start;
+    float& size;
+    float& near_margin;
+    float& far_margin;
+    float page;  // twips
+    float mouse; // twips
+
+    float least_size() const { return (near_margin + far_margin) / page; }
+    void drag_frame_start() {
+        float const end = start + size;
+        start = Min(end - least_size(), mouse / page);
+        size = end - start;
+    }
+    void drag_frame_end() { size = Max(least_size(), mouse / page - start); }
+    void drag_plot_start() { near_margin = MinMax(mouse - start * page, 0.0F, size * page - far_margin); }
+    void drag_plot_end() { far_margin = Max(0.0F, (start + size) * page - mouse); }
+};
+
+void move_hit_part(ControlState& state, Graph& graph, Point mouse, Corner corner) {
+    Pointing const& on = state.pointing;
+    Extent across{graph.GraphLeft,
+                  graph.GraphWidth,
+                  graph.BorderLeft,
+                  graph.BorderRight,
+                  static_cast<float>(state.PageWidth),
+                  static_cast<float>(mouse.x)};
+    Extent down{graph.GraphTop,
+                graph.GraphHeight,
+                graph.BorderTop,
+                graph.BorderBottom,
+                static_cast<float>(state.PageHeight),
+                static_cast<float>(mouse.y)};
+    if (on.OnGraphBody) return move_body(state, graph, corner);
+    if (on.OnFrameLeft) return across.drag_frame_start();
+    if (on.OnFrameRight) return across.drag_frame_end();
+    if (on.OnFrameTop) return down.drag_frame_start();
+    if (on.OnFrameBottom) return down.drag_frame_end();
+    if (on.OnPlotLeft) return across.drag_plot_start();
+    if (on.OnPlotRight) return across.drag_plot_end();
+    if (on.OnPlotTop) return down.drag_plot_start();
+    if (on.OnPlotBottom) down.drag_plot_end();
+}
+
+/// Gives the page under the legend back.
+void restore_page(ControlState& state, Graph const& graph) {
+    DrawSurface& page = *state.Picture1;
+    page.SelectClipPath({0, 0, page.Width(), page.Height()});
+    double const edge = graph.LegendFill.EdgeThickness; // the outline lies half outside the rectangle
+    const PixelPoint place = render::in_pixels(
+        page, {static_cast<double>(graph.LegendLeft), static_cast<double>(graph.LegendTop)});
+    const PixelPoint corner{place.x - edge, place.y - edge};
+    const PixelPoint end =
+        render::in_pixels(page, {static_cast<double>(graph.LegendLeft) + graph.LegendWidth,
+                                 static_cast<double>(graph.LegendTop) + graph.LegendHeight});
+    const PixelSize size{static_cast<std::int32_t>(end.x - corner.x + edge) + 1,
+                         static_cast<std::int32_t>(end.y - corner.y + edge) + 1};
+    page.BitBlt(corner, size, *state.GraphImage, corner);
+}
+
+void draw_legend_on_page(ControlState& state, Graph& graph) {
+    DrawSurface& page = *state.Picture1;
+    if (graph.LegendFill.EdgeThickness == 0 || graph.LegendFill.Transparent) {
+        render::LegendTable(state, page, state.MouseGraph);
+    } else {
+        const PixelPoint place = render::in_pixels(
+            page, {static_cast<double>(graph.LegendLeft), static_cast<double>(graph.LegendTop)});
+        page.BitBlt(place, state.ScratchPic1->GetClientRect(), *state.ScratchPic1, {0, 0});
+    }
+    if (graph.LegendFill.EdgeThickness == 0) return;
+    page.state.DrawWidth = graph.LegendFill.EdgeThickness;
+    render::outline_box(page, render::legend_box(graph), graph.LegendFill.EdgeColor);
+    page.state.DrawWidth = 1;
+}
+
+/// Puts the legend's corner into the frame and tells its place in percent of it.
+void place_legend(ControlState& state, Graph& graph, Corner corner) {
+    render::LegendPosition(
+        state, state.MouseGraph,
+        MinMax(corner.left, graph.FrameLeft, graph.FrameLeft + graph.FrameWidth - graph.LegendWidth),
+        MinMax(corner.top, graph.FrameTop, graph.FrameTop + graph.FrameHeight - graph.LegendHeight));
+    auto const percent = [](std::int32_t part, std::int32_t whole) {
+        return whole == 0 ? 0.0F : static_cast<float>(part) * 100 / static_cast<float>(whole);
+    };
+    graph.LegendTableLeft = percent(graph.LegendLeft - graph.FrameLeft, graph.FrameWidth);
+    graph.LegendTableTop = percent(graph.LegendTop - graph.FrameTop, graph.FrameHeight);
+}
+
+} // namespace
+
+bool DragGraph(ControlState& state, Point mouse, bool first) {
+    bool moved = false;
+    trapped(state, "DragGraph", [&] {
+        Graph* const graph = graph_at(state, state.MouseGraph);
+        if (state.Refreshing || !graph || !graph->GraphAllowDragging) return;
+        Pointing& pointing = state.pointing;
+        const Corner corner = rounded({mouse.x - pointing.Grab.left, mouse.y - pointing.Grab.top});
+        if (corner == pointing.last_graph_corner) return;
+        moved = true;
+        move_hit_part(state, *graph, mouse, corner);
+        pointing.last_graph_corner = corner;
+        render::RefreshGraphs(state, first ? std::int16_t{-1} : state.MouseGraph, true);
+        if (!state.SuppressRaisingEvents) state.events->GraphPositionChanged();
+    });
+    return moved;
+}
+
+void DragLegendTable(ControlState& state, Point mouse, bool first) {
+    trapped(state, "DragLegendTable", [&] {
+        Graph* const graph = graph_at(state, state.MouseGraph);
+        if (state.Refreshing || !graph || !graph->LegendShow) return;
+        Pointing& pointing = state.pointing;
+        const Corner at = rounded(mouse);
+        const Corner corner{Max(0, Max(at.left, graph->FrameLeft) - pointing.LegendGrab.left),
+                            Max(0, Max(at.top, graph->FrameTop) - pointing.LegendGrab.top)};
+        if (corner == pointing.last_legend_corner) return;
+        pointing.last_legend_corner = corner;
+        restore_page(state, *graph);
+        place_legend(state, *graph, corner);
+        draw_legend_on_page(state, *graph);
+        if (first && !graph->LegendInFront) render::PlotDataSets(state, *state.Picture1);
+        state.CrossHairValid = pointing.box_on_page = false;
+        state.Picture1->Refresh();
+        state.host->page_shown();
+        if (!state.SuppressRaisingEvents) state.events->LegendPositionChanged();
+    });
+}
+
+} // namespace qv::interact

@@ -1,0 +1,16 @@
+// Dragging graphs, their edges and plot margins, and legends.
+#pragma once
+
+#include "base/geometry.h"
+#include "graph/model/ControlState.h"
+
+namespace qv::interact {
+
+/// Moves what the hit flags name of `MouseGraph` to the mouse; true when something has moved. The first step
+/// of a drag draws the whole page, later ones the graph alone.
+bool DragGraph(graph::ControlState& state, Point mouse, bool first);
+
+/// Moves the legend of `MouseGraph` to the mouse, inside the graph's frame, on the visible page only.
+void DragLegendTable(graph::ControlState& state, Point mouse, bool first);
+
+} // namespace qv::interact

@@ -1,0 +1,103 @@
+#include "interact/hit_test.h"
+
+#include "graph/model/trap.h"
+#include "host/Input.h"
+#include "render/plot_geometry.h"
+
+#include <ranges>
+
+namespace qv::interact {
+namespace {
+
+using graph::ControlState;
+using graph::Graph;
+using graph::HitFlags;
+using host::PointerShape;
+
+// How far inside an edge it is still grabbed: left and top, right and bottom.
+constexpr double near_band_mm = 1;
+constexpr double far_band_mm = 0.5;
+
+struct Hit {
+    bool HitFlags::*flag;
+    PointerShape pointer;
+};
+
+/// The four edges of a box in the order in which they win.
+struct Edges {
+    bool HitFlags::*left, HitFlags::*right, HitFlags::*top, HitFlags::*bottom;
+};
+constexpr Edges plot_edges{&HitFlags::OnPlotLeft, &HitFlags::OnPlotRight, &HitFlags::OnPlotTop,
+                           &HitFlags::OnPlotBottom};
+constexpr Edges frame_edges{&HitFlags::OnFrameLeft, &HitFlags::OnFrameRight, &HitFlags::OnFrameTop,
+                            &HitFlags::OnFrameBottom};
+
+Hit hit_in(ControlState const& state, Box const& box, Edges const& edges, Point place, Hit inside) {
+    double const x_unit = state.UnitsPerMmX, y_unit = state.UnitsPerMmY;
+    if (place.x - box.left < near_band_mm * x_unit) return {edges.left, PointerShape::WestEast};
+    if (box.right() - place.x < far_band_mm * x_unit) return {edges.right, PointerShape::WestEast};
+    if (place.y - box.top < near_band_mm * y_unit) return {edges.top, PointerShape::NorthSouth};
+    if (box.bottom() - place.y < far_band_mm * y_unit) return {edges.bottom, PointerShape::NorthSouth};
+    return inside;
+}
+
+bool is_on_legend(ControlState const& state, Graph const& graph, std::uint8_t button, Point place) {
+    bool const zooming = button == host::left_button && state.pointing.OnPlotArea && graph.GraphAllowZoom;
+    return graph.LegendShow && graph.LegendDragging && !zooming && holds(render::legend_box(graph), place);
+}
+
+void set_hit(ControlState& state, Graph const& graph, Hit hit) {
+    HitFlags& flags = state.pointing;
+    flags.*hit.flag = true;
+    bool const shown = hit.flag == &HitFlags::OnPlotArea || graph.GraphAllowDragging;
+    set_pointer(state, shown ? hit.pointer : PointerShape::Default);
+}
+
+bool try_graph(ControlState& state, Graph& graph, std::uint8_t button, Point place) {
+    constexpr Hit body{&HitFlags::OnGraphBody, PointerShape::FourWay};
+    constexpr Hit zoom_area{&HitFlags::OnPlotArea, PointerShape::Cross};
+    if (!graph.GraphInclude) return false;
+    if (is_on_legend(state, graph, button, place)) {
+        state.pointing.OnLegend = true;
+        set_pointer(state, PointerShape::UpArrow);
+    } else if (const Box plot = render::plot_box(graph); holds(plot, place)) {
+        set_hit(state, graph,
+                hit_in(state, plot, plot_edges, place, graph.GraphAllowZoom ? zoom_area : body));
+    } else if (const Box frame = render::frame_box(graph); holds(frame, place)) {
+        set_hit(state, graph, hit_in(state, frame, frame_edges, place, body));
+    } else {
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+std::int16_t PointingAt(ControlState& state, std::uint8_t button, Point place, bool reset) {
+    std::int16_t hit = -1;
+    trapped(state, "PointingAt", [&] {
+        HitFlags& flags = state.pointing;
+        if (reset) flags = {};
+        for (std::int16_t const index : state.GraphOrder | std::views::reverse) {
+            Graph* const graph = graph_at(state, index);
+            if (!graph || !try_graph(state, *graph, button, place)) continue;
+            hit = index;
+            return;
+        }
+        set_pointer(state, PointerShape::Default);
+    });
+    return hit;
+}
+
+void set_pointer(ControlState& state, PointerShape shape) {
+    if (state.MousePointer == shape) return;
+    state.MousePointer = shape;
+    state.host->child_controls_changed();
+}
+
+Graph* graph_at(ControlState& state, std::int16_t index) {
+    return index >= 0 && index < state.NumGraphs() ? state.Graphs[static_cast<std::size_t>(index)].get()
+                                                   : nullptr;
+}
+
+} // namespace qv::interact

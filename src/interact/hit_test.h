@@ -1,0 +1,26 @@
+// What lies under the mouse.
+#pragma once
+
+#include "base/geometry.h"
+#include "graph/model/ControlState.h"
+
+#include <cstdint>
+
+namespace qv::interact {
+
+/// Hit flags and the index of the front-most graph at a place on the page, -1 for none; sets the hit flags
+/// and the mouse pointer. `button` is the one that is held, 0 for none; `reset` clears all flags first.
+std::int16_t PointingAt(graph::ControlState& state, std::uint8_t button, Point place, bool reset);
+
+/// Gives the page another mouse pointer and tells the host when it is one.
+void set_pointer(graph::ControlState& state, host::PointerShape shape);
+
+/// The graph at an index, nullptr outside the list.
+graph::Graph* graph_at(graph::ControlState& state, std::int16_t index);
+
+/// Whether a place lies in a box, its edges included.
+inline bool holds(Box const& box, Point place) {
+    return place.x >= box.left && place.x <= box.right() && place.y >= box.top && place.y <= box.bottom();
+}
+
+} // namespace qv::interact

@@ -1,0 +1,19 @@
+// The page's input handlers: buttons and moves of the mouse. Places are twips on the page; `button` and
+// `shift` are those of host/Input.h.
+#pragma once
+
+#include "base/geometry.h"
+#include "graph/model/ControlState.h"
+
+#include <cstdint>
+
+namespace qv::interact {
+
+void Picture1_MouseDown(graph::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
+void Picture1_MouseMove(graph::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
+void Picture1_MouseUp(graph::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
+
+/// Takes a rubber band off the page that is still on it.
+void erase_box(graph::ControlState& state);
+
+} // namespace qv::interact

@@ -1,0 +1,114 @@
+#include "interact/read_out.h"
+
+#include "base/text.h"
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "interact/hit_test.h"
+#include "interact/scroll_bars.h"
+#include "render/plot_geometry.h"
+#include "scale/mapping.h"
+#include "scale/number_format.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace qv::interact {
+namespace {
+
+using graph::Axis;
+using graph::AxisMode;
+using graph::ControlState;
+using graph::Graph;
+
+constexpr double least_label_width = 1500; // twips
+constexpr double label_room = 1.1;         // of the text's width
+
+std::string coordinate_text(Axis const& axis, double value) {
+    std::int16_t style = 2;
+    bool const pattern = !axis.has_mode(AxisMode::TextLabels);
+    return scale::Format_Real(value, scale::AxisDPx(axis.AxisValue1, axis.AxisValue2), style, 1,
+                              pattern ? std::string_view(axis.AxisTextLabels) : std::string_view());
+}
+
+std::string read_out(ControlState& state, std::int16_t index, Point place) {
+    Graph& graph = *at(state.Graphs, index);
+    scale::GetXCoord(state, index, static_cast<float>(place.x), state.PointerX);
+    scale::GetYCoord(state, index, static_cast<float>(place.y), state.PointerY);
+    if (!graph.GraphShowXY || !holds(render::plot_box(graph), place)) return {};
+    return coordinate_text(selected_x_axis(graph), state.PointerX) + ", "
+           + coordinate_text(selected_y_axis(graph), state.PointerY);
+}
+
+std::string one_line(std::string_view text) {
+    std::string line;
+    for (std::string_view const part : split(text, "\r\n"))
+        line += (line.empty() ? "" : " ") + std::string(part);
+    return std::string(trim(line));
+}
+
+double text_width(ControlState& state, std::string const& text) {
+    DrawSurface& page = *state.Picture1;
+    const graph::RestoreScope font(page.state.font, Font{});
+    return page.TextWidth(text);
+}
+
+void show_label(ControlState& state, std::string text) {
+    host::Label& label = state.Label1;
+    label.Visible = !text.empty();
+    label.Width = std::max(least_label_width, std::trunc(text_width(state, text) * label_room));
+    label.Caption = std::move(text);
+    ResizeScrollBars(state);
+}
+
+// The plot area as far as the frame's borders tell, whatever the axes' lengths.
+Box cross_hair_box(Graph const& graph) {
+    const Box frame = render::frame_box(graph);
+    return {frame.left + graph.BorderLeft, frame.top + graph.BorderTop,
+            frame.width - graph.BorderLeft - graph.BorderRight,
+            frame.height - graph.BorderTop - graph.BorderBottom};
+}
+
+} // namespace
+
+void ShowGraphCoords(ControlState& state, std::uint8_t button, Point place) {
+    trapped(state, "ShowGraphCoords", [&] {
+        std::int16_t const index = button == 0 ? PointingAt(state, 0, place, false) : std::int16_t{-1};
+        std::string text = index >= 0 ? one_line(read_out(state, index, place)) : std::string();
+        if (!state.Graphs.empty()) return show_label(state, std::move(text));
+        state.Label1.Caption.clear();
+        state.host->child_controls_changed();
+    });
+}
+
+void DrawCrossHair(ControlState& state, Point place) {
+    trapped(state, "DrawCrossHair", [&] {
+        if (!state.CrossHairValid) {
+            state.CrossHairValid = true;
+            return;
+        }
+        Graph const* const graph = graph_at(state, state.MouseGraph);
+        if (!graph) return;
+        const Box box = cross_hair_box(*graph);
+        if (!holds(box, place)) return;
+        if (state.CrossHairStyle != 2)
+            invert_on_page(state, {place.x, box.top}, {place.x, box.bottom()}, LineShape::Segment);
+        if (state.CrossHairStyle != 1)
+            invert_on_page(state, {box.left, place.y}, {box.right(), place.y}, LineShape::Segment);
+        set_pointer(state, host::PointerShape::Default);
+    });
+}
+
+void invert_on_page(ControlState& state, Point from, Point to, LineShape shape) {
+    DrawSurface& page = *state.Picture1;
+    const graph::RestoreScope drawing(page.state);
+    page.state.draw_mode = DrawMode::Invert;
+    page.state.draw_style = DrawStyle::Solid;
+    page.state.DrawWidth = 1;
+    page.SelectClipPath({0, 0, page.Width(), page.Height()});
+    page.Line(from, to, shape, 0);
+    page.Refresh();
+    state.host->page_shown();
+}
+
+} // namespace qv::interact

@@ -1,0 +1,22 @@
+// The read-out of the coordinates under the mouse, and the cross-hair.
+#pragma once
+
+#include "base/geometry.h"
+#include "graph/model/ControlState.h"
+
+#include <cstdint>
+
+namespace qv::interact {
+
+/// Takes the pointer's data coordinates from the graph under it and shows them in `Label1`. While a button is
+/// held they stay as they are and the label is empty.
+void ShowGraphCoords(graph::ControlState& state, std::uint8_t button, Point place);
+
+/// Draws the cross-hair over the plot area of `MouseGraph`; drawing it once more at the same place erases it.
+/// The first call after the page was redrawn draws nothing: there is none to erase.
+void DrawCrossHair(graph::ControlState& state, Point place);
+
+/// Draws a shape on the visible page in invert mode, over its whole area, and shows it.
+void invert_on_page(graph::ControlState& state, Point from, Point to, LineShape shape);
+
+} // namespace qv::interact

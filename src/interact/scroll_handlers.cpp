@@ -1,0 +1,66 @@
+#include "interact/scroll_handlers.h"
+
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "interact/front.h"
+#include "interact/hit_test.h"
+#include "scale/numeric.h"
+
+namespace qv::interact {
+namespace {
+
+using graph::Axis;
+using graph::AxisKind;
+using graph::ControlState;
+using scale::xxExp;
+using scale::xxLog;
+
+/// Moves an axis so that `place` of the room it has lies before its displayed range: 0 is the start of the
+/// full range, 1 its end. On the axis's own scale the length stays.
+void move_to(Axis& axis, double place) {
+    bool const is_log = axis.AxisLog;
+    double const length = xxLog(axis.AxisValue2, is_log) - xxLog(axis.AxisValue1, is_log);
+    double const start = xxLog(axis.ScaleMin, is_log), end = xxLog(axis.ScaleMax, is_log);
+    double const first = place == 0   ? axis.ScaleMin
+                         : place == 1 ? xxExp(end - length, is_log)
+                                      : xxExp((end - start - length) * place + start, is_log);
+    double const last = xxExp(xxLog(first, is_log) + length, is_log);
+    if (first == last) return;
+    axis.AxisValue1 = first;
+    axis.AxisValue2 = last;
+}
+
+void move_axes(ControlState& state, AxisKind kind, host::ScrollBar const& bar) {
+    graph::Graph* const graph = graph_at(state, state.BarsGraph);
+    if (!graph || state.NoRedraw) return;
+    double const from_start = static_cast<double>(bar.Value) / bar.Max;
+    // The top of a vertical bar stands for the high end.
+    double const low_to_high = kind == AxisKind::X ? from_start : 1 - from_start;
+    for (Axis& axis : graph->Axes)
+        if (axis.AxisXY == kind) move_to(axis, axis.AxisReverse ? 1 - low_to_high : low_to_high);
+    refresh_graph(state, state.BarsGraph);
+}
+
+} // namespace
+
+void HScroll1_Change(ControlState& state) {
+    trapped(state, "HScroll1_Change", [&] { move_axes(state, AxisKind::X, state.HScroll1); });
+}
+
+void VScroll1_Change(ControlState& state) {
+    trapped(state, "VScroll1_Change", [&] { move_axes(state, AxisKind::Y, state.VScroll1); });
+}
+
+void HScroll1_Scroll(ControlState& state) {
+    trapped(state, "HScroll1_Scroll", [&] {
+        if (!state.Refreshing) HScroll1_Change(state);
+    });
+}
+
+void VScroll1_Scroll(ControlState& state) {
+    trapped(state, "VScroll1_Scroll", [&] {
+        if (!state.Refreshing) VScroll1_Change(state);
+    });
+}
+
+} // namespace qv::interact

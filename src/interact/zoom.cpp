@@ -1,0 +1,194 @@
+#include "interact/zoom.h"
+
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "interact/hit_test.h"
+#include "interact/scroll_bars.h"
+#include "render/pipeline.h"
+#include "scale/mapping.h"
+#include "scale/numeric.h"
+#include "scale/zoomed.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace qv::interact {
+namespace {
+
+using graph::Axis;
+using graph::AxisKind;
+using graph::ControlState;
+using graph::Graph;
+using scale::Max;
+using scale::Min;
+using scale::MinMax;
+using scale::xxExp;
+using scale::xxLog;
+
+/// Calls `change(Axis&)` for every axis, which is the selected one of its kind meanwhile.
+template <class Change>
+void for_each_axis(Graph& graph, Change change) {
+    const graph::SelectedAxesScope selection(graph);
+    for (std::int16_t i = 0; i < graph.NumAxes(); ++i) {
+        Axis& axis = at(graph.Axes, i);
+        selected_index(graph, axis.AxisXY) = i;
+        change(axis);
+    }
+}
+
+/// The value on the graph's selected axis of a kind at a page position; not a number where there is none.
+double value_at(ControlState& state, std::int16_t graph, AxisKind kind, double position) {
+    double value = std::numeric_limits<double>::quiet_NaN();
+    auto const& read = kind == AxisKind::X ? scale::GetXCoord : scale::GetYCoord;
+    read(state, graph, static_cast<float>(position), value);
+    return value;
+}
+
+/// A range on the axis's own scale, from its first to its last end.
+struct Span {
+    double first = 0;
+    double last = 0;
+    double length() const { return last - first; }
+};
+
+Span displayed(Axis const& axis) {
+    return {xxLog(axis.AxisValue1, axis.AxisLog), xxLog(axis.AxisValue2, axis.AxisLog)};
+}
+
+Span full(Axis const& axis) {
+    return {xxLog(axis.ScaleMin, axis.AxisLog), xxLog(axis.ScaleMax, axis.AxisLog)};
+}
+
+bool is_wide_enough(ControlState const& state, Axis const& axis, Span const& span) {
+    return std::isfinite(span.first) && std::isfinite(span.last) && span.first != span.last
+           && std::abs(span.length()) >= std::abs(full(axis).length()) / state.MaxZoomFactor;
+}
+
+/// An end that stands where the full range's does takes its very value, which the way through the logarithm
+/// would miss.
+double value_of(Axis const& axis, double scaled) {
+    if (scaled == full(axis).first) return axis.ScaleMin;
+    if (scaled == full(axis).last) return axis.ScaleMax;
+    return xxExp(scaled, axis.AxisLog);
+}
+
+void show(Axis& axis, Span const& span) {
+    double const first = value_of(axis, span.first), last = value_of(axis, span.last);
+    if (first == last) return;
+    axis.AxisValue1 = first;
+    axis.AxisValue2 = last;
+}
+
+/// The span moved, and cut if need be, so that it lies in the full range.
+Span inside_full_range(Axis const& axis, Span span) {
+    auto const [low, high] = std::minmax({full(axis).first, full(axis).last});
+    auto const [span_low, span_high] = std::minmax({span.first, span.last});
+    double const length = Min(span_high - span_low, high - low);
+    double const start = MinMax(span_low, low, high - length);
+    double const end = length == high - low ? high : start + length;
+    return span.first <= span.last ? Span{start, end} : Span{end, start};
+}
+
+/// What the box leaves of an axis's range, from its smaller to its larger value.
+void zoom_axis_to(ControlState& state, Axis& axis, double corner, double opposite) {
+    auto const [low, high] = std::minmax({axis.AxisValue1, axis.AxisValue2});
+    auto const [full_low, full_high] = std::minmax({axis.ScaleMin, axis.ScaleMax});
+    auto [from, to] = std::minmax({MinMax(corner, low, high), MinMax(opposite, low, high)});
+    from = Max(from, full_low);
+    to = Min(to, full_high);
+    // Also false where a corner has no value.
+    if (!(std::abs(to - from) >= std::abs((axis.ScaleMax - axis.ScaleMin) / state.MaxZoomFactor))) return;
+    if (from == to) return;
+    bool const upwards = axis.AxisValue1 <= axis.AxisValue2;
+    axis.AxisValue1 = upwards ? from : to;
+    axis.AxisValue2 = upwards ? to : from;
+}
+
+double along(AxisKind kind, Point place) {
+    return kind == AxisKind::X ? place.x : place.y;
+}
+
+} // namespace
+
+std::vector<Shown> shown_ranges(Graph const& graph) {
+    std::vector<Shown> ranges;
+    for (Axis const& axis : graph.Axes) ranges.push_back({axis.AxisValue1, axis.AxisValue2});
+    return ranges;
+}
+
+void show_ranges(Graph& graph, std::vector<Shown> const& ranges) {
+    for (std::size_t i = 0; i < std::min(ranges.size(), graph.Axes.size()); ++i) {
+        graph.Axes[i].AxisValue1 = ranges[i].first;
+        graph.Axes[i].AxisValue2 = ranges[i].last;
+    }
+}
+
+void ZoomToBox(ControlState& state, Point release) {
+    Graph& graph = *at(state.Graphs, state.MouseGraph);
+    for_each_axis(graph, [&](Axis& axis) {
+        double const corner = value_at(state, state.MouseGraph, axis.AxisXY, axis.ZoomFrom);
+        double const opposite = value_at(state, state.MouseGraph, axis.AxisXY, along(axis.AxisXY, release));
+        if (!std::isnan(corner) && !std::isnan(opposite)) zoom_axis_to(state, axis, corner, opposite);
+    });
+    state.Zoomed = true;
+    ResizeScrollBars(state);
+    render::RefreshGraphs(state, state.MouseGraph, true);
+}
+
+void UnZoom(ControlState& state) {
+    trapped(state, "UnZoom", [&] {
+        for (Axis& axis : at(state.Graphs, state.MouseGraph)->Axes) {
+            axis.AxisValue1 = axis.ScaleMin;
+            axis.AxisValue2 = axis.ScaleMax;
+        }
+        scale::SetScrollBarsVisibility(state);
+    });
+}
+
+void zoom_in_by_two(ControlState& state, std::int16_t index, Point place) {
+    for_each_axis(*at(state.Graphs, index), [&](Axis& axis) {
+        double const value = value_at(state, index, axis.AxisXY, along(axis.AxisXY, place));
+        if (std::isnan(value)) return;
+        double const centre = xxLog(value, axis.AxisLog);
+        double const quarter = displayed(axis).length() / 4;
+        const Span half{centre - quarter, centre + quarter};
+        if (is_wide_enough(state, axis, half)) show(axis, half);
+    });
+}
+
+void zoom_out_by_two(ControlState& state, std::int16_t index) {
+    for_each_axis(*at(state.Graphs, index), [&](Axis& axis) {
+        const Span span = displayed(axis);
+        double const half = span.length() / 2;
+        auto const [low, high] = std::minmax({full(axis).first, full(axis).last});
+        show(axis, {MinMax(span.first - half, low, high), MinMax(span.last + half, low, high)});
+    });
+}
+
+void zoom_about(ControlState& state, std::int16_t index, Point place, double factor, AxisChoice axes) {
+    for_each_axis(*at(state.Graphs, index), [&](Axis& axis) {
+        if (!(axis.AxisXY == AxisKind::X ? axes.x : axes.y)) return;
+        double const value = value_at(state, index, axis.AxisXY, along(axis.AxisXY, place));
+        if (std::isnan(value)) return;
+        double const fixed = xxLog(value, axis.AxisLog);
+        const Span span = displayed(axis);
+        const Span scaled = inside_full_range(
+            axis, {fixed + (span.first - fixed) * factor, fixed + (span.last - fixed) * factor});
+        if (factor >= 1 || is_wide_enough(state, axis, scaled)) show(axis, scaled);
+    });
+}
+
+void pan_by(ControlState& state, std::int16_t index, double right, double down) {
+    for_each_axis(*at(state.Graphs, index), [&](Axis& axis) {
+        Graph const& graph = *at(state.Graphs, index);
+        bool const is_x = axis.AxisXY == AxisKind::X;
+        const scale::AxisMap map = is_x ? scale::x_map(graph, axis) : scale::y_map(graph, axis);
+        if (!map.valid || map.factor == 0) return;
+        double const way = -(is_x ? right : down) / map.factor;
+        const Span span = displayed(axis);
+        show(axis, inside_full_range(axis, {span.first + way, span.last + way}));
+    });
+}
+
+} // namespace qv::interact

@@ -1,0 +1,46 @@
+// Zooming: the ranges that the axes of a graph show of their full ranges.
+#pragma once
+
+#include "base/geometry.h"
+#include "graph/model/ControlState.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace qv::interact {
+
+/// The displayed range of one axis, in data values.
+struct Shown {
+    double first = 0;
+    double last = 0;
+    bool operator==(Shown const&) const = default;
+};
+/// Those of all axes of a graph, in order.
+std::vector<Shown> shown_ranges(graph::Graph const& graph);
+void show_ranges(graph::Graph& graph, std::vector<Shown> const& ranges);
+
+/// Completes the rubber band: every axis of `MouseGraph` shows what lies between the corner of the press and
+/// `release`. An axis across which the box is thinner than its full range by `MaxZoomFactor` stays as it is.
+void ZoomToBox(graph::ControlState& state, Point release);
+
+/// Every axis of `MouseGraph` shows its full range.
+void UnZoom(graph::ControlState& state);
+
+/// Half of the displayed range about a place of the page, on every axis on its own scale; stops at
+/// `MaxZoomFactor`.
+void zoom_in_by_two(graph::ControlState& state, std::int16_t graph, Point place);
+/// Twice the displayed range, as far as the full range goes.
+void zoom_out_by_two(graph::ControlState& state, std::int16_t graph);
+
+/// Which axes of a graph a gesture is for.
+struct AxisChoice {
+    bool x = true;
+    bool y = true;
+};
+/// The displayed ranges `factor` times as long, with the values at a place staying there. Never beyond the
+/// full range, never below it by more than `MaxZoomFactor`.
+void zoom_about(graph::ControlState& state, std::int16_t graph, Point place, double factor, AxisChoice axes);
+/// Moves the displayed ranges by a way on the page, in twips, as far as the full ranges go.
+void pan_by(graph::ControlState& state, std::int16_t graph, double right, double down);
+
+} // namespace qv::interact
