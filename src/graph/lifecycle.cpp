@@ -23,6 +23,8 @@ void discard_graphs(ControlState& state) {
     state.CurrentGraph = 0;
     state.MouseGraph = state.BarsGraph = -1;
     state.pointing = {};
+    state.zoom_history = {};
+    state.PointTooltip.clear();
 }
 
 void reset_page_fill(ControlState& state) {

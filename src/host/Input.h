@@ -39,10 +39,15 @@ struct WheelInput {
     bool operator==(WheelInput const&) const = default;
 };
 
-/// A key that has a character. A character beyond 16 bits comes as two inputs, its UTF-16 halves.
+/// Keys that move about on the page.
+enum class Key : std::uint8_t { None, Left, Right, Up, Down, Plus, Minus, Home, Tab, Escape };
+
+/// A key with a character, or one that moves about, or both. A character beyond 16 bits comes as two inputs,
+/// its UTF-16 halves.
 struct KeyInput {
-    char16_t character = 0;
+    char16_t character = 0; // 0: none
     std::uint8_t shift = 0;
+    Key key = Key::None;
     bool operator==(KeyInput const&) const = default;
 };
 

@@ -7,6 +7,8 @@
 #include "interact/dragging.h"
 #include "interact/front.h"
 #include "interact/hit_test.h"
+#include "interact/navigation.h"
+#include "interact/nearest_point.h"
 #include "interact/read_out.h"
 #include "interact/scroll_bars.h"
 #include "interact/zoom.h"
@@ -22,9 +24,11 @@ using graph::AxisKind;
 using graph::ControlState;
 using graph::Graph;
 using graph::Pointing;
+using graph::ZoomKind;
 using host::alt_key;
 using host::ctrl_key;
 using host::left_button;
+using host::middle_button;
 using host::right_button;
 using host::shift_key;
 
@@ -67,11 +71,6 @@ void fetch_legend(ControlState& state, Point place) {
     DragLegendTable(state, place, true);
 }
 
-void redraw_zoomed(ControlState& state) {
-    render::RefreshGraphs(state, state.MouseGraph, true);
-    if (!state.Graphs.empty()) ResizeScrollBars(state);
-}
-
 void toggle_cross_hair(ControlState& state, Point place) {
     state.CrossHairOn = !state.CrossHairOn;
     state.CrossHairValid = true;
@@ -93,11 +92,13 @@ void begin_gesture(ControlState& state, Graph& graph, Gesture gesture, Point pla
         if (on.OnLegend) return begin_legend_drag(state, graph, place);
         if (on.OnGraphBody || on.on_edge()) begin_graph_drag(state, graph, place);
     } else if (gesture.is(left_button, shift_key) && on.OnPlotArea) {
+        const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Double);
         zoom_in_by_two(state, state.MouseGraph, place);
-        redraw_zoomed(state);
+        redraw_ranges(state, state.MouseGraph);
     } else if (gesture.is(right_button, shift_key) && on.OnPlotArea) {
+        const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Double);
         zoom_out_by_two(state, state.MouseGraph);
-        redraw_zoomed(state);
+        redraw_ranges(state, state.MouseGraph);
     } else if (gesture.is(left_button, ctrl_key)) {
         fetch_legend(state, place);
     } else if (gesture.is(right_button, ctrl_key)) {
@@ -123,6 +124,7 @@ void store_position(ControlState& state, Point place) {
 void hover(ControlState& state, Point place) {
     if (!has_moved(state, place)) return;
     ShowGraphCoords(state, 0, place);
+    name_point_under(state, place);
     if (state.CrossHairOn) {
         DrawCrossHair(state, {state.pointing.LastMouseX, state.pointing.LastMouseY});
         DrawCrossHair(state, place);
@@ -169,7 +171,10 @@ void end_box(ControlState& state, Graph& graph, Point place) {
     const Point press = zoom_box(graph).from;
     bool const clicked = static_cast<float>(place.x) == static_cast<float>(press.x)
                          || static_cast<float>(place.y) == static_cast<float>(press.y);
-    if (!clicked) return ZoomToBox(state, place);
+    if (!clicked) {
+        const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Box);
+        return ZoomToBox(state, place);
+    }
     double x = state.PointerX, y = state.PointerY;
     state.events->Click(x, y);
 }
@@ -177,6 +182,7 @@ void end_box(ControlState& state, Graph& graph, Point place) {
 void end_gesture(ControlState& state, Graph& graph, Gesture gesture, Point place) {
     Pointing const& on = state.pointing;
     if (gesture.is(right_button, no_key) && on.OnPlotArea) {
+        const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Full);
         UnZoom(state);
         ResizeScrollBars(state);
         ShowGraphCoords(state, 0, place);
@@ -200,6 +206,7 @@ void Picture1_MouseDown(ControlState& state, std::uint8_t button, std::uint8_t s
         Graph* const graph = graph_at(state, state.MouseGraph);
         if (!graph) return;
         record_press(*graph, place);
+        begin_cancellable(state, *graph, button, shift);
         begin_gesture(state, *graph, {button, shift}, place);
     });
 }
@@ -209,6 +216,8 @@ void Picture1_MouseMove(ControlState& state, std::uint8_t button, std::uint8_t s
         Graph* const graph = graph_at(state, state.MouseGraph);
         if (button == 0)
             hover(state, place);
+        else if (button == middle_button && state.pointing.pressed == middle_button)
+            drag_page(state, place);
         else if (button == left_button && shift == no_key && graph)
             drag(state, *graph, place);
         double x = state.PointerX, y = state.PointerY;
@@ -219,6 +228,7 @@ void Picture1_MouseMove(ControlState& state, std::uint8_t button, std::uint8_t s
 void Picture1_MouseUp(ControlState& state, std::uint8_t button, std::uint8_t shift, Point place) {
     trapped(state, "Picture1_MouseUp", [&] {
         Graph* const graph = graph_at(state, state.MouseGraph);
+        state.pointing.pressed = 0;
         if (!graph) return;
         end_gesture(state, *graph, {button, shift}, place);
         erase_box(state); // of a gesture that ended with a key held

@@ -24,13 +24,6 @@ using graph::Graph;
 constexpr double least_label_width = 1500; // twips
 constexpr double label_room = 1.1;         // of the text's width
 
-std::string coordinate_text(Axis const& axis, double value) {
-    std::int16_t style = 2;
-    bool const pattern = !axis.has_mode(AxisMode::TextLabels);
-    return scale::Format_Real(value, scale::AxisDPx(axis.AxisValue1, axis.AxisValue2), style, 1,
-                              pattern ? std::string_view(axis.AxisTextLabels) : std::string_view());
-}
-
 std::string read_out(ControlState& state, std::int16_t index, Point place) {
     Graph& graph = *at(state.Graphs, index);
     scale::GetXCoord(state, index, static_cast<float>(place.x), state.PointerX);
@@ -70,6 +63,13 @@ Box cross_hair_box(Graph const& graph) {
 }
 
 } // namespace
+
+std::string coordinate_text(Axis const& axis, double value) {
+    std::int16_t style = 2;
+    bool const pattern = !axis.has_mode(AxisMode::TextLabels);
+    return scale::Format_Real(value, scale::AxisDPx(axis.AxisValue1, axis.AxisValue2), style, 1,
+                              pattern ? std::string_view(axis.AxisTextLabels) : std::string_view());
+}
 
 void ShowGraphCoords(ControlState& state, std::uint8_t button, Point place) {
     trapped(state, "ShowGraphCoords", [&] {

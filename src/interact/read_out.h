@@ -5,12 +5,16 @@
 #include "graph/model/ControlState.h"
 
 #include <cstdint>
+#include <string>
 
 namespace qv::interact {
 
 /// Takes the pointer's data coordinates from the graph under it and shows them in `Label1`. While a button is
 /// held they stay as they are and the label is empty.
 void ShowGraphCoords(graph::ControlState& state, std::uint8_t button, Point place);
+
+/// A value on an axis as the read-out writes it.
+std::string coordinate_text(graph::Axis const& axis, double value);
 
 /// Draws the cross-hair over the plot area of `MouseGraph`; drawing it once more at the same place erases it.
 /// The first call after the page was redrawn draws nothing: there is none to erase.

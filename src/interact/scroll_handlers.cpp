@@ -4,6 +4,7 @@
 #include "graph/model/trap.h"
 #include "interact/front.h"
 #include "interact/hit_test.h"
+#include "interact/zoom.h"
 #include "scale/numeric.h"
 
 namespace qv::interact {
@@ -33,6 +34,7 @@ void move_to(Axis& axis, double place) {
 void move_axes(ControlState& state, AxisKind kind, host::ScrollBar const& bar) {
     graph::Graph* const graph = graph_at(state, state.BarsGraph);
     if (!graph || state.NoRedraw) return;
+    const ZoomStepScope step(state, state.BarsGraph, graph::ZoomKind::Scroll);
     double const from_start = static_cast<double>(bar.Value) / bar.Max;
     // The top of a vertical bar stands for the high end.
     double const low_to_high = kind == AxisKind::X ? from_start : 1 - from_start;

@@ -2,6 +2,7 @@
 
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
+#include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/scroll_bars.h"
 #include "render/pipeline.h"
@@ -20,6 +21,8 @@ using graph::Axis;
 using graph::AxisKind;
 using graph::ControlState;
 using graph::Graph;
+using graph::Shown;
+using graph::ZoomStep;
 using scale::Max;
 using scale::Min;
 using scale::MinMax;
@@ -136,6 +139,11 @@ void ZoomToBox(ControlState& state, Point release) {
     render::RefreshGraphs(state, state.MouseGraph, true);
 }
 
+void redraw_ranges(ControlState& state, std::int16_t index) {
+    refresh_graph(state, index);
+    if (!state.Graphs.empty()) ResizeScrollBars(state);
+}
+
 void UnZoom(ControlState& state) {
     trapped(state, "UnZoom", [&] {
         for (Axis& axis : at(state.Graphs, state.MouseGraph)->Axes) {
@@ -189,6 +197,49 @@ void pan_by(ControlState& state, std::int16_t index, double right, double down) 
         const Span span = displayed(axis);
         show(axis, inside_full_range(axis, {span.first + way, span.last + way}));
     });
+}
+
+ZoomStepScope::ZoomStepScope(ControlState& state, std::int16_t graph, graph::ZoomKind kind)
+    : state_(state), step_{graph, kind, {}} {
+    if (Graph const* const found = graph_at(state, graph)) step_.ranges = shown_ranges(*found);
+}
+
+ZoomStepScope::~ZoomStepScope() {
+    constexpr std::size_t most_steps = 100;
+    Graph const* const graph = graph_at(state_, step_.graph);
+    if (!graph || step_.ranges.empty() || shown_ranges(*graph) == step_.ranges) return;
+    auto& [undo, redo] = state_.zoom_history;
+    bool const goes_on = step_.kind >= graph::ZoomKind::Wheel && redo.empty() && !undo.empty()
+                         && undo.back().kind == step_.kind && undo.back().graph == step_.graph;
+    redo.clear();
+    if (goes_on) return;
+    if (undo.size() == most_steps) undo.erase(undo.begin());
+    undo.push_back(std::move(step_));
+}
+
+namespace {
+
+/// Shows the ranges of the last step of one list and puts those of before into the other.
+bool step_over(ControlState& state, std::vector<ZoomStep>& from, std::vector<ZoomStep>& to) {
+    if (from.empty()) return false;
+    ZoomStep step = std::move(from.back());
+    from.pop_back();
+    Graph* const graph = graph_at(state, step.graph);
+    if (!graph) return false;
+    to.push_back({step.graph, step.kind, shown_ranges(*graph)});
+    show_ranges(*graph, step.ranges);
+    redraw_ranges(state, step.graph);
+    return true;
+}
+
+} // namespace
+
+bool undo_zoom(ControlState& state) {
+    return step_over(state, state.zoom_history.undo, state.zoom_history.redo);
+}
+
+bool redo_zoom(ControlState& state) {
+    return step_over(state, state.zoom_history.redo, state.zoom_history.undo);
 }
 
 } // namespace qv::interact

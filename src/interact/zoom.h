@@ -9,15 +9,9 @@
 
 namespace qv::interact {
 
-/// The displayed range of one axis, in data values.
-struct Shown {
-    double first = 0;
-    double last = 0;
-    bool operator==(Shown const&) const = default;
-};
-/// Those of all axes of a graph, in order.
-std::vector<Shown> shown_ranges(graph::Graph const& graph);
-void show_ranges(graph::Graph& graph, std::vector<Shown> const& ranges);
+/// The displayed ranges of all axes of a graph, in order.
+std::vector<graph::Shown> shown_ranges(graph::Graph const& graph);
+void show_ranges(graph::Graph& graph, std::vector<graph::Shown> const& ranges);
 
 /// Completes the rubber band: every axis of `MouseGraph` shows what lies between the corner of the press and
 /// `release`. An axis across which the box is thinner than its full range by `MaxZoomFactor` stays as it is.
@@ -25,6 +19,9 @@ void ZoomToBox(graph::ControlState& state, Point release);
 
 /// Every axis of `MouseGraph` shows its full range.
 void UnZoom(graph::ControlState& state);
+
+/// Draws a graph whose ranges have changed, and the scroll bars.
+void redraw_ranges(graph::ControlState& state, std::int16_t graph);
 
 /// Half of the displayed range about a place of the page, on every axis on its own scale; stops at
 /// `MaxZoomFactor`.
@@ -42,5 +39,22 @@ struct AxisChoice {
 void zoom_about(graph::ControlState& state, std::int16_t graph, Point place, double factor, AxisChoice axes);
 /// Moves the displayed ranges by a way on the page, in twips, as far as the full ranges go.
 void pan_by(graph::ControlState& state, std::int16_t graph, double right, double down);
+
+/// Keeps the displayed ranges of a graph as a step to take back, if they are others when it goes.
+class ZoomStepScope {
+public:
+    ZoomStepScope(graph::ControlState& state, std::int16_t graph, graph::ZoomKind kind);
+    ~ZoomStepScope();
+    ZoomStepScope(ZoomStepScope const&) = delete;
+    ZoomStepScope& operator=(ZoomStepScope const&) = delete;
+
+private:
+    graph::ControlState& state_;
+    graph::ZoomStep step_;
+};
+
+/// Takes the last step of zooming back, or does it again; false when there is none.
+bool undo_zoom(graph::ControlState& state);
+bool redo_zoom(graph::ControlState& state);
 
 } // namespace qv::interact

@@ -3,6 +3,7 @@
 
 #include "graph/qvGraph.h"
 #include "host/Input.h"
+#include "interact/navigation.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -27,11 +28,15 @@ public:
         }
         return true;
     }
-    /// KeyAscii is the UTF-16 unit in 16 bits, negative from 0x8000. A handler that leaves 0 has used it up.
+    /// KeyAscii is the UTF-16 unit in 16 bits, negative from 0x8000. A handler that leaves 0 has used it up,
+    /// else the key may move about on the page.
     bool operator()(host::KeyInput const& key) const {
-        auto KeyAscii = static_cast<std::int16_t>(key.character);
-        control_.Picture1_KeyPress(KeyAscii);
-        return KeyAscii == 0;
+        if (key.character != 0) {
+            auto KeyAscii = static_cast<std::int16_t>(key.character);
+            control_.Picture1_KeyPress(KeyAscii);
+            if (KeyAscii == 0) return true;
+        }
+        return interact::press_key(control_.state(), key);
     }
     bool operator()(host::ScrollInput const& scroll) const {
         graph::ControlState& state = control_.state();
@@ -43,7 +48,9 @@ public:
             scroll.dragging ? control_.VScroll1_Scroll() : control_.VScroll1_Change();
         return true;
     }
-    bool operator()(host::WheelInput const&) const { return false; }
+    bool operator()(host::WheelInput const& wheel) const {
+        return interact::turn_wheel(control_.state(), wheel);
+    }
     bool operator()(host::FocusInput const&) const { return false; }
 
 private:

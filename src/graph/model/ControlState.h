@@ -83,10 +83,14 @@ struct ControlState {
     std::int16_t MouseGraph = -1;
     std::int16_t BarsGraph = -1; // the graph whose span the scroll bars show
     Pointing pointing;
+    Gestures gestures;
+    ZoomHistory zoom_history;
+    std::string PointTooltip; // names the data point under the pointer
     host::PointerShape MousePointer = host::PointerShape::Default;
     double MaxZoomFactor = 1e6;
     bool Zoomed = false; // the current graph's selected axes show less than their full range
-    std::string Tooltip;
+    std::string Tooltip; // the host's; where it is empty, PointTooltip is shown
+    std::string const& shown_tooltip() const { return Tooltip.empty() ? PointTooltip : Tooltip; }
     /// \}
 
     /// \name Drawing

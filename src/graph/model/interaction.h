@@ -2,8 +2,48 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 namespace qv::graph {
+
+/// Gestures beyond the classic ones; a host switches off what it wants for itself.
+struct Gestures {
+    bool wheel_zoom = true;    // about the pointer; Shift: x axes only, Ctrl: y axes only
+    bool middle_pan = true;    // dragging with the middle button
+    bool keyboard = true;      // arrows, + and -, Home
+    bool tab_through = true;   // Tab and Shift+Tab go from graph to graph
+    bool escape = true;        // takes a drag or a rubber band back
+    bool undo_zoom = true;     // Alt+Left, Alt+Right
+    bool point_tooltip = true; // names the data point under the pointer
+};
+
+/// The displayed range of one axis, in data values.
+struct Shown {
+    double first = 0;
+    double last = 0;
+    bool operator==(Shown const&) const = default;
+};
+
+/// The displayed ranges of a graph's axes before a step of zooming. Steps of the kinds from `Wheel` on follow
+/// each other quickly; a run of one kind is taken back as a whole.
+enum class ZoomKind : std::uint8_t { Box, Full, Double, Wheel, Pan, Key, Scroll };
+struct ZoomStep {
+    std::int16_t graph = 0;
+    ZoomKind kind = ZoomKind::Box;
+    std::vector<Shown> ranges;
+};
+struct ZoomHistory {
+    std::vector<ZoomStep> undo;
+    std::vector<ZoomStep> redo;
+};
+
+/// Where a graph and its legend were when a button was pressed.
+struct GraphPlace {
+    float left = 0, top = 0, width = 0, height = 0;                             // fractions of the page
+    float border_left = 0, border_top = 0, border_right = 0, border_bottom = 0; // twips
+    float legend_left = 0, legend_top = 0;                                      // percent of the frame
+    std::vector<Shown> ranges;
+};
 
 /// What lies under the mouse. Hovering adds to it; a press starts afresh.
 struct HitFlags {
@@ -42,6 +82,8 @@ struct Pointing : HitFlags {
     Corner last_graph_corner; // of the previous step of a drag
     Corner last_legend_corner;
     bool box_on_page = false; // the rubber band drawn in invert mode is in step with the picture
+    std::uint8_t pressed = 0; // the button whose drag is in progress, 0 for none
+    GraphPlace before_press;
 };
 
 } // namespace qv::graph

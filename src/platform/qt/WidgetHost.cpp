@@ -121,7 +121,7 @@ void WidgetHost::page_shown() {
 void WidgetHost::child_controls_changed() {
     if (!control_) return; // called from its constructor
     children_.follow(control_->state());
-    page_view_.setToolTip(QString::fromStdString(control_->state().Tooltip));
+    page_view_.setToolTip(QString::fromStdString(control_->state().shown_tooltip()));
 }
 
 } // namespace qv::qt

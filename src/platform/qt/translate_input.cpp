@@ -66,12 +66,35 @@ host::WheelInput wheel_input(QWheelEvent const& event) {
             .place = in_twips(event.position())};
 }
 
+namespace {
+
+host::Key moving_key(int key) {
+    switch (key) {
+    case Qt::Key_Left: return host::Key::Left;
+    case Qt::Key_Right: return host::Key::Right;
+    case Qt::Key_Up: return host::Key::Up;
+    case Qt::Key_Down: return host::Key::Down;
+    case Qt::Key_Plus: return host::Key::Plus;
+    case Qt::Key_Minus: return host::Key::Minus;
+    case Qt::Key_Home: return host::Key::Home;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab: return host::Key::Tab;
+    case Qt::Key_Escape: return host::Key::Escape;
+    default: return host::Key::None;
+    }
+}
+
+} // namespace
+
 std::vector<host::KeyInput> key_inputs(QKeyEvent const& event) {
     // Some platforms give the Delete key the character 127, which others give to Ctrl+Backspace.
     if (event.key() == Qt::Key_Delete) return {};
     const std::uint8_t shift = sum_of_codes(event.modifiers(), modifier_codes);
     std::vector<host::KeyInput> inputs;
-    for (const QChar unit : event.text()) inputs.push_back({.character = unit.unicode(), .shift = shift});
+    const host::Key key = moving_key(event.key());
+    for (const QChar unit : event.text())
+        inputs.push_back({.character = unit.unicode(), .shift = shift, .key = key});
+    if (inputs.empty() && key != host::Key::None) inputs.push_back({.shift = shift, .key = key});
     return inputs;
 }
 

@@ -1,0 +1,192 @@
+#include "interact/navigation.h"
+
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "interact/front.h"
+#include "interact/hit_test.h"
+#include "interact/mouse.h"
+#include "interact/zoom.h"
+#include "render/plot_geometry.h"
+
+#include <cmath>
+#include <ranges>
+
+namespace qv::interact {
+namespace {
+
+using graph::ControlState;
+using graph::Graph;
+using graph::GraphPlace;
+using graph::ZoomKind;
+using host::Key;
+
+constexpr double wheel_factor = 1.2; // of the displayed range, a notch
+constexpr double key_factor = 1.25;  // of the displayed range, a press of + or -
+constexpr double arrow_share = 0.1;  // of the plot area, a press of an arrow
+
+/// The front-most graph whose plot area holds a place and may be zoomed, -1 for none.
+std::int16_t zoomable_at(ControlState& state, Point place) {
+    for (std::int16_t const index : state.GraphOrder | std::views::reverse) {
+        Graph* const graph = graph_at(state, index);
+        if (!graph || !graph->GraphInclude || !holds(render::frame_box(*graph), place)) continue;
+        return graph->GraphAllowZoom && holds(render::plot_box(*graph), place) ? index : std::int16_t{-1};
+    }
+    return -1;
+}
+
+/// The current graph when it may be zoomed.
+Graph* zoomable_graph(ControlState& state) {
+    Graph* const graph = graph_at(state, state.CurrentGraph);
+    return graph && graph->GraphInclude && graph->GraphAllowZoom ? graph : nullptr;
+}
+
+GraphPlace place_of(Graph const& graph) {
+    return {graph.GraphLeft,       graph.GraphTop,       graph.GraphWidth,   graph.GraphHeight,
+            graph.BorderLeft,      graph.BorderTop,      graph.BorderRight,  graph.BorderBottom,
+            graph.LegendTableLeft, graph.LegendTableTop, shown_ranges(graph)};
+}
+
+void put_back(Graph& graph, GraphPlace const& place) {
+    graph.GraphLeft = place.left;
+    graph.GraphTop = place.top;
+    graph.GraphWidth = place.width;
+    graph.GraphHeight = place.height;
+    graph.BorderLeft = place.border_left;
+    graph.BorderTop = place.border_top;
+    graph.BorderRight = place.border_right;
+    graph.BorderBottom = place.border_bottom;
+    graph.LegendTableLeft = place.legend_left;
+    graph.LegendTableTop = place.legend_top;
+    show_ranges(graph, place.ranges);
+}
+
+bool pan_with_key(ControlState& state, double right, double down) {
+    Graph* const graph = zoomable_graph(state);
+    if (!graph) return false;
+    std::int16_t const index = state.CurrentGraph;
+    const Box plot = render::plot_box(*graph);
+    const ZoomStepScope step(state, index, ZoomKind::Key);
+    pan_by(state, index, right * arrow_share * plot.width, down * arrow_share * plot.height);
+    redraw_ranges(state, index);
+    return true;
+}
+
+bool zoom_with_key(ControlState& state, double factor) {
+    Graph* const graph = zoomable_graph(state);
+    if (!graph) return false;
+    std::int16_t const index = state.CurrentGraph;
+    const Box plot = render::plot_box(*graph);
+    const ZoomStepScope step(state, index, ZoomKind::Key);
+    zoom_about(state, index, {plot.left + plot.width / 2, plot.top + plot.height / 2}, factor, {});
+    redraw_ranges(state, index);
+    return true;
+}
+
+bool show_full_range(ControlState& state) {
+    if (!zoomable_graph(state)) return false;
+    std::int16_t const index = state.CurrentGraph;
+    const ZoomStepScope step(state, index, ZoomKind::Full);
+    state.MouseGraph = index;
+    UnZoom(state);
+    redraw_ranges(state, index);
+    return true;
+}
+
+// Past the last graph, and before the first, the key is left to the host.
+bool go_to_graph(ControlState& state, int step) {
+    for (int index = state.CurrentGraph + step; index >= 0 && index < state.NumGraphs(); index += step) {
+        Graph const* const graph = graph_at(state, static_cast<std::int16_t>(index));
+        if (!graph->GraphInclude) continue;
+        BringGraphToFront(state, static_cast<std::int16_t>(index));
+        return true;
+    }
+    return false;
+}
+
+bool move_about(ControlState& state, Key key) {
+    switch (key) {
+    case Key::Left: return pan_with_key(state, 1, 0);
+    case Key::Right: return pan_with_key(state, -1, 0);
+    case Key::Up: return pan_with_key(state, 0, 1);
+    case Key::Down: return pan_with_key(state, 0, -1);
+    case Key::Plus: return zoom_with_key(state, 1 / key_factor);
+    case Key::Minus: return zoom_with_key(state, key_factor);
+    case Key::Home: return show_full_range(state);
+    default: return false;
+    }
+}
+
+bool answer_key(ControlState& state, host::KeyInput const& input) {
+    graph::Gestures const& on = state.gestures;
+    auto const [character, shift, key] = input;
+    if (key == Key::Escape) return on.escape && shift == 0 && cancel_drag(state);
+    if (key == Key::Tab && (shift & ~host::shift_key) == 0)
+        return on.tab_through && go_to_graph(state, shift == 0 ? 1 : -1);
+    if (shift == host::alt_key && key == Key::Left) return on.undo_zoom && undo_zoom(state);
+    if (shift == host::alt_key && key == Key::Right) return on.undo_zoom && redo_zoom(state);
+    // + is typed with Shift on many keyboards.
+    bool const plain = shift == 0 || (key == Key::Plus && shift == host::shift_key);
+    return on.keyboard && plain && state.pointing.pressed == 0 && move_about(state, key);
+}
+
+} // namespace
+
+bool turn_wheel(ControlState& state, host::WheelInput const& wheel) {
+    bool taken = false;
+    trapped(state, "turn_wheel", [&] {
+        if (!state.gestures.wheel_zoom || wheel.steps == 0 || state.pointing.pressed != 0) return;
+        std::int16_t const index = zoomable_at(state, wheel.place);
+        if (index < 0) return;
+        taken = true;
+        BringGraphToFront(state, index);
+        if (!graph_at(state, index)) return;
+        const ZoomStepScope step(state, index, ZoomKind::Wheel);
+        zoom_about(state, index, wheel.place, std::pow(wheel_factor, -wheel.steps),
+                   {.x = wheel.shift != host::ctrl_key, .y = wheel.shift != host::shift_key});
+        redraw_ranges(state, index);
+    });
+    return taken;
+}
+
+bool press_key(ControlState& state, host::KeyInput const& key) {
+    bool taken = false;
+    trapped(state, "press_key", [&] { taken = key.key != Key::None && answer_key(state, key); });
+    return taken;
+}
+
+void begin_cancellable(ControlState& state, Graph const& graph, std::uint8_t button, std::uint8_t shift) {
+    bool const classic = button == host::left_button;
+    bool const pans =
+        button == host::middle_button && shift == 0 && state.gestures.middle_pan && state.pointing.OnPlotArea;
+    if (!classic && !pans) return;
+    state.pointing.pressed = button;
+    state.pointing.before_press = place_of(graph);
+}
+
+void drag_page(ControlState& state, Point mouse) {
+    Graph* const graph = graph_at(state, state.MouseGraph);
+    if (!graph || state.Refreshing) return;
+    graph::Axis& x = selected_x_axis(*graph);
+    graph::Axis& y = selected_y_axis(*graph);
+    const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Pan);
+    // From the press on, so that the page comes back to the pointer after it was beyond the full range.
+    show_ranges(*graph, state.pointing.before_press.ranges);
+    pan_by(state, state.MouseGraph, mouse.x - x.ZoomFrom, mouse.y - y.ZoomFrom);
+    redraw_ranges(state, state.MouseGraph);
+}
+
+bool cancel_drag(ControlState& state) {
+    Graph* const graph = graph_at(state, state.MouseGraph);
+    if (!graph || state.pointing.pressed == 0) return false;
+    std::int16_t const index = state.MouseGraph;
+    erase_box(state);
+    put_back(*graph, state.pointing.before_press);
+    // What is left of the gesture does nothing.
+    state.pointing = {};
+    state.MouseGraph = -1;
+    render::RefreshGraphs(state, -1, true);
+    if (graph_at(state, index)) redraw_ranges(state, index);
+    return true;
+}
+
+} // namespace qv::interact

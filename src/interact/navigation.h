@@ -1,0 +1,25 @@
+// Gestures beyond the classic ones: wheel, middle button and keys. Each has its switch in `Gestures`; a true
+// answer means that the input is used up.
+#pragma once
+
+#include "graph/model/ControlState.h"
+#include "host/Input.h"
+
+namespace qv::interact {
+
+/// Zooms the graph under the pointer about it.
+bool turn_wheel(graph::ControlState& state, host::WheelInput const& wheel);
+
+/// Arrows pan, + and - zoom about the middle, Home shows the full range, Tab goes to the next graph and on
+/// after the last, Escape takes a drag back, Alt with the arrows undoes and redoes zooming.
+bool press_key(graph::ControlState& state, host::KeyInput const& key);
+
+/// Remembers where a graph is when a button goes down, so that Escape can put it back.
+void begin_cancellable(graph::ControlState& state, graph::Graph const& graph, std::uint8_t button,
+                       std::uint8_t shift);
+/// The middle button is held: the displayed ranges follow the mouse.
+void drag_page(graph::ControlState& state, Point mouse);
+/// Ends the drag or rubber band in progress and puts back what was before it; false when there is none.
+bool cancel_drag(graph::ControlState& state);
+
+} // namespace qv::interact

@@ -1,0 +1,132 @@
+#include "interact/nearest_point.h"
+
+#include "graph/model/selection.h"
+#include "graph/model/trap.h"
+#include "interact/hit_test.h"
+#include "interact/read_out.h"
+#include "render/plot_geometry.h"
+#include "scale/mapping.h"
+
+#include <algorithm>
+#include <cmath>
+#include <ranges>
+#include <string>
+
+namespace qv::interact {
+namespace {
+
+using graph::ControlState;
+using graph::DataSet;
+using graph::Graph;
+using graph::PointBlock;
+
+constexpr double reach_mm = 3;
+
+/// Values on an axis.
+struct Range {
+    double low = 0;
+    double high = 0;
+    bool holds(double value) const { return value >= low && value <= high; }
+    bool misses(graph::Extent const& extent) const { return extent.high < low || extent.low > high; }
+};
+
+/// Looks for a data set's nearest point, first by value, then by place.
+class Search {
+public:
+    Search(Graph& graph, Point place, double radius)
+        : x_map_(scale::x_map(graph, selected_x_axis(graph))),
+          y_map_(scale::y_map(graph, selected_y_axis(graph))), place_(place), nearest_(radius) {
+        const Box plot = render::plot_box(graph);
+        x_ = values(x_map_, std::max(place.x - radius, plot.left), std::min(place.x + radius, plot.right()));
+        y_ = values(y_map_, std::max(place.y - radius, plot.top), std::min(place.y + radius, plot.bottom()));
+    }
+
+    void look_at(DataSet const& set, std::int16_t index) {
+        if (!x_map_.valid || !y_map_.valid) return;
+        std::size_t first = 0;
+        for (PointBlock const& block : set.points.blocks()) {
+            if (block.size() > 0 && !x_.misses(block.x_extent()) && !y_.misses(block.y_extent()))
+                look_at(block, {index, first, 0});
+            first += block.size();
+        }
+    }
+
+    std::optional<FoundPoint> found() const { return found_; }
+
+private:
+    // A position on the very edge of the plot area stands for the axis's own end.
+    static Range values(scale::AxisMap const& map, double from, double to) {
+        auto const [low, high] = std::minmax({map.value_at(from), map.value_at(to)});
+        double const slack = 1e-9 * (high - low);
+        return {low - slack, high + slack};
+    }
+
+    void look_at(PointBlock const& block, FoundPoint first) {
+        auto const x = block.x(), y = block.y();
+        std::size_t begin = 0, end = x.size();
+        if (block.x_rising()) {
+            begin = static_cast<std::size_t>(std::ranges::lower_bound(x, x_.low) - x.begin());
+            end = static_cast<std::size_t>(std::ranges::upper_bound(x, x_.high) - x.begin());
+        }
+        for (std::size_t i = begin; i < end; ++i) {
+            if (!x_.holds(x[i]) || !y_.holds(y[i])) continue;
+            double const distance = std::hypot(x_map_(x[i]) - place_.x, y_map_(y[i]) - place_.y);
+            if (distance > nearest_) continue;
+            nearest_ = distance;
+            found_ = {first.data_set, first.point + i, distance};
+        }
+    }
+
+    scale::AxisMap x_map_, y_map_;
+    Point place_;
+    Range x_, y_;
+    double nearest_;
+    std::optional<FoundPoint> found_;
+};
+
+} // namespace
+
+std::optional<FoundPoint> nearest_point(ControlState& state, std::int16_t index, Point place, double radius) {
+    Graph& graph = *at(state.Graphs, index);
+    std::optional<FoundPoint> nearest;
+    for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
+        DataSet const& set = at(graph.DataSets, i);
+        if (set.DataHide) continue;
+        const graph::SelectedAxesScope selection(graph);
+        graph.SelectedXAxis = set.xAxisIndex;
+        graph.SelectedYAxis = set.yAxisIndex;
+        Search search(graph, place, nearest ? nearest->distance : radius);
+        search.look_at(set, i);
+        if (search.found()) nearest = search.found();
+    }
+    return nearest;
+}
+
+std::string point_name(ControlState& state, std::int16_t index, FoundPoint const& found) {
+    Graph& graph = *at(state.Graphs, index);
+    DataSet const& set = at(graph.DataSets, found.data_set);
+    const graph::PointEntry point = set.points.at(found.point);
+    std::string name =
+        set.DataLegend.empty() ? "Data set " + std::to_string(found.data_set + 1) : set.DataLegend;
+    if (!point.DataID.empty()) name += ", " + std::string(point.DataID);
+    return name + ": " + coordinate_text(at(graph.Axes, set.xAxisIndex), point.X) + ", "
+           + coordinate_text(at(graph.Axes, set.yAxisIndex), point.Y);
+}
+
+void name_point_under(ControlState& state, Point place) {
+    trapped(state, "name_point_under", [&] {
+        std::string name;
+        std::int16_t const index = state.gestures.point_tooltip && state.Tooltip.empty()
+                                       ? PointingAt(state, 0, place, false)
+                                       : std::int16_t{-1};
+        if (index >= 0) {
+            auto const found = nearest_point(state, index, place, reach_mm * state.UnitsPerMmX);
+            if (found) name = point_name(state, index, *found);
+        }
+        if (name == state.PointTooltip) return;
+        state.PointTooltip = std::move(name);
+        state.host->child_controls_changed();
+    });
+}
+
+} // namespace qv::interact

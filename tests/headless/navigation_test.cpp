@@ -1,0 +1,186 @@
+// Wheel, middle button and keys; each with its switch.
+#include "Person.h"
+#include "interact/nearest_point.h"
+#include "interact/zoom.h"
+#include "scale/mapping.h"
+
+#include <doctest/doctest.h>
+
+#include <random>
+
+using namespace qv;
+using namespace qv::testing;
+using host::Key;
+
+namespace {
+
+struct Navigator : PersonAtGraph {
+    bool wheel(Point place, double steps, std::uint8_t shift = 0) {
+        return host.input(host::WheelInput{steps, 0, shift, place});
+    }
+    bool key(Key key, std::uint8_t shift = 0, char16_t character = 0) {
+        return host.input(host::KeyInput{character, shift, key});
+    }
+    double value_under(Point place) {
+        double value = 0;
+        scale::GetXCoord(state, 0, static_cast<float>(place.x), value);
+        return value;
+    }
+    std::vector<graph::Shown> shown() { return interact::shown_ranges(graph()); }
+};
+
+std::vector<graph::Shown> const full{{0, 10}, {0, 10}};
+
+} // namespace
+
+TEST_CASE("the wheel zooms about the pointer, between the full range and MaxZoomFactor") {
+    Navigator person;
+    const Point place = person.in_plot(0.3, 0.3);
+    double const before = person.value_under(place);
+    CHECK(person.wheel(place, 3));
+    CHECK(person.value_under(place) == doctest::Approx(before).epsilon(0.001));
+    CHECK(person.x_axis().AxisValue2 - person.x_axis().AxisValue1 == doctest::Approx(10 / 1.728));
+    person.wheel(place, -50);
+    CHECK(person.shown() == full);
+    person.wheel(place, 2, host::shift_key);
+    CHECK(person.y_axis().AxisValue2 == 10);
+    CHECK(person.x_axis().AxisValue2 < 10);
+    person.wheel(place, 2, host::ctrl_key);
+    CHECK(person.y_axis().AxisValue2 < 10);
+    for (int i = 0; i < 100; ++i) person.wheel(place, 5);
+    CHECK(person.x_axis().AxisValue2 - person.x_axis().AxisValue1 >= 1e-5 * 0.99);
+    CHECK_FALSE(person.wheel({1, 1}, 1));
+    person.page.GraphAllowZoom(false);
+    CHECK_FALSE(person.wheel(place, 1));
+    person.page.GraphAllowZoom(true);
+    person.state.gestures.wheel_zoom = false;
+    CHECK_FALSE(person.wheel(place, 1));
+}
+
+TEST_CASE("the middle button pans, keys pan and zoom, Home shows all") {
+    Navigator person;
+    const Point middle = person.in_plot(0.5, 0.5);
+    person.drag(person.in_plot(0.25, 0.25), person.in_plot(0.75, 0.75));
+    double const span = person.x_axis().AxisValue2 - person.x_axis().AxisValue1;
+    person.drag(middle, person.in_plot(0.6, 0.5), host::middle_button);
+    CHECK(person.x_axis().AxisValue1 == doctest::Approx(2.0).epsilon(0.01));
+    CHECK(person.x_axis().AxisValue2 - person.x_axis().AxisValue1 == doctest::Approx(span));
+    person.drag(middle, person.in_plot(9, 0.5), host::middle_button);
+    CHECK(person.x_axis().AxisValue1 == 0);
+    CHECK(person.key(Key::Right));
+    CHECK(person.x_axis().AxisValue1 == doctest::Approx(0.5).epsilon(0.01));
+    CHECK(person.key(Key::Plus, host::shift_key, u'+'));
+    CHECK(person.x_axis().AxisValue2 - person.x_axis().AxisValue1 == doctest::Approx(span / 1.25));
+    CHECK(person.key(Key::Home));
+    CHECK(person.shown() == full);
+    CHECK_FALSE(person.state.HScroll1.Visible);
+    person.state.gestures.keyboard = false;
+    CHECK_FALSE(person.key(Key::Plus, 0, u'+'));
+    CHECK(person.heard.errors.empty());
+}
+
+TEST_CASE("steps of zooming are undone and redone, a run of one kind at once") {
+    Navigator person;
+    person.drag(person.in_plot(0.2, 0.2), person.in_plot(0.6, 0.6));
+    auto const boxed = person.shown();
+    for (int i = 0; i < 5; ++i) person.wheel(person.in_plot(0.5, 0.5), 1);
+    auto const wheeled = person.shown();
+    CHECK(person.key(Key::Left, host::alt_key));
+    CHECK(person.shown() == boxed);
+    CHECK(person.key(Key::Left, host::alt_key));
+    CHECK(person.shown() == full);
+    CHECK_FALSE(person.key(Key::Left, host::alt_key));
+    CHECK(person.key(Key::Right, host::alt_key));
+    CHECK(person.key(Key::Right, host::alt_key));
+    CHECK(person.shown() == wheeled);
+    CHECK_FALSE(person.key(Key::Right, host::alt_key));
+    person.key(Key::Left, host::alt_key);
+    person.drag(person.in_plot(0.2, 0.2), person.in_plot(0.6, 0.6)); // a new way: nothing to redo
+    CHECK_FALSE(person.key(Key::Right, host::alt_key));
+    person.page.Reset();
+    CHECK_FALSE(person.key(Key::Left, host::alt_key));
+}
+
+TEST_CASE("Escape takes a rubber band or a drag back") {
+    Navigator person;
+    person.page.GraphPosition({.Left = 10, .Top = 10, .Width = 70, .Height = 70});
+    person.page.Refresh();
+    auto const before = person.pixels();
+    person.press(person.in_plot(0.2, 0.2));
+    person.move(person.in_plot(0.5, 0.5), host::left_button);
+    CHECK(person.key(Key::Escape, 0, 27));
+    CHECK(person.pixels() == before);
+    person.release(person.in_plot(0.5, 0.5));
+    CHECK(person.shown() == full);
+
+    graph::Graph& graph = person.graph();
+    for (const Point grip : {Point{graph.FrameLeft + 200.0, graph.FrameTop + 200.0},
+                             Point{graph.FrameLeft + 5.0, graph.FrameTop + 2000.0},
+                             Point{person.plot().left + 5, person.plot().top + 500},
+                             Point{graph.LegendLeft + 20.0, graph.LegendTop + 20.0}}) {
+        person.press(grip);
+        person.move({grip.x + 900, grip.y + 900}, host::left_button);
+        CHECK(person.pixels() != before);
+        CHECK(person.key(Key::Escape));
+        CHECK(person.pixels() == before);
+        person.move({grip.x + 100, grip.y + 100}, host::left_button);
+        person.release({grip.x + 100, grip.y + 100});
+        CHECK(person.pixels() == before);
+    }
+    CHECK_FALSE(person.key(Key::Escape));
+}
+
+TEST_CASE("Tab goes through the graphs and leaves after the last") {
+    Navigator person;
+    person.page.NewGraph("second");
+    person.page.NewGraph("third");
+    person.page.SetSelectedGraph(0);
+    CHECK(person.key(Key::Tab, 0, u'\t'));
+    CHECK(person.state.CurrentGraph == 1);
+    CHECK(person.key(Key::Tab));
+    CHECK_FALSE(person.key(Key::Tab));
+    CHECK(person.key(Key::Tab, host::shift_key));
+    CHECK(person.state.CurrentGraph == 1);
+}
+
+TEST_CASE("the point under the pointer is named unless the host has a tooltip of its own") {
+    Navigator person;
+    person.page.AddDataPoint(2.5, 8, 0, 0, "peak");
+    person.page.Refresh();
+    person.move(person.in_plot(0.252, 0.202));
+    CHECK(person.state.shown_tooltip() == "line, peak: 2.5, 8");
+    person.move(person.in_plot(0.45, 0.2));
+    CHECK(person.state.shown_tooltip().empty());
+    person.page.SetTooltip("mine");
+    person.move(person.in_plot(0.25, 0.2));
+    CHECK(person.state.shown_tooltip() == "mine");
+}
+
+TEST_CASE("the nearest point is the one that looking at all of them finds") {
+    std::mt19937 random(3);
+    Navigator person;
+    person.page.NewDataSet("cloud");
+    std::vector<double> x(20000), y(20000);
+    for (bool const rising : {false, true}) {
+        for (std::size_t i = 0; i < x.size(); ++i) {
+            x[i] =
+                rising ? 10.0 * static_cast<double>(i) / 20000 : static_cast<double>(random() % 10000) / 1000;
+            y[i] = static_cast<double>(random() % 10000) / 1000;
+        }
+        person.page.AddDataPoints(x, y);
+        scale::AxisMap const x_map = scale::x_map(person.graph(), person.x_axis());
+        scale::AxisMap const y_map = scale::y_map(person.graph(), person.y_axis());
+        for (int round = 0; round < 50; ++round) {
+            const Point place = person.in_plot(static_cast<double>(random() % 1000) / 1000,
+                                               static_cast<double>(random() % 1000) / 1000);
+            double least = 200;
+            for (graph::DataSet const& set : person.graph().DataSets)
+                for (std::size_t i = 0; i < set.points.size(); i += 1) {
+                    auto const point = set.points.at(i);
+                    least = std::min(least, std::hypot(x_map(point.X) - place.x, y_map(point.Y) - place.y));
+                }
+            auto const found = interact::nearest_point(person.state, 0, place, 200);
+            CHECK((found ? found->distance : 200) == doctest::Approx(least));
+        }
+    }
+}
