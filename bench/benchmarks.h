@@ -11,5 +11,6 @@ constexpr std::array<std::size_t, 5> point_counts{1000, 10000, 100000, 1000000, 
 void register_data_entry();
 void register_redraw();
 void register_gradient();
+void register_interaction();
 
 } // namespace qv::bench

@@ -7,6 +7,7 @@ int main(int argc, char** argv) {
     qv::bench::register_data_entry();
     qv::bench::register_redraw();
     qv::bench::register_gradient();
+    qv::bench::register_interaction();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     benchmark::RunSpecifiedBenchmarks();
