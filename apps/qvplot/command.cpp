@@ -1,6 +1,7 @@
 #include "qvplot/command.h"
 
 #include "platform/headless/HeadlessHost.h"
+#include "qvplot/formula.h"
 #include "qvplot/options.h"
 #include "qvplot/page.h"
 #include "qvplot/plot_error.h"
@@ -11,11 +12,14 @@
 
 #include <CLI/CLI.hpp>
 
+#include <iostream>
+
 namespace qv::plot {
 namespace {
 
 void write_page(PlotOptions const& options) {
     PlotData data = read_series(options, ProgressLine());
+    add_functions(data, options);
     for (std::string const& note : drop_points_without_logarithm(data, options.log)) tell(note);
     headless::HeadlessHost host(options.size);
     FirstError errors;
@@ -32,7 +36,8 @@ void check_output(std::filesystem::path const& out) {
 }
 
 int plot(PlotOptions const& options, Arguments const& arguments) {
-    if (options.files.empty()) throw PlotError("no data file is named; qvplot --help shows how");
+    if (options.files.empty() && options.functions.empty())
+        throw PlotError("no data file is named; qvplot --help shows how");
     check_output(options.out);
     if (!options.out.empty()) write_page(options);
     return options.show || options.out.empty() ? show_window(arguments) : success;
@@ -41,19 +46,28 @@ int plot(PlotOptions const& options, Arguments const& arguments) {
 } // namespace
 
 int run(int argc, char const* const* argv) {
-    CLI::App app("Draws columns of CSV files as a graph", "qvplot");
+    CLI::App app("Draws columns of CSV files, and functions, as a graph", "qvplot");
     PlotOptions options;
     add_plot_options(app, options);
+    CLI::App& eval =
+        *app.add_subcommand("eval", "Evaluates a formula and prints a table of x and its values");
+    EvalOptions eval_options;
+    add_eval_options(eval, eval_options);
     try {
         app.parse(argc, argv);
     } catch (CLI::Success const& help) {
         return app.exit(help);
+    } catch (PlotError const& error) {
+        tell(error.what());
+        return failure;
     } catch (CLI::ParseError const& error) {
         const std::string text = error.what();
         tell(text.substr(0, text.find('\n')) + "; qvplot --help shows the options");
         return failure;
     }
-    return reported([&] { return plot(options, {argc, argv}); });
+    return reported([&] {
+        return eval.parsed() ? evaluate(eval_options, std::cout) : plot(options, {argc, argv});
+    });
 }
 
 } // namespace qv::plot

@@ -1,5 +1,7 @@
 #include "qvplot/options.h"
 
+#include "qvplot/formula.h"
+
 #include <CLI/CLI.hpp>
 
 #include <charconv>
@@ -32,6 +34,13 @@ PixelSize parse_size(std::string const& text) {
                                                "such as 1200x800");
 }
 
+void add_definitions(CLI::App& app, std::vector<std::string>& definitions) {
+    app.add_option("--define", definitions,
+                   "function that formulas may use, such as \"f(a) = a^2\", may be repeated")
+        ->type_name("FUNCTION")
+        ->allow_extra_args(false);
+}
+
 void add_columns(CLI::App& app, PlotOptions& options) {
     // One value an option: a file name that follows is not a column.
     auto const add_list = [&](char const* name, std::vector<std::string>& columns, char const* help) {
@@ -44,6 +53,14 @@ void add_columns(CLI::App& app, PlotOptions& options) {
         ->type_name("COLUMN");
     add_list("--y", options.y, "column to draw, may be repeated; default: all that begin with a number");
     add_list("--y2", options.y2, "column to draw against an axis on the right, may be repeated");
+    app.add_option("--function", options.functions, "formula in x to draw, may be repeated")
+        ->type_name("FORMULA")
+        ->allow_extra_args(false);
+    app.add_option_function<std::string>(
+           "--x-range", [&](std::string const& text) { options.x_range = parse_x_range("--x-range", text); },
+           "where to draw the formulas; default: along the data, else -10:10")
+        ->type_name("FROM:TO");
+    add_definitions(app, options.definitions);
 }
 
 void add_look(CLI::App& app, PlotOptions& options) {
@@ -74,6 +91,13 @@ void add_output(CLI::App& app, PlotOptions& options) {
 }
 
 } // namespace
+
+void add_eval_options(CLI::App& app, EvalOptions& options) {
+    app.add_option("FORMULA", options.formula, "formula, in x or without a variable")->required();
+    app.add_option("--x", options.x, "values of x; without a step there are eleven")
+        ->type_name("VALUE|FROM:TO[:STEP]");
+    add_definitions(app, options.definitions);
+}
 
 void add_plot_options(CLI::App& app, PlotOptions& options) {
     add_columns(app, options);

@@ -4,6 +4,7 @@
 #include "base/geometry.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,11 +21,20 @@ struct LogAxes {
     bool y2 = false;
 };
 
+/// Values of x, the smaller first.
+struct XRange {
+    double from = 0;
+    double to = 0;
+};
+
 struct PlotOptions {
     std::vector<std::filesystem::path> files;
-    std::string x;               // column; empty: the first one
-    std::vector<std::string> y;  // columns; both lists empty: all that begin with a number
-    std::vector<std::string> y2; // columns on the axis to the right
+    std::string x;                        // column; empty: the first one
+    std::vector<std::string> y;           // columns; both lists empty: all that begin with a number
+    std::vector<std::string> y2;          // columns on the axis to the right
+    std::vector<std::string> functions;   // formulas in x
+    std::vector<std::string> definitions; // functions that they use
+    std::optional<XRange> x_range;        // of the functions
     bool lines = false;
     bool symbols = false;
     bool bars = false;
@@ -35,6 +45,10 @@ struct PlotOptions {
     std::filesystem::path out; // empty: no file is written
     bool show = false;
 };
+
+struct EvalOptions;
+/// Declares the options of evaluating a formula.
+void add_eval_options(CLI::App& app, EvalOptions& options);
 
 /// Declares the options of drawing a page; parsing fills `options`, which must outlive the parsing.
 void add_plot_options(CLI::App& app, PlotOptions& options);

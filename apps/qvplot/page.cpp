@@ -136,18 +136,28 @@ void style_points(qvGraph& page, Series const& series, std::size_t number, PageL
     page.DataLine({.Color = color, .Thickness = dense ? 1 : 2, .Style = lines ? 1 : 0});
 }
 
+void style_function(qvGraph& page, std::size_t number) {
+    page.DataSymbol(0);
+    page.DataLine({.Color = column_color(number), .Thickness = 2, .Style = 1});
+}
+
 void add_series(qvGraph& page, PlotData const& data) {
     for (Series const& series : data.series) {
         page.SelectYaxis(series.on_second_axis ? 2 : 1);
         page.NewDataSet(series.name);
-        page.AddDataPoints(series.x, series.y);
+        if (series.function.empty())
+            page.AddDataPoints(series.x, series.y);
+        else
+            page.AddMathFunc(series.function, series.function_range.from, series.function_range.to);
     }
 }
 
 void style_page(qvGraph& page, PlotData const& data, PageLayout const& layout, PlotOptions const& options) {
     for (std::size_t i = 0; i < data.series.size(); ++i) {
         page.SetSelectedData(static_cast<std::int16_t>(i));
-        if (options.bars)
+        if (!data.series[i].function.empty())
+            style_function(page, i);
+        else if (options.bars)
             style_bars(page, i, data.series.size(), layout);
         else
             style_points(page, data.series[i], i, layout, options);
@@ -174,6 +184,8 @@ void draw_page(qvGraph& page, PlotData const& data, PlotOptions const& options) 
     page.Reset();
     page.NewGraph(options.title);
     page.ThinTickLabels(true);
+    page.AdaptiveCurves(true);
+    for (std::string const& definition : options.definitions) page.DefineFunction(definition);
     const PageLayout layout = lay_out_page(page, data, options);
     if (layout.y2) page.NewYAxis("");
     add_series(page, data);

@@ -1,6 +1,6 @@
 #include "qvplot/report.h"
 
-#include "qvplot/plot_error.h"
+#include "qvplot/formula.h"
 
 #include <iostream>
 #include <new>
@@ -16,6 +16,8 @@ int reported(std::function<int()> const& body) {
         return body();
     } catch (std::bad_alloc const&) {
         tell("not enough memory");
+    } catch (FormulaError const& error) {
+        std::cerr << error.what() << "\n"; // the caret stands under its place
     } catch (std::exception const& error) {
         tell(error.what());
     }

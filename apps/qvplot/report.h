@@ -9,6 +9,7 @@
 namespace qv::plot {
 
 constexpr int success = 0;
+constexpr int partly_failed = 1; // some values are missing
 constexpr int failure = 2;
 
 /// Writes "qvplot: " and a line.

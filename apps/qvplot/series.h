@@ -15,10 +15,12 @@ struct Series {
     std::vector<double> x;
     std::vector<double> y;
     bool on_second_axis = false;
+    std::string function = {}; // the formula whose curve it is, with samples of it as x and y; else empty
+    XRange function_range = {};
 };
 
 struct PlotData {
-    std::string x_name;
+    std::string x_name;     // empty without files
     bool x_is_date = false; // x in days since 1899-12-30
     std::vector<Series> series;
 };
@@ -33,8 +35,8 @@ struct Progress {
 /// Called for each full million of rows of a file, and once when such a file has been read.
 using ProgressReport = std::function<void(Progress const&)>;
 
-/// Reads what the options ask for. What is wrong with a file, a column or a field is a table::TableError
-/// that names it; options that do not fit the files are a PlotError.
+/// Reads what the options ask for, nothing where they name no file. What is wrong with a file, a column or a
+/// field is a table::TableError that names it; options that do not fit the files are a PlotError.
 PlotData read_series(PlotOptions const& options, ProgressReport const& report = {});
 
 /// Takes points that have no place on a logarithmic axis out of their series. Returns a line for each series

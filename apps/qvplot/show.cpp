@@ -1,5 +1,6 @@
 // The module that shows a page in a window.
 #include "platform/qt/QvGraphWidget.h"
+#include "qvplot/formula.h"
 #include "qvplot/options.h"
 #include "qvplot/page.h"
 #include "qvplot/plot_error.h"
@@ -68,6 +69,7 @@ int show(int argc, char const* const* argv) {
     char* values[] = {name.data(), nullptr};
     QApplication application(count, values);
     PlotData data = read_series(options, ProgressLine());
+    add_functions(data, options);
     for (std::string const& note : drop_points_without_logarithm(data, options.log)) tell(note);
     PlotWindow window(std::move(data), options);
     window.show();

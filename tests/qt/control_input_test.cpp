@@ -35,7 +35,7 @@ host::MouseInput mouse(host::MouseKind kind, std::uint8_t button) {
 TEST_CASE_FIXTURE(Fixture, "only a double click of the left button is one") {
     using host::MouseKind;
     for (auto const kind : {MouseKind::Press, MouseKind::Move, MouseKind::Release})
-        CHECK_FALSE(host.input(mouse(kind, host::left_button)));
+        CHECK(host.input(mouse(kind, host::left_button)));
     CHECK_FALSE(host.input(mouse(MouseKind::DoubleClick, host::right_button)));
     CHECK(heard.double_clicks == 0);
     CHECK(host.input(mouse(MouseKind::DoubleClick, host::left_button)));

@@ -58,7 +58,7 @@ TEST_CASE("wheel turns come in notches, fractions included") {
     CHECK(turned({240, 0}) == host::WheelInput{0, 2, host::ctrl_key, {30, 60}});
 }
 
-TEST_CASE("only keys with a character become key input") {
+TEST_CASE("keys with a character and keys that move about become key input") {
     struct Row {
         int key;
         Qt::KeyboardModifiers keys;
@@ -74,7 +74,7 @@ TEST_CASE("only keys with a character become key input") {
         {Qt::Key_Escape, Qt::NoModifier, "\x1b", u"\x1b"},
         {0x20AC, Qt::NoModifier, QString::fromUtf8("€"), u"€"},
         {0, Qt::NoModifier, QString::fromUtf8("😀"), u"\xD83D\xDE00"},
-        {Qt::Key_Left, Qt::NoModifier, "", u""},
+        {Qt::Key_Left, Qt::NoModifier, "", std::u16string(1, 0)},
         {Qt::Key_F1, Qt::NoModifier, "", u""},
         {Qt::Key_Shift, Qt::ShiftModifier, "", u""},
         {Qt::Key_Delete, Qt::NoModifier, "\x7f", u""},
@@ -88,6 +88,11 @@ TEST_CASE("only keys with a character become key input") {
     }
     auto const shifted = key_inputs(QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::ShiftModifier, "A"));
     CHECK(shifted.front().shift == host::shift_key);
+    auto const moving = [](int key, QString const& text) {
+        return key_inputs(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, text)).front();
+    };
+    CHECK(moving(Qt::Key_Plus, "+") == host::KeyInput{u'+', 0, host::Key::Plus});
+    CHECK(moving(Qt::Key_Home, "") == host::KeyInput{0, 0, host::Key::Home});
 }
 
 } // namespace

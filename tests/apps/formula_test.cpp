@@ -1,0 +1,91 @@
+#include "qvplot/formula.h"
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+
+using namespace qv::plot;
+
+namespace {
+
+struct Table {
+    int status = 0;
+    std::string text;
+};
+
+Table eval(std::string const& formula, std::optional<std::string> x = {},
+           std::vector<std::string> definitions = {}) {
+    std::ostringstream out;
+    int const status = evaluate({formula, std::move(x), std::move(definitions)}, out);
+    return {status, out.str()};
+}
+
+std::string refusal(std::string const& formula, std::optional<std::string> x = {}) {
+    try {
+        eval(formula, std::move(x));
+    } catch (PlotError const& error) {
+        return error.what();
+    }
+    return "";
+}
+
+} // namespace
+
+TEST_CASE("a table of x and values, its ends included, without sums of rounding errors") {
+    CHECK(eval("x^2", "0:1:0.5").text == "0\t0\n0.5\t0.25\n1\t1\n");
+    CHECK(eval("x", "0.1:0.3:0.1").text == "0.1\t0.1\n0.2\t0.2\n0.3\t0.3\n");
+    CHECK(eval("2*x", "1:-1:-1").text == "1\t2\n0\t0\n-1\t-2\n");
+    CHECK(eval("x", "0:1:0.4").text == "0\t0\n0.4\t0.4\n0.8\t0.8\n");
+    CHECK(eval("x", "5").text == "5\t5\n");
+    CHECK(eval("2^10").text == "1024\n");
+    CHECK(eval("f(x)", "3:3", {"g(a) = a^2", "f(a) = g(a) + 1"}).text.starts_with("3\t"));
+    auto const long_table = eval("x", "0:1:0.0001").text;
+    CHECK(std::ranges::count(long_table, '\n') == 10001);
+    CHECK(long_table.ends_with("\n1\t1\n"));
+}
+
+TEST_CASE("a value that fails is empty, and the status tells") {
+    auto const [status, text] = eval("1/x", "-1:1:1");
+    CHECK(status == 1);
+    CHECK(text == "-1\t-1\n0\t\n1\t1\n");
+    CHECK(eval("1/0").status == 1);
+}
+
+TEST_CASE("what cannot be evaluated is refused with a reason") {
+    CHECK(refusal("x^2 + sin(", "0:1")
+          == "x^2 + sin(\n          ^\nSyntax Error: Unexpected end of expression");
+    CHECK(refusal("x").find("--x FROM:TO:STEP") != std::string::npos);
+    for (char const* x :
+         {"a", "", "1:", "0:1:0", "0:1:-1", "0:1:1:1", "0:1e9:1", "nan:1", "0:inf", "0x1:2"}) {
+        CAPTURE(x);
+        CHECK(refusal("x", x).starts_with("--x"));
+    }
+    for (char const* range : {"1", "1:0", "0:0", "0:1:2", "a:b"})
+        CHECK_THROWS_AS(parse_x_range("--x-range", range), PlotError);
+}
+
+TEST_CASE("functions become series along the data, and poles do not stretch the axis") {
+    PlotOptions options;
+    options.functions = {"tan(x)", "x^2"};
+    PlotData data;
+    add_functions(data, options);
+    REQUIRE(data.series.size() == 2);
+    CHECK(data.series[0].function_range.from == -10);
+    auto const [low, high] = std::ranges::minmax(data.series[0].y);
+    CHECK(high < 20);
+    CHECK(low > -20);
+    CHECK(std::ranges::max(data.series[1].y) == 100);
+
+    PlotData measured{"t", false, {}};
+    measured.series.emplace_back().x = {3, 7};
+    options.functions = {"1/(x-5)"};
+    add_functions(measured, options);
+    CHECK(measured.x_name == "t");
+    CHECK(measured.series[1].function_range.to == 7);
+    options.functions = {"1/(x-x)"};
+    CHECK_THROWS_AS(add_functions(measured, options), PlotError);
+    options.functions = {"2 +"};
+    CHECK_THROWS_AS(add_functions(measured, options), FormulaError);
+}
