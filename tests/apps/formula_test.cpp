@@ -40,7 +40,7 @@ TEST_CASE("a table of x and values, its ends included, without sums of rounding 
     CHECK(eval("x", "0:1:0.4").text == "0\t0\n0.4\t0.4\n0.8\t0.8\n");
     CHECK(eval("x", "5").text == "5\t5\n");
     CHECK(eval("2^10").text == "1024\n");
-    CHECK(eval("f(x)", "3:3", {"g(a) = a^2", "f(a) = g(a) + 1"}).text.starts_with("3\t"));
+    CHECK(eval("f(x)", "3:3", {"f(a) = a^2 + 1"}).text == "3\t10\n");
     auto const long_table = eval("x", "0:1:0.0001").text;
     CHECK(std::ranges::count(long_table, '\n') == 10001);
     CHECK(long_table.ends_with("\n1\t1\n"));

@@ -1,0 +1,74 @@
+// The pictures of docs/gallery.md are what the examples draw.
+#include "platform/raster/png.h"
+
+#include <doctest/doctest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <string>
+
+using namespace qv;
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path source_folder() {
+    char const* const source = std::getenv("QV_SOURCE_DIR");
+    return source ? source : ".";
+}
+
+std::string text_of(fs::path const& file) {
+    std::ifstream stream(file);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::set<std::string> names_in(fs::path const& folder, std::string const& extension) {
+    std::set<std::string> names;
+    for (auto const& entry : fs::directory_iterator(folder))
+        if (entry.path().extension() == extension) names.insert(entry.path().stem().string());
+    return names;
+}
+
+/// Share of the pixels of which some channel differs by more than a little.
+double difference(raster::PixelBuffer const& a, raster::PixelBuffer const& b) {
+    if (a.width != b.width || a.height != b.height) return 1;
+    std::size_t different = 0;
+    for (std::size_t i = 0; i < a.pixels.size(); ++i) {
+        bool same = true;
+        for (int shift = 0; shift < 24; shift += 8) {
+            int const level = static_cast<int>(a.pixels[i] >> shift & 0xFF);
+            same &= std::abs(level - static_cast<int>(b.pixels[i] >> shift & 0xFF)) <= 24;
+        }
+        different += !same;
+    }
+    return static_cast<double>(different) / static_cast<double>(a.pixels.size());
+}
+
+} // namespace
+
+TEST_CASE("every example has its picture in docs/gallery, and the page shows all of them") {
+    auto const examples = names_in(source_folder() / "examples" / "gallery", ".cpp");
+    CHECK(examples == names_in(source_folder() / "docs" / "gallery", ".png"));
+    std::string const page = text_of(source_folder() / "docs" / "gallery.md");
+    for (std::string const& name : examples) {
+        CAPTURE(name);
+        CHECK(page.find("(gallery/" + name + ".png)") != std::string::npos);
+        CHECK(page.find("(../examples/gallery/" + name + ".cpp)") != std::string::npos);
+    }
+}
+
+TEST_CASE("the examples draw these pictures; ./run-demo --gallery docs/gallery makes them anew") {
+    for (std::string const& name : names_in(source_folder() / "docs" / "gallery", ".png")) {
+        CAPTURE(name);
+        fs::path const drawn = fs::absolute("gallery-" + name + ".png");
+        std::string const command = "'" QV_PROGRAMS "/example_" + name + "' '" + drawn.string() + "'";
+        REQUIRE(std::system(command.c_str()) == 0);
+        auto const kept = raster::read_png(source_folder() / "docs" / "gallery" / (name + ".png")).buffer;
+        double const share = difference(raster::read_png(drawn).buffer, kept);
+        CHECK(share < 0.002);
+        if (share < 0.002) fs::remove(drawn);
+    }
+}
