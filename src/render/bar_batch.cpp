@@ -3,13 +3,7 @@
 #include <algorithm>
 
 namespace qv::render {
-bool BarBatch::pays(std::size_t bars, DrawSurface const& surface, Box const& visible, bool horizontal) {
-    double const across =
-        horizontal ? visible.height / surface.TwipsPerPixelY() : visible.width / surface.TwipsPerPixelX();
-    return static_cast<double>(bars) > 2 * across;
-}
-
-BarBatch::Span BarBatch::pixels(double from, double to, double twips_per_pixel, Span const& within) {
+inline BarBatch::Span BarBatch::pixels(double from, double to, double twips_per_pixel, Span const& within) {
     auto const [low, high] = std::minmax(from, to);
     double const first = low / twips_per_pixel + 0.5, last = high / twips_per_pixel + 0.5;
     if (!(last >= within.first && first < within.last + 1)) return {}; // not-a-number ends here too
@@ -18,11 +12,18 @@ BarBatch::Span BarBatch::pixels(double from, double to, double twips_per_pixel, 
             static_cast<int>(std::min(last, static_cast<double>(within.last)))};
 }
 
+bool BarBatch::pays(std::size_t bars, DrawSurface const& surface, Box const& visible, bool horizontal) {
+    double const across =
+        horizontal ? visible.height / surface.TwipsPerPixelY() : visible.width / surface.TwipsPerPixelX();
+    return static_cast<double>(bars) > 2 * across;
+}
+
 BarBatch::BarBatch(DrawSurface& surface, Box const& visible, bool horizontal)
-    : surface_(surface), horizontal_(horizontal) {
+    : surface_(surface), horizontal_(horizontal), x_unit_(surface.TwipsPerPixelX()),
+      y_unit_(surface.TwipsPerPixelY()) {
     const PixelSize size = surface.GetClientRect();
-    const Span columns = pixels(visible.left, visible.right(), surface.TwipsPerPixelX(), {0, size.width - 1});
-    const Span rows = pixels(visible.top, visible.bottom(), surface.TwipsPerPixelY(), {0, size.height - 1});
+    const Span columns = pixels(visible.left, visible.right(), x_unit_, {0, size.width - 1});
+    const Span rows = pixels(visible.top, visible.bottom(), y_unit_, {0, size.height - 1});
     across_ = horizontal ? rows : columns;
     along_ = horizontal ? columns : rows;
     auto const length = [](Span const& span) { return static_cast<std::size_t>(span.last - span.first + 1); };
@@ -30,11 +31,10 @@ BarBatch::BarBatch(DrawSurface& surface, Box const& visible, bool horizontal)
 }
 
 void BarBatch::add(BarBox const& box) {
-    double const x_unit = surface_.TwipsPerPixelX(), y_unit = surface_.TwipsPerPixelY();
-    const Span across =
-        horizontal_ ? pixels(box.y1, box.y2, y_unit, across_) : pixels(box.x1, box.x2, x_unit, across_);
-    const Span along =
-        horizontal_ ? pixels(box.x1, box.x2, x_unit, along_) : pixels(box.y1, box.y2, y_unit, along_);
+    const Span columns = pixels(box.x1, box.x2, x_unit_, horizontal_ ? along_ : across_);
+    const Span rows = pixels(box.y1, box.y2, y_unit_, horizontal_ ? across_ : along_);
+    Span const& across = horizontal_ ? rows : columns;
+    Span const& along = horizontal_ ? columns : rows;
     if (across.empty() || along.empty()) return;
     if (across == pending_across_ && along.touches(pending_along_)) {
         pending_along_.first = std::min(pending_along_.first, along.first);
@@ -60,7 +60,7 @@ void BarBatch::paint(int across, Span along, Color color) {
     auto const corner = [&](int place_along) -> Point {
         int const column = horizontal_ ? place_along : across;
         int const row = horizontal_ ? across : place_along;
-        return {column * surface_.TwipsPerPixelX(), row * surface_.TwipsPerPixelY()};
+        return {column * x_unit_, row * y_unit_};
     };
     surface_.Line(corner(along.first), corner(along.last), LineShape::FilledBox, color);
 }

@@ -36,7 +36,8 @@ private:
 
     DrawSurface& surface_;
     bool horizontal_;
-    Span across_; // the visible pixels across the bars, and along them
+    double x_unit_, y_unit_; // twips per pixel
+    Span across_;            // the visible pixels across the bars, and along them
     Span along_;
     std::vector<int> changes_; // in the number of bars from one pixel to the next, one row a pixel across
     Span pending_across_;      // neighbouring bars in the same pixels that are still growing together

@@ -167,6 +167,7 @@ void draw_bar_batch(Plotting& plotting, DataSet const& set, std::int16_t index) 
     const scale::AxisMap y_map = scale::y_map(graph, selected_y_axis(graph));
     const BarLayout layout(plotting.state, {index, symbol_bar, {}, {}, set.DataSymbolSize, false, {}});
     BarBatch batch(plotting.surface, plot_box(graph), set.BarHoriz);
+    if (plotting.bars.ends.size() < set.points.size()) plotting.bars.ends.resize(set.points.size());
     for (PointBlock const& block : set.points.blocks())
         for (std::size_t i = 0; i < block.size(); ++i) {
             const StackedBar bar = stacked(plotting.bars, set, {block.x()[i], block.y()[i]});
