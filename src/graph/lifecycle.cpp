@@ -25,6 +25,7 @@ void discard_graphs(ControlState& state) {
     state.pointing = {};
     state.zoom_history = {};
     state.PointTooltip.clear();
+    state.read_point.reset();
 }
 
 void reset_page_fill(ControlState& state) {

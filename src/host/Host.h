@@ -4,6 +4,7 @@
 #include "render/DrawSurface.h"
 
 #include <memory>
+#include <string>
 
 namespace qv::host {
 
@@ -19,6 +20,8 @@ public:
     virtual double label_height() const { return 255; }
     /// The visible page shows a new picture.
     virtual void page_shown() {}
+    /// A person has gone to a data point by keys; for those who hear the page instead of seeing it.
+    virtual void point_read(std::string const& /*text*/) {}
     /// Position, state or text of the scroll bars, the label or the tooltip, or the pointer's shape, may have
     /// changed.
     virtual void child_controls_changed() {}

@@ -42,6 +42,13 @@ struct WheelInput {
 /// Keys that move about on the page.
 enum class Key : std::uint8_t { None, Left, Right, Up, Down, Plus, Minus, Home, Tab, Escape };
 
+/// Two fingers have moved apart (scale above 1) or together since the last such input.
+struct PinchInput {
+    double scale = 1;
+    Point place; // between the fingers, twips
+    bool operator==(PinchInput const&) const = default;
+};
+
 /// A key with a character, or one that moves about, or both. A character beyond 16 bits comes as two inputs,
 /// its UTF-16 halves.
 struct KeyInput {
@@ -66,6 +73,6 @@ struct ScrollInput {
     bool operator==(ScrollInput const&) const = default;
 };
 
-using Input = std::variant<MouseInput, WheelInput, KeyInput, FocusInput, ScrollInput>;
+using Input = std::variant<MouseInput, WheelInput, PinchInput, KeyInput, FocusInput, ScrollInput>;
 
 } // namespace qv::host

@@ -158,7 +158,7 @@ void DragLegendTable(ControlState& state, Point mouse, bool first) {
         place_legend(state, *graph, corner);
         draw_legend_on_page(state, *graph);
         if (first && !graph->LegendInFront) render::PlotDataSets(state, *state.Picture1);
-        state.CrossHairValid = pointing.box_on_page = false;
+        state.CrossHairValid = pointing.box_on_page = pointing.mark_on_page = false;
         state.Picture1->Refresh();
         state.host->page_shown();
         if (!state.SuppressRaisingEvents) state.events->LegendPositionChanged();

@@ -5,6 +5,7 @@
 #include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/mouse.h"
+#include "interact/point_steps.h"
 #include "interact/zoom.h"
 #include "render/plot_geometry.h"
 
@@ -82,6 +83,32 @@ bool zoom_with_key(ControlState& state, double factor) {
     return true;
 }
 
+/// Zooms the graph under a place about it; false when there is none that may be zoomed.
+bool zoom_under(ControlState& state, Point place, double factor, AxisChoice axes) {
+    bool taken = false;
+    trapped(state, "zoom_under", [&] {
+        std::int16_t const index = state.pointing.pressed == 0 ? zoomable_at(state, place) : std::int16_t{-1};
+        if (index < 0) return;
+        taken = true;
+        BringGraphToFront(state, index);
+        if (!graph_at(state, index)) return;
+        const ZoomStepScope step(state, index, ZoomKind::Wheel);
+        zoom_about(state, index, place, factor, axes);
+        redraw_ranges(state, index);
+    });
+    return taken;
+}
+
+bool read_points(ControlState& state, Key key) {
+    switch (key) {
+    case Key::Left: return step_point(state, false);
+    case Key::Right: return step_point(state, true);
+    case Key::Up: return step_data_set(state, false);
+    case Key::Down: return step_data_set(state, true);
+    default: return false;
+    }
+}
+
 bool show_full_range(ControlState& state) {
     if (!zoomable_graph(state)) return false;
     std::int16_t const index = state.CurrentGraph;
@@ -124,6 +151,7 @@ bool answer_key(ControlState& state, host::KeyInput const& input) {
         return on.tab_through && go_to_graph(state, shift == 0 ? 1 : -1);
     if (shift == host::alt_key && key == Key::Left) return on.undo_zoom && undo_zoom(state);
     if (shift == host::alt_key && key == Key::Right) return on.undo_zoom && redo_zoom(state);
+    if (shift == host::ctrl_key) return on.read_points && read_points(state, key);
     // + is typed with Shift on many keyboards.
     bool const plain = shift == 0 || (key == Key::Plus && shift == host::shift_key);
     return on.keyboard && plain && state.pointing.pressed == 0 && move_about(state, key);
@@ -132,20 +160,14 @@ bool answer_key(ControlState& state, host::KeyInput const& input) {
 } // namespace
 
 bool turn_wheel(ControlState& state, host::WheelInput const& wheel) {
-    bool taken = false;
-    trapped(state, "turn_wheel", [&] {
-        if (!state.gestures.wheel_zoom || wheel.steps == 0 || state.pointing.pressed != 0) return;
-        std::int16_t const index = zoomable_at(state, wheel.place);
-        if (index < 0) return;
-        taken = true;
-        BringGraphToFront(state, index);
-        if (!graph_at(state, index)) return;
-        const ZoomStepScope step(state, index, ZoomKind::Wheel);
-        zoom_about(state, index, wheel.place, std::pow(wheel_factor, -wheel.steps),
-                   {.x = wheel.shift != host::ctrl_key, .y = wheel.shift != host::shift_key});
-        redraw_ranges(state, index);
-    });
-    return taken;
+    if (!state.gestures.wheel_zoom || wheel.steps == 0) return false;
+    return zoom_under(state, wheel.place, std::pow(wheel_factor, -wheel.steps),
+                      {.x = wheel.shift != host::ctrl_key, .y = wheel.shift != host::shift_key});
+}
+
+bool pinch(ControlState& state, host::PinchInput const& pinch) {
+    if (!state.gestures.pinch_zoom || !(pinch.scale > 0) || !std::isfinite(pinch.scale)) return false;
+    return zoom_under(state, pinch.place, 1 / pinch.scale, {});
 }
 
 bool press_key(ControlState& state, host::KeyInput const& key) {

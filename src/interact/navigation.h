@@ -10,8 +10,12 @@ namespace qv::interact {
 /// Zooms the graph under the pointer about it.
 bool turn_wheel(graph::ControlState& state, host::WheelInput const& wheel);
 
+/// The same for two fingers.
+bool pinch(graph::ControlState& state, host::PinchInput const& pinch);
+
 /// Arrows pan, + and - zoom about the middle, Home shows the full range, Tab goes to the next graph and on
-/// after the last, Escape takes a drag back, Alt with the arrows undoes and redoes zooming.
+/// after the last, Escape takes a drag back, Alt with the arrows undoes and redoes zooming, Ctrl with
+/// the arrows reads points.
 bool press_key(graph::ControlState& state, host::KeyInput const& key);
 
 /// Remembers where a graph is when a button goes down, so that Escape can put it back.

@@ -71,11 +71,15 @@ std::string coordinate_text(Axis const& axis, double value) {
                               pattern ? std::string_view(axis.AxisTextLabels) : std::string_view());
 }
 
+void show_read_out(ControlState& state, std::string_view text) {
+    show_label(state, one_line(text));
+}
+
 void ShowGraphCoords(ControlState& state, std::uint8_t button, Point place) {
     trapped(state, "ShowGraphCoords", [&] {
         std::int16_t const index = button == 0 ? PointingAt(state, 0, place, false) : std::int16_t{-1};
-        std::string text = index >= 0 ? one_line(read_out(state, index, place)) : std::string();
-        if (!state.Graphs.empty()) return show_label(state, std::move(text));
+        std::string const text = index >= 0 ? read_out(state, index, place) : std::string();
+        if (!state.Graphs.empty()) return show_read_out(state, text);
         state.Label1.Caption.clear();
         state.host->child_controls_changed();
     });

@@ -6,12 +6,16 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace qv::interact {
 
 /// Takes the pointer's data coordinates from the graph under it and shows them in `Label1`. While a button is
 /// held they stay as they are and the label is empty.
 void ShowGraphCoords(graph::ControlState& state, std::uint8_t button, Point place);
+
+/// Shows a text in the label, on one line; an empty one hides it.
+void show_read_out(graph::ControlState& state, std::string_view text);
 
 /// A value on an axis as the read-out writes it.
 std::string coordinate_text(graph::Axis const& axis, double value);

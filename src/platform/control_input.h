@@ -51,6 +51,7 @@ public:
     bool operator()(host::WheelInput const& wheel) const {
         return interact::turn_wheel(control_.state(), wheel);
     }
+    bool operator()(host::PinchInput const& pinch) const { return interact::pinch(control_.state(), pinch); }
     bool operator()(host::FocusInput const&) const { return false; }
 
 private:

@@ -34,7 +34,7 @@ void copy_page(DrawSurface& target, DrawSurface const& source) {
 void show(ControlState& state) {
     state.Picture1->Refresh();
     state.host->page_shown();
-    state.CrossHairValid = state.pointing.box_on_page = false;
+    state.CrossHairValid = state.pointing.box_on_page = state.pointing.mark_on_page = false;
 }
 
 void show_empty_page(ControlState& state) {

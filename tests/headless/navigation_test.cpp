@@ -156,6 +156,46 @@ TEST_CASE("the point under the pointer is named unless the host has a tooltip of
     CHECK(person.state.shown_tooltip() == "mine");
 }
 
+TEST_CASE("points and data sets are read by keys") {
+    Navigator person;
+    person.page.AddDataPoint(11, std::nan(""));
+    person.page.AddDataPoint(4.2, 9);
+    person.page.NewDataSet("second");
+    for (double x : {1.0, 3.9, 8.0}) person.page.AddDataPoint(x, 2, 0, 0, x == 8 ? "end" : "");
+    person.page.NewDataSet("hidden");
+    person.page.AddDataPoint(1, 1);
+    person.page.DataHide(true);
+    person.page.Refresh();
+    auto const before = person.pixels();
+    auto const reading = [&] { return person.state.Label1.Caption; };
+    CHECK(person.key(Key::Right, host::ctrl_key));
+    CHECK(reading() == "line: 0, 0");
+    CHECK(person.pixels() != before);
+    CHECK_FALSE(person.key(Key::Left, host::ctrl_key));
+    for (int i = 0; i < 11; ++i) CHECK(person.key(Key::Right, host::ctrl_key));
+    CHECK(reading() == "line: 4.2, 9"); // past the point that cannot be drawn
+    CHECK_FALSE(person.key(Key::Right, host::ctrl_key));
+    CHECK(person.key(Key::Down, host::ctrl_key));
+    CHECK(reading() == "second: 3.9, 2");
+    CHECK(person.key(Key::Right, host::ctrl_key));
+    CHECK(reading() == "second, end: 8, 2");
+    CHECK_FALSE(person.key(Key::Down, host::ctrl_key));
+    CHECK(person.key(Key::Up, host::ctrl_key));
+    CHECK(reading() == "line: 8, 8");
+    person.page.Refresh();
+    CHECK(person.pixels() == before);
+    person.page.Reset();
+    CHECK_FALSE(person.key(Key::Right, host::ctrl_key));
+}
+
+TEST_CASE("two fingers zoom about the place between them") {
+    Navigator person;
+    CHECK(person.host.input(host::PinchInput{2, person.in_plot(0.5, 0.5)}));
+    CHECK(person.x_axis().AxisValue2 - person.x_axis().AxisValue1 == doctest::Approx(5));
+    CHECK_FALSE(person.host.input(host::PinchInput{0, person.in_plot(0.5, 0.5)}));
+    CHECK_FALSE(person.host.input(host::PinchInput{2, {1, 1}}));
+}
+
 TEST_CASE("the nearest point is the one that looking at all of them finds") {
     std::mt19937 random(3);
     Navigator person;

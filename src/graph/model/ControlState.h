@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -85,6 +86,7 @@ struct ControlState {
     Pointing pointing;
     Gestures gestures;
     ZoomHistory zoom_history;
+    std::optional<ReadPoint> read_point;
     std::string PointTooltip; // names the data point under the pointer
     host::PointerShape MousePointer = host::PointerShape::Default;
     double MaxZoomFactor = 1e6;

@@ -1,6 +1,9 @@
 // What one press of a mouse button and the moves after it have to remember.
 #pragma once
 
+#include "base/geometry.h"
+
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -11,6 +14,8 @@ struct Gestures {
     bool wheel_zoom = true;    // about the pointer; Shift: x axes only, Ctrl: y axes only
     bool middle_pan = true;    // dragging with the middle button
     bool keyboard = true;      // arrows, + and -, Home
+    bool read_points = true;   // Ctrl+arrows go from point to point and from data set to data set
+    bool pinch_zoom = true;    // two fingers
     bool tab_through = true;   // Tab and Shift+Tab go from graph to graph
     bool escape = true;        // takes a drag or a rubber band back
     bool undo_zoom = true;     // Alt+Left, Alt+Right
@@ -35,6 +40,13 @@ struct ZoomStep {
 struct ZoomHistory {
     std::vector<ZoomStep> undo;
     std::vector<ZoomStep> redo;
+};
+
+/// The point that a person reads by keys.
+struct ReadPoint {
+    std::int16_t graph = 0;
+    std::int16_t data_set = 0;
+    std::size_t point = 0; // in order of arrival
 };
 
 /// Where a graph and its legend were when a button was pressed.
@@ -84,6 +96,8 @@ struct Pointing : HitFlags {
     bool box_on_page = false; // the rubber band drawn in invert mode is in step with the picture
     std::uint8_t pressed = 0; // the button whose drag is in progress, 0 for none
     GraphPlace before_press;
+    Box mark; // round the point read by keys, drawn in invert mode
+    bool mark_on_page = false;
 };
 
 } // namespace qv::graph
