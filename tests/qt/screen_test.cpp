@@ -1,4 +1,5 @@
 // On a real display: what the display server shows, and input that comes through it.
+#include "interact/zoom.h"
 #include "widget.h"
 
 #include <QtCore/QProcess>
@@ -46,6 +47,38 @@ TEST_SUITE("display") {
         REQUIRE(keys.size() == 2);
         CHECK(keys[0][0].toInt() == 'Q');
         CHECK(keys[1][0].toInt() == 13);
+    }
+
+    TEST_CASE("a rubber band drawn by hand zooms as it does without a window") {
+        ShownWidget shown;
+        shown.widget.activateWindow();
+        REQUIRE(QTest::qWaitForWindowActive(&shown.widget));
+        headless::HeadlessHost host({600, 400});
+        for (qvGraph* const page : {&shown.widget.control(), &host.control()}) {
+            page->NewGraph("zoomed", 0, 10, 0, 10);
+            page->Refresh();
+        }
+        const Point from{150 * 15.0, 120 * 15.0}, to{400 * 15.0, 260 * 15.0};
+        for (auto const& [kind, place] : {std::pair(host::MouseKind::Press, from),
+                                          {host::MouseKind::Move, to},
+                                          {host::MouseKind::Release, to}})
+            host.input(host::MouseInput{kind, host::left_button, 0, place});
+        const QPoint corner = shown.widget.page_view().mapToGlobal(QPoint(0, 0));
+        auto const at = [&](int x, int y) {
+            return QStringList{QString::number(corner.x() + x), QString::number(corner.y() + y)};
+        };
+        QProcess hands;
+        hands.start("xdotool",
+                    QStringList{"mousemove"} + at(150, 120)
+                        + QStringList{"sleep", "0.1", "mousedown", "1", "sleep", "0.1", "mousemove"}
+                        + at(300, 200) + QStringList{"sleep", "0.1", "mousemove"} + at(400, 260)
+                        + QStringList{"sleep", "0.1", "mouseup", "1"});
+        REQUIRE(hands.waitForStarted());
+        auto const ranges = [](qvGraph& page) { return interact::shown_ranges(*page.state().Graphs[0]); };
+        CHECK(
+            QTest::qWaitFor([&] { return ranges(shown.widget.control()) == ranges(host.control()); }, 20000));
+        CHECK((hands.state() == QProcess::NotRunning || hands.waitForFinished()));
+        CHECK(ranges(host.control())[0].first > 1);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "graph/model/trap.h"
 #include "platform/control_input.h"
 #include "platform/qt/WidgetHost.h"
+#include "platform/qt/accessible_page.h"
 #include "platform/qt/qvariants.h"
 
 #include <QtCore/QEvent>
@@ -12,6 +13,7 @@
 namespace qv::qt {
 
 QvGraphWidget::QvGraphWidget(QWidget* parent) : QWidget(parent) {
+    make_pages_accessible();
     setAttribute(Qt::WA_OpaquePaintEvent);
     host_ = std::make_unique<WidgetHost>(*this, [this](host::Input const& input) { return take(input); });
     setFocusProxy(&host_->page_view());

@@ -1,4 +1,5 @@
 #include "platform/qt/WidgetHost.h"
+#include <QtGui/QAccessible>
 
 #include "platform/qt/QvGraphWidget.h"
 #include "platform/qt/translate_input.h"
@@ -118,9 +119,15 @@ void WidgetHost::page_shown() {
     if (std::exchange(shown_margin_, margin_color()) != shown_margin_) widget_.update();
 }
 
+void WidgetHost::point_read(std::string const& text) {
+    QAccessibleValueChangeEvent event(&widget_, QString::fromStdString(text));
+    QAccessible::updateAccessibility(&event);
+}
+
 void WidgetHost::child_controls_changed() {
     if (!control_) return; // called from its constructor
     children_.follow(control_->state());
+    page_view_.show_pointer(control_->state().MousePointer);
     page_view_.setToolTip(QString::fromStdString(control_->state().shown_tooltip()));
 }
 

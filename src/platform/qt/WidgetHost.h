@@ -59,6 +59,7 @@ public:
     double scroll_bar_thickness() const override { return children_.scroll_bar_thickness(); }
     double label_height() const override { return children_.label_height(); }
     void page_shown() override;
+    void point_read(std::string const& text) override;
     void child_controls_changed() override;
 
 private:

@@ -3,6 +3,8 @@
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QWheelEvent>
+#include <QtWidgets/QGestureEvent>
+#include <QtWidgets/QWidget>
 
 #include <array>
 #include <utility>
@@ -45,6 +47,21 @@ std::optional<host::MouseKind> mouse_kind(QEvent::Type type) {
 }
 
 } // namespace
+
+Qt::CursorShape cursor_shape(host::PointerShape shape) {
+    switch (shape) {
+    case host::PointerShape::Cross: return Qt::CrossCursor;
+    case host::PointerShape::FourWay: return Qt::SizeAllCursor;
+    case host::PointerShape::NorthSouth: return Qt::SizeVerCursor;
+    case host::PointerShape::WestEast: return Qt::SizeHorCursor;
+    case host::PointerShape::UpArrow: return Qt::UpArrowCursor;
+    default: return Qt::ArrowCursor;
+    }
+}
+
+host::PinchInput pinch_input(QPinchGesture const& pinch, QWidget const& page) {
+    return {.scale = pinch.scaleFactor(), .place = in_twips(page.mapFromGlobal(pinch.centerPoint()))};
+}
 
 std::optional<host::MouseInput> mouse_input(QMouseEvent const& event) {
     auto const kind = mouse_kind(event.type());
