@@ -56,7 +56,11 @@ struct Steps {
     double from = 0;
     double step = 0;
     std::size_t count = 1;
-    double at(std::size_t i) const { return without_rounding_error(from + static_cast<double>(i) * step); }
+    double at(std::size_t i) const {
+        double const x = from + static_cast<double>(i) * step;
+        if (i == 0) return from;
+        return std::abs(x) < 1e-9 * std::abs(step) ? 0 : without_rounding_error(x);
+    }
 };
 
 Steps parse_steps(std::string const& text) {
@@ -80,17 +84,36 @@ Steps parse_steps(std::string const& text) {
 class Formula {
 public:
     Formula(std::string const& text, std::vector<std::string> const& definitions) {
+        // What cannot be computed, such as SQR(-2), gives a text instead of being passed over, and so no
+        // number.
+        engine_.RaiseErrors = false;
+        engine_.DefaultValue = "no value";
+        engine_.Variable(variable, 0.0);
+        engine_.AutoCreateVariables = false;
         for (std::string const& definition : definitions) {
             engine_.UserFunc(definition);
             if (engine_.ErrorCode() != 0)
                 throw FormulaError(render_error(definition, engine_.ErrorPos(), engine_.ErrorDescription()));
         }
+        if (text.find_first_not_of(" \t") == std::string::npos) throw PlotError("the formula is empty");
         engine_.Compile(text, 0);
         if (engine_.ErrorCode() != 0) throw FormulaError(render_error(engine_));
     }
 
-    bool uses_x() const { return engine_.NumVariables() > 0; }
-    std::string const& error() const { return engine_.ErrorDescription(); }
+    /// Whether its value needs an x: without that variable it cannot be compiled.
+    bool uses_x() {
+        engine_.ResetVariables();
+        engine_.Compile(engine_.ExpressionText(std::int16_t{1}), 0);
+        bool const needed = engine_.ErrorCode() != 0;
+        engine_.ClearError();
+        return needed;
+    }
+    std::string error() const {
+        std::string const& text = engine_.ErrorDescription();
+        return text.find("Type mismatch") == std::string::npos
+                   ? text
+                   : "no number: outside a function's domain, too large, or a text";
+    }
     bool failed() const { return engine_.ErrorCode() != 0; }
 
     /// A sample that fails becomes not-a-number.
@@ -206,10 +229,12 @@ XRange parse_x_range(std::string const& option, std::string_view text) {
 
 int evaluate(EvalOptions const& options, std::ostream& out) {
     Formula formula(options.formula, options.definitions);
-    if (options.x) return print_table(formula, parse_steps(*options.x), out);
-    if (formula.uses_x())
-        throw PlotError("\"" + options.formula + "\" uses a variable; give its values with --x FROM:TO:STEP");
-    return print_value(formula, out);
+    if (!options.x && formula.uses_x())
+        throw PlotError("\"" + options.formula + "\" uses x; give its values with --x FROM:TO:STEP");
+    int const status =
+        options.x ? print_table(formula, parse_steps(*options.x), out) : print_value(formula, out);
+    if (!out.flush()) throw PlotError("the table cannot be written; is the disk full?");
+    return status;
 }
 
 void add_functions(PlotData& data, PlotOptions const& options) {

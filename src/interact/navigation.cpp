@@ -167,6 +167,7 @@ bool turn_wheel(ControlState& state, host::WheelInput const& wheel) {
 
 bool pinch(ControlState& state, host::PinchInput const& pinch) {
     if (!state.gestures.pinch_zoom || !(pinch.scale > 0) || !std::isfinite(pinch.scale)) return false;
+    cancel_drag(state); // the first finger looked like a press
     return zoom_under(state, pinch.place, 1 / pinch.scale, {});
 }
 

@@ -49,7 +49,10 @@ std::optional<ReadPoint> present(ControlState const& state, Graph const& graph) 
     if (!read || read->graph != state.CurrentGraph || read->data_set >= graph.NumDataSets())
         return std::nullopt;
     DataSet const& set = at(graph.DataSets, read->data_set);
-    return is_read(set) && read->point < set.points.size() ? read : std::nullopt;
+    // Not a point that has been dropped since.
+    std::size_t const first = set.points.dropped();
+    return is_read(set) && read->arrival >= first && read->arrival - first < set.points.size() ? read
+                                                                                               : std::nullopt;
 }
 
 std::size_t nearest_in_x(PointStore const& points, double x) {
@@ -94,7 +97,8 @@ void erase_mark(ControlState& state) {
 bool read(ControlState& state, Graph& graph, std::int16_t data_set, std::optional<std::size_t> point) {
     if (!point) return false;
     erase_mark(state);
-    state.read_point = ReadPoint{state.CurrentGraph, data_set, *point};
+    state.read_point =
+        ReadPoint{state.CurrentGraph, data_set, *point + at(graph.DataSets, data_set).points.dropped()};
     std::string const text = point_name(state, state.CurrentGraph, {data_set, *point, 0});
     show_read_out(state, text);
     mark(state, graph, at(graph.DataSets, data_set), *point);
@@ -108,9 +112,10 @@ bool step_point(ControlState& state, bool forward) {
     Graph* const graph = graph_at(state, state.CurrentGraph);
     if (!graph) return false;
     if (auto const now = present(state, *graph)) {
-        std::size_t const next = forward ? now->point + 1 : now->point - 1;
+        PointStore const& points = at(graph->DataSets, now->data_set).points;
+        std::size_t const here = now->arrival - points.dropped();
         return read(state, *graph, now->data_set,
-                    drawable_from(at(graph->DataSets, now->data_set).points, next, forward));
+                    drawable_from(points, forward ? here + 1 : here - 1, forward));
     }
     auto const set = next_data_set(*graph, -1, true);
     if (!set) return false;
@@ -123,11 +128,14 @@ bool step_data_set(ControlState& state, bool forward) {
     if (!graph) return false;
     auto const now = present(state, *graph);
     if (!now) return step_point(state, true);
-    auto const set = next_data_set(*graph, now->data_set, forward);
-    if (!set) return false;
-    double const x = at(graph->DataSets, now->data_set).points.at(now->point).X;
-    PointStore const& points = at(graph->DataSets, *set).points;
-    return read(state, *graph, *set, drawable_from(points, nearest_in_x(points, x), true));
+    PointStore const& points = at(graph->DataSets, now->data_set).points;
+    double const x = points.at(now->arrival - points.dropped()).X;
+    for (auto set = next_data_set(*graph, now->data_set, forward); set;
+         set = next_data_set(*graph, *set, forward)) {
+        PointStore const& others = at(graph->DataSets, *set).points;
+        if (read(state, *graph, *set, drawable_from(others, nearest_in_x(others, x), true))) return true;
+    }
+    return false;
 }
 
 } // namespace qv::interact

@@ -38,6 +38,7 @@ TEST_CASE("a table of x and values, its ends included, without sums of rounding 
     CHECK(eval("x", "0.1:0.3:0.1").text == "0.1\t0.1\n0.2\t0.2\n0.3\t0.3\n");
     CHECK(eval("2*x", "1:-1:-1").text == "1\t2\n0\t0\n-1\t-2\n");
     CHECK(eval("x", "0:1:0.4").text == "0\t0\n0.4\t0.4\n0.8\t0.8\n");
+    CHECK(eval("x", "-0.2:0.2:0.2").text == "-0.2\t-0.2\n0\t0\n0.2\t0.2\n");
     CHECK(eval("x", "5").text == "5\t5\n");
     CHECK(eval("2^10").text == "1024\n");
     CHECK(eval("f(x)", "3:3", {"f(a) = a^2 + 1"}).text == "3\t10\n");
@@ -50,12 +51,18 @@ TEST_CASE("a value that fails is empty, and the status tells") {
     auto const [status, text] = eval("1/x", "-1:1:1");
     CHECK(status == 1);
     CHECK(text == "-1\t-1\n0\t\n1\t1\n");
-    CHECK(eval("1/0").status == 1);
+    for (char const* formula : {"1/0", "SQR(-2)", "exp(710)", "5 MOD 0", "\"text\""}) {
+        CAPTURE(formula);
+        CHECK(eval(formula).status == 1);
+        CHECK(eval(formula).text == "\n");
+    }
 }
 
 TEST_CASE("what cannot be evaluated is refused with a reason") {
     CHECK(refusal("x^2 + sin(", "0:1")
           == "x^2 + sin(\n          ^\nSyntax Error: Unexpected end of expression");
+    CHECK(refusal("x + y", "0:1").find("Undefined variable: y") != std::string::npos);
+    CHECK(refusal(" ") == "the formula is empty");
     CHECK(refusal("x").find("--x FROM:TO:STEP") != std::string::npos);
     for (char const* x :
          {"a", "", "1:", "0:1:0", "0:1:-1", "0:1:1:1", "0:1e9:1", "nan:1", "0:inf", "0x1:2"}) {

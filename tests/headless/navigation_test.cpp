@@ -184,6 +184,9 @@ TEST_CASE("points and data sets are read by keys") {
     CHECK(reading() == "line: 8, 8");
     person.page.Refresh();
     CHECK(person.pixels() == before);
+    person.page.DropDataPoints(3, 1);
+    CHECK(person.key(Key::Right, host::ctrl_key));
+    CHECK(reading() == "line: 9, 9");
     person.page.Reset();
     CHECK_FALSE(person.key(Key::Right, host::ctrl_key));
 }

@@ -46,7 +46,7 @@ struct ZoomHistory {
 struct ReadPoint {
     std::int16_t graph = 0;
     std::int16_t data_set = 0;
-    std::size_t point = 0; // in order of arrival
+    std::size_t arrival = 0; // of all points the data set ever had
 };
 
 /// Where a graph and its legend were when a button was pressed.

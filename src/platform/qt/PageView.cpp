@@ -45,7 +45,8 @@ bool PageView::event(QEvent* event) {
     auto const* const pinch =
         static_cast<QPinchGesture*>(static_cast<QGestureEvent*>(event)->gesture(Qt::PinchGesture));
     if (!pinch) return false;
-    return hand_over(pinch_input(*pinch, *this));
+    // The last step comes once more when the fingers go.
+    return pinch->state() != Qt::GestureUpdated || hand_over(pinch_input(*pinch, *this));
 }
 
 bool PageView::focusNextPrevChild(bool next) {

@@ -1,8 +1,9 @@
 #include "platform/qt/WidgetHost.h"
-#include <QtGui/QAccessible>
 
 #include "platform/qt/QvGraphWidget.h"
 #include "platform/qt/translate_input.h"
+
+#include <QtGui/QAccessible>
 
 namespace qv::qt {
 namespace {
@@ -122,6 +123,7 @@ void WidgetHost::page_shown() {
 void WidgetHost::point_read(std::string const& text) {
     QAccessibleValueChangeEvent event(&widget_, QString::fromStdString(text));
     QAccessible::updateAccessibility(&event);
+    page_view_.setAccessibleDescription(QString::fromStdString(text)); // it has the focus
 }
 
 void WidgetHost::child_controls_changed() {

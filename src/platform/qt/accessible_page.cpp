@@ -204,10 +204,11 @@ private:
         auto const& read = state.read_point;
         if (!read || read->graph >= graphs()) return {};
         Graph const& graph = *state.Graphs[static_cast<std::size_t>(read->graph)];
-        bool const is_there = read->data_set < graph.NumDataSets()
-                              && read->point < at(graph.DataSets, read->data_set).points.size();
-        return is_there ? interact::point_name(state, read->graph, {read->data_set, read->point, 0})
-                        : std::string();
+        if (read->data_set >= graph.NumDataSets()) return {};
+        graph::PointStore const& points = at(graph.DataSets, read->data_set).points;
+        std::size_t const point = read->arrival - points.dropped(); // of a dropped one it is too large
+        return point < points.size() ? interact::point_name(state, read->graph, {read->data_set, point, 0})
+                                     : std::string();
     }
 
     QvGraphWidget& page_;
