@@ -73,7 +73,8 @@ void fetch_legend(ControlState& state, Point place) {
 
 void toggle_cross_hair(ControlState& state, Point place) {
     state.CrossHairOn = !state.CrossHairOn;
-    state.CrossHairValid = true;
+    // Switched off, it is erased only where it still is.
+    if (state.CrossHairOn) state.CrossHairValid = true;
     DrawCrossHair(state, place);
 }
 
@@ -199,6 +200,8 @@ void end_gesture(ControlState& state, Graph& graph, Gesture gesture, Point place
 
 void Picture1_MouseDown(ControlState& state, std::uint8_t button, std::uint8_t shift, Point place) {
     trapped(state, "Picture1_MouseDown", [&] {
+        erase_box(state); // of a drag whose end was not seen
+        state.pointing.pressed = 0;
         state.MouseGraph = PointingAt(state, button, place, true);
         if (state.MouseGraph < 0) return;
         BringGraphToFront(state, state.MouseGraph);

@@ -137,6 +137,8 @@ void ZoomToBox(ControlState& state, Point release) {
     state.Zoomed = true;
     ResizeScrollBars(state);
     render::RefreshGraphs(state, state.MouseGraph, true);
+    // Drawing may have found the range whole, or changed it.
+    if (!state.Graphs.empty()) ResizeScrollBars(state);
 }
 
 void redraw_ranges(ControlState& state, std::int16_t index) {

@@ -5,6 +5,8 @@
 #include "scale/axis_range.h"
 #include "scale/zoomed.h"
 
+#include <cmath>
+
 namespace qv::render {
 namespace {
 
@@ -16,7 +18,7 @@ using graph::ControlState;
 void range_over_functions(ControlState& state, Axis& axis) {
     if (!axis.AxisNoData || axis.AxisValue1 != axis.ScaleMin || axis.AxisValue2 != axis.ScaleMax) return;
     graph::Extent extent = extent_of_functions(state, axis.AxisXY);
-    if (extent.empty()) extent = {0, 1};
+    if (extent.empty() || !std::isfinite(extent.high - extent.low)) extent = {0, 1};
     if (axis.DataMin == extent.low && axis.DataMax == extent.high) return;
     axis.DataMin = extent.low;
     axis.DataMax = extent.high;

@@ -181,8 +181,9 @@ void draw_each_symbol(Plotting& plotting, DataSet const& set, std::int16_t index
     // As many points as there are now, each looked up anew: a handler of ErrorMsg may add or drop some.
     std::size_t left = set.points.size();
     for (std::size_t b = 0; b < set.points.blocks().size(); ++b)
-        for (std::size_t i = 0;
-             left > 0 && b < set.points.blocks().size() && i < set.points.blocks()[b].size(); ++i, --left)
+        for (std::size_t i = 0; left > 0 && is_current(plotting.state, plotting.graph)
+                                && b < set.points.blocks().size() && i < set.points.blocks()[b].size();
+             ++i, --left)
             draw_symbol_at(plotting, set, {index, set.points.blocks()[b].entry(i), {}});
 }
 
@@ -253,6 +254,7 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
         for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
             DataSet const& set = at(graph.DataSets, i);
             if (set.DataHide) continue;
+            if (!is_current(state, graph)) return; // a handler has gone to another graph
             draw_points(plotting, set, i);
             draw_curve(plotting, set);
             draw_data_text(plotting, set);

@@ -46,6 +46,11 @@ Interval interval_of(DataSet const& set, Axis const& axis) {
     return interval;
 }
 
+/// A function whose ends lie beside the range of an upward axis cannot be seen.
+bool lies_beside(Interval const& interval, Axis const& axis) {
+    return axis.AxisValue1 < axis.AxisValue2 && interval.from > interval.to;
+}
+
 bool compile(ControlState& state, std::string const& formula) {
     qvExpression& engine = evaluator(state);
     engine.ResetCompiledExpressions(); // or the slots would run out after 32767 drawings
@@ -108,7 +113,7 @@ void include_values(ControlState& state, DataSet const& set, graph::Extent& exte
     Axis const& x_axis = at(graph.Axes, set.xAxisIndex);
     const scale::AxisMap map = scale::x_map(graph, x_axis);
     const Interval interval = interval_of(set, x_axis);
-    if (!compile(state, set.MathFunc)) return;
+    if (lies_beside(interval, x_axis) || !compile(state, set.MathFunc)) return;
     std::vector<double> x;
     for_each_x(interval, sample_count(state, map, interval), map.is_log, [&](double at) { x.push_back(at); });
     std::vector<double> y(x.size());
@@ -119,6 +124,7 @@ void include_values(ControlState& state, DataSet const& set, graph::Extent& exte
 
 void include_interval(DataSet const& set, graph::Extent& extent) {
     if (set.MathFuncX1 == 0 && set.MathFuncX2 == 0) return;
+    if (!std::isfinite(set.MathFuncX1) || !std::isfinite(set.MathFuncX2)) return;
     extent.include(set.MathFuncX1);
     extent.include(set.MathFuncX2);
 }
@@ -146,7 +152,9 @@ void DefineFunction(ControlState& state, std::string_view text) {
 
 void draw_function(ControlState& state, DrawSurface& surface, DataSet const& set,
                    LineMapping const& mapping) {
-    const Interval interval = interval_of(set, selected_x_axis(graph::current_graph(state)));
+    Axis const& x_axis = selected_x_axis(graph::current_graph(state));
+    const Interval interval = interval_of(set, x_axis);
+    if (lies_beside(interval, x_axis)) return;
     if (!compile(state, set.MathFunc) || sample_count(state, mapping.x, interval) == 0) return;
     const std::vector<Point> places =
         state.AdaptiveCurves ? sample_adaptively(state, interval, mapping, surface.TwipsPerPixelX())

@@ -83,7 +83,8 @@ void plot_over_legend(ControlState& state, DrawSurface& surface) {
 }
 
 void add_legend(ControlState& state, DrawSurface& surface, Graph const& graph, std::int16_t index) {
-    if (!graph.GraphInclude) return;
+    bool const is_there = index < state.NumGraphs() && at(state.Graphs, index).get() == &graph;
+    if (!is_there || !graph.GraphInclude) return;
     const graph::CurrentGraphScope current(state, index);
     LegendTable(state, surface, index);
     bool const lies_below = !graph.LegendInFront && graph.LegendShow && graph.LegendWidth > 0;
