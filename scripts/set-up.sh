@@ -3,9 +3,9 @@
 
 QV_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev libharfbuzz-dev libfontconfig-dev
-  libpng-dev libcsv-dev libcli11-dev fonts-liberation fonts-dejavu-core"
+  libpng-dev libcairo2-dev libcsv-dev libcli11-dev fonts-liberation fonts-dejavu-core"
 QV_QT_PACKAGES="qt6-base-dev"
-QV_TEST_PACKAGES="doctest-dev python3-minimal xvfb xdotool"
+QV_TEST_PACKAGES="doctest-dev python3-minimal xvfb xdotool poppler-utils librsvg2-bin netpbm cups cups-client xclip"
 QV_FUZZ_PACKAGES="clang"
 QV_BENCH_PACKAGES="libbenchmark-dev libmuparser-dev"
 # Other plotting libraries, for ./run-bench --peers alone.

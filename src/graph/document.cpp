@@ -42,8 +42,8 @@ std::int16_t select_level(ControlState& state, std::string_view procedure, AxisK
 }
 
 /// The names of the elements and one empty entry.
-template <class Element>
-void list_names(StableList<Element> const& elements, std::string Element::*name, TextList& names) {
+template <class Element, class Settings>
+void list_names(StableList<Element> const& elements, std::string Settings::*name, TextList& names) {
     TextList list;
     list.reserve(elements.size() + 1);
     for (Element const& element : elements) list.push_back(element.*name);

@@ -200,6 +200,9 @@ std::vector<MethodRow> make_method_table() {
         plain_method<&Q::Refresh>("Refresh"),
         plain_method<&Q::RefreshCurrentGraph>("RefreshCurrentGraph"),
         plain_method<&Q::RefreshGraphs>("RefreshGraphs", {{"WhichIndex"}, {"LegndOnPic1"}}),
+        plain_method<&Q::PrintImage>("PrintImage", {{"Landscape", false}}),
+        plain_method<&Q::SaveImage>("SaveImage", {{"Filename"}}),
+        plain_method<&Q::CopyToClipboard>("CopyToClipboard"),
 #define QV_STYLE(method, target) style_method<method##Arguments, &Q::method>(#method),
 #define QV_PARAMETER(method, name, kind_, default_, rule, property_)
 #define QV_STYLE_END(method, then)

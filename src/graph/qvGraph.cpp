@@ -7,6 +7,7 @@
 #include "graph/point_entry.h"
 #include "graph/settings.h"
 #include "interact/mouse.h"
+#include "interact/page_output.h"
 #include "interact/scroll_handlers.h"
 #include "render/function_curve.h"
 #include "render/pipeline.h"
@@ -204,6 +205,18 @@ void qvGraph::RefreshCurrentGraph() {
 
 void qvGraph::RefreshGraphs(Checked<std::int16_t> WhichIndex, Checked<bool> LegndOnPic1) {
     render::RefreshGraphs(state_, WhichIndex, LegndOnPic1);
+}
+
+void qvGraph::PrintImage(Checked<bool> Landscape) {
+    interact::PrintImage(state_, Landscape);
+}
+
+void qvGraph::SaveImage(std::string_view Filename) {
+    interact::SaveImage(state_, std::string(Filename));
+}
+
+void qvGraph::CopyToClipboard() {
+    interact::CopyToClipboard(state_);
 }
 
 Variant qvGraph::Get(std::string_view property) const {

@@ -134,6 +134,18 @@ public:
     void RefreshGraphs(Checked<std::int16_t> WhichIndex, Checked<bool> LegndOnPic1);
     /// \}
 
+    /// \name Out of the page
+    /// The picture as it was last shown; nothing is redrawn but for .svg and .pdf files.
+    /// \{
+    /// Prints the picture on one sheet of the default printer, fitted inside margins of one inch.
+    void PrintImage(Checked<bool> Landscape = false);
+    /// Writes the picture to a file, as the name's ending tells: .png; .svg and .pdf with shapes and text
+    /// instead of pixels; any other name a bitmap. What a file of that name held stays when writing fails.
+    void SaveImage(std::string_view Filename);
+    /// Puts the picture on the clipboard in place of what is there.
+    void CopyToClipboard();
+    /// \}
+
     /// \name Properties
     /// Rows of properties.def.
     /// \{

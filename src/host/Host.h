@@ -1,6 +1,8 @@
 // Host: what a control asks of the program or widget that holds it.
 #pragma once
 
+#include "base/fault.h"
+#include "host/Services.h"
 #include "render/DrawSurface.h"
 
 #include <memory>
@@ -25,6 +27,19 @@ public:
     /// Position, state or text of the scroll bars, the label or the tooltip, or the pointer's shape, may have
     /// changed.
     virtual void child_controls_changed() {}
+
+    /// \name Out of the page
+    /// \{
+    /// The default printer with one sheet, or nullptr where there is none.
+    virtual std::unique_ptr<Printer> default_printer() { return nullptr; }
+    /// The clipboard, or nullptr when it cannot be opened.
+    virtual std::unique_ptr<Clipboard> open_clipboard() { return nullptr; }
+    /// Writes the picture to a file, whose name tells the format: .png, .svg, .pdf, else a bitmap. A failure
+    /// is a fault that names file and reason; an earlier file of that name is then as it was.
+    virtual void save_picture(std::string const& /*file*/, PagePicture const& /*picture*/) {
+        raise_fault(FaultNumber::DeviceError, "This host cannot write files");
+    }
+    /// \}
 };
 
 } // namespace qv::host

@@ -45,6 +45,15 @@ const std::set<std::string_view> quiet_without_graphs{"Reset",
                                                       "RefreshCurrentGraph",
                                                       "RefreshGraphs",
                                                       "GetSelectedAxisIndex"};
+// What a host without printer, clipboard and files answers.
+const std::map<std::string_view, int> faults_of_bare_host{
+    {"PrintImage", 482}, {"CopyToClipboard", 521}, {"SaveImage", 57}};
+
+Events expected_without_graphs(std::string_view method) {
+    if (quiet_without_graphs.contains(method)) return {};
+    auto const service = faults_of_bare_host.find(method);
+    return error(service == faults_of_bare_host.end() ? 9 : service->second, std::string(method));
+}
 
 } // namespace
 
@@ -61,9 +70,7 @@ TEST_CASE("every method works or reports an index fault on a control without gra
         if (method.name == "GetSelectedAxisIndex") arguments[0] = 7;
         if (method.name == "DefineFunction") arguments[0] = "f(a) = a";
         control.Call(method.name, arguments);
-        auto const expected =
-            quiet_without_graphs.contains(method.name) ? Events() : error(9, std::string(method.name));
-        CHECK(control.events() == expected);
+        CHECK(control.events() == expected_without_graphs(method.name));
     }
 }
 

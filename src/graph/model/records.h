@@ -98,7 +98,8 @@ struct CurveMemory {
     std::size_t dropped = 0;
 };
 
-struct DataSet : GraphText {
+/// Everything of a data set but its points.
+struct DataSetSettings : GraphText {
     std::string DataLegend;
     bool DataInLegendTable = false;
     std::int16_t DataSymbol = 0;
@@ -123,14 +124,17 @@ struct DataSet : GraphText {
     double MathFuncX2 = 0;
     std::int16_t xAxisIndex = 0;
     std::int16_t yAxisIndex = 0;
+};
+
+struct DataSet : DataSetSettings {
     PointStore points;
     mutable CurveMemory curve; // written by drawing
 
     std::int32_t DataSetPointCount() const { return static_cast<std::int32_t>(points.size()); }
 };
 
-/// A plot panel.
-struct Graph {
+/// Everything of a graph but its axes and data sets.
+struct GraphSettings {
     float GraphLeft = 0; // position and size as fractions of the page
     float GraphTop = 0;
     float GraphWidth = 1;
@@ -145,11 +149,9 @@ struct Graph {
     float BorderTop = 0;
     float BorderRight = 0;
     float BorderBottom = 0;
-    StableList<Axis> Axes;
     std::int16_t SelectedAxis = 0;
     std::int16_t SelectedXAxis = 0;
     std::int16_t SelectedYAxis = 0;
-    StableList<DataSet> DataSets;
     std::int16_t SelectedDataSet = 0;
     std::int32_t NumPoints = 0; // of all data sets together
     bool GraphNotDrawn = true;
@@ -177,6 +179,12 @@ struct Graph {
     bool GraphAllowDragging = true;
     float GraphTitleVShift = 0; // millimetres
     float GraphTitleHShift = 0; // millimetres
+};
+
+/// A plot panel.
+struct Graph : GraphSettings {
+    StableList<Axis> Axes;
+    StableList<DataSet> DataSets;
 
     std::int16_t NumAxes() const { return static_cast<std::int16_t>(Axes.size()); }
     std::int16_t NumDataSets() const { return static_cast<std::int16_t>(DataSets.size()); }

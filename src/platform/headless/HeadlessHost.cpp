@@ -1,6 +1,8 @@
 #include "platform/headless/HeadlessHost.h"
 
 #include "platform/control_input.h"
+#include "platform/output/page_file.h"
+#include "platform/output/pdf_sheet.h"
 #include "platform/raster/png.h"
 
 namespace qv::headless {
@@ -9,6 +11,22 @@ namespace {
 // What a desktop's scroll bars and one line of text take at 96 dots per inch.
 constexpr double bar_thickness_pixels = 16;
 constexpr double label_height_pixels = 17;
+
+class MemoryClipboard final : public host::Clipboard {
+public:
+    MemoryClipboard(std::map<std::string, output::Bytes>& content,
+                    std::shared_ptr<raster::FontLibrary> const& fonts)
+        : content_(content), fonts_(fonts) {}
+    void clear() override { content_.clear(); }
+    void set_picture(host::PagePicture const& picture) override {
+        for (std::string_view const type : output::clipboard_types)
+            content_[std::string(type)] = output::encode_page(type, picture, fonts_);
+    }
+
+private:
+    std::map<std::string, output::Bytes>& content_;
+    std::shared_ptr<raster::FontLibrary> const& fonts_;
+};
 
 } // namespace
 
@@ -33,6 +51,24 @@ raster::RasterSurface const& HeadlessHost::picture() const {
 
 void HeadlessHost::save_png(std::filesystem::path const& file) const {
     raster::write_png(file, picture());
+}
+
+void HeadlessHost::print_to(std::filesystem::path const& file, host::PaperSize const& upright) {
+    sheet_file_ = file;
+    sheet_ = upright;
+}
+
+std::unique_ptr<host::Printer> HeadlessHost::default_printer() {
+    if (sheet_file_.empty()) return nullptr;
+    return std::make_unique<output::PdfSheet>(sheet_file_.string(), sheet_);
+}
+
+std::unique_ptr<host::Clipboard> HeadlessHost::open_clipboard() {
+    return std::make_unique<MemoryClipboard>(clipboard_, fonts_);
+}
+
+void HeadlessHost::save_picture(std::string const& file, host::PagePicture const& picture) {
+    output::save_page(file, picture, fonts_);
 }
 
 std::unique_ptr<DrawSurface> HeadlessHost::make_surface() {

@@ -7,8 +7,12 @@
 #include "platform/raster/FontLibrary.h"
 #include "platform/raster/RasterSurface.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <map>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace qv::headless {
 
@@ -31,6 +35,12 @@ public:
     raster::RasterSurface const& picture() const;
     /// Writes the page as a PNG file; a file that cannot be written is a Fault that names it.
     void save_png(std::filesystem::path const& file) const;
+    /// From now on the printer is a PDF file of one sheet, A4 unless said otherwise; before, there is none.
+    void print_to(std::filesystem::path const& file,
+                  host::PaperSize const& upright = {210 / millimetres_per_inch * twips_per_inch,
+                                                    297 / millimetres_per_inch* twips_per_inch});
+    /// What the control has copied, by media type: "image/bmp", "image/png".
+    std::map<std::string, std::vector<std::uint8_t>> const& clipboard() const { return clipboard_; }
     /// How often the page has been shown.
     int times_shown() const { return times_shown_; }
 
@@ -38,11 +48,17 @@ public:
     double scroll_bar_thickness() const override;
     double label_height() const override;
     void page_shown() override { ++times_shown_; }
+    std::unique_ptr<host::Printer> default_printer() override;
+    std::unique_ptr<host::Clipboard> open_clipboard() override;
+    void save_picture(std::string const& file, host::PagePicture const& picture) override;
 
 private:
     double twips_per_pixel_;
     std::shared_ptr<raster::FontLibrary> fonts_;
     int times_shown_ = 0;
+    std::filesystem::path sheet_file_; // empty: no printer
+    host::PaperSize sheet_;
+    std::map<std::string, std::vector<std::uint8_t>> clipboard_;
     std::unique_ptr<qvGraph> control_;
 };
 

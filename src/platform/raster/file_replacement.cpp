@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <random>
 #include <string_view>
@@ -63,12 +64,26 @@ int write_all(std::string const& path, std::span<std::uint8_t const> bytes) {
     return std::fclose(file.release()) == 0 ? 0 : errno;
 }
 
+// Renaming onto a link or a device would take its place instead of writing through it.
+std::string ordinary_file(std::string const& path) {
+    std::error_code ignored;
+    auto const status = std::filesystem::symlink_status(path, ignored);
+    if (std::filesystem::is_symlink(status)) {
+        auto const target = std::filesystem::canonical(path, ignored);
+        return ignored ? path : ordinary_file(target.string());
+    }
+    if (std::filesystem::is_other(status))
+        raise_fault(FaultNumber::PathFileAccess, "Cannot write " + path + ": it is a device, not a file");
+    return path;
+}
+
 } // namespace
 
 void replace_file(std::string const& path, std::span<std::uint8_t const> bytes) {
-    const std::string part = name_beside(path);
+    const std::string target = ordinary_file(path);
+    const std::string part = name_beside(target);
     int error = write_all(part, bytes);
-    if (error == 0 && std::rename(part.c_str(), path.c_str()) != 0) error = errno;
+    if (error == 0 && std::rename(part.c_str(), target.c_str()) != 0) error = errno;
     if (error == 0) return;
     std::remove(part.c_str());
     raise_file_fault("write", path, error, FaultNumber::PathNotFound);

@@ -1,0 +1,54 @@
+// Services: what the control asks of the machine around it when a picture leaves the page.
+#pragma once
+
+#include "base/geometry.h"
+#include "render/DrawSurface.h"
+
+#include <functional>
+#include <memory>
+
+namespace qv::host {
+
+using SurfaceMaker = std::function<std::unique_ptr<DrawSurface>()>;
+
+/// The page on its way out of the control.
+class PagePicture {
+public:
+    virtual ~PagePicture() = default;
+    /// The pixels as they were last shown.
+    virtual DrawSurface const& pixels() const = 0;
+    /// The page as the document stands now, drawn on surfaces of another make; the finished one is returned.
+    /// The document stays as it is and no event is raised.
+    virtual std::unique_ptr<DrawSurface> redrawn(SurfaceMaker const& make_surface) const = 0;
+};
+
+enum class PageOrientation { Portrait = 1, Landscape = 2 };
+
+/// Width and height of a sheet in twips.
+struct PaperSize {
+    double width = 0;
+    double height = 0;
+};
+
+/// One sheet of a printer. Every operation may fail with fault 482.
+class Printer {
+public:
+    virtual ~Printer() = default;
+    /// The sheet held upright.
+    virtual PaperSize paper() = 0;
+    virtual void set_orientation(PageOrientation orientation) = 0;
+    /// Draws the pixels scaled into a box in twips from the sheet's left top corner.
+    virtual void draw_picture(DrawSurface const& picture, Box const& place) = 0;
+    /// Lets the sheet be printed.
+    virtual void end_document() = 0;
+};
+
+/// The system's clipboard, opened. Every operation may fail with fault 521.
+class Clipboard {
+public:
+    virtual ~Clipboard() = default;
+    virtual void clear() = 0;
+    virtual void set_picture(PagePicture const& picture) = 0;
+};
+
+} // namespace qv::host

@@ -1,0 +1,22 @@
+// The page handed to the outside world: printed, saved, copied. Pixels are those last shown.
+#pragma once
+
+#include "graph/model/ControlState.h"
+
+#include <string>
+
+namespace qv::interact {
+
+/// Where the page lies on a sheet, in inches: inside margins of one inch, proportions kept. A wide page fills
+/// the width, a quarter of the spare height above it, at least one inch; a tall one fills the height,
+/// centred. `paper` is the sheet held upright, `height_to_width` the page's.
+Box place_on_paper(host::PaperSize const& paper, double height_to_width, bool landscape);
+
+/// Prints the page on one sheet of the default printer. No printer is fault 482, reported.
+void PrintImage(graph::ControlState& state, bool landscape);
+/// Writes the page to a file whose name tells the format.
+void SaveImage(graph::ControlState& state, std::string const& file);
+/// Replaces what is on the clipboard. A clipboard that cannot be opened is fault 521, reported.
+void CopyToClipboard(graph::ControlState& state);
+
+} // namespace qv::interact

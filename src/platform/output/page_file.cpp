@@ -1,0 +1,56 @@
+#include "platform/output/page_file.h"
+
+#include "platform/raster/RasterSurface.h"
+#include "platform/raster/bmp.h"
+#include "platform/raster/file_replacement.h"
+#include "platform/raster/png.h"
+
+#include "base/fault.h"
+
+#include <algorithm>
+
+namespace qv::output {
+namespace {
+
+using Fonts = std::shared_ptr<raster::FontLibrary>;
+
+raster::RasterSurface const& pixels_of(host::PagePicture const& page) {
+    return static_cast<raster::RasterSurface const&>(page.pixels());
+}
+
+struct Format {
+    std::string_view ending; // of the last row: any
+    std::string_view media_type;
+    Bytes (*encode)(host::PagePicture const& page, Fonts const& fonts);
+};
+
+constexpr std::array formats{
+    Format{".png", "image/png",
+           [](auto const& page, Fonts const&) { return raster::encode_png(pixels_of(page)); }},
+    Format{"", "image/bmp",
+           [](auto const& page, Fonts const&) { return raster::encode_bmp(pixels_of(page)); }},
+};
+
+bool ends_with(std::string_view name, std::string_view ending) {
+    if (name.size() < ending.size()) return false;
+    return std::ranges::equal(name.substr(name.size() - ending.size()), ending, [](char letter, char wanted) {
+        return (letter >= 'A' && letter <= 'Z' ? letter - 'A' + 'a' : letter) == wanted;
+    });
+}
+
+} // namespace
+
+Bytes encode_page(std::string_view media_type, host::PagePicture const& page, Fonts const& fonts) {
+    auto const format = std::ranges::find(formats, media_type, &Format::media_type);
+    if (format == formats.end())
+        raise_fault(FaultNumber::InvalidProcedureCall, "A page cannot be had as " + std::string(media_type));
+    return format->encode(page, fonts);
+}
+
+void save_page(std::string const& file, host::PagePicture const& page, Fonts const& fonts) {
+    auto const format =
+        std::ranges::find_if(formats, [&](Format const& f) { return ends_with(file, f.ending); });
+    raster::replace_file(file, format->encode(page, fonts));
+}
+
+} // namespace qv::output

@@ -1,0 +1,130 @@
+#include "pages.h"
+#include "platform/raster/file_replacement.h"
+#include "platform/raster/png.h"
+#include "temporary_folder.h"
+
+#include <doctest/doctest.h>
+
+#include <csignal>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+using namespace qv;
+using namespace qv::test;
+using headless::HeadlessHost;
+namespace files = std::filesystem;
+
+namespace {
+
+/// No file can grow beyond this size, as on a disk without room.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        rlimit limit = before_;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    FullDisk(FullDisk const&) = delete;
+    FullDisk& operator=(FullDisk const&) = delete;
+
+private:
+    void (*handler_)(int);
+    rlimit before_{};
+};
+
+/// Nobody may write into the folder, not even the administrator, who writes as somebody else meanwhile.
+class ReadOnly {
+public:
+    explicit ReadOnly(files::path const& folder) : folder_(folder) {
+        files::permissions(folder, files::perms(0555));
+        if (geteuid() == 0) REQUIRE(seteuid(65534) == 0);
+    }
+    ~ReadOnly() {
+        if (getuid() == 0) CHECK(seteuid(0) == 0);
+        files::permissions(folder_, files::perms(0755));
+    }
+    ReadOnly(ReadOnly const&) = delete;
+    ReadOnly& operator=(ReadOnly const&) = delete;
+
+private:
+    files::path folder_;
+};
+
+std::string content_of(files::path const& file) {
+    auto const bytes = raster::read_file(file.string());
+    return {bytes.begin(), bytes.end()};
+}
+
+} // namespace
+
+TEST_CASE("a name's ending chooses the format, whatever the case of its letters") {
+    const TemporaryFolder folder;
+    HeadlessHost host({101, 67});
+    draw_dark_page(host.control());
+    struct Row {
+        char const* name;
+        std::string_view begins_with;
+    };
+    for (Row const& row : {Row{"page.png", "\x89PNG"}, Row{"PAGE.PNG", "\x89PNG"}, Row{"page.bmp", "BM"},
+                           Row{"page", "BM"}, Row{"page.jpg", "BM"}, Row{"png", "BM"}}) {
+        CAPTURE(row.name);
+        const files::path file = folder.path() / row.name;
+        host.control().SaveImage(file.string());
+        CHECK(content_of(file).starts_with(row.begins_with));
+    }
+    CHECK(raster::read_png((folder.path() / "page.png").string()).pixels_per_metre_x == 3780);
+}
+
+TEST_CASE("a page that cannot be written is reported, and the old file stays as it was") {
+    const TemporaryFolder folder;
+    HeadlessHost host({200, 150});
+    Errors errors;
+    draw_dark_page(host.control());
+    host.control().set_events(&errors);
+    for (char const* name : {"old", "old.png"}) {
+        const files::path old = folder.file(name, "what was there before");
+        errors.heard.clear();
+        {
+            const FullDisk full(100);
+            host.control().SaveImage(old.string());
+        }
+        {
+            const ReadOnly read_only(folder.path());
+            host.control().SaveImage(old.string());
+        }
+        host.control().SaveImage((folder.path() / "none" / name).string());
+        host.control().SaveImage("");
+        REQUIRE(errors.heard.size() == 4);
+        for (std::size_t i = 0; char const* number : {"61", "70", "76"}) {
+            CAPTURE(errors.heard[i]);
+            CHECK(errors.heard[i].starts_with("Error " + std::string(number)
+                                              + " has occured in qvGraph.ocx, SaveImage: Cannot write "));
+            CHECK(errors.heard[i++].find(name) != std::string::npos);
+        }
+        CHECK(content_of(old) == "what was there before");
+    }
+    CHECK(std::distance(files::directory_iterator(folder.path()), files::directory_iterator()) == 2);
+}
+
+TEST_CASE("a link stays a link and its file is replaced; a device is left alone") {
+    const TemporaryFolder folder;
+    HeadlessHost host({20, 10});
+    Errors errors;
+    host.control().set_events(&errors);
+    const files::path file = folder.file("file", "old");
+    const files::path link = folder.path() / "link";
+    files::create_symlink(file, link);
+    host.control().SaveImage(link.string());
+    CHECK(files::is_symlink(link));
+    CHECK(content_of(file).starts_with("BM"));
+    host.control().SaveImage("/dev/null");
+    REQUIRE(errors.heard.size() == 1);
+    CHECK(errors.heard[0].starts_with(
+        "Error 75 has occured in qvGraph.ocx, SaveImage: Cannot write /dev/null"));
+}

@@ -1,0 +1,86 @@
+#include "render/page_redraw.h"
+
+#include "pages.h"
+#include "platform/raster/RasterSurface.h"
+
+#include <doctest/doctest.h>
+
+using namespace qv;
+using namespace qv::test;
+using headless::HeadlessHost;
+
+namespace {
+
+struct Silence : host::EventSink {
+    void GraphScaleChanged() override { FAIL("an event"); }
+    void ErrorMsg(std::string&, std::string& Description) override { FAIL(Description); }
+};
+
+void draw_everything(qvGraph& page) {
+    for (char const* name : {"behind", "in front"}) {
+        page.NewGraph(name);
+        page.GraphPosition({10, 10, 70, 70});
+        page.BorderStyle({.Color1 = rgb(255, 255, 255), .Color2 = rgb(180, 200, 230)});
+        page.NewDataSet("points");
+        for (int i = 0; i <= 50; ++i) page.AddDataPoint(i, std::sin(i * 0.2) * i, i * 0.1);
+        page.SymbolStyle({.Symbol = 3, .Size = 1.5F});
+        page.NewDataSet("formula");
+        page.AddMathFunc("twice(x) - 3");
+        page.NewYAxis("right", 1, 1000);
+        page.AxisLog(true);
+    }
+    page.LegendInFront(false);
+    page.PageColors({.Color1 = rgb(250, 240, 220), .Color2 = rgb(200, 220, 255)});
+}
+
+std::vector<std::uint32_t> pixels_of_surface(DrawSurface const& surface) {
+    auto const pixels = static_cast<raster::RasterSurface const&>(surface).pixels();
+    return {pixels.begin(), pixels.end()};
+}
+
+} // namespace
+
+TEST_CASE("a page redrawn elsewhere looks as it was shown, and nothing else happens") {
+    HeadlessHost host({600, 400});
+    qvGraph& page = host.control();
+    page.DefineFunction("twice(a) = 2 * a");
+    draw_everything(page);
+    page.Refresh();
+    Silence silence;
+    page.set_events(&silence);
+    auto const shown = pixels_of(host);
+    int const times_shown = host.times_shown();
+    auto const redrawn = render::redraw_page(page.state(), [&] { return host.make_surface(); });
+    CHECK(pixels_of_surface(*redrawn) == shown);
+    CHECK(pixels_of(host) == shown);
+    CHECK(host.times_shown() == times_shown);
+    page.Refresh();
+    CHECK(pixels_of(host) == shown);
+}
+
+TEST_CASE("a page that waits for its first drawing is redrawn without being drawn") {
+    HeadlessHost host({600, 400});
+    HeadlessHost other({600, 400});
+    draw_everything(host.control());
+    draw_everything(other.control());
+    other.control().Refresh();
+    Silence silence;
+    host.control().set_events(&silence);
+    auto const redrawn = render::redraw_page(host.control().state(), [&] { return host.make_surface(); });
+    CHECK(pixels_of_surface(*redrawn) == pixels_of(other));
+    CHECK(host.control().state().Graphs[0]->GraphNotDrawn);
+    CHECK(host.control().state().Graphs[0]->FrameWidth == 0);
+    CHECK(host.control().state().Graphs[0]->DataSets[0].points.size() == 51); // they have come back
+}
+
+TEST_CASE("surfaces that cannot be made leave the document whole") {
+    HeadlessHost host({60, 40});
+    draw_dark_page(host.control());
+    int left = 3;
+    auto const make = [&]() -> std::unique_ptr<DrawSurface> {
+        if (left-- == 0) throw std::bad_alloc();
+        return host.make_surface();
+    };
+    CHECK_THROWS_AS(render::redraw_page(host.control().state(), make), std::bad_alloc);
+    CHECK(host.control().state().Graphs[0]->DataSets[0].points.size() == 101);
+}
