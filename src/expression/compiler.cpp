@@ -288,9 +288,9 @@ std::string Compilation::name_of(OpcodeNumber number) const {
 // The slot that a compilation is to fill, created when it lies above the highest.
 Slot& slot_for(Engine& engine, std::int16_t& index) {
     if (index <= 0) index = to_i16(engine.highest_slot() + 1);
-    if (index > engine.highest_slot()) engine.slots.resize(static_cast<std::size_t>(index) + 1);
+    if (index > engine.highest_slot()) engine.compiled.resize(static_cast<std::size_t>(index) + 1);
     engine.current_slot = index;
-    return engine.slots[static_cast<std::size_t>(index)];
+    return engine.compiled[static_cast<std::size_t>(index)];
 }
 
 } // namespace

@@ -48,8 +48,8 @@ void append_variable(Engine& engine, std::string_view name, double value) {
 
 void ResetCompiledExpressions(Engine& engine) {
     engine.ready_slot = 0;
-    engine.slots.clear();
-    engine.slots.resize(1);
+    engine.compiled.clear();
+    engine.compiled.resize(1);
     engine.current_slot = 0;
 }
 

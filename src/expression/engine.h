@@ -87,7 +87,7 @@ struct UserFunctionRecord {
 
 struct Engine : PublicFields {
     OpcodeTable opcodes = new_opcode_table();
-    std::vector<Slot> slots = std::vector<Slot>(1);
+    std::vector<Slot> compiled = std::vector<Slot>(1);
     std::int32_t current_slot = 0;
     /// The slot that was last evaluated by its numeric form, and that form; 0 when slots have changed since.
     std::int32_t ready_slot = 0;
@@ -98,7 +98,7 @@ struct Engine : PublicFields {
     std::uint64_t random_state = 0;
 
     NameMatch name_match() const { return CaseSensitiveVariables ? NameMatch::SameCase : NameMatch::AnyCase; }
-    std::int32_t highest_slot() const { return static_cast<std::int32_t>(slots.size()) - 1; }
+    std::int32_t highest_slot() const { return static_cast<std::int32_t>(compiled.size()) - 1; }
 };
 
 /// Sets code and description; position and source stay.
@@ -135,7 +135,7 @@ inline Slot& select_slot(Engine& engine, std::int32_t number) {
         engine.current_slot = known ? number : engine.highest_slot();
     }
     engine.error.source = engine.current_slot;
-    return engine.slots[static_cast<std::size_t>(engine.current_slot)];
+    return engine.compiled[static_cast<std::size_t>(engine.current_slot)];
 }
 
 /// Sets the error when the name is taken by a function, a constant, a user function or "NOT".

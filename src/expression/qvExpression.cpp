@@ -150,7 +150,7 @@ std::string qvExpression::ArrayName(Variant const& Index) {
 }
 
 std::int32_t qvExpression::NumExpressions() const {
-    bool const used = !slots.front().text.empty() || highest_slot() > 0;
+    bool const used = !compiled.front().text.empty() || highest_slot() > 0;
     return used ? highest_slot() + 1 : 0;
 }
 
@@ -158,7 +158,7 @@ std::string qvExpression::ExpressionText(Variant const& Index) {
     return expression::trapped(*this, "ExpressionText", [&] {
         const double number = number_of_variant(Index);
         const auto slot = number >= 0 ? entry(number, highest_slot()) : std::nullopt;
-        return slot ? at(slots, *slot).text : std::string();
+        return slot ? at(compiled, *slot).text : std::string();
     });
 }
 

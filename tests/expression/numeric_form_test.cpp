@@ -98,7 +98,7 @@ void check_agreement(Engine& engine) {
 }
 
 bool runs_numerically(Engine& engine) {
-    NumericForm* const form = engine.slots.back().numeric.get();
+    NumericForm* const form = engine.compiled.back().numeric.get();
     return form && load_variables(*form) && mathematics::finite(run(*form));
 }
 
@@ -194,8 +194,8 @@ TEST_CASE("only programs of numbers and known kinds have a numeric form") {
         Engine engine;
         std::int16_t slot = 0;
         Compile(engine, row.text, slot);
-        REQUIRE(engine.slots.back().numeric);
-        CHECK(engine.slots.back().numeric->result_kind == row.kind);
+        REQUIRE(engine.compiled.back().numeric);
+        CHECK(engine.compiled.back().numeric->result_kind == row.kind);
     }
     for (char const* text :
          {"x", "1", "x & \"\"", "RND(x)", "x + 1/0", "USER1 + x", "LEN(x)", "ARRAY(1,2,3)+x"}) {
@@ -203,7 +203,7 @@ TEST_CASE("only programs of numbers and known kinds have a numeric form") {
         Engine engine;
         std::int16_t slot = 0;
         Compile(engine, text, slot);
-        CHECK_FALSE(engine.slots.back().numeric);
+        CHECK_FALSE(engine.compiled.back().numeric);
     }
 }
 
@@ -211,7 +211,7 @@ TEST_CASE("repeated parts are computed once, a sine and a cosine of one angle to
     Engine engine;
     std::int16_t slot = 0;
     Compile(engine, "SIN(x)*COS(x) + SIN(x)*COS(x)", slot);
-    CHECK(engine.slots.back().numeric->code.size() == 3); // both functions, product, sum
+    CHECK(engine.compiled.back().numeric->code.size() == 3); // both functions, product, sum
 }
 
 TEST_CASE("sine and cosine keep their bits when they are computed together") {

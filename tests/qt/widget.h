@@ -3,6 +3,7 @@
 
 #include "platform/headless/HeadlessHost.h"
 #include "platform/qt/QvGraphWidget.h"
+#include "platform/qt/page_image.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtTest/QTest>
@@ -56,16 +57,11 @@ inline raster::RasterSurface const& picture(qt::QvGraphWidget const& widget) {
     return dynamic_cast<raster::RasterSurface const&>(*widget.control().state().Picture1);
 }
 
-inline QImage image_of(raster::RasterSurface const& surface) {
-    return {reinterpret_cast<uchar const*>(surface.pixels().data()), surface.width(), surface.height(),
-            QImage::Format_RGB32};
-}
-
 /// The test page as a host without a window draws it.
 inline QImage headless_page(QSize pixels, double dots_per_inch) {
     headless::HeadlessHost host({pixels.width(), pixels.height()}, dots_per_inch);
     draw_page(host.control());
-    return image_of(host.picture()).copy();
+    return qt::image_of(host.picture()).copy();
 }
 
 /// Number of pixels that differ; -1 when the sizes do.

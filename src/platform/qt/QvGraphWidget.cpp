@@ -41,6 +41,10 @@ QImage QvGraphWidget::page() const {
     return host_->page();
 }
 
+void QvGraphWidget::set_printer(QPrinter* printer) {
+    host_->set_printer(printer);
+}
+
 QWidget& QvGraphWidget::page_view() {
     return host_->page_view();
 }

@@ -12,6 +12,7 @@
 #include <memory>
 
 class QLabel;
+class QPrinter;
 class QScrollBar;
 
 namespace qv::qt {
@@ -45,6 +46,10 @@ public:
     /// The page as it is shown. The image shares the page's pixels: it changes with the page and must be
     /// copied before it may outlive the next change of size.
     QImage page() const;
+    /// PrintImage goes to this printer, such as one that a print dialog has set up, instead of the system's
+    /// default; nullptr leads back to that. It must outlive the widget or be taken back. Printing turns it
+    /// upright or sideways and lets places count from the corner of the paper.
+    void set_printer(QPrinter* printer);
     /// \name Parts
     /// The widget that shows the page, takes mouse and keys and carries the tooltip, and those beside it.
     /// \{

@@ -1,6 +1,10 @@
 #include "platform/qt/WidgetHost.h"
 
+#include "platform/output/page_file.h"
 #include "platform/qt/QvGraphWidget.h"
+#include "platform/qt/page_clipboard.h"
+#include "platform/qt/page_image.h"
+#include "platform/qt/page_printer.h"
 #include "platform/qt/translate_input.h"
 
 #include <QtGui/QAccessible>
@@ -65,11 +69,7 @@ raster::RasterSurface const& WidgetHost::picture() const {
 
 // Made anew whenever it is wanted: it costs nothing, and no image can outlive the pixels it was made on.
 QImage WidgetHost::page() const {
-    raster::RasterSurface const& page = picture();
-    QImage image(reinterpret_cast<uchar const*>(page.pixels().data()), page.width(), page.height(),
-                 page.stride() * static_cast<qsizetype>(sizeof(std::uint32_t)), QImage::Format_RGB32);
-    image.setDevicePixelRatio(twips_per_unit / page.TwipsPerPixelX());
-    return image;
+    return image_of(picture());
 }
 
 QRgb WidgetHost::margin_color() const {
@@ -124,6 +124,19 @@ void WidgetHost::point_read(std::string const& text) {
     QAccessibleValueChangeEvent event(&widget_, QString::fromStdString(text));
     QAccessible::updateAccessibility(&event);
     page_view_.setAccessibleDescription(QString::fromStdString(text)); // it has the focus
+}
+
+std::unique_ptr<host::Printer> WidgetHost::default_printer() {
+    if (printer_) return std::make_unique<PagePrinter>(*printer_);
+    return open_default_printer();
+}
+
+std::unique_ptr<host::Clipboard> WidgetHost::open_clipboard() {
+    return std::make_unique<PageClipboard>(fonts_);
+}
+
+void WidgetHost::save_picture(std::string const& file, host::PagePicture const& picture) {
+    output::save_page(file, picture, fonts_);
 }
 
 void WidgetHost::child_controls_changed() {

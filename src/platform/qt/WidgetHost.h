@@ -12,6 +12,8 @@
 #include <memory>
 #include <utility>
 
+class QPrinter;
+
 namespace qv::qt {
 
 class QvGraphWidget;
@@ -55,12 +57,18 @@ public:
     /// Style or font have changed, and with them the room that the child widgets take.
     void measure_children();
 
+    /// PrintImage goes to this printer instead of the system's; nullptr: to the system's again.
+    void set_printer(QPrinter* printer) { printer_ = printer; }
+
     std::unique_ptr<DrawSurface> make_surface() override;
     double scroll_bar_thickness() const override { return children_.scroll_bar_thickness(); }
     double label_height() const override { return children_.label_height(); }
     void page_shown() override;
     void point_read(std::string const& text) override;
     void child_controls_changed() override;
+    std::unique_ptr<host::Printer> default_printer() override;
+    std::unique_ptr<host::Clipboard> open_clipboard() override;
+    void save_picture(std::string const& file, host::PagePicture const& picture) override;
 
 private:
     bool follow_density();
@@ -75,6 +83,7 @@ private:
     double twips_per_pixel_;
     QSize size_;
     QRgb shown_margin_ = 0;
+    QPrinter* printer_ = nullptr; // the program's
     std::unique_ptr<qvGraph> control_;
 };
 
