@@ -64,4 +64,11 @@ Fault as_fault(std::exception_ptr const& failure) {
     }
 }
 
+std::optional<FaultReport> fault_report(std::string_view procedure, std::exception_ptr const& failure) {
+    Fault fault = as_fault(failure);
+    if (fault.number == static_cast<std::int32_t>(FaultNumber::InvalidUseOfNull)) return std::nullopt;
+    return FaultReport{"Error " + std::to_string(fault.number) + " has occured in " + std::string(procedure),
+                       std::move(fault.description)};
+}
+
 } // namespace qv

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -37,7 +38,7 @@ struct Fault : std::exception {
 
     Fault(FaultNumber fault_number, std::string text)
         : number(static_cast<std::int32_t>(fault_number)), description(std::move(text)) {}
-    const char* what() const noexcept override { return description.c_str(); }
+    char const* what() const noexcept override { return description.c_str(); }
 };
 
 /// The standard text of a fault number, e.g. "Subscript out of range" for 9.
@@ -50,5 +51,14 @@ std::string_view fault_text(FaultNumber number);
 
 /// Turns any exception into a Fault: `std::bad_alloc` is 7, a foreign exception 5 with its own text.
 Fault as_fault(std::exception_ptr const& failure);
+
+/// What is told of a failed procedure.
+struct FaultReport {
+    std::string Source; // "Error 9 has occured in qvGraph.ocx, DrawXAxis"
+    std::string Description;
+};
+
+/// The report of a failure in a procedure of this name; none of fault 94, which is passed over.
+std::optional<FaultReport> fault_report(std::string_view procedure, std::exception_ptr const& failure);
 
 } // namespace qv

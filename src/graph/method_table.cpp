@@ -203,6 +203,9 @@ std::vector<MethodRow> make_method_table() {
         plain_method<&Q::PrintImage>("PrintImage", {{"Landscape", false}}),
         plain_method<&Q::SaveImage>("SaveImage", {{"Filename"}}),
         plain_method<&Q::CopyToClipboard>("CopyToClipboard"),
+        plain_method<&Q::GetGradient>("GetGradient",
+                                      {{"QvColor1"}, {"QvColor2"}, {"gAngle"}, {"gShift"}, {"gStyle"}}),
+        plain_method<&Q::GetColor>("GetColor", {{"QvColor1"}}),
 #define QV_STYLE(method, target) style_method<method##Arguments, &Q::method>(#method),
 #define QV_PARAMETER(method, name, kind_, default_, rule, property_)
 #define QV_STYLE_END(method, then)

@@ -1,5 +1,6 @@
 #include "graph/qvGraph.h"
 
+#include "graph/color_requests.h"
 #include "graph/data_entry.h"
 #include "graph/document.h"
 #include "graph/lifecycle.h"
@@ -217,6 +218,15 @@ void qvGraph::SaveImage(std::string_view Filename) {
 
 void qvGraph::CopyToClipboard() {
     interact::CopyToClipboard(state_);
+}
+
+void qvGraph::GetGradient(Color& QvColor1, Color& QvColor2, float& gAngle, float& gShift,
+                          std::int16_t& gStyle) {
+    graph::GetGradient(state_, QvColor1, QvColor2, gAngle, gShift, gStyle);
+}
+
+void qvGraph::GetColor(Color& QvColor1) {
+    graph::GetColor(state_, QvColor1);
 }
 
 Variant qvGraph::Get(std::string_view property) const {

@@ -146,6 +146,16 @@ public:
     void CopyToClipboard();
     /// \}
 
+    /// \name Asking a person
+    /// Both show the one gradient dialog of the process, which keeps what was left in it, and return when it
+    /// is hidden. -1 is the colour after a Cancel; given to a style method it leaves the colour as it is.
+    /// \{
+    /// A fill, in the order of the style methods. The colours are the base colours, before shading.
+    void GetGradient(Color& QvColor1, Color& QvColor2, float& gAngle, float& gShift, std::int16_t& gStyle);
+    /// The first colour of a fill.
+    void GetColor(Color& QvColor1);
+    /// \}
+
     /// \name Properties
     /// Rows of properties.def.
     /// \{

@@ -1,8 +1,14 @@
-// The child controls beside the page as plain data; a host shows them with whatever widgets it has.
+// The child controls of the page and of dialogs as plain data; a host shows them with whatever widgets it
+// has.
 #pragma once
 
+#include "render/DrawSurface.h"
+
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
+#include <string_view>
 
 namespace qv::host {
 
@@ -16,7 +22,7 @@ enum class PointerShape : std::uint8_t {
     UpArrow = 10
 };
 
-/// Position and size in twips within the control.
+/// Position and size in twips within the control or dialog.
 struct Placement {
     double Left = 0;
     double Top = 0;
@@ -41,5 +47,43 @@ struct Label : Placement {
     bool Border = false;
     bool operator==(Label const&) const = default;
 };
+
+/// \name Controls of dialogs
+/// \{
+struct PushButton : Placement {
+    std::string Caption;
+    bool Visible = true;
+};
+
+struct CheckBox : Placement {
+    std::string Caption;
+    std::string ToolTipText;
+    bool Value = false;
+    bool Visible = true;
+};
+
+struct TextBox : Placement {
+    std::string Text;
+    std::string ToolTipText;
+    bool Visible = true;
+};
+
+/// A line of a list, and the colour that is shown beside it.
+struct ColorItem {
+    std::string_view name;
+    Color color = 0;
+};
+
+struct ColorList : Placement {
+    std::span<ColorItem const> items;
+    std::int16_t ListIndex = 0; // the selected line
+    bool Visible = true;
+};
+
+struct PictureBox : Placement {
+    std::unique_ptr<DrawSurface> picture; // nullptr while nobody shows it
+    bool Visible = true;
+};
+/// \}
 
 } // namespace qv::host

@@ -6,7 +6,12 @@
 #include "render/DrawSurface.h"
 
 #include <memory>
+#include <optional>
 #include <string>
+
+namespace qv::gradient_picker {
+class qvGradientForm2;
+}
 
 namespace qv::host {
 
@@ -39,6 +44,17 @@ public:
     virtual void save_picture(std::string const& /*file*/, PagePicture const& /*picture*/) {
         raise_fault(FaultNumber::DeviceError, "This host cannot write files");
     }
+    /// \}
+
+    /// \name Asking a person
+    /// By default nobody is there.
+    /// \{
+    /// Shows the dialog until one of its buttons has hidden it; returning earlier means Cancel.
+    virtual void show_modal(gradient_picker::qvGradientForm2& /*form*/) {}
+    /// The platform's colour chooser, opened at a colour: the colour chosen, or none when it was cancelled.
+    virtual std::optional<Color> choose_color(Color /*opened_at*/) { return std::nullopt; }
+    /// A message with the buttons Abort, Retry and Ignore, which all do nothing but close it.
+    virtual void show_message(std::string const& /*text*/) {}
     /// \}
 };
 

@@ -44,6 +44,8 @@ const std::set<std::string_view> quiet_without_graphs{"Reset",
                                                       "Refresh",
                                                       "RefreshCurrentGraph",
                                                       "RefreshGraphs",
+                                                      "GetGradient",
+                                                      "GetColor",
                                                       "GetSelectedAxisIndex"};
 // What a host without printer, clipboard and files answers.
 const std::map<std::string_view, int> faults_of_bare_host{

@@ -28,6 +28,14 @@ private:
     std::shared_ptr<raster::FontLibrary> const& fonts_;
 };
 
+template <class Answer>
+std::optional<Answer> next(std::deque<Answer>& answers) {
+    if (answers.empty()) return std::nullopt;
+    Answer answer = std::move(answers.front());
+    answers.pop_front();
+    return answer;
+}
+
 } // namespace
 
 HeadlessHost::HeadlessHost(PixelSize picture, double dots_per_inch)
@@ -73,6 +81,15 @@ void HeadlessHost::save_picture(std::string const& file, host::PagePicture const
 
 std::unique_ptr<DrawSurface> HeadlessHost::make_surface() {
     return std::make_unique<raster::RasterSurface>(twips_per_pixel_, twips_per_pixel_, fonts_);
+}
+
+void HeadlessHost::show_modal(gradient_picker::qvGradientForm2& form) {
+    if (auto const answer = next(form_answers_)) (*answer)(form);
+}
+
+std::optional<Color> HeadlessHost::choose_color(Color opened_at) {
+    auto const answer = next(color_answers_);
+    return answer ? (*answer)(opened_at) : std::nullopt;
 }
 
 double HeadlessHost::scroll_bar_thickness() const {

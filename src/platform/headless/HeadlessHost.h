@@ -8,9 +8,12 @@
 #include "platform/raster/RasterSurface.h"
 
 #include <cstdint>
+#include <deque>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +47,18 @@ public:
     /// How often the page has been shown.
     int times_shown() const { return times_shown_; }
 
+    /// \name Answers in place of a person
+    /// Each answers one request; without one a request is cancelled at once. What an answer throws is what
+    /// the request fails with.
+    /// \{
+    using FormAnswer = std::function<void(gradient_picker::qvGradientForm2& form)>;
+    using ColorAnswer = std::function<std::optional<Color>(Color opened_at)>;
+    void answer_next_form(FormAnswer answer) { form_answers_.push_back(std::move(answer)); }
+    void answer_next_color(ColorAnswer answer) { color_answers_.push_back(std::move(answer)); }
+    /// The messages shown so far.
+    std::vector<std::string> const& messages() const { return messages_; }
+    /// \}
+
     std::unique_ptr<DrawSurface> make_surface() override;
     double scroll_bar_thickness() const override;
     double label_height() const override;
@@ -51,6 +66,9 @@ public:
     std::unique_ptr<host::Printer> default_printer() override;
     std::unique_ptr<host::Clipboard> open_clipboard() override;
     void save_picture(std::string const& file, host::PagePicture const& picture) override;
+    void show_modal(gradient_picker::qvGradientForm2& form) override;
+    std::optional<Color> choose_color(Color opened_at) override;
+    void show_message(std::string const& text) override { messages_.push_back(text); }
 
 private:
     double twips_per_pixel_;
@@ -59,6 +77,9 @@ private:
     std::filesystem::path sheet_file_; // empty: no printer
     host::PaperSize sheet_;
     std::map<std::string, std::vector<std::uint8_t>> clipboard_;
+    std::deque<FormAnswer> form_answers_;
+    std::deque<ColorAnswer> color_answers_;
+    std::vector<std::string> messages_;
     std::unique_ptr<qvGraph> control_;
 };
 
