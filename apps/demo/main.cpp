@@ -29,7 +29,7 @@ int draw(std::filesystem::path const& data, std::filesystem::path const& folder)
     qv::demo::draw_climate_page(host.control(), data);
     std::filesystem::create_directories(folder);
     auto const file = folder / "climate.png";
-    host.save_png(file);
+    host.save(file);
     std::cout << "wrote " << file.string() << "\n";
     return errors.any ? failed : 0;
 }

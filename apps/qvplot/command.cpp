@@ -12,6 +12,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <array>
 #include <iostream>
 
 namespace qv::plot {
@@ -27,12 +29,14 @@ void write_page(PlotOptions const& options) {
     draw_page(host.control(), data, options);
     host.control().set_events(nullptr);
     errors.raise();
-    host.save_png(options.out);
+    host.save(options.out);
 }
 
 void check_output(std::filesystem::path const& out) {
-    if (!out.empty() && out.extension() != ".png")
-        throw PlotError(out.string() + ": only PNG files can be written; give it a name ending in .png");
+    constexpr std::array endings{"", ".png", ".svg", ".pdf", ".bmp"};
+    if (std::ranges::find(endings, out.extension()) == endings.end()
+        || (out.extension().empty() && !out.empty()))
+        throw PlotError(out.string() + ": no such format; give it a name ending in .png, .svg, .pdf or .bmp");
 }
 
 int plot(PlotOptions const& options, Arguments const& arguments) {

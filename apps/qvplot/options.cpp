@@ -86,7 +86,7 @@ void add_output(CLI::App& app, PlotOptions& options) {
            "--size", [&](std::string const& text) { options.size = parse_size(text); },
            "size of the picture in pixels; default: 1200x800")
         ->type_name("WxH");
-    app.add_option("--out", options.out, "PNG file to write")->type_name("FILE");
+    app.add_option("--out", options.out, "file to write: .png, .svg, .pdf or .bmp")->type_name("FILE");
     app.add_flag("--show", options.show, "show a window (the default without --out)");
 }
 

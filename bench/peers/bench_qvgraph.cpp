@@ -59,5 +59,5 @@ int main(int argc, char** argv) {
     Page const page = make_page(args.work, args.n, args.aa ? Drawing::Smooth : Drawing::Flat);
     ::bench::Stat const time = ::bench::measure([&] { page->control().Refresh(); });
     ::bench::reportMs(args.work.c_str(), program, "Refresh", args.aa, args.n, time);
-    if (char const* const picture = ::bench::pngPath()) page->save_png(picture);
+    if (char const* const picture = ::bench::pngPath()) page->save(picture);
 }

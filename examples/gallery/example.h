@@ -61,7 +61,7 @@ inline int run(int argc, char** argv, std::string const& name, void (*draw)(qvGr
     headless::HeadlessHost host({640, 420});
     draw(host.control());
     host.control().Refresh();
-    host.save_png(argc > 1 ? argv[1] : name + ".png");
+    host.save(argc > 1 ? argv[1] : name + ".png");
     return 0;
 }
 

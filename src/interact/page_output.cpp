@@ -56,6 +56,10 @@ Box place_on_paper(host::PaperSize const& paper, double height_to_width, bool la
     return {margin_inches + (width - fitted) / 2, margin_inches, fitted, height};
 }
 
+std::unique_ptr<host::PagePicture> shown_page(ControlState& state) {
+    return std::make_unique<ShownPage>(state);
+}
+
 void PrintImage(ControlState& state, bool landscape) {
     trapped(state, "PrintImage", [&] {
         auto const printer = state.host->default_printer();

@@ -12,6 +12,9 @@ namespace qv::interact {
 /// centred. `paper` is the sheet held upright, `height_to_width` the page's.
 Box place_on_paper(host::PaperSize const& paper, double height_to_width, bool landscape);
 
+/// The page for a service; it must not outlive the control.
+std::unique_ptr<host::PagePicture> shown_page(graph::ControlState& state);
+
 /// Prints the page on one sheet of the default printer. No printer is fault 482, reported.
 void PrintImage(graph::ControlState& state, bool landscape);
 /// Writes the page to a file whose name tells the format.

@@ -81,7 +81,7 @@ TEST_CASE("what is wrong is one line and status 2, and leaves no file") {
         {"b.csv --bars --lines --out p.png", "--lines excludes --bars; qvplot --help shows the options"},
         {"b.csv --colour red --out p.png",
          "The following argument was not expected: --colour; qvplot --help shows the options"},
-        {"b.csv --out p.gif", "p.gif: only PNG files can be written; give it a name ending in .png"},
+        {"b.csv --out p.gif", "p.gif: no such format; give it a name ending in .png, .svg, .pdf or .bmp"},
         {"b.csv --out none/p.png", "Cannot write none/p.png: No such file or directory"},
         {"b.csv --out folder.png", "Cannot write folder.png: Is a directory"},
         {"b.csv", "there is no display for a window; write a file with --out FILE.png"},

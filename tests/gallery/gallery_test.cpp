@@ -1,5 +1,6 @@
 // The pictures of docs/gallery.md are what the examples draw.
 #include "platform/raster/png.h"
+#include "printed_sheet.h"
 
 #include <doctest/doctest.h>
 
@@ -47,6 +48,42 @@ double difference(raster::PixelBuffer const& a, raster::PixelBuffer const& b) {
     return static_cast<double>(different) / static_cast<double>(a.pixels.size());
 }
 
+/// Mean difference of a colour channel, 0 to 1.
+double mean_difference(raster::PixelBuffer const& a, raster::PixelBuffer const& b) {
+    REQUIRE(a.width == b.width);
+    REQUIRE(a.height == b.height);
+    double sum = 0;
+    for (std::size_t i = 0; i < a.pixels.size(); ++i)
+        for (int shift = 0; shift < 24; shift += 8)
+            sum += std::abs(static_cast<int>(a.pixels[i] >> shift & 0xFF)
+                            - static_cast<int>(b.pixels[i] >> shift & 0xFF));
+    return sum / (255.0 * 3 * static_cast<double>(a.pixels.size()));
+}
+
+/// What an example draws into a file of this ending.
+fs::path drawn_by(std::string const& name, std::string const& ending) {
+    fs::path const drawn = fs::absolute("gallery-" + name + ending);
+    test::run("'" QV_PROGRAMS "/example_" + name + "' '" + drawn.string() + "'");
+    return drawn;
+}
+
+fs::path kept_picture(std::string const& name) {
+    return source_folder() / "docs" / "gallery" / (name + ".png");
+}
+
+/// A file of shapes, drawn by another program.
+raster::PixelBuffer rendered(fs::path const& file) {
+    fs::path picture = file;
+    picture += ".png";
+    if (file.extension() == ".svg")
+        test::run("rsvg-convert '" + file.string() + "' -o '" + picture.string() + "'");
+    else
+        test::run("pdftoppm -r 96 -png -singlefile '" + file.string() + "' '" + file.string() + "'");
+    auto const pixels = raster::read_png(picture).buffer;
+    fs::remove(picture);
+    return pixels;
+}
+
 } // namespace
 
 TEST_CASE("every example has its picture in docs/gallery, and the page shows all of them") {
@@ -63,12 +100,24 @@ TEST_CASE("every example has its picture in docs/gallery, and the page shows all
 TEST_CASE("the examples draw these pictures; ./run-demo --gallery docs/gallery makes them anew") {
     for (std::string const& name : names_in(source_folder() / "docs" / "gallery", ".png")) {
         CAPTURE(name);
-        fs::path const drawn = fs::absolute("gallery-" + name + ".png");
-        std::string const command = "'" QV_PROGRAMS "/example_" + name + "' '" + drawn.string() + "'";
-        REQUIRE(std::system(command.c_str()) == 0);
-        auto const kept = raster::read_png(source_folder() / "docs" / "gallery" / (name + ".png")).buffer;
-        double const share = difference(raster::read_png(drawn).buffer, kept);
+        fs::path const drawn = drawn_by(name, ".png");
+        double const share =
+            difference(raster::read_png(drawn).buffer, raster::read_png(kept_picture(name)).buffer);
         CHECK(share < 0.002);
         if (share < 0.002) fs::remove(drawn);
+    }
+}
+
+TEST_CASE("pages in shapes look like their pictures") {
+    for (std::string const& name : names_in(source_folder() / "docs" / "gallery", ".png")) {
+        auto const picture = raster::read_png(kept_picture(name)).buffer;
+        for (char const* ending : {".svg", ".pdf"}) {
+            CAPTURE(name);
+            CAPTURE(ending);
+            fs::path const drawn = drawn_by(name, ending);
+            double const mean = mean_difference(rendered(drawn), picture);
+            CHECK(mean < 0.01);
+            if (mean < 0.01) fs::remove(drawn);
+        }
     }
 }

@@ -148,11 +148,11 @@ TEST_CASE("a saved page reads back as it was shown; a file that cannot be writte
     HeadlessHost host({300, 200});
     draw_sine(host.control());
     auto const file = std::filesystem::temp_directory_path() / "qvgraph-page-test.png";
-    host.save_png(file);
+    host.save(file);
     CHECK(raster::read_png(file).buffer.pixels == pixels_of(host));
     std::filesystem::remove(file);
     try {
-        host.save_png("/no/such/folder/page.png");
+        host.save("/no/such/folder/page.png");
         FAIL("saving into a missing folder must fail");
     } catch (Fault const& fault) {
         CHECK(fault.number == 76);

@@ -58,6 +58,17 @@ TEST_CASE("a page redrawn elsewhere looks as it was shown, and nothing else happ
     CHECK(pixels_of(host) == shown);
 }
 
+TEST_CASE("an automatic axis keeps the divisions that it is shown with") {
+    HeadlessHost host({600, 400});
+    qvGraph& page = host.control();
+    page.NewGraph("");
+    page.NewDataSet("");
+    for (double const x : {-5.2, 5.3}) page.AddDataPoint(x, x); // -6 to 6 by 2; by 5 when chosen again
+    page.Refresh();
+    auto const redrawn = render::redraw_page(page.state(), [&] { return host.make_surface(); });
+    CHECK(pixels_of_surface(*redrawn) == pixels_of(host));
+}
+
 TEST_CASE("a page that waits for its first drawing is redrawn without being drawn") {
     HeadlessHost host({600, 400});
     HeadlessHost other({600, 400});

@@ -1,9 +1,9 @@
 #include "platform/headless/HeadlessHost.h"
 
+#include "interact/page_output.h"
 #include "platform/control_input.h"
 #include "platform/output/page_file.h"
 #include "platform/output/pdf_sheet.h"
-#include "platform/raster/png.h"
 
 namespace qv::headless {
 namespace {
@@ -57,8 +57,8 @@ raster::RasterSurface const& HeadlessHost::picture() const {
     return static_cast<raster::RasterSurface const&>(*control_->state().Picture1);
 }
 
-void HeadlessHost::save_png(std::filesystem::path const& file) const {
-    raster::write_png(file, picture());
+void HeadlessHost::save(std::filesystem::path const& file) {
+    save_picture(file.string(), *interact::shown_page(control_->state()));
 }
 
 void HeadlessHost::print_to(std::filesystem::path const& file, host::PaperSize const& upright) {

@@ -36,13 +36,14 @@ public:
 
     /// The page as it was last shown.
     raster::RasterSurface const& picture() const;
-    /// Writes the page as a PNG file; a file that cannot be written is a Fault that names it.
-    void save_png(std::filesystem::path const& file) const;
+    /// Writes the page in the format that the name's ending tells, as SaveImage does; but a file that cannot
+    /// be written is thrown as a Fault.
+    void save(std::filesystem::path const& file);
     /// From now on the printer is a PDF file of one sheet, A4 unless said otherwise; before, there is none.
     void print_to(std::filesystem::path const& file,
                   host::PaperSize const& upright = {210 / millimetres_per_inch * twips_per_inch,
                                                     297 / millimetres_per_inch* twips_per_inch});
-    /// What the control has copied, by media type: "image/bmp", "image/png".
+    /// What the control has copied, by media type: "image/bmp", "image/png", "image/svg+xml".
     std::map<std::string, std::vector<std::uint8_t>> const& clipboard() const { return clipboard_; }
     /// How often the page has been shown.
     int times_shown() const { return times_shown_; }

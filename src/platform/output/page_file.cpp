@@ -4,6 +4,9 @@
 #include "platform/raster/bmp.h"
 #include "platform/raster/file_replacement.h"
 #include "platform/raster/png.h"
+#include "platform/vector/VectorSurface.h"
+#include "platform/vector/pdf.h"
+#include "platform/vector/svg.h"
 
 #include "base/fault.h"
 
@@ -24,9 +27,30 @@ struct Format {
     Bytes (*encode)(host::PagePicture const& page, Fonts const& fonts);
 };
 
+/// The page in shapes; as its picture where there are too many of them.
+vector::VectorSurface shapes_of(host::PagePicture const& page, Fonts const& fonts) {
+    raster::RasterSurface const& pixels = pixels_of(page);
+    auto const make_surface = [&] {
+        return std::make_unique<vector::VectorSurface>(pixels.TwipsPerPixelX(), pixels.TwipsPerPixelY(),
+                                                       fonts);
+    };
+    auto const drawn = page.redrawn(make_surface);
+    auto& shapes = static_cast<vector::VectorSurface&>(*drawn);
+    if (shapes.is_overfull()) shapes.show_picture(pixels);
+    return std::move(shapes);
+}
+
+Bytes encode_svg(host::PagePicture const& page, Fonts const& fonts) {
+    const std::string text = vector::svg_of(shapes_of(page, fonts));
+    return {text.begin(), text.end()};
+}
+
 constexpr std::array formats{
     Format{".png", "image/png",
            [](auto const& page, Fonts const&) { return raster::encode_png(pixels_of(page)); }},
+    Format{".svg", "image/svg+xml", encode_svg},
+    Format{".pdf", "application/pdf",
+           [](auto const& page, Fonts const& fonts) { return vector::pdf_of(shapes_of(page, fonts)); }},
     Format{"", "image/bmp",
            [](auto const& page, Fonts const&) { return raster::encode_bmp(pixels_of(page)); }},
 };

@@ -15,16 +15,17 @@ namespace qv::output {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// What a clipboard is given: the bitmap and PNG.
-constexpr std::array<std::string_view, 2> clipboard_types{"image/bmp", "image/png"};
+/// What a clipboard is given.
+constexpr std::array<std::string_view, 3> clipboard_types{"image/bmp", "image/png", "image/svg+xml"};
 
 /// The page, whose pixels are a RasterSurface, as the bytes of a media type: "image/bmp" (24 bits a pixel),
-/// "image/png". Another type is fault 5.
+/// "image/png", and drawn anew in shapes and text "image/svg+xml", "application/pdf". Another type is
+/// fault 5.
 Bytes encode_page(std::string_view media_type, host::PagePicture const& page,
                   std::shared_ptr<raster::FontLibrary> const& fonts);
 
-/// Writes the page: a name ending in .png in that format (whatever the case of the letters), any other as
-/// a bitmap. Failures are faults (53 to 76) that name file and reason.
+/// Writes the page: a name ending in .png, .svg or .pdf in that format, whatever the case of its letters, any
+/// other as a bitmap. Failures are faults (53 to 76) that name file and reason.
 void save_page(std::string const& file, host::PagePicture const& page,
                std::shared_ptr<raster::FontLibrary> const& fonts);
 

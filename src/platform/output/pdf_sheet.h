@@ -8,6 +8,10 @@
 #include <string>
 #include <vector>
 
+namespace qv::vector {
+class PdfDocument;
+}
+
 namespace qv::output {
 
 /// The sheet is written, whole and without loss, when the document ends.
@@ -23,12 +27,10 @@ public:
     void end_document() override;
 
 private:
-    struct Document;
-
     std::string file_;
     host::PaperSize upright_;
     host::PageOrientation orientation_ = host::PageOrientation::Portrait;
-    std::unique_ptr<Document> document_;
+    std::unique_ptr<vector::PdfDocument> document_;
 };
 
 } // namespace qv::output

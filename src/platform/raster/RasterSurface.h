@@ -9,6 +9,12 @@ namespace qv::raster {
 
 class FontLibrary;
 
+/// How large the current font comes out on a surface.
+struct LineMetrics {
+    double em_pixels = 0;
+    double ascent_pixels = 0; // from the top of a line to its baseline
+};
+
 class RasterSurface final : public DrawSurface {
 public:
     /// One white pixel, to be resized with `Move`. Twips per pixel: any positive numbers, else fault 5.
@@ -55,6 +61,7 @@ public:
     /// nothing, and extents are estimates.
     double TextWidth(std::string_view line) override;
     double TextHeight(std::string_view line) override;
+    LineMetrics line_metrics() const;
     void Print(std::string_view line) override;
     void TextOutA(PixelPoint top_left, double angle_degrees, std::string_view line) override;
 

@@ -178,6 +178,11 @@ double RasterSurface::TextHeight(std::string_view) {
     return (metrics.ascent + metrics.descent) * twips_per_pixel_y_;
 }
 
+LineMetrics RasterSurface::line_metrics() const {
+    const TextMetrics metrics = metrics_of(*this, *fonts_);
+    return {metrics.em_height, static_cast<double>(metrics.ascent)};
+}
+
 void RasterSurface::Print(std::string_view line) {
     TextOutA({state.CurrentX / twips_per_pixel_x_, state.CurrentY / twips_per_pixel_y_}, 0, line);
 }

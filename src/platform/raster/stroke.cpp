@@ -226,6 +226,11 @@ bool is_steep(Segment const& segment) {
 
 } // namespace
 
+std::span<int const> dash_lengths(DrawStyle style) {
+    DashPattern const* const pattern = dash_pattern(style);
+    return pattern == nullptr ? std::span<int const>() : pattern->lengths;
+}
+
 bool is_dashed(DrawStyle style) {
     return dash_pattern(style) != nullptr;
 }

@@ -23,6 +23,10 @@ inline double pen_width(int DrawWidth) {
     return std::clamp(DrawWidth, 1, 4096);
 }
 
+/// Lengths of the shown and hidden stretches of a dashed line in turn, in pen widths; a last 0, 0 means
+/// nothing. Empty for a line without gaps.
+std::span<int const> dash_lengths(DrawStyle style);
+
 /// Whether a line of this style has gaps.
 bool is_dashed(DrawStyle style);
 

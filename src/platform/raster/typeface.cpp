@@ -144,6 +144,10 @@ std::unique_ptr<Typeface> Typeface::open(FT_LibraryRec_* library, FontFile const
     return std::unique_ptr<Typeface>(new Typeface(std::move(parts)));
 }
 
+FontFile const& Typeface::file() const {
+    return parts_->file;
+}
+
 bool Typeface::has(char32_t character) const {
     hb_codepoint_t glyph = 0;
     return hb_font_get_nominal_glyph(parts_->shaper.get(), character, &glyph) != 0 && glyph != missing_glyph;

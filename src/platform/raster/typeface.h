@@ -49,6 +49,7 @@ public:
     Typeface(Typeface const&) = delete;
     Typeface& operator=(Typeface const&) = delete;
 
+    FontFile const& file() const;
     bool has(char32_t character) const;
     /// For shaping in font units.
     hb_font_t* shaper() const;

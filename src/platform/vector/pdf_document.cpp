@@ -1,0 +1,56 @@
+#include "platform/vector/pdf_document.h"
+
+#include <cairo-pdf.h>
+
+namespace qv::vector {
+namespace {
+
+// Called from C, through which no exception may pass.
+cairo_status_t append_bytes(void* bytes, unsigned char const* data, unsigned int length) noexcept {
+    try {
+        auto& target = *static_cast<std::vector<std::uint8_t>*>(bytes);
+        target.insert(target.end(), data, data + length);
+        return CAIRO_STATUS_SUCCESS;
+    } catch (std::exception const&) {
+        return CAIRO_STATUS_WRITE_ERROR;
+    }
+}
+
+} // namespace
+
+PdfDocument::PdfDocument(double width, double height, FaultNumber fault)
+    : fault_(fault), surface_(cairo_pdf_surface_create_for_stream(append_bytes, &bytes_, width, height)),
+      drawing_(cairo_create(surface_.get())) {
+    check();
+}
+
+void PdfDocument::check() const {
+    cairo_status_t status = cairo_status(drawing_.get());
+    if (status == CAIRO_STATUS_SUCCESS) status = cairo_surface_status(surface_.get());
+    if (status != CAIRO_STATUS_SUCCESS)
+        raise_fault(fault_, std::string("The PDF page cannot be drawn: ") + cairo_status_to_string(status));
+}
+
+void PdfDocument::draw(raster::RasterSurface const& picture, Box const& place) {
+    // The pixels are only read, although the interface cannot say so.
+    auto* const pixels =
+        const_cast<unsigned char*>(reinterpret_cast<unsigned char const*>(picture.pixels().data()));
+    const CairoSurface image(cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_RGB24, picture.width(),
+                                                                 picture.height(), picture.stride() * 4));
+    cairo_save(drawing());
+    cairo_translate(drawing(), place.left, place.top);
+    cairo_scale(drawing(), place.width / picture.width(), place.height / picture.height());
+    cairo_set_source_surface(drawing(), image.get(), 0, 0);
+    cairo_paint(drawing());
+    cairo_restore(drawing());
+    check();
+}
+
+std::vector<std::uint8_t> PdfDocument::finish() {
+    check();
+    cairo_surface_finish(surface_.get());
+    check();
+    return std::move(bytes_);
+}
+
+} // namespace qv::vector

@@ -1,0 +1,27 @@
+// Symbols as shapes: each kind made of a few convex pieces, which also cover a run of symbols in a row.
+#pragma once
+
+#include "platform/vector/shapes.h"
+#include "platform/vector/symbol_cloud.h"
+
+#include <vector>
+
+namespace qv::vector {
+
+struct SymbolLook {
+    SymbolShape shape = SymbolShape::Circle;
+    double half_width = 0; // pixels
+    double half_height = 0;
+    double pen_width = 1;
+    std::uint32_t color = 0;
+    bool smooth = true;
+    bool operator==(SymbolLook const&) const = default;
+
+    /// Whole pixels around a centre that a symbol may touch.
+    int reach() const;
+    /// How far neighbours in a row may lie apart for a run to look like them.
+    double widest_gap() const;
+    std::vector<Shape> shapes(std::vector<SymbolRun> const& runs) const;
+};
+
+} // namespace qv::vector

@@ -1,0 +1,135 @@
+#include "base/fault.h"
+#include "platform/vector/VectorSurface.h"
+#include "platform/vector/svg.h"
+
+#include <doctest/doctest.h>
+
+#include <array>
+#include <cmath>
+
+using namespace qv;
+using namespace qv::vector;
+
+namespace {
+
+auto const fonts = std::make_shared<raster::FontLibrary>();
+
+/// 100 x 80 pixels of 15 twips.
+VectorSurface blank() {
+    VectorSurface surface(15, 15, fonts);
+    surface.Move(1500, 1200);
+    return surface;
+}
+
+/// Kinds and clips of what is visible, the background left out.
+std::vector<std::string> visible(VectorSurface const& surface) {
+    std::vector<std::string> found;
+    for_each_shape(surface.nodes(), {0, 0, 100, 80}, [&](Shape const& shape, Placed const& placed) {
+        constexpr std::array names{"boxes", "fill", "stroke", "oval", "text", "picture", "copy"};
+        std::string line = names[shape.index()];
+        if (placed.dx != 0 || placed.dy != 0)
+            line += " by " + std::to_string(placed.dx) + "," + std::to_string(placed.dy);
+        if (placed.is_cut)
+            line += " in " + std::to_string(placed.clip.left) + "," + std::to_string(placed.clip.top) + " "
+                    + std::to_string(placed.clip.right) + "," + std::to_string(placed.clip.bottom);
+        found.push_back(line);
+    });
+    if (!found.empty()) found.erase(found.begin());
+    return found;
+}
+
+using Lines = std::vector<std::string>;
+
+} // namespace
+
+TEST_CASE("only what can be seen is kept, and cut where it reaches beyond its clip") {
+    VectorSurface surface = blank();
+    surface.SelectClipPath({150, 150, 600, 450});
+    surface.Line({0, 0}, {100, 100}, LineShape::Segment, 0);           // beside it
+    surface.Line({-1e12, -1e12}, {1e12, 1e12}, LineShape::Segment, 0); // through it
+    surface.Line({-1e12, 200}, {1e12, 200}, LineShape::Segment, 0);    // whole pixels
+    surface.Line({0, 0}, {15000, 140}, LineShape::FilledBox, 0);       // above it
+    surface.Circle({300, 300}, 75);                                    // within
+    surface.Circle({150, 300}, 75);                                    // across the edge
+    surface.Circle({NAN, 300}, 75);
+    surface.Polyline(std::array{Point{200, 200}, Point{NAN, 0}, Point{300, 250}, Point{350, 260}});
+    CHECK(visible(surface)
+          == Lines{"stroke in 10,10 51,41", "boxes", "oval", "oval in 10,10 51,41", "stroke"});
+    Node const& line = surface.nodes().at(1);
+    auto const& stroke = std::get<Stroke>(*line.shape);
+    REQUIRE(stroke.lines.size() == 1);
+    for (const PixelPoint end : stroke.lines[0]) CHECK(std::abs(end.x) < 100);
+}
+
+TEST_CASE("inverting leaves no shape") {
+    VectorSurface surface = blank();
+    surface.state.draw_mode = DrawMode::Invert;
+    surface.Line({0, 0}, {900, 800}, LineShape::Segment, 0);
+    surface.Line({0, 0}, {1500, 1200}, LineShape::FilledBox, 0);
+    CHECK(visible(surface).empty());
+}
+
+TEST_CASE("copies show what the source held then, moved and cut; whole ones hide what was there") {
+    VectorSurface source = blank(), target = blank();
+    source.Circle({450, 450}, 150);
+    target.Circle({300, 300}, 75);
+    target.BitBlt({10, 0}, {20, 40}, source, {20, 5});
+    source.Circle({450, 450}, 100);
+    CHECK(visible(target) == Lines{"oval", "boxes by -10,-5 in 10,0 30,40", "oval by -10,-5 in 10,0 30,40"});
+    target.BitBlt({0, 0}, target.GetClientRect(), source, {0, 0});
+    CHECK(visible(target) == Lines{"boxes", "oval", "oval"}); // the source's background and its circles
+    target.BitBlt({5, 5}, {50, 50}, target, {0, 0});          // onto itself
+    CHECK(visible(target).size() == 7);
+    target.Cls();
+    CHECK(visible(target).empty());
+    CHECK_THROWS_AS(target.BitBlt({0, 0}, {9, 9}, raster::RasterSurface(15, 15, fonts), {0, 0}), Fault);
+}
+
+TEST_CASE("device lines on an empty surface are a picture, elsewhere they are lines") {
+    VectorSurface scratch = blank(), page = blank();
+    scratch.state.BackColor = rgb(9, 8, 7);
+    scratch.Cls();
+    for (double x = 0; x < 50; ++x) scratch.LineTo({x, 0}, {x, 79}, rgb(static_cast<int>(x), 0, 0));
+    page.BitBlt({30, 0}, {60, 60}, scratch, {0, 0});
+    page.LineTo({0, 0}, {9, 9}, 0);
+    CHECK(visible(page) == Lines{"picture by 30,0 in 30,0 90,60", "stroke"});
+    auto const& copy = std::get<Copy>(*page.nodes().at(1).shape);
+    auto const& picture = std::get<Picture>(*copy.source->at(0).shape);
+    CHECK(picture.pixels->pixels()[49] == 0xFF310000);
+    CHECK(picture.pixels->pixels()[50] == 0xFF090807);
+}
+
+TEST_CASE("what looks alike is joined: lines of one pen, symbols of one look, the pieces of one shape") {
+    VectorSurface surface = blank();
+    for (double y = 100; y < 500; y += 30) surface.Line({100, y}, {700, y}, LineShape::Segment, rgb(1, 2, 3));
+    CHECK(visible(surface) == Lines{"boxes"});
+    for (double y = 100; y < 500; y += 30) surface.Line({100, y}, {700, y + 7}, LineShape::Segment, 0);
+    CHECK(visible(surface) == Lines{"boxes", "stroke"});
+    const std::array triangle{PixelPoint{10, 10}, PixelPoint{20, 10}, PixelPoint{15, 20}};
+    surface.state.fill_style = FillStyle::Solid;
+    {
+        const ShapeScope one_shape(surface);
+        surface.Polygon(triangle);
+        surface.Polygon(std::array{triangle[2], triangle[1], triangle[0]}); // the other way round
+        const std::array<Point, 2> centres{Point{300, 300}, Point{400, 300}};
+        for (int i = 0; i < 5; ++i) surface.Symbols({SymbolShape::Circle, 40, centres});
+    }
+    CHECK(visible(surface) == Lines{"boxes", "stroke", "fill", "stroke"});
+}
+
+TEST_CASE("text becomes text that any reader can take") {
+    VectorSurface surface = blank();
+    surface.state.font = {"Times New Roman", 12, true, true};
+    surface.Print("a < b & \"c\"\x01\xFF \xC2\xB5");
+    surface.TextOutA({50, 40}, 90, "up");
+    const std::string svg = svg_of(surface);
+    CHECK(svg.find(">a &lt; b &amp; &quot;c&quot; \xEF\xBF\xBD \xC2\xB5</text>") != std::string::npos);
+    CHECK(svg.find("font-family=\"'Times New Roman',serif\" font-size=\"16\" font-weight=\"bold\" "
+                   "font-style=\"italic\"")
+          != std::string::npos);
+    CHECK(svg.find("rotate(-90)") != std::string::npos);
+    raster::RasterSurface pixels(15, 15, fonts);
+    pixels.state.font = surface.state.font;
+    CHECK(surface.TextWidth("some text") == pixels.TextWidth("some text"));
+    CHECK(surface.TextHeight("some text") == pixels.TextHeight("some text"));
+}
