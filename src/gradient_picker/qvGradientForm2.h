@@ -24,6 +24,9 @@ public:
     /// 5 while it is shown already, also by another thread; what the host throws comes out.
     GradientChoice ShowModal(host::Host& host);
     bool Visible() const { return visible_; }
+    /// The inner size in twips, kept from one request to the next.
+    double Width() const { return width_; }
+    double Height() const { return height_; }
 
     /// \name What a person did
     /// \{

@@ -1,5 +1,6 @@
 #include "platform/qt/PageView.h"
 
+#include "platform/qt/page_image.h"
 #include "platform/qt/translate_input.h"
 
 #include <QtGui/QKeyEvent>
@@ -22,16 +23,8 @@ PageView::PageView(QWidget* parent, Picture picture, InputHandler handler)
 }
 
 void PageView::paintEvent(QPaintEvent*) {
-    QImage picture = picture_();
-    double const density = picture.devicePixelRatio();
     QPainter painter(this);
-    // At a broken scale the view may reach part of a pixel beyond the picture.
-    if (QSizeF(picture.size()) != QSizeF(size()) * density)
-        painter.fillRect(rect(), picture.pixelColor(picture.width() - 1, picture.height() - 1));
-    // Scaled back to the screen's pixels, so that they are copied at any density and not resampled.
-    painter.scale(1 / density, 1 / density);
-    picture.setDevicePixelRatio(1);
-    painter.drawImage(0, 0, picture);
+    paint_pixels(painter, rect(), picture_());
 }
 
 void PageView::show_pointer(host::PointerShape shape) {

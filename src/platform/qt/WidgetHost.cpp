@@ -1,13 +1,19 @@
 #include "platform/qt/WidgetHost.h"
 
+#include "base/text.h"
 #include "platform/output/page_file.h"
+#include "platform/qt/GradientDialog.h"
 #include "platform/qt/QvGraphWidget.h"
 #include "platform/qt/page_clipboard.h"
 #include "platform/qt/page_image.h"
 #include "platform/qt/page_printer.h"
+#include "platform/qt/qvariants.h"
 #include "platform/qt/translate_input.h"
 
 #include <QtGui/QAccessible>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QColorDialog>
+#include <QtWidgets/QMessageBox>
 
 namespace qv::qt {
 namespace {
@@ -137,6 +143,24 @@ std::unique_ptr<host::Clipboard> WidgetHost::open_clipboard() {
 
 void WidgetHost::save_picture(std::string const& file, host::PagePicture const& picture) {
     output::save_page(file, picture, fonts_);
+}
+
+void WidgetHost::show_modal(gradient_picker::qvGradientForm2& form) {
+    GradientDialog(form, widget_).exec();
+}
+
+std::optional<Color> WidgetHost::choose_color(Color opened_at) {
+    const QColor chosen = QColorDialog::getColor(to_qcolor(opened_at), QApplication::activeModalWidget());
+    if (!chosen.isValid()) return std::nullopt;
+    return from_qcolor(chosen);
+}
+
+void WidgetHost::show_message(std::string const& text) {
+    QMessageBox message(QMessageBox::NoIcon, {}, QString::fromStdString(replace_all(text, "\r\n", "\n")),
+                        QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore,
+                        QApplication::activeModalWidget());
+    message.setTextFormat(Qt::PlainText);
+    message.exec();
 }
 
 void WidgetHost::child_controls_changed() {

@@ -69,6 +69,9 @@ public:
     std::unique_ptr<host::Printer> default_printer() override;
     std::unique_ptr<host::Clipboard> open_clipboard() override;
     void save_picture(std::string const& file, host::PagePicture const& picture) override;
+    void show_modal(gradient_picker::qvGradientForm2& form) override;
+    std::optional<Color> choose_color(Color opened_at) override;
+    void show_message(std::string const& text) override;
 
 private:
     bool follow_density();

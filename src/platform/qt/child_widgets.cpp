@@ -18,24 +18,24 @@ void tell(QScrollBar& widget, host::Bar bar, ChildWidgets::ScrollHandler const& 
                      [&widget, bar, handler] { handler({.bar = bar, .value = widget.value()}); });
 }
 
-void follow(QScrollBar& widget, host::ScrollBar const& bar) {
+} // namespace
+
+void follow(QScrollBar& widget, host::ScrollBar const& bar, double twips_a_unit) {
     const QSignalBlocker silent(widget);
     widget.setRange(0, bar.Max);
     widget.setPageStep(bar.LargeChange);
     widget.setSingleStep(bar.SmallChange);
     widget.setValue(bar.Value);
-    widget.setGeometry(in_units(bar));
+    widget.setGeometry(in_units(bar, twips_a_unit));
     widget.setVisible(bar.Visible);
 }
 
-void follow(QLabel& widget, host::Label const& label) {
+void follow(QLabel& widget, host::Label const& label, double twips_a_unit) {
     widget.setText(QString::fromStdString(label.Caption));
     widget.setFrameStyle(label.Border ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
-    widget.setGeometry(in_units(label));
+    widget.setGeometry(in_units(label, twips_a_unit));
     widget.setVisible(label.Visible);
 }
-
-} // namespace
 
 ChildWidgets::ChildWidgets(QWidget* parent, ScrollHandler const& handler)
     : across_(Qt::Horizontal, parent), down_(Qt::Vertical, parent), label_(parent) {
@@ -63,8 +63,8 @@ void ChildWidgets::follow(graph::ControlState const& state) {
     qt::follow(label_, state.Label1);
 }
 
-QRect in_units(host::Placement const& placement) {
-    auto const unit = [](double twips) { return static_cast<int>(std::floor(twips / twips_per_unit + 0.5)); };
+QRect in_units(host::Placement const& placement, double twips_a_unit) {
+    auto const unit = [=](double twips) { return static_cast<int>(std::floor(twips / twips_a_unit + 0.5)); };
     const QPoint left_top(unit(placement.Left), unit(placement.Top));
     const QPoint end(unit(placement.Left + placement.Width), unit(placement.Top + placement.Height));
     return {left_top, QSize(end.x() - left_top.x(), end.y() - left_top.y())};

@@ -3,6 +3,7 @@
 
 #include "graph/model/ControlState.h"
 #include "host/Input.h"
+#include "platform/qt/translate_input.h"
 
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QScrollBar>
@@ -36,6 +37,10 @@ private:
 };
 
 /// Device-independent pixels of a place in twips; neighbours in twips are neighbours in pixels.
-QRect in_units(host::Placement const& placement);
+QRect in_units(host::Placement const& placement, double twips_a_unit = twips_per_unit);
+
+/// Brings a widget in line with its model; its signals are silent meanwhile.
+void follow(QScrollBar& widget, host::ScrollBar const& bar, double twips_a_unit = twips_per_unit);
+void follow(QLabel& widget, host::Label const& label, double twips_a_unit = twips_per_unit);
 
 } // namespace qv::qt

@@ -3,6 +3,8 @@
 #include "platform/qt/translate_input.h"
 #include "platform/raster/RasterSurface.h"
 
+#include <QtGui/QPainter>
+
 namespace qv::qt {
 
 QImage image_of(DrawSurface const& surface) {
@@ -11,6 +13,19 @@ QImage image_of(DrawSurface const& surface) {
                  picture.stride() * static_cast<qsizetype>(sizeof(std::uint32_t)), QImage::Format_RGB32);
     image.setDevicePixelRatio(twips_per_unit / picture.TwipsPerPixelX());
     return image;
+}
+
+void paint_pixels(QPainter& painter, QRect const& widget, QImage image) {
+    double const density = image.devicePixelRatio();
+    // At a broken scale the widget may reach part of a pixel beyond the picture.
+    if (QSizeF(image.size()) != QSizeF(widget.size()) * density)
+        painter.fillRect(widget, image.pixelColor(image.width() - 1, image.height() - 1));
+    // Scaled back to the screen's pixels, so that they are copied and not resampled.
+    painter.save();
+    painter.scale(1 / density, 1 / density);
+    image.setDevicePixelRatio(1);
+    painter.drawImage(0, 0, image);
+    painter.restore();
 }
 
 } // namespace qv::qt

@@ -1,10 +1,9 @@
 #include "platform/qt/qvariants.h"
 
 #include "base/fault.h"
-#include "base/geometry.h"
+#include "base/system_color.h"
 
 #include <QtCore/QStringList>
-#include <QtGui/QColor>
 
 namespace qv::qt {
 namespace {
@@ -19,10 +18,6 @@ TextList text_list(QStringList const& list) {
     TextList texts;
     for (QString const& text : list) texts.push_back(text.toStdString());
     return texts;
-}
-
-Variant color_number(QColor const& color) {
-    return Variant(rgb(color.red(), color.green(), color.blue()));
 }
 
 } // namespace
@@ -60,9 +55,18 @@ Variant from_qvariant(QVariant const& value) {
     case QMetaType::Double: return value.toDouble();
     case QMetaType::QString: return value.toString().toStdString();
     case QMetaType::QStringList: return text_list(value.toStringList());
-    case QMetaType::QColor: return color_number(value.value<QColor>());
+    case QMetaType::QColor: return Variant(from_qcolor(value.value<QColor>()));
     default: raise_fault(FaultNumber::TypeMismatch);
     }
+}
+
+QColor to_qcolor(Color color) {
+    Color const plain = plain_color(color);
+    return {plain & 0xFF, plain >> 8 & 0xFF, plain >> 16 & 0xFF};
+}
+
+Color from_qcolor(QColor const& color) {
+    return rgb(color.red(), color.green(), color.blue());
 }
 
 } // namespace qv::qt

@@ -1,9 +1,11 @@
 // Values of members called by name, as Qt's variants.
 #pragma once
 
+#include "base/geometry.h"
 #include "base/variant.h"
 
 #include <QtCore/QVariant>
+#include <QtGui/QColor>
 
 namespace qv::qt {
 
@@ -11,5 +13,9 @@ namespace qv::qt {
 QVariant to_qvariant(Variant const& value);
 /// A QColor becomes the colour's number; a value without a counterpart is fault 13.
 Variant from_qvariant(QVariant const& value);
+
+/// A system colour becomes the colour it stands for.
+QColor to_qcolor(Color color);
+Color from_qcolor(QColor const& color);
 
 } // namespace qv::qt
