@@ -43,8 +43,15 @@ int main(int argc, char** argv) {
     std::filesystem::path data = QV_EXAMPLE_DATA;
     auto const* const out = app.add_option("--out", folder, "folder for the picture; opens no window");
     app.add_option("--data", data, "folder of the data files");
+    bool picker = false;
+    app.add_flag("--picker", picker, "asks for a gradient in a window and paints the page with it")
+        ->excludes("--out");
     CLI11_PARSE(app, argc, argv);
     try {
+        if (picker && !qv::demo::has_display())
+            throw std::runtime_error(
+                "--picker needs a display (DISPLAY or WAYLAND_DISPLAY) and a build with Qt");
+        if (picker) return qv::demo::show_picker(data);
         if (out->empty() && qv::demo::has_display()) return qv::demo::show_in_window(data);
         return draw(data, folder);
     } catch (std::exception const& failure) {

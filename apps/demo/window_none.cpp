@@ -11,4 +11,8 @@ int show_in_window(std::filesystem::path const&) {
     return 2;
 }
 
+int show_picker(std::filesystem::path const&) {
+    return 2;
+}
+
 } // namespace qv::demo
