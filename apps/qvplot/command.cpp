@@ -1,14 +1,12 @@
 #include "qvplot/command.h"
 
 #include "platform/headless/HeadlessHost.h"
+#include "qvplot/desktop.h"
 #include "qvplot/formula.h"
 #include "qvplot/options.h"
-#include "qvplot/page.h"
 #include "qvplot/plot_error.h"
-#include "qvplot/progress_line.h"
 #include "qvplot/report.h"
-#include "qvplot/series.h"
-#include "qvplot/window.h"
+#include "qvplot/whole_page.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,15 +18,8 @@ namespace qv::plot {
 namespace {
 
 void write_page(PlotOptions const& options) {
-    PlotData data = read_series(options, ProgressLine());
-    add_functions(data, options);
-    for (std::string const& note : drop_points_without_logarithm(data, options.log)) tell(note);
     headless::HeadlessHost host(options.size);
-    FirstError errors;
-    host.control().set_events(&errors);
-    draw_page(host.control(), data, options);
-    host.control().set_events(nullptr);
-    errors.raise();
+    draw_whole_page(host.control(), options);
     host.save(options.out);
 }
 
@@ -44,7 +35,8 @@ int plot(PlotOptions const& options, Arguments const& arguments) {
         throw PlotError("no data file is named; qvplot --help shows how");
     check_output(options.out);
     if (!options.out.empty()) write_page(options);
-    return options.show || options.out.empty() ? show_window(arguments) : success;
+    return !options.print && !options.shows_window() ? success
+                                                     : use_desktop(arguments, options.shows_window());
 }
 
 } // namespace

@@ -87,7 +87,12 @@ void add_output(CLI::App& app, PlotOptions& options) {
            "size of the picture in pixels; default: 1200x800")
         ->type_name("WxH");
     app.add_option("--out", options.out, "file to write: .png, .svg, .pdf or .bmp")->type_name("FILE");
-    app.add_flag("--show", options.show, "show a window (the default without --out)");
+    app.add_flag("--show", options.show, "show a window (the default without --out and --print)");
+    app.add_flag("--print", options.print, "print the page on one sheet");
+    app.add_option("--printer", options.printer, "printer; default: the system's default one")
+        ->type_name("NAME")
+        ->needs("--print");
+    app.add_flag("--landscape", options.landscape, "print on the sheet held sideways")->needs("--print");
 }
 
 } // namespace

@@ -44,6 +44,12 @@ struct PlotOptions {
     PixelSize size{1200, 800}; // of the picture
     std::filesystem::path out; // empty: no file is written
     bool show = false;
+    bool print = false;
+    std::string printer; // empty: the default one
+    bool landscape = false;
+
+    /// A window is shown when it is asked for, or nothing else is.
+    bool shows_window() const { return show || (out.empty() && !print); }
 };
 
 struct EvalOptions;

@@ -1,4 +1,5 @@
 // Runs the program as a person does.
+#include "printed_sheet.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>
@@ -105,6 +106,38 @@ TEST_CASE("the window's module is found beside the program and reports as the pr
     const Outcome no_display = run(folder, "none.csv --show", "nonsense");
     CHECK(no_display.status == 2);
     CHECK(no_display.errors == "qvplot: the display cannot be used; write a file with --out FILE.png\n");
+}
+
+// Runs where there is a print server whose printer writes to this file.
+TEST_CASE("the page is printed on the sheet held sideways") {
+    char const* const printed = std::getenv("QV_PRINTED_FILE");
+    if (!printed) return;
+    const TemporaryFolder folder;
+    folder.file("b.csv", "x,n\n1,2\n2,3\n");
+    const Outcome outcome = run(folder, "b.csv --print --landscape --printer page --size 800x400");
+    CHECK(outcome.errors.empty());
+    REQUIRE(outcome.status == 0);
+    // The queue's filters run in processes of their own; they are done when no job is left.
+    qv::test::run("for i in $(seq 300); do test -z \"$(lpstat -o)\" && test -s '" + std::string(printed)
+                  + "' && exit 0; sleep 0.2; done; exit 1");
+    const qv::test::PrintedSheet sheet = qv::test::measure_sheet(printed);
+    // The printer turns the sheet back: what ran across it now runs along its longer side, inside margins.
+    CHECK(sheet.ink_mm.height / sheet.ink_mm.width == doctest::Approx(2).epsilon(0.15));
+    CHECK(sheet.ink_mm.height > 180);
+    CHECK(sheet.ink_mm.height <= sheet.height_mm - 50);
+}
+
+TEST_CASE("printing without a printer says so, display or not") {
+    if (std::getenv("QV_PRINTED_FILE")) return;
+    const TemporaryFolder folder;
+    folder.file("b.csv", "x,n\n1,2\n2,3\n");
+    const Outcome none = run(folder, "b.csv --print");
+    CHECK(none.status == 2);
+    CHECK(none.errors == "qvplot: no printer is the default one; name one with --printer (there is none)\n");
+    const Outcome unknown = run(folder, "b.csv --print --printer 'Upstairs' --landscape");
+    CHECK(unknown.errors == "qvplot: --printer: no printer is called \"Upstairs\" (there is none)\n");
+    CHECK(run(folder, "b.csv --landscape --out p.png").errors
+          == "qvplot: --landscape requires --print; qvplot --help shows the options\n");
 }
 #endif
 

@@ -1,13 +1,11 @@
-// The module that shows a page in a window.
+// The module that prints a page and shows it in a window.
+#include "qvplot/desktop.h"
 #include "platform/qt/QvGraphWidget.h"
-#include "qvplot/formula.h"
 #include "qvplot/options.h"
 #include "qvplot/page.h"
-#include "qvplot/plot_error.h"
-#include "qvplot/progress_line.h"
+#include "qvplot/print.h"
 #include "qvplot/report.h"
-#include "qvplot/series.h"
-#include "qvplot/window.h"
+#include "qvplot/whole_page.h"
 
 #include <CLI/CLI.hpp>
 
@@ -58,20 +56,20 @@ private:
     bool drawn_ = false;
 };
 
-int show(int argc, char const* const* argv) {
+int print_and_show(int argc, char const* const* argv) {
     CLI::App app("", "qvplot");
     PlotOptions options;
     add_plot_options(app, options);
     app.parse(argc, argv); // as the program did already
     qInstallMessageHandler(end_on_fatal);
+    if (!options.shows_window()) setenv("QT_QPA_PLATFORM", "offscreen", 1); // printing needs no display
     int count = 1;
     std::string name = "qvplot";
     char* values[] = {name.data(), nullptr};
     QApplication application(count, values);
-    PlotData data = read_series(options, ProgressLine());
-    add_functions(data, options);
-    for (std::string const& note : drop_points_without_logarithm(data, options.log)) tell(note);
-    PlotWindow window(std::move(data), options);
+    if (options.print) print_page(options);
+    if (!options.shows_window()) return success;
+    PlotWindow window(read_data(options), options);
     window.show();
     return QApplication::exec();
 }
@@ -79,6 +77,6 @@ int show(int argc, char const* const* argv) {
 } // namespace
 } // namespace qv::plot
 
-extern "C" int qvplot_show(int argc, char const* const* argv) {
-    return qv::plot::reported([&] { return qv::plot::show(argc, argv); });
+extern "C" int qvplot_desktop(int argc, char const* const* argv) {
+    return qv::plot::reported([&] { return qv::plot::print_and_show(argc, argv); });
 }

@@ -1,4 +1,4 @@
-#include "qvplot/window.h"
+#include "qvplot/desktop.h"
 
 #include "qvplot/plot_error.h"
 
@@ -11,7 +11,7 @@
 namespace qv::plot {
 namespace {
 
-constexpr char const* module_name = "libqvplot_show.so";
+constexpr char const* module_name = "libqvplot_desktop.so";
 
 bool has_display() {
     for (char const* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
@@ -27,19 +27,21 @@ std::filesystem::path module_file() {
     auto const folder = std::filesystem::read_symlink("/proc/self/exe", none).parent_path();
     for (auto const& place : {folder / module_name, folder.parent_path() / "lib" / module_name})
         if (std::filesystem::exists(place, none)) return place;
-    throw PlotError("the module for windows, " + (folder / module_name).string()
+    throw PlotError("the module for windows and printers, " + (folder / module_name).string()
                     + ", is missing; write a file with --out FILE.png");
 }
 
 } // namespace
 
-int show_window(Arguments const& arguments) {
-    if (!has_display()) throw PlotError("there is no display for a window; write a file with --out FILE.png");
+int use_desktop(Arguments const& arguments, bool shows_window) {
+    if (shows_window && !has_display())
+        throw PlotError("there is no display for a window; write a file with --out FILE.png");
     // Never unloaded: the window system's libraries do not survive it.
     void* const module = dlopen(module_file().c_str(), RTLD_NOW | RTLD_LOCAL);
     auto const entry =
-        module ? reinterpret_cast<decltype(&qvplot_show)>(dlsym(module, "qvplot_show")) : nullptr;
-    if (!entry) throw PlotError(std::string("the module for windows cannot be loaded: ") + dlerror());
+        module ? reinterpret_cast<decltype(&qvplot_desktop)>(dlsym(module, "qvplot_desktop")) : nullptr;
+    if (!entry)
+        throw PlotError(std::string("the module for windows and printers cannot be loaded: ") + dlerror());
     return entry(arguments.count, arguments.values);
 }
 
