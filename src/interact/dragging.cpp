@@ -3,10 +3,12 @@
 #include "base/convert.h"
 #include "graph/model/trap.h"
 #include "interact/hit_test.h"
+#include "interact/read_out.h"
 #include "render/data_sets.h"
 #include "render/legend.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
+#include "render/read_mark.h"
 #include "scale/numeric.h"
 
 #include <cmath>
@@ -154,13 +156,14 @@ void DragLegendTable(ControlState& state, Point mouse, bool first) {
                             Max(0, Max(at.top, graph->FrameTop) - pointing.LegendGrab.top)};
         if (corner == pointing.last_legend_corner) return;
         pointing.last_legend_corner = corner;
+        render::erase_read_mark(state);
         restore_page(state, *graph);
         place_legend(state, *graph, corner);
         draw_legend_on_page(state, *graph);
         if (first && !graph->LegendInFront) render::PlotDataSets(state, *state.Picture1);
-        state.CrossHairValid = pointing.box_on_page = pointing.mark_on_page = false;
-        state.Picture1->Refresh();
-        state.host->page_shown();
+        state.CrossHairValid = pointing.box_on_page = false;
+        render::draw_read_mark(state);
+        show_page(state);
         if (!state.SuppressRaisingEvents) state.events->LegendPositionChanged();
     });
 }

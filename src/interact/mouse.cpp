@@ -15,6 +15,7 @@
 #include "render/pipeline.h"
 
 #include <cmath>
+#include <utility>
 
 namespace qv::interact {
 namespace {
@@ -221,7 +222,7 @@ void Picture1_MouseMove(ControlState& state, std::uint8_t button, std::uint8_t s
             hover(state, place);
         else if (button == middle_button && state.pointing.pressed == middle_button)
             drag_page(state, place);
-        else if (button == left_button && shift == no_key && graph)
+        else if (button == left_button && shift == no_key && graph && state.pointing.pressed == left_button)
             drag(state, *graph, place);
         double x = state.PointerX, y = state.PointerY;
         state.events->MouseMove(x, y);
@@ -231,9 +232,11 @@ void Picture1_MouseMove(ControlState& state, std::uint8_t button, std::uint8_t s
 void Picture1_MouseUp(ControlState& state, std::uint8_t button, std::uint8_t shift, Point place) {
     trapped(state, "Picture1_MouseUp", [&] {
         Graph* const graph = graph_at(state, state.MouseGraph);
-        state.pointing.pressed = 0;
+        std::uint8_t const pressed = std::exchange(state.pointing.pressed, std::uint8_t{0});
         if (!graph) return;
-        end_gesture(state, *graph, {button, shift}, place);
+        // The second press of a double click comes as the double click alone; its release ends nothing.
+        if (button != left_button || pressed == left_button)
+            end_gesture(state, *graph, {button, shift}, place);
         erase_box(state); // of a gesture that ended with a key held
     });
 }

@@ -146,7 +146,7 @@ bool move_about(ControlState& state, Key key) {
 bool answer_key(ControlState& state, host::KeyInput const& input) {
     graph::Gestures const& on = state.gestures;
     auto const [character, shift, key] = input;
-    if (key == Key::Escape) return on.escape && shift == 0 && cancel_drag(state);
+    if (key == Key::Escape) return on.escape && shift == 0 && (cancel_drag(state) || stop_reading(state));
     if (key == Key::Tab && (shift & ~host::shift_key) == 0)
         return on.tab_through && go_to_graph(state, shift == 0 ? 1 : -1);
     if (shift == host::alt_key && key == Key::Left) return on.undo_zoom && undo_zoom(state);

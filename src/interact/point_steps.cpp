@@ -6,7 +6,7 @@
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
 #include "interact/scroll_bars.h"
-#include "scale/mapping.h"
+#include "render/read_mark.h"
 
 #include <cmath>
 #include <optional>
@@ -19,6 +19,7 @@ using graph::DataSet;
 using graph::Graph;
 using graph::PointStore;
 using graph::ReadPoint;
+using render::PointBeingRead;
 
 bool can_be_drawn(PointStore const& points, std::size_t i) {
     const graph::PointEntry point = points.at(i);
@@ -43,16 +44,10 @@ std::optional<std::int16_t> next_data_set(Graph const& graph, int from, bool for
     return std::nullopt;
 }
 
-/// Where the reading stands, if that is still a point of the current graph.
-std::optional<ReadPoint> present(ControlState const& state, Graph const& graph) {
-    auto const& read = state.read_point;
-    if (!read || read->graph != state.CurrentGraph || read->data_set >= graph.NumDataSets())
-        return std::nullopt;
-    DataSet const& set = at(graph.DataSets, read->data_set);
-    // Not a point that has been dropped since.
-    std::size_t const first = set.points.dropped();
-    return is_read(set) && read->arrival >= first && read->arrival - first < set.points.size() ? read
-                                                                                               : std::nullopt;
+/// The point that is read, if it is one of the current graph.
+std::optional<PointBeingRead> present(ControlState& state) {
+    auto read = render::point_being_read(state);
+    return read && state.read_point->graph == state.CurrentGraph ? read : std::nullopt;
 }
 
 std::size_t nearest_in_x(PointStore const& points, double x) {
@@ -73,35 +68,15 @@ std::size_t nearest_in_x(PointStore const& points, double x) {
     return nearest;
 }
 
-void mark(ControlState& state, Graph& graph, DataSet const& set, std::size_t i) {
-    const graph::SelectedAxesScope selection(graph);
-    graph.SelectedXAxis = set.xAxisIndex;
-    graph.SelectedYAxis = set.yAxisIndex;
-    const graph::PointEntry point = set.points.at(i);
-    const Point place{scale::x_map(graph, selected_x_axis(graph))(point.X),
-                      scale::y_map(graph, selected_y_axis(graph))(point.Y)};
-    double const reach = state.UnitsPerMmX;
-    state.pointing.mark = {place.x - reach, place.y - reach, 2 * reach, 2 * reach};
-    invert_on_page(state, {place.x - reach, place.y - reach}, {place.x + reach, place.y + reach},
-                   LineShape::Box);
-    state.pointing.mark_on_page = true;
-}
-
-void erase_mark(ControlState& state) {
-    if (!state.pointing.mark_on_page) return;
-    state.pointing.mark_on_page = false;
-    const Box box = state.pointing.mark;
-    invert_on_page(state, {box.left, box.top}, {box.right(), box.bottom()}, LineShape::Box);
-}
-
 bool read(ControlState& state, Graph& graph, std::int16_t data_set, std::optional<std::size_t> point) {
     if (!point) return false;
-    erase_mark(state);
+    render::erase_read_mark(state);
     state.read_point =
         ReadPoint{state.CurrentGraph, data_set, *point + at(graph.DataSets, data_set).points.dropped()};
     std::string const text = point_name(state, state.CurrentGraph, {data_set, *point, 0});
     show_read_out(state, text);
-    mark(state, graph, at(graph.DataSets, data_set), *point);
+    render::draw_read_mark(state);
+    show_page(state);
     state.host->point_read(text);
     return true;
 }
@@ -111,11 +86,11 @@ bool read(ControlState& state, Graph& graph, std::int16_t data_set, std::optiona
 bool step_point(ControlState& state, bool forward) {
     Graph* const graph = graph_at(state, state.CurrentGraph);
     if (!graph) return false;
-    if (auto const now = present(state, *graph)) {
-        PointStore const& points = at(graph->DataSets, now->data_set).points;
-        std::size_t const here = now->arrival - points.dropped();
-        return read(state, *graph, now->data_set,
-                    drawable_from(points, forward ? here + 1 : here - 1, forward));
+    if (auto const now = present(state)) {
+        PointStore const& points = now->set.points;
+        if (!forward && now->index == 0) return false;
+        return read(state, *graph, state.read_point->data_set,
+                    drawable_from(points, forward ? now->index + 1 : now->index - 1, forward));
     }
     auto const set = next_data_set(*graph, -1, true);
     if (!set) return false;
@@ -126,16 +101,24 @@ bool step_point(ControlState& state, bool forward) {
 bool step_data_set(ControlState& state, bool forward) {
     Graph* const graph = graph_at(state, state.CurrentGraph);
     if (!graph) return false;
-    auto const now = present(state, *graph);
+    auto const now = present(state);
     if (!now) return step_point(state, true);
-    PointStore const& points = at(graph->DataSets, now->data_set).points;
-    double const x = points.at(now->arrival - points.dropped()).X;
-    for (auto set = next_data_set(*graph, now->data_set, forward); set;
+    double const x = now->set.points.at(now->index).X;
+    for (auto set = next_data_set(*graph, state.read_point->data_set, forward); set;
          set = next_data_set(*graph, *set, forward)) {
         PointStore const& others = at(graph->DataSets, *set).points;
         if (read(state, *graph, *set, drawable_from(others, nearest_in_x(others, x), true))) return true;
     }
     return false;
+}
+
+bool stop_reading(ControlState& state) {
+    if (!state.read_point) return false;
+    render::erase_read_mark(state);
+    state.read_point.reset();
+    show_read_out(state, "");
+    show_page(state);
+    return true;
 }
 
 } // namespace qv::interact

@@ -12,4 +12,7 @@ bool step_point(graph::ControlState& state, bool forward);
 /// Moves the reading to the next or previous data set with points, to its point nearest in x.
 bool step_data_set(graph::ControlState& state, bool forward);
 
+/// Ends the reading and takes its mark away; False when nothing was read.
+bool stop_reading(graph::ControlState& state);
+
 } // namespace qv::interact

@@ -111,7 +111,11 @@ void invert_on_page(ControlState& state, Point from, Point to, LineShape shape) 
     page.state.DrawWidth = 1;
     page.SelectClipPath({0, 0, page.Width(), page.Height()});
     page.Line(from, to, shape, 0);
-    page.Refresh();
+    show_page(state);
+}
+
+void show_page(ControlState& state) {
+    state.Picture1->Refresh();
     state.host->page_shown();
 }
 

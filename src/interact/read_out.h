@@ -26,5 +26,7 @@ void DrawCrossHair(graph::ControlState& state, Point place);
 
 /// Draws a shape on the visible page in invert mode, over its whole area, and shows it.
 void invert_on_page(graph::ControlState& state, Point from, Point to, LineShape shape);
+/// Shows what was drawn on the visible page.
+void show_page(graph::ControlState& state);
 
 } // namespace qv::interact

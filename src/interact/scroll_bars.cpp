@@ -3,6 +3,7 @@
 #include "base/convert.h"
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
+#include "interact/zoom.h"
 #include "scale/numeric.h"
 
 #include <cmath>
@@ -28,6 +29,7 @@ struct Visible {
 };
 
 Visible visible_part(ControlState& state, Axis const& axis) {
+    if (!has_scale(axis)) return {};
     auto const scaled = [&](double value) { return scale::xxLog(state, value, axis.AxisLog); };
     double const first = scaled(axis.AxisValue1), last = scaled(axis.AxisValue2);
     double const full_first = scaled(axis.ScaleMin), full_last = scaled(axis.ScaleMax);

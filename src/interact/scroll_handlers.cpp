@@ -39,7 +39,8 @@ void move_axes(ControlState& state, AxisKind kind, host::ScrollBar const& bar) {
     // The top of a vertical bar stands for the high end.
     double const low_to_high = kind == AxisKind::X ? from_start : 1 - from_start;
     for (Axis& axis : graph->Axes)
-        if (axis.AxisXY == kind) move_to(axis, axis.AxisReverse ? 1 - low_to_high : low_to_high);
+        if (axis.AxisXY == kind && has_scale(axis))
+            move_to(axis, axis.AxisReverse ? 1 - low_to_high : low_to_high);
     refresh_graph(state, state.BarsGraph);
 }
 

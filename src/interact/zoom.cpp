@@ -29,12 +29,13 @@ using scale::MinMax;
 using scale::xxExp;
 using scale::xxLog;
 
-/// Calls `change(Axis&)` for every axis, which is the selected one of its kind meanwhile.
+/// Calls `change(Axis&)` for every axis that has a scale, and is the selected one of its kind meanwhile.
 template <class Change>
 void for_each_axis(Graph& graph, Change change) {
     const graph::SelectedAxesScope selection(graph);
     for (std::int16_t i = 0; i < graph.NumAxes(); ++i) {
         Axis& axis = at(graph.Axes, i);
+        if (!has_scale(axis)) continue;
         selected_index(graph, axis.AxisXY) = i;
         change(axis);
     }
@@ -113,6 +114,11 @@ double along(AxisKind kind, Point place) {
 }
 
 } // namespace
+
+bool has_scale(Axis const& axis) {
+    if (!axis.AxisLog) return true;
+    return std::min({axis.AxisValue1, axis.AxisValue2, axis.ScaleMin, axis.ScaleMax}) > 0;
+}
 
 std::vector<Shown> shown_ranges(Graph const& graph) {
     std::vector<Shown> ranges;
@@ -202,14 +208,14 @@ void pan_by(ControlState& state, std::int16_t index, double right, double down) 
 }
 
 ZoomStepScope::ZoomStepScope(ControlState& state, std::int16_t graph, graph::ZoomKind kind)
-    : state_(state), step_{graph, kind, {}} {
-    if (Graph const* const found = graph_at(state, graph)) step_.ranges = shown_ranges(*found);
+    : state_(state), graph_(graph_at(state, graph)), step_{graph, kind, {}} {
+    if (graph_) step_.ranges = shown_ranges(*graph_);
 }
 
 ZoomStepScope::~ZoomStepScope() {
     constexpr std::size_t most_steps = 100;
-    Graph const* const graph = graph_at(state_, step_.graph);
-    if (!graph || step_.ranges.empty() || shown_ranges(*graph) == step_.ranges) return;
+    // A handler may have emptied the page, and filled it anew.
+    if (!graph_ || graph_at(state_, step_.graph) != graph_ || shown_ranges(*graph_) == step_.ranges) return;
     auto& [undo, redo] = state_.zoom_history;
     bool const goes_on = step_.kind >= graph::ZoomKind::Wheel && redo.empty() && !undo.empty()
                          && undo.back().kind == step_.kind && undo.back().graph == step_.graph;
@@ -221,6 +227,19 @@ ZoomStepScope::~ZoomStepScope() {
 
 namespace {
 
+/// Shows the ranges that still lie, at least in part, within the full ones; those may have changed since.
+void show_possible_ranges(Graph& graph, std::vector<Shown> const& ranges) {
+    std::vector<Shown> possible = shown_ranges(graph);
+    for (std::size_t i = 0; i < std::min(ranges.size(), possible.size()); ++i) {
+        Axis const& axis = graph.Axes[i];
+        auto const [low, high] = std::minmax({ranges[i].first, ranges[i].last});
+        auto const [full_low, full_high] = std::minmax({axis.ScaleMin, axis.ScaleMax});
+        bool const is_seen = low < full_high && high > full_low;
+        if (is_seen && (low > 0 || !axis.AxisLog)) possible[i] = ranges[i];
+    }
+    show_ranges(graph, possible);
+}
+
 /// Shows the ranges of the last step of one list and puts those of before into the other.
 bool step_over(ControlState& state, std::vector<ZoomStep>& from, std::vector<ZoomStep>& to) {
     if (from.empty()) return false;
@@ -229,7 +248,7 @@ bool step_over(ControlState& state, std::vector<ZoomStep>& from, std::vector<Zoo
     Graph* const graph = graph_at(state, step.graph);
     if (!graph) return false;
     to.push_back({step.graph, step.kind, shown_ranges(*graph)});
-    show_ranges(*graph, step.ranges);
+    show_possible_ranges(*graph, step.ranges);
     redraw_ranges(state, step.graph);
     return true;
 }

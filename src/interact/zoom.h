@@ -9,6 +9,10 @@
 
 namespace qv::interact {
 
+/// False for a logarithmic axis whose ranges have no logarithm, as until the next drawing after `AxisLog` was
+/// set over a range that reaches below zero. Such an axis is neither zoomed nor moved.
+bool has_scale(graph::Axis const& axis);
+
 /// The displayed ranges of all axes of a graph, in order.
 std::vector<graph::Shown> shown_ranges(graph::Graph const& graph);
 void show_ranges(graph::Graph& graph, std::vector<graph::Shown> const& ranges);
@@ -50,6 +54,7 @@ public:
 
 private:
     graph::ControlState& state_;
+    graph::Graph const* graph_; // nullptr: there is none
     graph::ZoomStep step_;
 };
 

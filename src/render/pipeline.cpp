@@ -8,6 +8,7 @@
 #include "render/gradient.h"
 #include "render/legend.h"
 #include "render/plot_geometry.h"
+#include "render/read_mark.h"
 #include "scale/mapping.h"
 
 #include <algorithm>
@@ -32,9 +33,10 @@ void copy_page(DrawSurface& target, DrawSurface const& source) {
 }
 
 void show(ControlState& state) {
+    state.CrossHairValid = state.pointing.box_on_page = false;
+    draw_read_mark(state);
     state.Picture1->Refresh();
     state.host->page_shown();
-    state.CrossHairValid = state.pointing.box_on_page = state.pointing.mark_on_page = false;
 }
 
 void show_empty_page(ControlState& state) {
@@ -217,7 +219,8 @@ void DrawGraph(ControlState& state, DrawSurface& surface, std::int16_t index) {
         if (!is_current(state, graph)) return; // a handler has taken the graph away
         graph.GraphNotDrawn = false;
         if (!graph.LegendInFront) LegendTable(state, surface, state.CurrentGraph);
-        PlotDataSets(state, surface);
+        if (is_current(state, graph)) PlotDataSets(state, surface);
+        if (!is_current(state, graph)) return;
         draw_plot_frame(state, surface);
         if (state.AxisMarksInFront) GraphAxes(state, surface, AxesPass::MarksOnly);
         if (graph.LegendInFront) LegendTable(state, surface, state.CurrentGraph);

@@ -1,5 +1,6 @@
 #include "Person.h"
 #include "interact/scroll_bars.h"
+#include "interact/zoom.h"
 
 #include <doctest/doctest.h>
 
@@ -83,6 +84,22 @@ TEST_CASE("a press and release at one place is a click with the data's coordinat
     person.press(place);
     person.release(place);
     CHECK(std::ranges::count(person.heard.names, "Click") == 0);
+}
+
+TEST_CASE("the second press of a double click zooms and drags nothing, however the hand shakes") {
+    PersonAtGraph person;
+    const Point place = person.in_plot(0.25, 0.5), beside = person.in_plot(0.3, 0.6);
+    auto const ranges = interact::shown_ranges(person.graph());
+    auto const pixels = person.pixels();
+    person.press(place);
+    person.release(place);
+    person.mouse(host::MouseKind::DoubleClick, host::left_button, 0, place);
+    person.move(beside, host::left_button);
+    CHECK(person.pixels() == pixels);
+    person.release(beside);
+    CHECK(person.heard.names == Names{"Click", "DblClick", "MouseMove"});
+    CHECK(interact::shown_ranges(person.graph()) == ranges);
+    CHECK(person.pixels() == pixels);
 }
 
 TEST_CASE("a rubber band follows the mouse, leaves no trace and zooms every axis to its corners") {

@@ -1,5 +1,6 @@
 // Wheel, middle button and keys; each with its switch.
 #include "Person.h"
+#include "interact/hit_test.h"
 #include "interact/nearest_point.h"
 #include "interact/zoom.h"
 #include "scale/mapping.h"
@@ -182,13 +183,96 @@ TEST_CASE("points and data sets are read by keys") {
     CHECK_FALSE(person.key(Key::Down, host::ctrl_key));
     CHECK(person.key(Key::Up, host::ctrl_key));
     CHECK(reading() == "line: 8, 8");
+    auto const marked = person.pixels();
     person.page.Refresh();
+    CHECK(person.pixels() == marked); // the mark is there again
+    CHECK(person.key(Key::Escape));
     CHECK(person.pixels() == before);
+    CHECK(reading().empty());
+    CHECK_FALSE(person.key(Key::Escape));
+    for (int i = 0; i < 9; ++i) person.key(Key::Right, host::ctrl_key);
+    CHECK(reading() == "line: 8, 8");
     person.page.DropDataPoints(3, 1);
     CHECK(person.key(Key::Right, host::ctrl_key));
     CHECK(reading() == "line: 9, 9");
     person.page.Reset();
     CHECK_FALSE(person.key(Key::Right, host::ctrl_key));
+}
+
+TEST_CASE("the mark of a point at the edge stays inside the plot area, that of one beyond it is not drawn") {
+    Navigator person;
+    auto const before = person.pixels();
+    person.key(Key::Right, host::ctrl_key); // the point at the lower left corner
+    const Box inner = person.plot();
+    const Box plot{inner.left - 8, inner.top - 8, inner.width + 16,
+                   inner.height + 16}; // its edge's pixels too
+    auto const after = person.pixels();
+    auto const& page = person.host.picture();
+    int inside = 0, outside = 0;
+    for (int y = 0; y < page.height(); ++y)
+        for (int x = 0; x < page.width(); ++x) {
+            auto const i = static_cast<std::size_t>(y * page.width() + x);
+            if (before[i] == after[i]) continue;
+            bool const in_plot = interact::holds(plot, {x * 15.0, y * 15.0});
+            ++(in_plot ? inside : outside);
+        }
+    CHECK(inside > 5);
+    CHECK(outside == 0);
+    person.drag(person.in_plot(0.5, 0.1), person.in_plot(0.9, 0.4)); // zoomed away from the point
+    auto const zoomed = person.pixels();
+    person.key(Key::Escape);
+    CHECK(person.pixels() == zoomed);
+}
+
+TEST_CASE("undo leaves out ranges that the page no longer has, and steps of a graph that is gone") {
+    Navigator person;
+    person.drag(person.in_plot(0.2, 0.2), person.in_plot(0.6, 0.6));
+    person.page.SelectYaxis(1);
+    person.page.AxisScaleStyle({.Value1 = 100, .Value2 = 200});
+    person.page.Refresh();
+    auto const y = person.shown()[1];
+    CHECK(person.key(Key::Left, host::alt_key));
+    CHECK(person.shown() == std::vector<graph::Shown>{{0, 10}, y});
+
+    struct Refiller : host::EventSink {
+        qvGraph* page = nullptr;
+        void NewGraphInFront() override {
+            page->Reset();
+            page->NewGraph("another", 0, 1, 0, 1);
+        }
+    } refiller;
+    refiller.page = &person.page;
+    Navigator second;
+    second.page.NewGraph("front", 0, 10, 0, 10);
+    second.page.GraphPosition({50, 50, 50, 50});
+    second.page.Refresh();
+    refiller.page = &second.page;
+    second.page.set_events(&refiller);
+    second.wheel(second.in_plot(0.2, 0.2), 1); // brings the first graph to the front
+    CHECK(second.state.zoom_history.undo.empty());
+}
+
+TEST_CASE("an axis without a scale is left alone by every gesture") {
+    for (bool const reverse : {false, true}) {
+        Navigator person;
+        person.drag(person.in_plot(0.2, 0.2), person.in_plot(0.6, 0.6));
+        person.y_axis().AxisReverse = reverse;
+        person.y_axis().AxisLog = true; // from 0, and not drawn since
+        auto const before = person.shown();
+        const Point place = person.in_plot(0.5, 0.5);
+        person.wheel(place, 1);
+        person.y_axis().AxisLog = true;
+        person.key(Key::Left);
+        person.y_axis().AxisLog = true;
+        person.press(place, host::right_button, host::shift_key);
+        person.y_axis().AxisLog = true;
+        person.press(place, host::left_button, host::shift_key);
+        person.y_axis().AxisLog = true;
+        person.scroll(host::Bar::VScroll1, 400);
+        CHECK(person.heard.errors.empty());
+        CHECK(person.shown()[1] == before[1]);
+        CHECK(person.shown()[0] != before[0]);
+    }
 }
 
 TEST_CASE("two fingers zoom about the place between them") {

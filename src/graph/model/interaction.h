@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace qv::graph {
@@ -85,6 +86,12 @@ struct Corner {
     bool operator==(Corner const&) const = default;
 };
 
+/// The frame round the point read by keys, as it was drawn in invert mode.
+struct ReadMark {
+    Box frame;
+    Box clip;
+};
+
 struct Pointing : HitFlags {
     Corner Grab;       // of the mouse from the frame's corner when a drag starts
     Corner LegendGrab; // of the mouse from the legend's corner; while a graph moves, of the legend from the
@@ -96,8 +103,7 @@ struct Pointing : HitFlags {
     bool box_on_page = false; // the rubber band drawn in invert mode is in step with the picture
     std::uint8_t pressed = 0; // the button whose drag is in progress, 0 for none
     GraphPlace before_press;
-    Box mark; // round the point read by keys, drawn in invert mode
-    bool mark_on_page = false;
+    std::optional<ReadMark> mark; // while it is on the page
 };
 
 } // namespace qv::graph
