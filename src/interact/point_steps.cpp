@@ -8,8 +8,11 @@
 #include "interact/scroll_bars.h"
 #include "render/read_mark.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace qv::interact {
 namespace {
@@ -17,20 +20,43 @@ namespace {
 using graph::ControlState;
 using graph::DataSet;
 using graph::Graph;
+using graph::PointBlock;
 using graph::PointStore;
 using graph::ReadPoint;
 using render::PointBeingRead;
 
-bool can_be_drawn(PointStore const& points, std::size_t i) {
-    const graph::PointEntry point = points.at(i);
-    return std::isfinite(point.X) && std::isfinite(point.Y);
+bool can_be_drawn(PointBlock const& block, std::size_t i) {
+    return std::isfinite(block.x()[i]) && std::isfinite(block.y()[i]);
 }
 
-/// The next point from `from` on that can be drawn, `from` included.
+/// The first index from `from` on, or the last up to it, for which `test` holds.
+template <class Test>
+std::optional<std::size_t> next_index(std::size_t from, std::size_t end, bool forward, Test test) {
+    for (std::size_t i = from; i < end; forward ? ++i : --i)
+        if (test(i)) return i;
+    return std::nullopt; // going back below 0 wraps round to beyond the end
+}
+
+/// The next point from `from` on that can be drawn, `from` included. Runs of points that cannot be may be
+/// long, so they are looked at block by block.
 std::optional<std::size_t> drawable_from(PointStore const& points, std::size_t from, bool forward) {
-    for (std::size_t i = from; i < points.size(); forward ? ++i : --i)
-        if (can_be_drawn(points, i)) return i;
-    return std::nullopt; // going back below the first wraps round to beyond the last
+    auto const& blocks = points.blocks();
+    std::vector<std::size_t> starts;
+    for (std::size_t start = 0; PointBlock const& block : blocks) {
+        starts.push_back(start);
+        start += block.size();
+    }
+    if (from >= points.size()) return std::nullopt;
+    auto const holding = std::ranges::upper_bound(starts, from) - starts.begin() - 1;
+    for (auto b = static_cast<std::size_t>(holding); b < blocks.size(); forward ? ++b : --b) {
+        PointBlock const& block = blocks[b];
+        std::size_t const first = forward ? (from > starts[b] ? from - starts[b] : 0)
+                                          : std::min(from - starts[b], block.size() - 1);
+        auto const found =
+            next_index(first, block.size(), forward, [&](std::size_t i) { return can_be_drawn(block, i); });
+        if (found) return starts[b] + *found;
+    }
+    return std::nullopt;
 }
 
 bool is_read(DataSet const& set) {
@@ -50,20 +76,33 @@ std::optional<PointBeingRead> present(ControlState& state) {
     return read && state.read_point->graph == state.CurrentGraph ? read : std::nullopt;
 }
 
+/// The stretch of a block in which its point nearest in x stands: where x rises, the neighbours of the place.
+std::pair<std::size_t, std::size_t> nearest_stretch(PointBlock const& block, double x) {
+    if (!block.x_rising() || !block.all_finite()) return {0, block.size()};
+    auto const xs = block.x();
+    auto const place = static_cast<std::size_t>(std::ranges::lower_bound(xs, x) - xs.begin());
+    std::size_t const first = place == 0 ? 0 : place - 1;
+    // Of several at one x the first is taken.
+    auto const earliest = std::ranges::lower_bound(xs, xs[first]) - xs.begin();
+    return {static_cast<std::size_t>(earliest), std::min(place + 1, block.size())};
+}
+
 std::size_t nearest_in_x(PointStore const& points, double x) {
-    std::size_t nearest = 0, i = 0;
+    std::size_t nearest = 0, start = 0;
     double least = HUGE_VAL;
-    for (graph::PointBlock const& block : points.blocks()) {
+    for (PointBlock const& block : points.blocks()) {
         // A block out of reach is passed over.
         double const beside = std::max(block.x_extent().low - x, x - block.x_extent().high);
-        if (beside < least)
-            for (std::size_t j = 0; j < block.size(); ++j) {
-                double const distance = std::abs(block.x()[j] - x);
-                if (!(distance < least) || !std::isfinite(block.y()[j])) continue;
+        if (beside < least) {
+            auto const [first, end] = nearest_stretch(block, x);
+            for (std::size_t i = first; i < end; ++i) {
+                double const distance = std::abs(block.x()[i] - x);
+                if (!(distance < least) || !std::isfinite(block.y()[i])) continue;
                 least = distance;
-                nearest = i + j;
+                nearest = start + i;
             }
-        i += block.size();
+        }
+        start += block.size();
     }
     return nearest;
 }

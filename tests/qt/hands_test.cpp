@@ -9,6 +9,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QScrollBar>
+#include <QtWidgets/QStyleOptionSlider>
 
 #include <doctest/doctest.h>
 
@@ -84,13 +85,62 @@ TEST_CASE("a rubber band, dragged graphs, edges and legends do what they do with
     both.compare();
 }
 
+/// With the mouse, as far as the bar lets it go.
+void drag_thumb(QScrollBar& bar, QPoint by) {
+    QStyleOptionSlider option;
+    option.initFrom(&bar);
+    option.orientation = bar.orientation();
+    option.subControls = QStyle::SC_All;
+    option.minimum = bar.minimum();
+    option.maximum = bar.maximum();
+    option.pageStep = bar.pageStep();
+    option.sliderPosition = option.sliderValue = bar.value();
+    option.state |= QStyle::State_Horizontal;
+    const QPoint from =
+        bar.style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, &bar).center();
+    QTest::mousePress(&bar, Qt::LeftButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, from + by, bar.mapToGlobal(from + by), Qt::NoButton, Qt::LeftButton,
+                     {});
+    // A pointer far across the bar would let the thumb jump back.
+    QApplication::sendEvent(&bar, &move);
+    QTest::mouseRelease(&bar, Qt::LeftButton, {}, {qBound(1, (from + by).x(), bar.width() - 2), from.y()});
+}
+
+TEST_CASE("two fingers on the page zoom it about the place between them") {
+    Both both;
+    const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+    auto const fingers = [&](int apart, auto step) {
+        auto touch = QTest::touchEvent(&both.view, screen.get());
+        step(touch, 0, QPoint(150 - apart, 200));
+        step(touch, 1, QPoint(150 + apart, 200));
+        touch.commit();
+        QCoreApplication::processEvents();
+    };
+    auto const press = [&](auto& touch, int finger, QPoint at) { touch.press(finger, at, &both.view); };
+    auto const move = [&](auto& touch, int finger, QPoint at) { touch.move(finger, at, &both.view); };
+    auto const release = [&](auto& touch, int finger, QPoint at) { touch.release(finger, at, &both.view); };
+    fingers(20, press);
+    for (int apart = 25; apart <= 60; apart += 5) fingers(apart, move);
+    fingers(60, release);
+    graph::Shown const across = interact::shown_ranges(both.in_widget(0))[0];
+    CHECK(across.last - across.first < 10 * 0.6); // the first steps only tell that it is a pinch
+    CHECK(across.last - across.first > 10 * 0.2);
+    CHECK(interact::shown_ranges(both.in_widget(1))[0].last == 10);
+}
+
 TEST_CASE("scroll bars, read-out and pointer follow") {
     Both both;
     both.drag({120, 100}, {200, 220});
     QScrollBar& across = both.shown.widget.HScroll1();
     REQUIRE(across.isVisible());
-    across.triggerAction(QAbstractSlider::SliderToMaximum);
+    drag_thumb(across, {-4000, 0});
+    CHECK(interact::shown_ranges(both.in_widget(0))[0].first == 0);
+    drag_thumb(across, {4000, 0});
     CHECK(interact::shown_ranges(both.in_widget(0))[0].last == doctest::Approx(10));
+    double const before = interact::shown_ranges(both.in_widget(0))[1].first;
+    QScrollBar& down = both.shown.widget.VScroll1();
+    QTest::mouseClick(&down, Qt::LeftButton, {}, {down.width() / 2, down.height() - 3}); // the arrow
+    CHECK(interact::shown_ranges(both.in_widget(0))[1].first < before);
     QTest::mouseMove(&both.view, {150, 150});
     QCoreApplication::processEvents();
     CHECK(both.shown.widget.Label1().isVisible());
@@ -164,6 +214,7 @@ TEST_CASE("assistive programs read graphs, axes, data sets and the point read by
 
     QTest::keyClick(&both.view, Qt::Key_Right, Qt::ControlModifier);
     QTest::keyClick(&both.view, Qt::Key_Right, Qt::ControlModifier);
+    CHECK(both.view.accessibleDescription() == "line: 1, 1"); // it has the focus
     CHECK(page->text(QAccessible::Value) == "line: 1, 1");
     CHECK(both.shown.widget.Label1().text() == "line: 1, 1");
     both.shown.widget.control().Reset();
