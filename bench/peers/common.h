@@ -1,7 +1,5 @@
 // Shared by every benchmark program here: the test series, the clock, the memory reading, the output line.
 #pragma once
-#include <malloc.h>
-#include <unistd.h>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -9,7 +7,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <malloc.h>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace bench {
@@ -18,8 +18,7 @@ namespace bench {
 struct Lcg {
     uint64_t s;
     explicit Lcg(uint64_t seed) : s(seed) {}
-    double next()
-    {
+    double next() {
         s = s * 6364136223846793005ULL + 1442695040888963407ULL;
         return double(s >> 11) * 0x1p-53;
     }
@@ -28,8 +27,8 @@ struct Lcg {
 constexpr uint64_t kSeed = 12345;
 
 // x runs evenly from 0 to 100; y = sin(x) + uniform noise in [-0.1, 0.1) + offset.
-inline void makeSeries(size_t n, std::vector<double> &x, std::vector<double> &y, uint64_t seed = kSeed, double offset = 0)
-{
+inline void makeSeries(size_t n, std::vector<double>& x, std::vector<double>& y, uint64_t seed = kSeed,
+                       double offset = 0) {
     x.resize(n);
     y.resize(n);
     Lcg r(seed);
@@ -39,19 +38,16 @@ inline void makeSeries(size_t n, std::vector<double> &x, std::vector<double> &y,
     }
 }
 
-inline double now()
-{
+inline double now() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
 // Resident set of this process in bytes, after giving free heap pages back.
-inline double residentBytes()
-{
+inline double residentBytes() {
     malloc_trim(0);
     long total = 0, res = 0;
-    if (FILE *f = fopen("/proc/self/statm", "r")) {
-        if (fscanf(f, "%ld %ld", &total, &res) != 2)
-            res = 0;
+    if (FILE* f = fopen("/proc/self/statm", "r")) {
+        if (fscanf(f, "%ld %ld", &total, &res) != 2) res = 0;
         fclose(f);
     }
     return double(res) * double(sysconf(_SC_PAGESIZE));
@@ -62,8 +58,7 @@ struct Stat {
     int reps = 0;
 };
 
-inline Stat summarise(std::vector<double> t)
-{
+inline Stat summarise(std::vector<double> t) {
     std::sort(t.begin(), t.end());
     return {t[t.size() / 2], t.front(), int(t.size())};
 }
@@ -71,56 +66,58 @@ inline Stat summarise(std::vector<double> t)
 // One warm-up call, then enough calls to fill `budget` seconds (3 to 25 of them). A call longer than
 // 3 s is repeated once only and its warm-up kept; one longer than 12 s is not repeated at all.
 template <class F>
-Stat measure(F f, double budget = 1.5)
-{
-    auto once = [&] { double a = now(); f(); return now() - a; };
-    const double warm = once();
+Stat measure(F f, double budget = 1.5) {
+    auto once = [&] {
+        double a = now();
+        f();
+        return now() - a;
+    };
+    double const warm = once();
     std::vector<double> t;
-    if (warm > 12)
-        return {warm, warm, 1};
+    if (warm > 12) return {warm, warm, 1};
     if (warm > 3) {
         t = {warm, once()};
         return {0.5 * (t[0] + t[1]), std::min(t[0], t[1]), 2};
     }
-    const int n = int(std::clamp(budget / std::max(warm, 1e-9), 3.0, 25.0));
-    for (int i = 0; i < n; ++i)
-        t.push_back(once());
+    int const n = int(std::clamp(budget / std::max(warm, 1e-9), 3.0, 25.0));
+    for (int i = 0; i < n; ++i) t.push_back(once());
     return summarise(t);
 }
 
 // One result line, tab separated; run-bench --peers collects those that start with "R".
-inline void report(const char *work, const char *peer, const std::string &variant, int aa, size_t n,
-                   double median, double min, const char *unit, int reps)
-{
+inline void report(char const* work, char const* peer, std::string const& variant, int aa, size_t n,
+                   double median, double min, char const* unit, int reps) {
     printf("R\t%s\t%zu\t%s\t%s\t%s\t%.4g\t%.4g\t%s\t%d\n", work, n, peer, variant.c_str(),
-           aa < 0 ? "-" : aa ? "on" : "off", median, min, unit, reps);
+           aa < 0 ? "-"
+           : aa   ? "on"
+                  : "off",
+           median, min, unit, reps);
     fflush(stdout);
 }
 // Highest resident set this process ever had, in MB (libraries and the input arrays included).
-inline double peakMegabytes()
-{
+inline double peakMegabytes() {
     double kb = 0;
-    if (FILE *f = fopen("/proc/self/status", "r")) {
+    if (FILE* f = fopen("/proc/self/status", "r")) {
         char line[128];
         while (fgets(line, sizeof line, f))
-            if (sscanf(line, "VmHWM: %lf", &kb) == 1)
-                break;
+            if (sscanf(line, "VmHWM: %lf", &kb) == 1) break;
         fclose(f);
     }
     return kb / 1024;
 }
-inline void reportMs(const char *work, const char *peer, const std::string &variant, int aa, size_t n, Stat s)
-{
+inline void reportMs(char const* work, char const* peer, std::string const& variant, int aa, size_t n,
+                     Stat s) {
     report(work, peer, variant, aa, n, s.median * 1e3, s.min * 1e3, "ms", s.reps);
-    if (n == 1000000 && (!strcmp(work, "W2") || !strcmp(work, "W3")) && strcmp(peer, "gnuplot") && strcmp(peer, "plain C++"))
-        report(work, peer, variant + ", peak resident of the process", aa, n, peakMegabytes(), peakMegabytes(), "MB", 1);
+    if (n == 1000000 && (!strcmp(work, "W2") || !strcmp(work, "W3")) && strcmp(peer, "gnuplot")
+        && strcmp(peer, "plain C++"))
+        report(work, peer, variant + ", peak resident of the process", aa, n, peakMegabytes(),
+               peakMegabytes(), "MB", 1);
 }
-inline void reportNs(const char *work, const char *peer, const std::string &variant, size_t n, Stat s)
-{
+inline void reportNs(char const* work, char const* peer, std::string const& variant, size_t n, Stat s) {
     report(work, peer, variant, -1, n, s.median * 1e9 / double(n), s.min * 1e9 / double(n), "ns/pt", s.reps);
 }
-inline void reportBytes(const char *work, const char *peer, const std::string &variant, size_t n, double bytes)
-{
+inline void reportBytes(char const* work, char const* peer, std::string const& variant, size_t n,
+                        double bytes) {
     if (n >= 100000) // below that the page granularity of the reading dominates
         report(work, peer, variant, -1, n, bytes / double(n), bytes / double(n), "B/pt", 1);
 }
@@ -128,21 +125,18 @@ inline void reportBytes(const char *work, const char *peer, const std::string &v
 // Times `fill`, which hands all n points to a new object; `drop` deletes that object outside the clock.
 // The resident growth is taken on the first hand-over of the process.
 template <class Fill, class Drop>
-void measureLoad(const char *peer, const std::string &variant, size_t n, Fill fill, Drop drop)
-{
+void measureLoad(char const* peer, std::string const& variant, size_t n, Fill fill, Drop drop) {
     std::vector<double> t;
-    const double before = residentBytes();
+    double const before = residentBytes();
     double total = 0;
     double bytes = 0;
     do {
-        const double a = now();
+        double const a = now();
         fill();
         t.push_back(now() - a);
         total += t.back();
-        if (t.size() == 1)
-            bytes = residentBytes() - before;
-        if (t.size() == 1 && t[0] > 5)
-            break; // too slow to repeat, and often as slow to delete
+        if (t.size() == 1) bytes = residentBytes() - before;
+        if (t.size() == 1 && t[0] > 5) break; // too slow to repeat, and often as slow to delete
         drop();
     } while (t.size() < 3 || (total < 1.0 && t.size() < 25));
     reportNs("W1", peer, variant, n, summarise(t));
@@ -154,8 +148,7 @@ struct Args {
     size_t n = 0;
     int aa = 0;
 };
-inline Args parse(int argc, char **argv)
-{
+inline Args parse(int argc, char** argv) {
     Args a;
     if (argc < 4) {
         fprintf(stderr, "usage: %s WORK N AA [VARIANT]\n", argv[0]);
@@ -169,7 +162,9 @@ inline Args parse(int argc, char **argv)
 }
 
 // Where to save the picture drawn, or null: set PEERS_PNG to look at what was measured.
-inline const char *pngPath() { return getenv("PEERS_PNG"); }
+inline char const* pngPath() {
+    return getenv("PEERS_PNG");
+}
 
 constexpr int kWidth = 1200, kHeight = 800;
 constexpr int kManySets = 100, kManyPoints = 10000;

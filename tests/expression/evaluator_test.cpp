@@ -125,7 +125,7 @@ TEST_CASE("texts") {
         {"ASC(\"A\")", i16(65)},
         {"ASC(\"\xC3\xA9\")", i16(233)},
         {"\"<\" & SPACE(3) & \">\"", "<   >"},
-        {"STRING(3, \"xy\")", "xxx"},
+        {"STRING(3, \"ab\")", "aaa"},
         {"STRING(2, 233)", "\xC3\xA9\xC3\xA9"},
         {"LEFT(\"abc\", 5)", "abc"},
         {"LEFT(\"\xC3\xA9z\", 1)", "\xC3\xA9"},
