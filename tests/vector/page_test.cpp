@@ -103,3 +103,12 @@ TEST_CASE("an empty page and one of more shapes than a file should hold are writ
     CHECK(svg.find("<image") != std::string::npos);
     CHECK(svg.size() < 500000);
 }
+
+TEST_CASE("a PDF page tells nothing of when it was written") {
+    const TemporaryFolder folder;
+    HeadlessHost host({60, 40});
+    host.save(folder.path() / "page.pdf");
+    const std::string pdf = content_of(folder.path() / "page.pdf");
+    CHECK(pdf.find("/Producer") != std::string::npos); // what is told stands in plain text
+    CHECK(pdf.find("Date") == std::string::npos);
+}

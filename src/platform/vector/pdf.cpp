@@ -173,8 +173,11 @@ private:
     }
 
     void draw(Picture const& shape) {
-        document_.draw(*shape.pixels, {shape.place.x, shape.place.y, 1.0 * shape.pixels->width(),
-                                       1.0 * shape.pixels->height()});
+        // Some readers stretch a picture by a pixel, and blur it, when it ends exactly on a pixel's edge.
+        constexpr double inset = 0.001;
+        document_.draw(*shape.pixels,
+                       {shape.place.x + inset, shape.place.y + inset, shape.pixels->width() - 2 * inset,
+                        shape.pixels->height() - 2 * inset});
     }
 
     void draw(Copy const&) {} // copies are taken apart before

@@ -21,6 +21,7 @@ cairo_status_t append_bytes(void* bytes, unsigned char const* data, unsigned int
 PdfDocument::PdfDocument(double width, double height, FaultNumber fault)
     : fault_(fault), surface_(cairo_pdf_surface_create_for_stream(append_bytes, &bytes_, width, height)),
       drawing_(cairo_create(surface_.get())) {
+    cairo_pdf_surface_set_metadata(surface_.get(), CAIRO_PDF_METADATA_CREATE_DATE, "");
     check();
 }
 
