@@ -1,6 +1,6 @@
 // The pictures of docs/gallery.md are what the examples draw.
 #include "platform/raster/png.h"
-#include "printed_sheet.h"
+#include "rendered_page.h"
 
 #include <doctest/doctest.h>
 
@@ -48,18 +48,6 @@ double difference(raster::PixelBuffer const& a, raster::PixelBuffer const& b) {
     return static_cast<double>(different) / static_cast<double>(a.pixels.size());
 }
 
-/// Mean difference of a colour channel, 0 to 1.
-double mean_difference(raster::PixelBuffer const& a, raster::PixelBuffer const& b) {
-    REQUIRE(a.width == b.width);
-    REQUIRE(a.height == b.height);
-    double sum = 0;
-    for (std::size_t i = 0; i < a.pixels.size(); ++i)
-        for (int shift = 0; shift < 24; shift += 8)
-            sum += std::abs(static_cast<int>(a.pixels[i] >> shift & 0xFF)
-                            - static_cast<int>(b.pixels[i] >> shift & 0xFF));
-    return sum / (255.0 * 3 * static_cast<double>(a.pixels.size()));
-}
-
 /// What an example draws into a file of this ending.
 fs::path drawn_by(std::string const& name, std::string const& ending) {
     fs::path const drawn = fs::absolute("gallery-" + name + ending);
@@ -69,19 +57,6 @@ fs::path drawn_by(std::string const& name, std::string const& ending) {
 
 fs::path kept_picture(std::string const& name) {
     return source_folder() / "docs" / "gallery" / (name + ".png");
-}
-
-/// A file of shapes, drawn by another program.
-raster::PixelBuffer rendered(fs::path const& file) {
-    fs::path picture = file;
-    picture += ".png";
-    if (file.extension() == ".svg")
-        test::run("rsvg-convert '" + file.string() + "' -o '" + picture.string() + "'");
-    else
-        test::run("pdftoppm -r 96 -png -singlefile '" + file.string() + "' '" + file.string() + "'");
-    auto const pixels = raster::read_png(picture).buffer;
-    fs::remove(picture);
-    return pixels;
 }
 
 } // namespace
@@ -115,7 +90,7 @@ TEST_CASE("pages in shapes look like their pictures") {
             CAPTURE(name);
             CAPTURE(ending);
             fs::path const drawn = drawn_by(name, ending);
-            double const mean = mean_difference(rendered(drawn), picture);
+            double const mean = test::mean_difference(test::rendered(drawn), picture);
             CHECK(mean < 0.01);
             if (mean < 0.01) fs::remove(drawn);
         }

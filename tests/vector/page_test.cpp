@@ -1,6 +1,6 @@
 #include "platform/headless/HeadlessHost.h"
 #include "platform/output/page_file.h"
-#include "printed_sheet.h"
+#include "rendered_page.h"
 
 #include <doctest/doctest.h>
 
@@ -14,27 +14,31 @@ using headless::HeadlessHost;
 
 namespace {
 
-enum class Data { Line, Circles, Triangles, EdgedSquares };
+/// What stands for a point: `DataSymbol` codes.
+enum Symbol : int { none = 0, dot = 2, circle = 3, square = 4, triangle = 6, plus = 10, letter = 65 };
 
-void fill(qvGraph& page, Data data, std::size_t count) {
+struct Cloud {
+    Symbol symbol;
+    std::size_t points;
+    bool edged = false;
+};
+
+/// A page of normally distributed points; without a symbol, of a random walk's line.
+void draw(qvGraph& page, Cloud const& cloud) {
     page.NewGraph("Many points");
     page.NewDataSet("data");
     std::mt19937 random(3);
     std::normal_distribution<double> step;
-    std::vector<double> x(count), y(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        bool const walks = data == Data::Line;
+    std::vector<double> x(cloud.points), y(cloud.points);
+    for (std::size_t i = 0; i < cloud.points; ++i) {
+        bool const walks = cloud.symbol == none;
         x[i] = walks ? static_cast<double>(i) : step(random);
         y[i] = walks && i > 0 ? y[i - 1] + step(random) : step(random);
     }
     page.AddDataPoints(x, y);
-    if (data == Data::Line) {
-        page.DataSymbol(0);
-        page.DataLineStyle(1);
-    } else {
-        page.DataSymbol(data == Data::Circles ? 1 : data == Data::Triangles ? 4 : 2);
-        if (data == Data::EdgedSquares) page.SymbolStyle({.Color2 = 255, .EdgeThickness = 1});
-    }
+    page.DataSymbol(int{cloud.symbol});
+    if (cloud.symbol == none) page.DataLineStyle(1);
+    if (cloud.edged) page.SymbolStyle({.Color2 = rgb(255, 0, 0), .EdgeThickness = 1});
     page.Refresh();
 }
 
@@ -45,20 +49,24 @@ std::string content_of(std::filesystem::path const& file) {
 
 } // namespace
 
-TEST_CASE("files of shapes stay small, whatever the number of points") {
-    struct Row {
-        Data data;
-        std::size_t count;
-    };
-    for (Row const& row : {Row{Data::Line, 10000000}, Row{Data::Circles, 10000000},
-                           Row{Data::Triangles, 300000}, Row{Data::EdgedSquares, 300000}}) {
-        CAPTURE(static_cast<int>(row.data));
+TEST_CASE("files of shapes stay small and look like the page, whatever the number of points") {
+    for (Cloud const& cloud :
+         {Cloud{none, 10000000}, Cloud{circle, 10000000}, Cloud{dot, 300000}, Cloud{circle, 300000},
+          Cloud{triangle, 300000}, Cloud{plus, 300000}, Cloud{letter, 3000}, Cloud{circle, 5000, true},
+          Cloud{square, 300000, true}}) {
+        CAPTURE(int{cloud.symbol});
+        CAPTURE(cloud.points);
         const TemporaryFolder folder;
         HeadlessHost host({1200, 800});
-        fill(host.control(), row.data, row.count);
-        for (char const* name : {"page.svg", "page.pdf"}) {
-            host.save(folder.path() / name);
-            CHECK(std::filesystem::file_size(folder.path() / name) < 1000000);
+        draw(host.control(), cloud);
+        host.save(folder.path() / "page.png");
+        auto const page = raster::read_png((folder.path() / "page.png").string()).buffer;
+        for (std::string const name : {"page.svg", "page.pdf"}) {
+            CAPTURE(name);
+            const std::filesystem::path file = folder.path() / name;
+            host.save(file);
+            CHECK(std::filesystem::file_size(file) < 1000000);
+            CHECK(mean_difference(rendered(file), page) < 0.02);
         }
     }
 }
@@ -97,11 +105,15 @@ TEST_CASE("an empty page and one of more shapes than a file should hold are writ
     empty.save(folder.path() / "empty.pdf");
     CHECK(content_of(folder.path() / "empty.svg").find("fill=\"#ffffff\"") != std::string::npos);
     HeadlessHost full({600, 400});
-    fill(full.control(), Data::EdgedSquares, 120000);
+    draw(full.control(), {square, 120000, true});
+    full.save(folder.path() / "full.png");
     full.save(folder.path() / "full.svg");
-    const std::string svg = content_of(folder.path() / "full.svg");
-    CHECK(svg.find("<image") != std::string::npos);
-    CHECK(svg.size() < 500000);
+    full.save(folder.path() / "full.pdf");
+    CHECK(content_of(folder.path() / "full.svg").find("<image") != std::string::npos);
+    // The picture comes out to the pixel.
+    auto const picture = raster::read_png((folder.path() / "full.png").string()).buffer;
+    for (char const* name : {"full.svg", "full.pdf"})
+        CHECK(mean_difference(rendered(folder.path() / name), picture) == 0);
 }
 
 TEST_CASE("a PDF page tells nothing of when it was written") {

@@ -128,8 +128,42 @@ TEST_CASE("text becomes text that any reader can take") {
                    "font-style=\"italic\"")
           != std::string::npos);
     CHECK(svg.find("rotate(-90)") != std::string::npos);
+    VectorSurface odd = blank();
+    odd.state.font.name = "It's \\ \"Sons\"";
+    odd.Print("text");
+    CHECK(svg_of(odd).find("font-family=\"'It\\'s \\\\ &quot;Sons&quot;',sans-serif\"") != std::string::npos);
     raster::RasterSurface pixels(15, 15, fonts);
     pixels.state.font = surface.state.font;
     CHECK(surface.TextWidth("some text") == pixels.TextWidth("some text"));
     CHECK(surface.TextHeight("some text") == pixels.TextHeight("some text"));
+}
+
+TEST_CASE("a page is overfull when its shapes, those of copies included, make too long a text") {
+    VectorSurface page = blank(), copy = blank();
+    for (int i = 0; i < 100000; ++i) page.PSet({15.0 * (i % 100), 15.0 * (i / 100 % 80)}); // joined: short
+    CHECK_FALSE(page.is_overfull());
+    for (int i = 0; i < 100000; ++i) page.Circle({15.0 * (i % 100), 15.0 * (i / 100 % 80)}, 60);
+    CHECK(page.is_overfull());
+    copy.BitBlt({0, 0}, {50, 50}, page, {0, 0});
+    CHECK(copy.is_overfull());
+    copy.Cls();
+    CHECK_FALSE(copy.is_overfull());
+    copy.TextOutA({5, 5}, 0, std::string(4000000, 'x'));
+    CHECK(copy.is_overfull());
+}
+
+TEST_CASE("neighbours of one look share a group of the file") {
+    VectorSurface surface = blank();
+    for (int i = 1; i < 5; ++i) surface.Circle({300.0 * i, 300}, 75);
+    surface.state.ForeColor = rgb(255, 0, 0);
+    surface.Circle({300, 600}, 75);
+    const std::string svg = svg_of(surface);
+    auto const count = [&svg](std::string_view text) {
+        int found = 0;
+        for (std::size_t at = 0; (at = svg.find(text, at)) != std::string::npos; ++at) ++found;
+        return found;
+    };
+    CHECK(count("<circle ") == 5);
+    CHECK(count("<g ") == 2);
+    CHECK(count("</g>") == 2);
 }

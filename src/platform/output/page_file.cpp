@@ -17,6 +17,8 @@ namespace {
 
 using Fonts = std::shared_ptr<raster::FontLibrary>;
 
+constexpr std::size_t longest_file_of_shapes = 1000000; // bytes
+
 raster::RasterSurface const& pixels_of(host::PagePicture const& page) {
     return static_cast<raster::RasterSurface const&>(page.pixels());
 }
@@ -27,8 +29,9 @@ struct Format {
     Bytes (*encode)(host::PagePicture const& page, Fonts const& fonts);
 };
 
-/// The page in shapes; as its picture where there are too many of them.
-vector::VectorSurface shapes_of(host::PagePicture const& page, Fonts const& fonts) {
+/// The page in shapes; as its picture where they would make too long a file.
+Bytes encode_shapes(host::PagePicture const& page, Fonts const& fonts,
+                    Bytes (*encode)(vector::VectorSurface const&)) {
     raster::RasterSurface const& pixels = pixels_of(page);
     auto const make_surface = [&] {
         return std::make_unique<vector::VectorSurface>(pixels.TwipsPerPixelX(), pixels.TwipsPerPixelY(),
@@ -36,21 +39,26 @@ vector::VectorSurface shapes_of(host::PagePicture const& page, Fonts const& font
     };
     auto const drawn = page.redrawn(make_surface);
     auto& shapes = static_cast<vector::VectorSurface&>(*drawn);
-    if (shapes.is_overfull()) shapes.show_picture(pixels);
-    return std::move(shapes);
+    if (!shapes.is_overfull()) {
+        Bytes file = encode(shapes);
+        if (file.size() <= longest_file_of_shapes) return file;
+    }
+    shapes.show_picture(pixels);
+    return encode(shapes);
 }
 
-Bytes encode_svg(host::PagePicture const& page, Fonts const& fonts) {
-    const std::string text = vector::svg_of(shapes_of(page, fonts));
+Bytes svg_of(vector::VectorSurface const& shapes) {
+    const std::string text = vector::svg_of(shapes);
     return {text.begin(), text.end()};
 }
 
 constexpr std::array formats{
     Format{".png", "image/png",
            [](auto const& page, Fonts const&) { return raster::encode_png(pixels_of(page)); }},
-    Format{".svg", "image/svg+xml", encode_svg},
+    Format{".svg", "image/svg+xml",
+           [](auto const& page, Fonts const& fonts) { return encode_shapes(page, fonts, svg_of); }},
     Format{".pdf", "application/pdf",
-           [](auto const& page, Fonts const& fonts) { return vector::pdf_of(shapes_of(page, fonts)); }},
+           [](auto const& page, Fonts const& fonts) { return encode_shapes(page, fonts, vector::pdf_of); }},
     Format{"", "image/bmp",
            [](auto const& page, Fonts const&) { return raster::encode_bmp(pixels_of(page)); }},
 };

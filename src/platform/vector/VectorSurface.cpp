@@ -18,22 +18,8 @@ using raster::is_finite;
 using raster::pixel_value;
 using raster::whole_pixel;
 
-// A page with more corners than this, some megabyte as text, is better kept as a picture.
-constexpr std::size_t most_corners = 120000;
-
-struct CornerCount {
-    std::size_t operator()(Boxes const& shape) const { return 2 * shape.boxes.size(); }
-    std::size_t operator()(Fill const& shape) const { return in(shape.contours); }
-    std::size_t operator()(Stroke const& shape) const { return in(shape.lines); }
-    std::size_t operator()(auto const&) const { return 1; }
-
-private:
-    static std::size_t in(std::vector<Contour> const& contours) {
-        std::size_t count = 0;
-        for (Contour const& contour : contours) count += contour.size();
-        return count;
-    }
-};
+// Where to stop: a page this long is kept as a picture anyway.
+constexpr std::size_t longest_text = 3000000;
 
 /// From places where a whole number is a pixel's centre to those where it is its edge.
 PixelPoint from_edge(PixelPoint point) {
@@ -70,7 +56,7 @@ struct Join {
     bool one_shape; // fills may be joined
 
     bool operator()(Boxes& last, Boxes& next) const {
-        if (last.color != next.color) return false;
+        if (last.color != next.color || last.height != next.height) return false;
         append(last.boxes, next.boxes);
         return true;
     }
@@ -118,7 +104,7 @@ void VectorSurface::Move(double width_twips, double height_twips) {
 void VectorSurface::clear(std::uint32_t color) {
     texture_.reset();
     cloud_.reset();
-    corners_ = 0;
+    length_ = 0;
     background_ = color;
     nodes_ = std::make_shared<NodeList>();
     nodes_->push_back({bounds_, std::make_shared<Shape>(Boxes{color, {bounds_}})});
@@ -151,7 +137,7 @@ std::shared_ptr<NodeList const> VectorSurface::shown() const {
 void VectorSurface::show_picture(raster::RasterSurface const& picture) {
     texture_.reset();
     cloud_.reset();
-    corners_ = 0;
+    length_ = 0;
     nodes_ = nodes_of(picture);
 }
 
@@ -169,7 +155,7 @@ void VectorSurface::BitBlt(PixelPoint target, PixelSize size, DrawSurface const&
     if (box.empty()) return;
     Copy copy{other->shown(), dx, dy};
     if (box == bounds_) clear(background_);
-    corners_ += other->corners_;
+    length_ += other->length_;
     const PixelBox clip = std::exchange(clip_, box);
     add(std::move(copy));
     clip_ = clip;
@@ -186,17 +172,19 @@ void VectorSurface::add(Shape shape) {
     finish_cloud();
     if (clip_.empty() || !is_drawing() || is_overfull()) return;
     if (!std::holds_alternative<Copy>(shape) && intersection(reach_of(shape), clip_).empty()) return;
-    corners_ += std::visit(CornerCount(), shape);
+    length_ += length_as_text(shape);
     if (nodes_.use_count() > 1) nodes_ = std::make_shared<NodeList>(*nodes_);
     Node& last = nodes_->back();
     if (last.clip == clip_ && last.shape.use_count() == 1
-        && std::visit(Join{open_shapes_ > 0}, *last.shape, shape))
+        && std::visit(Join{open_shapes_ > 0}, *last.shape, shape)) {
+        length_ -= length_of_element;
         return;
+    }
     nodes_->push_back({clip_, std::make_shared<Shape>(std::move(shape))});
 }
 
 bool VectorSurface::is_overfull() const {
-    return corners_ > most_corners;
+    return length_ > longest_text;
 }
 
 void VectorSurface::fill_boxes(std::uint32_t color, std::vector<PixelBox> boxes) {
@@ -402,7 +390,7 @@ void VectorSurface::Symbols(SymbolBatch const& batch) {
 void VectorSurface::finish_cloud() {
     if (!cloud_) return;
     const Cloud cloud = *std::exchange(cloud_, std::nullopt);
-    for (Shape& shape : cloud.look.shapes(cloud.symbols.runs(cloud.look.widest_gap()))) add(std::move(shape));
+    for (Shape& shape : cloud.look.shapes(cloud.symbols.runs(cloud.look.run_limits()))) add(std::move(shape));
 }
 
 void VectorSurface::EndShape() {

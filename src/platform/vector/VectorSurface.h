@@ -86,7 +86,7 @@ private:
     PixelBox bounds_{0, 0, 1, 1};
     PixelBox clip_{0, 0, 1, 1};
     int open_shapes_ = 0;
-    std::size_t corners_ = 0;         // of all shapes, those of copies included
+    std::size_t length_ = 0;          // of all shapes as text, those of copies included
     std::shared_ptr<NodeList> nodes_; // the first is the background
 };
 

@@ -49,10 +49,33 @@ struct Reach {
     PixelBox operator()(Copy const&) const { return everything; }
 };
 
+struct Length {
+    std::size_t operator()(Boxes const& shape) const {
+        return length_of_element + shape.boxes.size() * (shape.height > 0 ? 8 : 14);
+    }
+    std::size_t operator()(Fill const& shape) const { return of(shape.contours); }
+    std::size_t operator()(Stroke const& shape) const { return of(shape.lines); }
+    std::size_t operator()(Oval const&) const { return 48; }
+    std::size_t operator()(Text const& shape) const { return length_of_element + shape.text.size(); }
+    std::size_t operator()(auto const&) const { return 0; }
+
+private:
+    static std::size_t of(std::vector<Contour> const& contours) {
+        constexpr std::size_t corner = 8;
+        std::size_t length = length_of_element;
+        for (Contour const& contour : contours) length += corner * contour.size();
+        return length;
+    }
+};
+
 } // namespace
 
 PixelBox reach_of(Shape const& shape) {
     return std::visit(Reach(), shape);
+}
+
+std::size_t length_as_text(Shape const& shape) {
+    return std::visit(Length(), shape);
 }
 
 } // namespace qv::vector

@@ -22,6 +22,7 @@ using Contour = std::vector<PixelPoint>;
 struct Boxes {
     std::uint32_t color = 0;
     std::vector<PixelBox> boxes;
+    int height = 0; // of every box; 0: of various heights
 };
 
 /// Closed contours, filled. One contour by the even-odd rule, several as one shape wherever any of them is.
@@ -94,6 +95,11 @@ struct Node {
 
 /// The pixels that a shape can reach.
 PixelBox reach_of(Shape const& shape);
+
+/// About how many characters a shape takes in a file. Copies and pictures count as nothing.
+std::size_t length_as_text(Shape const& shape);
+/// What a shape takes less when it is joined to another.
+constexpr std::size_t length_of_element = 60;
 
 /// A shape as it comes out on the page: where it is moved and cut. `is_cut` is False for a shape that lies
 /// within its clip, or beyond it only where the page ends as well.

@@ -78,6 +78,16 @@ std::string escaped(std::string_view text) {
     return result;
 }
 
+// As a style sheet writes names: quoted, with what could end the quotation marked.
+std::string quoted(std::string_view name) {
+    std::string text;
+    for (char const c : name) {
+        if (c == '\'' || c == '\\') text += '\\';
+        text += c;
+    }
+    return "'" + text + "'";
+}
+
 // What to take where the font is not installed.
 std::string_view generic_family(std::string_view name) {
     struct Row {
@@ -91,6 +101,56 @@ std::string_view generic_family(std::string_view name) {
     return "sans-serif";
 }
 
+std::string font_families(std::string const& name) {
+    return escaped(quoted(name)) + "," + std::string(generic_family(name));
+}
+
+std::string attribute(std::string_view name, std::string_view value) {
+    return ' ' + std::string(name) + "=\"" + std::string(value) + '"';
+}
+
+std::string attribute(std::string_view name, double value) {
+    return attribute(name, svg_number(value));
+}
+
+// Neighbouring boxes must not leave a seam when the page is scaled.
+std::string rendering(bool smooth) {
+    return smooth ? "" : attribute("shape-rendering", "crispEdges");
+}
+
+std::string dashes(DrawStyle style, double width, double start) {
+    std::string lengths;
+    double period = 0;
+    for (int const length : raster::dash_lengths(style)) {
+        if (length == 0) continue;
+        lengths += (lengths.empty() ? "" : " ") + svg_number(length * width);
+        period += length * width;
+    }
+    if (lengths.empty()) return {};
+    return attribute("stroke-dasharray", lengths)
+           + (start != 0 ? attribute("stroke-dashoffset", start - std::floor(start / period) * period) : "");
+}
+
+// What shapes that come in large numbers have in common, for the group around them.
+std::string look_of(Oval const& shape) {
+    std::string look = attribute("fill", shape.filled ? color_text(shape.fill_color) : "none");
+    if (shape.outlined)
+        look += attribute("stroke", color_text(shape.color)) + attribute("stroke-width", shape.width)
+                + dashes(shape.style, shape.width, 0);
+    return look + rendering(shape.smooth);
+}
+
+std::string look_of(Text const& shape) {
+    return attribute("font-family", font_families(shape.font.name)) + attribute("font-size", shape.em)
+           + (shape.font.bold ? attribute("font-weight", "bold") : "")
+           + (shape.font.italic ? attribute("font-style", "italic") : "")
+           + attribute("fill", color_text(shape.color));
+}
+
+std::string look_of(auto const&) {
+    return {};
+}
+
 class SvgWriter {
 public:
     explicit SvgWriter(VectorSurface const& page) : page_(page) {
@@ -98,8 +158,12 @@ public:
         for_each_shape(page.nodes(), {0, 0, size.width, size.height},
                        [this](Shape const& shape, Placed const& placed) {
                            placed_ = placed;
-                           open_group();
-                           std::visit([this](auto const& kind) { write(kind); }, shape);
+                           std::visit(
+                               [this](auto const& kind) {
+                                   open_group(look_of(kind));
+                                   write(kind);
+                               },
+                               shape);
                        });
         close_group();
     }
@@ -125,18 +189,19 @@ public:
 private:
     PixelPoint moved(PixelPoint point) const { return {point.x + placed_.dx, point.y + placed_.dy}; }
 
-    void open_group() {
-        if (group_is_open_ && placed_.is_cut && placed_.clip == group_clip_) return;
+    // Neighbours of one clip and look share a group.
+    void open_group(std::string const& look) {
+        const std::string attributes =
+            (placed_.is_cut ? attribute("clip-path", "url(#" + clip_id(placed_.clip) + ")") : "") + look;
+        if (attributes == group_) return;
         close_group();
-        if (!placed_.is_cut) return;
-        group_is_open_ = true;
-        group_clip_ = placed_.clip;
-        body_ += "<g clip-path=\"url(#" + clip_id(placed_.clip) + ")\">\n";
+        group_ = attributes;
+        if (!group_.empty()) body_ += "<g" + group_ + ">\n";
     }
 
     void close_group() {
-        if (group_is_open_) body_ += "</g>\n";
-        group_is_open_ = false;
+        if (!group_.empty()) body_ += "</g>\n";
+        group_.clear();
     }
 
     std::string clip_id(PixelBox const& box) {
@@ -162,39 +227,31 @@ private:
         path.close();
     }
 
-    void put(std::string_view name, std::string_view value) {
-        body_ += ' ';
-        body_ += name;
-        body_ += "=\"";
-        body_ += value;
-        body_ += '"';
-    }
-    void put(std::string_view name, double value) { put(name, svg_number(value)); }
-
-    // Neighbouring boxes must not leave a seam when the page is scaled.
-    void put_rendering(bool smooth) {
-        if (!smooth) put("shape-rendering", "crispEdges");
+    /// A box as a line as wide as the box is high, which takes half the characters.
+    static void add_row(SvgPath& path, PixelBox const& box) {
+        double const middle = (box.top + box.bottom) / 2.0;
+        path.move({1.0 * box.left, middle});
+        path.line({1.0 * box.right, middle});
     }
 
-    void put_dashes(DrawStyle style, double width, double start) {
-        std::string lengths;
-        double period = 0;
-        for (int const length : raster::dash_lengths(style)) {
-            if (length == 0) continue;
-            lengths += (lengths.empty() ? "" : " ") + svg_number(length * width);
-            period += length * width;
-        }
-        if (lengths.empty()) return;
-        put("stroke-dasharray", lengths);
-        if (start != 0) put("stroke-dashoffset", start - std::floor(start / period) * period);
+    template <class Value>
+    void put(std::string_view name, Value const& value) {
+        body_ += attribute(name, value);
     }
 
     void write(Boxes const& shape) {
         SvgPath path;
-        for (PixelBox const& box : shape.boxes) add_box(path, raster::moved(box, placed_.dx, placed_.dy));
+        for (PixelBox const& box : shape.boxes) {
+            const PixelBox place = raster::moved(box, placed_.dx, placed_.dy);
+            shape.height > 0 ? add_row(path, place) : add_box(path, place);
+        }
         body_ += "<path";
-        put("fill", color_text(shape.color));
-        put_rendering(false);
+        put("fill", shape.height > 0 ? "none" : color_text(shape.color));
+        if (shape.height > 0) {
+            put("stroke", color_text(shape.color));
+            if (shape.height != 1) put("stroke-width", shape.height);
+        }
+        body_ += rendering(false);
         put("d", path.text());
         body_ += "/>\n";
     }
@@ -220,7 +277,7 @@ private:
             put("stroke-width", shape.outline);
             put("stroke-linejoin", "round");
         }
-        put_rendering(shape.smooth);
+        body_ += rendering(shape.smooth);
         put("d", path.text());
         body_ += "/>\n";
     }
@@ -233,26 +290,20 @@ private:
         if (shape.width != 1) put("stroke-width", shape.width);
         if (!raster::is_dashed(shape.style)) put("stroke-linecap", "round");
         put("stroke-linejoin", "round");
-        put_dashes(shape.style, shape.width, shape.dash_start);
-        put_rendering(shape.smooth);
+        body_ += dashes(shape.style, shape.width, shape.dash_start);
+        body_ += rendering(shape.smooth);
         put("d", path.text());
         body_ += "/>\n";
     }
 
     void write(Oval const& shape) {
         const PixelPoint centre = moved(shape.centre);
-        body_ += "<ellipse";
+        bool const is_circle = shape.radius_x == shape.radius_y;
+        body_ += is_circle ? "<circle" : "<ellipse";
         put("cx", centre.x);
         put("cy", centre.y);
-        put("rx", shape.radius_x);
-        put("ry", shape.radius_y);
-        put("fill", shape.filled ? color_text(shape.fill_color) : "none");
-        if (shape.outlined) {
-            put("stroke", color_text(shape.color));
-            put("stroke-width", shape.width);
-            put_dashes(shape.style, shape.width, 0);
-        }
-        put_rendering(shape.smooth);
+        put(is_circle ? "r" : "rx", shape.radius_x);
+        if (!is_circle) put("ry", shape.radius_y);
         body_ += "/>\n";
     }
 
@@ -268,12 +319,6 @@ private:
             put("transform", "translate(" + svg_number(corner.x + 0.5) + " " + svg_number(corner.y + 0.5)
                                  + ")rotate(" + svg_number(-shape.angle_degrees) + ")translate(-.5 -.5)");
         }
-        put("font-family",
-            "'" + escaped(shape.font.name) + "'," + std::string(generic_family(shape.font.name)));
-        put("font-size", shape.em);
-        if (shape.font.bold) put("font-weight", "bold");
-        if (shape.font.italic) put("font-style", "italic");
-        put("fill", color_text(shape.color));
         if (shape.width > 0) put("textLength", shape.width);
         body_ += '>' + escaped(shape.text) + "</text>\n";
     }
@@ -294,8 +339,7 @@ private:
 
     VectorSurface const& page_;
     Placed placed_;
-    bool group_is_open_ = false;
-    PixelBox group_clip_;
+    std::string group_; // attributes of the open group; empty: none is open
     std::map<std::tuple<int, int, int, int>, std::string> clips_;
     std::string definitions_;
     std::string body_;

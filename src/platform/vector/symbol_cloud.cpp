@@ -6,7 +6,6 @@ namespace qv::vector {
 namespace {
 
 constexpr std::size_t few = 5000;
-constexpr std::size_t most_runs = 25000; // some hundred kilobytes as text
 
 } // namespace
 
@@ -32,14 +31,15 @@ void SymbolCloud::mark(PixelPoint centre) {
     pixels_[y * static_cast<std::size_t>(visible_.width()) + x] = true;
 }
 
-std::vector<SymbolRun> SymbolCloud::runs(double gap) const {
+std::vector<SymbolRun> SymbolCloud::runs(RunLimits const& limits) const {
     if (pixels_.empty()) {
         std::vector<SymbolRun> single;
         for (const PixelPoint centre : centres_) single.push_back({centre});
         return single;
     }
-    std::vector<SymbolRun> found = rows(1, gap);
-    for (int step = 2; found.size() > most_runs; step *= 2) found = rows(step, std::max(gap, step * 1.0));
+    std::vector<SymbolRun> found = rows(1, limits.gap);
+    for (int step = 2; step <= limits.coarsest && found.size() > limits.welcome; step *= 2)
+        found = rows(step, std::max(limits.gap, step * 1.0));
     return found;
 }
 

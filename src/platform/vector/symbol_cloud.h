@@ -15,14 +15,21 @@ struct SymbolRun {
     double length = 0;
 };
 
+/// How far runs may stand for the symbols of a cloud.
+struct RunLimits {
+    double gap = 1;              // neighbours in a row that lie no further apart run together, pixels
+    int coarsest = 1;            // so many rows and columns may at most be drawn as one
+    std::size_t welcome = 25000; // with more runs than this, rows are drawn as one where that is allowed
+};
+
 class SymbolCloud {
 public:
     /// Centres beyond the box are left out.
     explicit SymbolCloud(raster::PixelBox const& visible) : visible_(visible) {}
 
     void add(PixelPoint centre);
-    /// A few symbols keep their exact places. Of many, neighbours closer than `gap` pixels run together.
-    std::vector<SymbolRun> runs(double gap) const;
+    /// A few symbols keep their exact places; many come to lie on whole pixels.
+    std::vector<SymbolRun> runs(RunLimits const& limits) const;
 
 private:
     void count_by_pixel();

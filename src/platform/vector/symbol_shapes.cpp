@@ -1,5 +1,6 @@
 #include "platform/vector/symbol_shapes.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -30,6 +31,9 @@ PixelBox box_of(SymbolLook const& look, SymbolRun const& run, double wide_by, do
 Boxes boxes_of(SymbolLook const& look, std::vector<SymbolRun> const& runs, double wide_by, double tall_by) {
     Boxes boxes{look.color, {}};
     for (SymbolRun const& run : runs) boxes.boxes.push_back(box_of(look, run, wide_by, tall_by));
+    int const height = boxes.boxes[0].height();
+    auto const is_as_high = [height](PixelBox const& box) { return box.height() == height; };
+    if (std::ranges::all_of(boxes.boxes, is_as_high)) boxes.height = height;
     return boxes;
 }
 
@@ -45,8 +49,9 @@ Fill fill_of(SymbolLook const& look, std::vector<SymbolRun> const& runs, Piece c
     for (SymbolRun const& run : runs) {
         Contour& contour = fill.contours.emplace_back();
         auto const add = [&](PixelPoint corner, double moved) {
-            contour.push_back({run.centre.x + 0.5 + moved + corner.x * look.half_width,
-                               run.centre.y + 0.5 + corner.y * look.half_height});
+            const PixelPoint place{run.centre.x + 0.5 + moved + corner.x * look.half_width,
+                                   run.centre.y + 0.5 + corner.y * look.half_height};
+            if (contour.empty() || contour.back() != place) contour.push_back(place);
         };
         for (const PixelPoint corner : piece.left) add(corner, 0);
         for (const PixelPoint corner : piece.right) add(corner, run.length);
@@ -77,9 +82,12 @@ int SymbolLook::reach() const {
     return static_cast<int>(std::ceil(apex * std::max(half_width, half_height) + pen_width / 2 + 2));
 }
 
-double SymbolLook::widest_gap() const {
+RunLimits SymbolLook::run_limits() const {
+    // Thin symbols in every second row only would be seen as stripes.
+    if (shape == SymbolShape::Dot || is_of_lines(shape)) return {.coarsest = static_cast<int>(pen_width / 2)};
+    double const half_size = std::min(half_width, half_height);
     // The edge of a run of circles would else be seen to be straight.
-    return is_of_lines(shape) ? 1 : std::max(1.0, half_width / 2);
+    return {.gap = std::max(1.0, half_width / 2), .coarsest = static_cast<int>(half_size / 2)};
 }
 
 std::vector<Shape> SymbolLook::shapes(std::vector<SymbolRun> const& runs) const {

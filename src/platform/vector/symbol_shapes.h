@@ -19,8 +19,8 @@ struct SymbolLook {
 
     /// Whole pixels around a centre that a symbol may touch.
     int reach() const;
-    /// How far neighbours in a row may lie apart for a run to look like them.
-    double widest_gap() const;
+    /// How far runs can stand for such symbols without being seen to.
+    RunLimits run_limits() const;
     std::vector<Shape> shapes(std::vector<SymbolRun> const& runs) const;
 };
 
