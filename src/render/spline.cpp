@@ -69,8 +69,11 @@ private:
         double const width = to.x - from.x;
         for (int j = 1; j < steps; ++j) {
             double const t = static_cast<double>(j) / steps;
+            double const straight = t * to.y + (1 - t) * from.y;
             double const bend = CubicWeight(t) * at_to + CubicWeight(1 - t) * at_from;
-            line_.add(place({from.x + width * t, t * to.y + (1 - t) * from.y + width * width * bend / 6}));
+            double const y = straight + width * width * bend / 6;
+            // Distances near the ends of the number range overflow the equations.
+            line_.add(place({from.x + width * t, std::isfinite(y) ? y : straight}));
         }
     }
 

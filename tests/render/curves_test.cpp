@@ -45,7 +45,9 @@ TEST_CASE("a natural spline satisfies its equations and is straight where it sho
     std::mt19937 random(5);
     std::vector<Point> points;
     double x = 0;
-    for (int i = 0; i < 50; ++i) points.push_back({x += 0.1 + static_cast<double>(random() % 100) / 50, static_cast<double>(random() % 100)});
+    for (int i = 0; i < 50; ++i)
+        points.push_back(
+            {x += 0.1 + static_cast<double>(random() % 100) / 50, static_cast<double>(random() % 100)});
     auto const second = SplineCoefficients(points);
     CHECK(second.front() == 0);
     CHECK(second.back() == 0);
@@ -86,6 +88,12 @@ TEST_CASE("a smooth curve has a step each 50 twips, at most 100 an interval, and
     CHECK(longer.size() > lines.size());
     CHECK(longer[100] != lines[100]);
     CHECK(page.draw("line") == longer);
+
+    // Distances that overflow the equations leave straight lines.
+    set.points = graph::PointStore();
+    for (Point const point : {Point{0, 0}, {1e-309, 5}, {5, 5}, {10, 0}})
+        set.points.append({point.x, point.y, 0, {}});
+    CHECK(page.draw("line").size() == 1 + 100 + 100);
 }
 
 TEST_CASE("areas are filled to the lower end of the range and skip what lies outside") {
