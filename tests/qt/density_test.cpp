@@ -1,6 +1,9 @@
 // Two screens side by side, the right one twice as dense.
 #include "widget.h"
 
+#include "gradient_picker/qvGradientForm2.h"
+
+#include <QtCore/QTimer>
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 
@@ -56,6 +59,25 @@ TEST_SUITE("screens") {
         shown.widget.show();
         CHECK(different_pixels(shown.widget.page(), headless_page({1200, 800}, 192)) == 0);
         shown.widget.setParent(nullptr);
+    }
+
+    TEST_CASE("the gradient dialog moved to another screen paints in that screen's pixels") {
+        ShownWidget shown;
+        auto const& preview = gradient_picker::gradient_form().qvGradient1.Picture1;
+        int moves = 0;
+        QTimer::singleShot(0, [&] {
+            QWidget& dialog = *QApplication::activeModalWidget();
+            for (auto const& [screen, twips] : {std::pair("dense", 7.5), {"plain", 15.0}}) {
+                move_to(dialog, screen);
+                CHECK(preview.picture->TwipsPerPixelX() == twips);
+                CHECK(preview.picture->Width() == doctest::Approx(preview.Width).epsilon(0.01));
+                ++moves;
+            }
+            dialog.close();
+        });
+        Color color = 0;
+        shown.widget.control().GetColor(color);
+        CHECK(moves == 2);
     }
 
     TEST_CASE("a page made on one screen and first shown on another fits it") {
