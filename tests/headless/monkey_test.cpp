@@ -1,5 +1,7 @@
-// Ten thousand random inputs on pages of every kind: nothing fails, and the same seed leads to the same page.
+// Random inputs and calls on pages of every kind: nothing fails, and the same seed leads to the same page.
 #include "Person.h"
+
+#include "graph/members_by_name.h"
 
 #include <doctest/doctest.h>
 
@@ -117,7 +119,97 @@ private:
     std::uint8_t held_ = 0;
 };
 
+/// Beside a monkey: calls and sets any member with any value, also from inside the control's events.
+class WildHost : public host::EventSink {
+public:
+    explicit WildHost(unsigned seed) : random_(seed) { page_.set_events(this); }
+
+    void act() {
+        try {
+            switch (below(6)) {
+            case 0:
+            case 1: return monkey_.act();
+            case 2:
+            case 3: return set();
+            default: return call();
+            }
+        } catch (Fault const&) { // the stated answer to a wrong value
+        }
+    }
+    /// Whether a new page is drawn as ever.
+    bool page_is_well() {
+        page_.set_events(nullptr);
+        page_.Reset();
+        page_.NewGraph("graph", 0, 1, 0, 1);
+        int const shown = monkey_.host.times_shown();
+        page_.Refresh();
+        return monkey_.host.times_shown() == shown + 1;
+    }
+
+    void Click(double&, double&) override { answer(); }
+    void DblClick(double&, double&) override { answer(); }
+    void MouseMove(double&, double&) override { answer(); }
+    void KeyPress(std::int16_t&, double&, double&) override { answer(); }
+    void NewGraphInFront() override { answer(); }
+    void GraphScaleChanged() override { answer(); }
+    void GraphPositionChanged() override { answer(); }
+    void LegendPositionChanged() override { answer(); }
+    void ErrorMsg(std::string&, std::string&) override { answer(); }
+
+private:
+    std::size_t below(std::size_t limit) { return random_() % limit; }
+    template <class List>
+    auto const& any_of(List const& list) {
+        return list[below(std::size(list))];
+    }
+
+    void answer() {
+        constexpr int deepest = 3;
+        if (depth_ >= deepest || below(4) != 0) return;
+        ++depth_;
+        act();
+        --depth_;
+    }
+
+    Variant argument(graph::Accepts accepts) {
+        static constexpr double numbers[] = {0,    0,    1,  1,  2,   3,      5,   10,     100,
+                                             0.25, -0.5, -1, -3, 255, 1e-300, 1e9, -1e300, 32767};
+        static std::string const texts[] = {"",      "graph", "10*sin(x)", "1/x",
+                                            "x+",    "f(a)=", "f(a)=a^2",  "Font=Arial|9|Bold",
+                                            "a,b,c", "0.00",  "d mmm yy",  std::string(300, 'W')};
+        if (accepts == graph::Accepts::Text) return any_of(texts);
+        return any_of(numbers);
+    }
+    void call() {
+        auto const& method = any_of(graph::method_table());
+        if (method.name == "SaveImage") return;
+        std::vector<Variant> arguments;
+        for (auto const& parameter : method.parameters)
+            arguments.push_back(parameter.required || below(3) == 0 ? argument(parameter.accepts)
+                                                                    : parameter.default_value);
+        method.call(page_, arguments);
+    }
+    void set() {
+        auto const& property = any_of(graph::property_table());
+        if (property.let) property.let(page_, argument(property.accepts));
+    }
+
+    std::mt19937 random_;
+    int depth_ = 0;
+    Monkey monkey_{42};
+    qvGraph& page_ = monkey_.page;
+};
+
 } // namespace
+
+TEST_CASE("any member with any value, also from inside an event, does no harm") {
+    for (unsigned seed = 1; seed <= 5; ++seed) {
+        CAPTURE(seed);
+        WildHost host(seed);
+        for (int i = 0; i < 2000; ++i) host.act();
+        CHECK(host.page_is_well());
+    }
+}
 
 TEST_CASE("ten thousand random inputs do no harm, and one seed leads to one page") {
     constexpr int inputs = 10000;
