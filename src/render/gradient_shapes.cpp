@@ -121,7 +121,7 @@ void fan_from_centre(clsGradient const& gradient, DrawSurface& target) {
     int const middle = to_i32(across / 2.0);
     for (int b = middle; b >= 0; --b) pair(0, b);
     for (int a = 0; a <= along; ++a) pair(a, 0);
-    for (int b = 0; b <= middle; ++b) pair(along, b);
+    for (int b = 0; b <= across / 2; ++b) pair(along, b); // a pair more could have the last entry
 }
 
 void rectangles_about_corner(clsGradient const& gradient, DrawSurface& target) {

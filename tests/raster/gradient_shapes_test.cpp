@@ -149,11 +149,11 @@ TEST_CASE("a fan from the centre: pairs of lines from one edge's middle to the o
         if (quarter(gradient.Angle() / 90.0) % 2 == 0) {
             for (int y = static_cast<int>(cy); y >= 0; --y) pair(left, y, left, h - y);
             for (int x = 0; x <= w; ++x) pair(std::abs(left - x), 0, std::abs(left - x), h);
-            for (int y = 0; y <= cy; ++y) pair(w - left, y, w - left, h - y);
+            for (int y = 0; y <= h / 2; ++y) pair(w - left, y, w - left, h - y);
         } else {
             for (int x = static_cast<int>(cx); x >= 0; --x) pair(x, top, w - x, top);
             for (int y = 0; y <= h; ++y) pair(0, std::abs(top - y), w, std::abs(top - y));
-            for (int x = 0; x <= cx; ++x) pair(x, h - top, w - x, h - top);
+            for (int x = 0; x <= w / 2; ++x) pair(x, h - top, w - x, h - top);
         }
         CHECK(differences(gradient, size, drawing, w + h + 4) == 0);
     });
@@ -265,6 +265,19 @@ TEST_CASE("a gradient runs the same way in both directions, and there and back i
     Picture mirrored = both_ways;
     std::ranges::reverse(mirrored);
     CHECK(largest_difference(both_ways, mirrored) < 10); // an entry of 60
+}
+
+TEST_CASE("there and back, nothing shows the second colour that a table ends in") {
+    for (int const style : {0, -1, -2, -3, -4, -5, -6})
+        for (const PixelSize size : {PixelSize{60, 40}, {61, 43}, {60, 41}, {43, 42}})
+            for (double const angle : {0.0, 45.0, 90.0, 200.0, 280.0}) {
+                CAPTURE(style);
+                CAPTURE(size.width);
+                CAPTURE(size.height);
+                CAPTURE(angle);
+                const RasterSurface surface = painted(gradient_of(style, angle), size);
+                CHECK(std::ranges::count(surface.pixels(), pixel_value(last_color)) == 0);
+            }
 }
 
 TEST_CASE("a surface of one pixel in a direction is not painted, and the clip is kept") {
