@@ -135,11 +135,13 @@ void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
     std::vector<Point> centres;
     const ShapeScope one_shape(surface);
     for (PointBlock const& block : set.points.blocks()) {
-        centres.clear();
+        centres.resize(block.size());
+        std::size_t visible = 0;
         auto const x = block.x(), y = block.y();
         for (std::size_t i = 0; i < block.size(); ++i)
             if (x_range.contains(x[i]) && y_range.contains(y[i]))
-                centres.push_back(whole_twips({x_map(x[i]), y_map(y[i])}));
+                centres[visible++] = whole_twips({x_map(x[i]), y_map(y[i])});
+        centres.resize(visible);
         surface.Symbols({*symbol_shape(set.DataSymbol), set.DataSymbolSize, centres});
     }
     surface.state.fill_style = FillStyle::Transparent;

@@ -26,9 +26,6 @@ using graph::trapped;
 
 constexpr int range_tolerance = 1000; // a point this share of the range outside it is still drawn
 
-// A bar's end may lie far outside a zoomed page; the clip cuts it, wherever beyond the page it is.
-constexpr double farthest_twips = 1e9;
-
 // A character code below 256 is a Latin-1 character, as UTF-8.
 std::string character(int code) {
     auto const byte = static_cast<unsigned>(code);
@@ -87,13 +84,6 @@ std::optional<SymbolShape> symbol_shape(std::int16_t code) {
                                 SymbolShape::Plus,          SymbolShape::Cross};
     if (code < 2 || code > 11) return std::nullopt;
     return shapes[static_cast<std::size_t>(code - 2)];
-}
-
-Point whole_twips(Point place) {
-    auto const whole = [](double twips) {
-        return round_half_even(std::clamp(twips, -farthest_twips, farthest_twips));
-    };
-    return {whole(place.x), whole(place.y)};
 }
 
 std::string symbol_text(std::int16_t code, std::int32_t point_counter) {

@@ -1,9 +1,11 @@
 // What sits at one data point: its error bar, its symbol or bar, and its text.
 #pragma once
 
+#include "base/convert.h"
 #include "graph/model/ControlState.h"
 #include "render/DrawSurface.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -54,7 +56,12 @@ struct DataPointPlace {
 void DataPoint(graph::ControlState& state, DrawSurface& surface, DataPointPlace const& point);
 
 /// A place on the page in whole twips, the grid on which symbols stand.
-Point whole_twips(Point place);
+inline Point whole_twips(Point place) {
+    // A bar's end may lie far outside a zoomed page; the clip cuts it, wherever beyond the page it is.
+    static constexpr double farthest = 1e9;
+    auto const whole = [](double twips) { return round_half_even(std::clamp(twips, -farthest, farthest)); };
+    return {whole(place.x), whole(place.y)};
+}
 
 /// Sets the fore colour from a code: 0 black, 1 blue, 2 red, 3 green, 4 yellow, 5 magenta, 6 cyan, 7 white;
 /// any other value is the colour itself.

@@ -222,6 +222,38 @@ TEST_CASE("a batch of symbols shows what drawing each shows") {
         }
 }
 
+TEST_CASE("a crowd of symbols shows what its symbols show, in any colour and clip, again and again") {
+    std::vector<Point> ring;
+    for (int i = 0; i < 20000; ++i)
+        ring.push_back({700 + (480 + i % 30) * std::cos(0.01 * i), 600 + 500 * std::sin(0.01 * i)});
+    auto const draw = [&ring](RasterSurface& surface, Color color, std::size_t batch) {
+        surface.state.FillColor = color;
+        for (std::size_t i = 0; i < ring.size(); i += batch)
+            surface.Symbols({SymbolShape::Circle, 40,
+                             std::span(ring).subspan(i).first(std::min(batch, ring.size() - i))});
+    };
+    RasterSurface few = surface_of(80, 80), crowd = surface_of(80, 80);
+    for (RasterSurface* const surface : {&few, &crowd}) surface->state.Smooth = false;
+    const Box left_half{0, 0, 39 * 15, 79 * 15}, all{0, 0, 79 * 15, 79 * 15};
+    for (int time = 0; time < 2; ++time) {
+        for (RasterSurface* const surface : {&few, &crowd}) surface->Cls();
+        few.SelectClipPath(all);
+        draw(few, rgb(0, 0, 255), 50); // each batch a shape of its own
+        few.SelectClipPath(left_half);
+        draw(few, rgb(255, 0, 0), 50);
+        const ShapeScope one_shape(crowd);
+        crowd.SelectClipPath(left_half);
+        draw(crowd, rgb(0, 0, 255), 3000);
+        crowd.SelectClipPath(all);
+        draw(crowd, rgb(0, 0, 255), 3000);
+        crowd.SelectClipPath(left_half);
+        draw(crowd, rgb(255, 0, 0), ring.size());
+    }
+    CHECK(ink_count(few) > 500);
+    CHECK(ink_count(few) < 80 * 80 / 2);
+    CHECK(picture_of(few) == picture_of(crowd));
+}
+
 TEST_CASE("symbols far too large for a sprite, and without a place, are handled") {
     RasterSurface surface = surface_of(50, 50);
     surface.state.FillColor = rgb(0, 0, 255);

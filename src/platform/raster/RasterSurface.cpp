@@ -269,8 +269,8 @@ void RasterSurface::Symbols(SymbolBatch const& batch) {
     std::ranges::transform(batch.centres, places.begin(), [&](Point p) {
         return PixelPoint{p.x / twips_per_pixel_x_, p.y / twips_per_pixel_y_};
     });
-    stamp_symbols(canvas_->mask(state, lines ? state.ForeColor : state.FillColor), canvas_->clip, symbol,
-                  places, canvas_->filler);
+    canvas_->stamper.stamp(canvas_->mask(state, lines ? state.ForeColor : state.FillColor), canvas_->clip,
+                           symbol, places, canvas_->filler);
     canvas_->finish();
 }
 

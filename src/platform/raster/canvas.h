@@ -4,6 +4,7 @@
 #include "platform/raster/RasterSurface.h"
 #include "platform/raster/polygon.h"
 #include "platform/raster/shape_layers.h"
+#include "platform/raster/symbol_sprites.h"
 
 namespace qv::raster {
 
@@ -13,6 +14,7 @@ struct RasterSurface::Canvas {
     ShapeLayers layers;
     int open_shapes = 0;
     PolygonFiller filler;
+    SymbolStamper stamper;
     ColumnBand band;
     std::vector<PixelPoint> points; // of the polyline or batch at hand, in pixels
 

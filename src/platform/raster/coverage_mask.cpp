@@ -13,6 +13,7 @@ void CoverageMask::resize(int width, int height) {
     touched_.assign(static_cast<std::size_t>(height), 0);
     top_ = height;
     bottom_ = 0;
+    ++generation_;
 }
 
 void CoverageMask::fill(PixelBox const& box) {
@@ -29,6 +30,7 @@ void CoverageMask::clear() {
     if (top_ < bottom_) std::fill(touched_.begin() + top_, touched_.begin() + bottom_, 0);
     top_ = height_;
     bottom_ = 0;
+    ++generation_;
 }
 
 } // namespace qv::raster

@@ -37,6 +37,8 @@ public:
     template <class Visit>
     void for_each_touched(Visit visit) const;
     void clear();
+    /// Counts how often it was emptied: while it stays the same, what was covered still is.
+    std::uint64_t generation() const { return generation_; }
 
 private:
     // A row is divided into at most 64 blocks, each a bit of the row's word.
@@ -51,6 +53,7 @@ private:
     std::ptrdiff_t stride_ = 0;
     int top_ = 0; // rows that may be touched
     int bottom_ = 0;
+    std::uint64_t generation_ = 0;
     std::vector<std::uint8_t> bytes_;
     std::vector<std::uint64_t> touched_;
 };

@@ -16,6 +16,7 @@ struct Pen {
     double width = 1; // pixels
     DrawStyle style = DrawStyle::Solid;
     Edge edge = Edge::Smooth;
+    bool operator==(Pen const&) const = default;
 };
 
 /// The pen width that drawing uses: at least one pixel, and no more than could matter.

@@ -78,14 +78,6 @@ struct SymbolPainter {
     void line(PixelPoint from, PixelPoint to) const { stroke_segment(mask, clip, {from, to}, symbol.pen); }
 };
 
-// Coverage of a symbol; `box` is where it has any, around the pixel of the centre.
-struct Sprite {
-    PixelBox box;
-    int stride = 0;
-    std::vector<std::uint8_t> bytes;
-    bool made = false;
-};
-
 PixelBox touched_box(CoverageMask const& mask) {
     PixelBox box{mask.width(), mask.height(), 0, 0};
     for (int y = 0; y < mask.height(); ++y)
@@ -116,17 +108,6 @@ PixelBox frame_of(Symbol const& symbol, PolygonFiller& filler) {
     return frame;
 }
 
-Sprite make_sprite(Symbol const& symbol, PixelBox const& frame, PixelPoint phase, PolygonFiller& filler) {
-    int const reach = reach_of(symbol);
-    const CoverageMask mask = mask_at(symbol, phase, filler);
-    Sprite sprite{moved(frame, -reach, -reach), (frame.width() + block - 1) / block * block, {}, true};
-    sprite.bytes.resize(static_cast<std::size_t>(sprite.stride) * static_cast<std::size_t>(frame.height()));
-    for (int y = 0; y < frame.height(); ++y)
-        std::copy_n(mask.row(frame.top + y) + frame.left, frame.width(),
-                    sprite.bytes.begin() + static_cast<std::ptrdiff_t>(y) * sprite.stride);
-    return sprite;
-}
-
 // Through copies, which the compiler keeps in a vector register and knows not to overlap.
 void raise_block(std::uint8_t* to, std::uint8_t const* from) {
     std::array<std::uint8_t, block> raised, other;
@@ -136,81 +117,26 @@ void raise_block(std::uint8_t* to, std::uint8_t const* from) {
     std::memcpy(to, raised.data(), block);
 }
 
-class Stamper {
-public:
-    // Where there are many symbols, they are touched as one box.
-    Stamper(CoverageMask& mask, PixelBox const& clip, Symbol const& symbol, PolygonFiller& filler,
-            std::size_t count)
-        : mask_(mask), clip_(clip), symbol_(symbol), filler_(filler), phase_bits_(is_snapped(symbol) ? 0 : 2),
-          dense_(count > 2000) {}
-    ~Stamper() {
-        if (dense_ && !all_.empty()) mask_.touch(all_);
-    }
-    Stamper(Stamper const&) = delete;
-    Stamper& operator=(Stamper const&) = delete;
+void raise_rows(CoverageMask& mask, PixelBox const& box, std::span<std::uint8_t const> sprite, int stride) {
+    std::uint8_t const* from = sprite.data();
+    std::uint8_t* to = mask.row(box.top) + box.left;
+    for (int rows = box.height(); rows > 0; --rows, to += mask.stride())
+        for (int i = 0; i < stride; i += block, from += block) raise_block(to + i, from);
+}
 
-    void stamp(PixelPoint centre) {
-        int const fine_x = floor_int(centre.x * phases_ + 0.5), fine_y = floor_int(centre.y * phases_ + 0.5);
-        int const x = fine_x >> phase_bits_, y = fine_y >> phase_bits_; // rounds down
-        stamp(sprite(fine_x & (phases_ - 1), fine_y & (phases_ - 1)), x, y);
+void raise_shown(CoverageMask& mask, PixelBox const& box, PixelBox const& shown,
+                 std::span<std::uint8_t const> sprite, int stride) {
+    for (int y = shown.top; y < shown.bottom && !shown.empty(); ++y) {
+        std::uint8_t const* const from = sprite.data() + static_cast<std::ptrdiff_t>(y - box.top) * stride;
+        for (int x = shown.left; x < shown.right; ++x)
+            mask.row(y)[x] = std::max(mask.row(y)[x], from[x - box.left]);
     }
+}
 
-private:
-    Sprite const& sprite(int phase_x, int phase_y) {
-        Sprite& found = sprites_[static_cast<std::size_t>(phase_y * phases_ + phase_x)];
-        if (found.made) return found;
-        if (!frame_) frame_ = frame_of(symbol_, filler_);
-        double const step = 1.0 / phases_;
-        found = make_sprite(symbol_, *frame_, {phase_x * step, phase_y * step}, filler_);
-        return found;
-    }
-
-    void stamp(Sprite const& sprite, int x, int y) {
-        const PixelBox box = moved(sprite.box, x, y);
-        if (clip_.contains(box))
-            stamp_whole(sprite, box);
-        else
-            stamp_cut(sprite, box);
-    }
-
-    void stamp_whole(Sprite const& sprite, PixelBox const& box) {
-        std::uint8_t const* from = sprite.bytes.data();
-        std::uint8_t* to = mask_.row(box.top) + box.left;
-        const std::ptrdiff_t stride = mask_.stride();
-        int const width = sprite.stride;
-        for (int rows = box.height(); rows > 0; --rows, to += stride)
-            for (int i = 0; i < width; i += block, from += block) raise_block(to + i, from);
-        touch(box);
-    }
-
-    void touch(PixelBox const& box) {
-        if (!dense_) return mask_.touch(box);
-        all_ = {std::min(all_.left, box.left), std::min(all_.top, box.top), std::max(all_.right, box.right),
-                std::max(all_.bottom, box.bottom)};
-    }
-
-    void stamp_cut(Sprite const& sprite, PixelBox const& box) {
-        const PixelBox shown = intersection(box, clip_);
-        for (int y = shown.top; y < shown.bottom && !shown.empty(); ++y) {
-            std::uint8_t const* const from =
-                sprite.bytes.data() + static_cast<std::ptrdiff_t>(y - box.top) * sprite.stride;
-            for (int x = shown.left; x < shown.right; ++x)
-                mask_.row(y)[x] = std::max(mask_.row(y)[x], from[x - box.left]);
-        }
-        if (!shown.empty()) touch(shown);
-    }
-
-    CoverageMask& mask_;
-    PixelBox clip_;
-    Symbol const& symbol_;
-    PolygonFiller& filler_;
-    int phase_bits_;
-    int phases_ = 1 << phase_bits_; // places within a pixel, along each axis
-    std::optional<PixelBox> frame_;
-    bool dense_;
-    PixelBox all_{clip_.right, clip_.bottom, clip_.left, clip_.top};
-    std::array<Sprite, 16> sprites_;
-};
+PixelBox joined(PixelBox const& a, PixelBox const& b) {
+    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+            std::max(a.bottom, b.bottom)};
+}
 
 } // namespace
 
@@ -236,23 +162,80 @@ void draw_symbol(CoverageMask& mask, PixelBox const& clip, Symbol const& symbol,
     }
 }
 
-void stamp_symbols(CoverageMask& mask, PixelBox const& clip, Symbol const& symbol,
-                   std::span<PixelPoint const> centres, PolygonFiller& filler) {
+void TakenPlaces::start(PixelBox const& box) {
+    box_ = box;
+    taken_.assign(static_cast<std::size_t>(box.width()) * static_cast<std::size_t>(box.height()), 0);
+}
+
+void SymbolStamper::stamp(CoverageMask& mask, PixelBox const& clip, Symbol const& symbol,
+                          std::span<PixelPoint const> centres, PolygonFiller& filler) {
     // Above this size sprites cost more memory than they save time.
     constexpr int largest_sprite = 64;
+    // From here on symbols are likely to lie on others, and remembering places costs less than they do.
+    constexpr std::size_t crowd = 5000;
+    follow(symbol, {&mask, mask.generation(), clip});
     int const reach = reach_of(symbol);
     const PixelBox near = grown(clip, reach);
-    Stamper stamper(mask, clip, symbol, filler, centres.size());
+    stamped_ += centres.size();
+    if (stamped_ > crowd && !taken_.is_started() && reach <= largest_sprite)
+        taken_.start({near.left, near.top, near.right + 1, near.bottom + 1});
+
+    int const phase_bits = is_snapped(symbol) ? 0 : TakenPlaces::phase_bits;
+    int const phases = 1 << phase_bits; // places within a pixel, along each axis
+    PixelBox touched{clip.right, clip.bottom, clip.left, clip.top};
     for (PixelPoint const centre : centres) {
         // Written so that not-a-number fails.
         if (!(centre.x >= near.left && centre.x <= near.right && centre.y >= near.top
               && centre.y <= near.bottom))
             continue;
-        if (reach > largest_sprite)
+        if (reach > largest_sprite) {
             draw_symbol(mask, clip, symbol, centre, filler);
+            continue;
+        }
+        int const fine_x = floor_int(centre.x * phases + 0.5), fine_y = floor_int(centre.y * phases + 0.5);
+        int const x = fine_x >> phase_bits, y = fine_y >> phase_bits; // rounds down
+        int const phase = (fine_y & (phases - 1)) * phases + (fine_x & (phases - 1));
+        if (taken_.is_started() && !taken_.take(x, y, phase)) continue;
+        Sprite const& stamp = sprite(phase, phases, filler);
+        const PixelBox box = moved(stamp.box, x, y), shown = intersection(box, clip);
+        if (shown.empty()) continue;
+        if (shown == box)
+            raise_rows(mask, box, stamp.bytes, stamp.stride);
         else
-            stamper.stamp(centre);
+            raise_shown(mask, box, shown, stamp.bytes, stamp.stride);
+        if (taken_.is_started())
+            touched = joined(touched, shown); // in a crowd all are touched as one box
+        else
+            mask.touch(shown);
     }
+    if (!touched.empty()) mask.touch(touched);
+}
+
+void SymbolStamper::follow(Symbol const& symbol, Ground const& ground) {
+    if (symbol_ == symbol && ground_ == ground) return;
+    if (symbol_ != symbol) {
+        symbol_ = symbol;
+        frame_.reset();
+        sprites_.fill(std::nullopt);
+    }
+    ground_ = ground;
+    taken_.stop();
+    stamped_ = 0;
+}
+
+SymbolStamper::Sprite const& SymbolStamper::sprite(int phase, int phases, PolygonFiller& filler) {
+    std::optional<Sprite>& found = sprites_[static_cast<std::size_t>(phase)];
+    if (found) return *found;
+    if (!frame_) frame_ = frame_of(*symbol_, filler);
+    int const reach = reach_of(*symbol_);
+    const CoverageMask mask =
+        mask_at(*symbol_, {1.0 * (phase % phases) / phases, 1.0 * (phase / phases) / phases}, filler);
+    found = Sprite{moved(*frame_, -reach, -reach), (frame_->width() + block - 1) / block * block, {}};
+    found->bytes.resize(static_cast<std::size_t>(found->stride) * static_cast<std::size_t>(frame_->height()));
+    for (int y = 0; y < frame_->height(); ++y)
+        std::copy_n(mask.row(frame_->top + y) + frame_->left, frame_->width(),
+                    found->bytes.begin() + static_cast<std::ptrdiff_t>(y) * found->stride);
+    return *found;
 }
 
 } // namespace qv::raster
