@@ -25,9 +25,26 @@ void range_over_functions(ControlState& state, Axis& axis) {
     axis.AxisRescale = true;
 }
 
+// Whether an automatic axis has still the fields that it was drawn with.
+bool is_as_drawn(Axis const& axis) {
+    auto const& drawn = axis.drawn;
+    return !axis.AxisRescale && drawn && axis.AxisValue1 == drawn->AxisValue1
+           && axis.AxisValue2 == drawn->AxisValue2 && axis.AxisMajorDivs == drawn->AxisMajorDivs
+           && axis.AxisMinorDivs == drawn->AxisMinorDivs && axis.AxisLog == drawn->AxisLog;
+}
+
+void remember_drawn(Axis& axis, AxisSpan const& range) {
+    axis.drawn.reset();
+    if (axis.has_mode(AxisMode::Automatic))
+        axis.drawn = {range.low,          range.high,         axis.AxisValue1, axis.AxisValue2,
+                      axis.AxisMajorDivs, axis.AxisMinorDivs, axis.AxisLog};
+}
+
 AxisSpan automatic_range(ControlState& state, Axis& axis) {
     range_over_functions(state, axis);
     if (axis.AxisLog && !(axis.AxisValue1 > 0 && axis.AxisValue2 > 0)) axis.AxisRescale = true;
+    // Rounding a round range again may choose other divisions.
+    if (state.keeps_drawn_ranges && is_as_drawn(axis)) return {axis.drawn->low, axis.drawn->high};
     scale::AxisRange range{axis.AxisRescale ? axis.DataMin : axis.AxisValue1,
                            axis.AxisRescale ? axis.DataMax : axis.AxisValue2,
                            axis.AxisMajorDivs,
@@ -71,6 +88,7 @@ AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
         axis.AxisRescale = false;
     }
     if (!(range.low > 0 && range.high > 0)) axis.AxisLog = false;
+    remember_drawn(axis, range);
     if (rescaled) announce_range(state);
     scale::SetScrollBarsVisibility(state);
     return range;

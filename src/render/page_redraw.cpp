@@ -36,18 +36,10 @@ void copy_settings(ControlState const& from, ControlState& to) {
     to.MaxZoomFactor = from.MaxZoomFactor;
 }
 
-// An automatic axis would choose new divisions for the range that it has chosen before.
-graph::Axis as_shown(graph::Axis axis) {
-    if (axis.has_mode(graph::AxisMode::Automatic) && !axis.AxisRescale)
-        axis.AxisScale = static_cast<std::uint8_t>(graph::AxisMode::Fixed);
-    return axis;
-}
-
 std::unique_ptr<Graph> without_points(Graph const& graph) {
     auto copy = std::make_unique<Graph>();
     static_cast<graph::GraphSettings&>(*copy) = graph;
-    for (graph::Axis const& axis : graph.Axes)
-        copy->Axes.push_back(graph.GraphNotDrawn ? axis : as_shown(axis));
+    for (graph::Axis const& axis : graph.Axes) copy->Axes.push_back(axis);
     for (DataSet const& set : graph.DataSets)
         static_cast<graph::DataSetSettings&>(copy->DataSets.emplace_back()) = set;
     return copy;
@@ -92,6 +84,7 @@ private:
 std::unique_ptr<DrawSurface> redraw_page(ControlState& state, host::SurfaceMaker const& make_surface) {
     SurfacesOnly host(make_surface);
     ControlState copy(host);
+    copy.keeps_drawn_ranges = true;
     copy_settings(state, copy);
     for (auto const& graph : state.Graphs) copy.Graphs.push_back(without_points(*graph));
     give_surfaces(state, copy);

@@ -5,6 +5,8 @@
 
 #include <doctest/doctest.h>
 
+#include <random>
+
 using namespace qv;
 using namespace qv::test;
 using headless::HeadlessHost;
@@ -63,10 +65,69 @@ TEST_CASE("an automatic axis keeps the divisions that it is shown with") {
     qvGraph& page = host.control();
     page.NewGraph("");
     page.NewDataSet("");
-    for (double const x : {-5.2, 5.3}) page.AddDataPoint(x, x); // -6 to 6 by 2; by 5 when chosen again
+    page.AddDataPoint(-47.0199, 4.07882);
+    page.AddDataPoint(38.3125, -5.20198);
     page.Refresh();
+    auto const shown = pixels_of(host);
     auto const redrawn = render::redraw_page(page.state(), [&] { return host.make_surface(); });
-    CHECK(pixels_of_surface(*redrawn) == pixels_of(host));
+    CHECK(pixels_of_surface(*redrawn) == shown);
+    page.Refresh();
+    CHECK(pixels_of(host) != shown); // chosen again, they are others
+}
+
+TEST_CASE("zoomed and scrolled pages are redrawn as they are shown") {
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> value(-50, 50);
+    for (int i = 0; i < 20; ++i) {
+        CAPTURE(i);
+        HeadlessHost host({600, 400});
+        qvGraph& page = host.control();
+        page.NewGraph("");
+        page.NewDataSet("");
+        for (int point = 0; point < 2; ++point) page.AddDataPoint(value(random), value(random));
+        page.AxisLog(i % 4 == 0);
+        page.Refresh();
+        auto const is_redrawn_alike = [&] {
+            auto const redrawn = render::redraw_page(page.state(), [&] { return host.make_surface(); });
+            return pixels_of_surface(*redrawn) == pixels_of(host);
+        };
+        for (auto const& [kind, place] : {std::pair(host::MouseKind::Press, Point{3000, 2000}),
+                                          {host::MouseKind::Move, Point{5000, 3500}},
+                                          {host::MouseKind::Release, Point{5000, 3500}}})
+            host.input(host::MouseInput{kind, host::left_button, 0, place});
+        CHECK(page.state().Zoomed);
+        CHECK(is_redrawn_alike());
+        host.input(host::WheelInput{-1.5, 0, 0, {4000, 3000}});
+        CHECK(is_redrawn_alike());
+        host.input(host::ScrollInput{host::Bar::HScroll1, page.state().HScroll1.Value + 20, false});
+        CHECK(is_redrawn_alike());
+    }
+}
+
+TEST_CASE("what was changed since the page was shown is redrawn as the next drawing shows it") {
+    HeadlessHost host({600, 400});
+    qvGraph& page = host.control();
+    auto const next_is = [&] {
+        auto const redrawn =
+            pixels_of_surface(*render::redraw_page(page.state(), [&] { return host.make_surface(); }));
+        page.Refresh();
+        return redrawn == pixels_of(host);
+    };
+    page.NewGraph("");
+    page.NewDataSet("");
+    page.AddDataPoint(6, 1);
+    page.AddDataPoint(249997, 2);
+    page.Refresh();
+    page.AxisLog(true);
+    CHECK(next_is());
+    page.AxisMajorDivs(17);
+    CHECK(next_is());
+    page.AddDataPoint(600000, 3);
+    CHECK(next_is());
+    page.AxisValue1(10);
+    CHECK(next_is());
+    page.AxisScale(0);
+    CHECK(next_is());
 }
 
 TEST_CASE("a page that waits for its first drawing is redrawn without being drawn") {

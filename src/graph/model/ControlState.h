@@ -100,6 +100,7 @@ struct ControlState {
     bool NoRedraw = false;
     bool Refreshing = false;
     bool refresh_asked_meanwhile = false;
+    bool keeps_drawn_ranges = false; // automatic axes that have not been changed are drawn as the last time
     std::unique_ptr<qvExpression> Evaluator; // of function curves, made on first use
     std::int32_t PointCounter = 0;           // numbers or letters the points of a data set
     /// Running offsets in twips of stacked axes: left and right (y), near and far (x).

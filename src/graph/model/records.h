@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,17 @@ enum class AxisKind : std::int16_t { X = 0, Y = 1 };
 
 /// How an axis gets its range.
 enum class AxisMode : std::uint8_t { Automatic = 0, Fixed = 1, TextLabels = 2 };
+
+/// The range that an automatic axis was drawn with, and the fields that it had then.
+struct DrawnRange {
+    double low = 0; // rounded: beyond AxisValue1 where the axis is zoomed
+    double high = 0;
+    double AxisValue1 = 0;
+    double AxisValue2 = 0;
+    std::int16_t AxisMajorDivs = 0;
+    std::int16_t AxisMinorDivs = 0;
+    bool AxisLog = false;
+};
 
 struct Axis {
     AxisKind AxisXY = AxisKind::X;
@@ -75,6 +87,7 @@ struct Axis {
     bool AxisNoData = true;                // no point has been added on this axis yet
     std::vector<double> major_tick_values; // where ticks stand; empty: evenly divided by AxisMajorDivs
     std::vector<double> minor_tick_values; // count only beside given major ones
+    std::optional<DrawnRange> drawn;       // the last time, if it was automatic then
 
     bool has_mode(AxisMode mode) const { return AxisScale == static_cast<std::uint8_t>(mode); }
 };
