@@ -44,7 +44,8 @@ int main(int argc, char** argv) {
     auto const* const out = app.add_option("--out", folder, "folder for the picture; opens no window");
     app.add_option("--data", data, "folder of the data files");
     bool picker = false;
-    app.add_flag("--picker", picker, "asks for a gradient in a window and paints the page with it")
+    app.add_flag("--picker", picker,
+                 "asks for a gradient and a colour in a window and paints the page with them")
         ->excludes("--out");
     CLI11_PARSE(app, argc, argv);
     try {

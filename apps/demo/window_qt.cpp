@@ -42,6 +42,17 @@ private:
     qt::QvGraphWidget window_;
 };
 
+void tell_color(char const* name, Color color) {
+    std::cout << name << " 0x" << std::hex << color << std::dec << "\n";
+}
+
+void see_through_to_page(qvGraph& page) {
+    for (std::int16_t graph = 0; graph < page.state().NumGraphs(); ++graph) {
+        page.SetSelectedGraph(graph);
+        page.BorderTransparent(true);
+    }
+}
+
 // Asks for a fill and puts it behind the graphs.
 void ask_for_page_fill(qvGraph& page) {
     Color first = 0, second = 0;
@@ -52,16 +63,30 @@ void ask_for_page_fill(qvGraph& page) {
         std::cout << "cancelled: the page stays as it is" << std::endl;
         return;
     }
-    std::cout << std::hex << "Color1 0x" << first << ", Color2 0x" << second << std::dec << ", GradientAngle "
-              << angle << ", gShift " << shift << ", gStyle " << style << std::endl;
+    tell_color("Color1", first);
+    tell_color("Color2", second);
+    std::cout << "GradientAngle " << angle << ", gShift " << shift << ", gStyle " << style << std::endl;
     page.PageColor1(first);
     page.PageColor2(second);
     page.PageGradient(angle);
     page.PageGShift(shift);
     page.PageGStyle(style);
+    see_through_to_page(page);
+    page.Refresh();
+}
+
+// Asks for the colour of the graphs' titles.
+void ask_for_title_color(qvGraph& page) {
+    Color color = 0;
+    page.GetColor(color);
+    if (color == -1) {
+        std::cout << "cancelled: the titles stay as they are" << std::endl;
+        return;
+    }
+    tell_color("GraphTitleColor", color);
     for (std::int16_t graph = 0; graph < page.state().NumGraphs(); ++graph) {
         page.SetSelectedGraph(graph);
-        page.BorderTransparent(true);
+        page.GraphTitleColor(color);
     }
     page.Refresh();
 }
@@ -78,7 +103,10 @@ int show_in_window(std::filesystem::path const& data) {
 
 int show_picker(std::filesystem::path const& data) {
     Demo demo(data);
-    QTimer::singleShot(0, [&demo] { ask_for_page_fill(demo.page()); }); // when the page is on the screen
+    QTimer::singleShot(0, [&demo] { // when the page is on the screen
+        ask_for_page_fill(demo.page());
+        ask_for_title_color(demo.page());
+    });
     return demo.run_until_closed();
 }
 

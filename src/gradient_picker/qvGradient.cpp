@@ -188,11 +188,12 @@ void qvGradient::choose_style(std::int16_t style) {
     lay_out(); // solid hides controls and widens the preview; draws
 }
 
-// What may fail stands first and last: neither an angle beyond all bounds nor a picture that cannot be
-// painted leaves the choice half changed.
+// An angle beyond all bounds is told and leaves the one before. What else may fail, a picture that cannot be
+// painted, stands last. So no failure leaves the choice half changed.
 void qvGradient::DrawGradient() {
+    float angle = Angle;
+    trapped("DrawGradient", [&] { angle = angle_in(AngleText.Text); });
     trapped("DrawGradient", [&] {
-        float const angle = angle_in(AngleText.Text);
         if (use_color_names_) {
             Color1 = selected_color(List1);
             Color2 = selected_color(List3);

@@ -54,6 +54,12 @@ GradientChoice qvGradientForm2::ShowModal(host::Host& host) {
     return *this;
 }
 
+void qvGradientForm2::withdraw(host::Host const& host) {
+    if (host_ != &host) return; // the dialog is another's
+    host_ = nullptr;
+    Command2_Click();
+}
+
 void qvGradientForm2::Command1_Click() {
     static_cast<GradientChoice&>(*this) = qvGradient1;
     visible_ = false;

@@ -23,6 +23,8 @@ public:
     /// Shows the dialog, waits, and returns the answer; a host that returns without one has cancelled. Fault
     /// 5 while it is shown already, also by another thread; what the host throws comes out.
     GradientChoice ShowModal(host::Host& host);
+    /// The host goes while it shows the dialog: that counts as Cancel, and nothing more is asked of it.
+    void withdraw(host::Host const& host);
     bool Visible() const { return visible_; }
     /// The inner size in twips, kept from one request to the next.
     double Width() const { return width_; }

@@ -14,4 +14,7 @@ void GetGradient(ControlState& state, Color& QvColor1, Color& QvColor2, float& g
 /// Shows the same dialog and hands back the first colour alone.
 void GetColor(ControlState& state, Color& QvColor1);
 
+/// Before the control goes: closes the dialog where it is open for it.
+void withdraw_requests(ControlState& state);
+
 } // namespace qv::graph

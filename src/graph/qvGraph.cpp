@@ -19,6 +19,10 @@ qvGraph::qvGraph(host::Host& host) : state_(host) {
     graph::UserControl_Initialize(state_);
 }
 
+qvGraph::~qvGraph() {
+    graph::withdraw_requests(state_);
+}
+
 void qvGraph::set_events(host::EventSink* events) {
     state_.events = events ? events : &state_.silent;
 }

@@ -21,6 +21,8 @@ namespace qv {
 class qvGraph {
 public:
     explicit qvGraph(host::Host& host);
+    /// Not from inside its own events or members, but for GetGradient and GetColor while they wait.
+    ~qvGraph();
 
     /// \name For the host that holds the control
     /// \{

@@ -30,7 +30,7 @@ struct PaperSize {
     double height = 0;
 };
 
-/// One sheet of a printer. Every operation may fail with fault 482.
+/// One sheet of a printer. Every operation may fail with fault 482; a sheet that is a file also as files do.
 class Printer {
 public:
     virtual ~Printer() = default;

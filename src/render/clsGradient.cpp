@@ -28,8 +28,9 @@ void clsGradient::Color2(Color color) {
 }
 
 void clsGradient::Angle(float degrees) {
-    float const turned = degrees - 360 * std::floor(degrees / 360);
-    angle_ = turned == 360 ? 0 : turned; // what is a hair below 0 is rounded up to a full turn
+    float const turned = std::fmod(degrees, 360.0F); // exact, however many turns
+    float const positive = turned < 0 ? turned + 360 : turned;
+    angle_ = positive == 360 ? 0 : positive; // what is a hair below 0 is rounded up to a full turn
 }
 
 bool clsGradient::Draw(DrawSurface& target) const {

@@ -67,9 +67,24 @@ TEST_CASE("nothing of a host stays in the form, and each host's pictures have it
     // Without a host its operations still work: nothing is painted and nobody is asked.
     form.SetGradientStyle(6);
     form.qvGradient1.Command1_Click(0);
-    form.qvGradient1.AngleText.Text = std::string(50, '9');
-    form.qvGradient1.AngleText_Change();
     CHECK(form.qvGradient1.Style == 6);
+}
+
+TEST_CASE("an angle beyond all bounds is told; the one before stays, and all else goes on") {
+    qvGradient picker;
+    std::vector<std::string> told;
+    picker.GradientError = [&](std::string const& Source, std::string const&) { told.push_back(Source); };
+    picker.AngleText.Text = "45";
+    picker.AngleText_Change();
+    picker.AngleText.Text = std::string(50, '9');
+    picker.AngleText_Change();
+    picker.SetGradientStyle(0);
+    picker.CommonDialog1 = [](Color) { return rgb(1, 2, 3); };
+    picker.Command1_Click(0);
+    CHECK(told == std::vector<std::string>(3, "Error 6 has occured in qvGradient.ocx, DrawGradient"));
+    const GradientChoice choice = picker;
+    CHECK(choice == GradientChoice{rgb(1, 2, 3), rgb(1, 2, 3), 0, 45, 0});
+    CHECK(picker.Label2.Caption == "Color1 = 197121");
 }
 
 TEST_CASE("a failing colour chooser is told in a message box, and the choice stays whole") {

@@ -154,5 +154,33 @@ TEST_CASE("a dialog without pictures to paint on does not open") {
     CHECK(gradient_form().qvGradient1.Picture1.picture == nullptr);
 }
 
+TEST_CASE("a control that goes while its dialog is open takes the dialog with it") {
+    auto host = std::make_unique<headless::HeadlessHost>(PixelSize{60, 40});
+    bool asked = false;
+    host->answer_next_color([&](Color) {
+        asked = true;
+        return rgb(1, 2, 3);
+    });
+    host->answer_next_form([&](qvGradientForm2& form) {
+        host.reset();
+        CHECK_FALSE(form.Visible());
+        form.qvGradient1.Command1_Click(0);
+        form.qvGradient1.SetGradientStyle(2);
+    });
+    Color color = 7;
+    host->control().GetColor(color);
+    CHECK(color == 7);
+    CHECK_FALSE(asked);
+
+    // Another control's dialog stays.
+    Asking asking;
+    asking.host.answer_next_form([](qvGradientForm2& form) {
+        headless::HeadlessHost{{10, 10}};
+        CHECK(form.Visible());
+        form.Command1_Click();
+    });
+    CHECK(asking.GetGradient().Color1 != -1);
+}
+
 } // namespace
 } // namespace qv::gradient_picker

@@ -38,22 +38,23 @@ private:
     rlimit before_{};
 };
 
-/// Nobody may write into the folder, not even the administrator, who writes as somebody else meanwhile.
+/// Nobody may write into the folder or file, not even the administrator, who writes as somebody else
+/// meanwhile.
 class ReadOnly {
 public:
-    explicit ReadOnly(files::path const& folder) : folder_(folder) {
-        files::permissions(folder, files::perms(0555));
+    explicit ReadOnly(files::path const& place) : place_(place) {
+        files::permissions(place, files::perms(0555));
         if (geteuid() == 0) REQUIRE(seteuid(65534) == 0);
     }
     ~ReadOnly() {
         if (getuid() == 0) CHECK(seteuid(0) == 0);
-        files::permissions(folder_, files::perms(0755));
+        files::permissions(place_, files::perms(0755));
     }
     ReadOnly(ReadOnly const&) = delete;
     ReadOnly& operator=(ReadOnly const&) = delete;
 
 private:
-    files::path folder_;
+    files::path place_;
 };
 
 std::string content_of(files::path const& file) {
@@ -110,6 +111,27 @@ TEST_CASE("a page that cannot be written is reported, and the old file stays as 
         CHECK(content_of(old) == "what was there before");
     }
     CHECK(std::distance(files::directory_iterator(folder.path()), files::directory_iterator()) == 2);
+}
+
+TEST_CASE("a file that may not be written is reported; another keeps its permissions and its long name") {
+    const TemporaryFolder folder;
+    files::permissions(folder.path(), files::perms::all);
+    HeadlessHost host({20, 10});
+    Errors errors;
+    host.control().set_events(&errors);
+    const files::path file = folder.file(std::string(251, 'n') + ".bmp", "old");
+    {
+        const ReadOnly read_only(file);
+        host.control().SaveImage(file.string());
+    }
+    REQUIRE(errors.heard.size() == 1);
+    CHECK(errors.heard[0].starts_with("Error 70 has occured in qvGraph.ocx, SaveImage: Cannot write "));
+    CHECK(content_of(file) == "old");
+    files::permissions(file, files::perms(0640));
+    host.control().SaveImage(file.string());
+    CHECK(content_of(file).starts_with("BM"));
+    CHECK(files::status(file).permissions() == files::perms(0640));
+    CHECK(std::distance(files::directory_iterator(folder.path()), files::directory_iterator()) == 1);
 }
 
 TEST_CASE("a link stays a link and its file is replaced; a device is left alone") {

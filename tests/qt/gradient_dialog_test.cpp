@@ -281,6 +281,19 @@ TEST_CASE("the colour chooser opens at the colour; only its OK changes anything"
     CHECK(asking.got.Color2 == rgb(10, 20, 30));
 }
 
+TEST_CASE("a window closed for good under its dialog takes the dialog with it") {
+    auto widget = std::make_unique<qt::QvGraphWidget>();
+    widget->show();
+    const ModalHands hands({[&](QDialog& dialog) {
+        widget.reset();
+        CHECK_FALSE(dialog.isVisible());
+    }});
+    Color color = 7;
+    widget->control().GetColor(color);
+    CHECK(color == 7);
+    CHECK_FALSE(form().Visible());
+}
+
 TEST_CASE("a failure is told in a message box, and the dialog goes on") {
     Asking asking;
     asking.start_over();

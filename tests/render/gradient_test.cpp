@@ -35,7 +35,7 @@ TEST_CASE("an angle is kept within one turn, whatever is given") {
         float given, kept;
     };
     for (const Row row : {Row{-45, 315}, Row{315, 315}, Row{360, 0}, Row{-360, 0}, Row{725.5F, 5.5F},
-                          Row{-0.5F, 359.5F}, Row{-1e-9F, 0}}) {
+                          Row{-0.5F, 359.5F}, Row{-1e-9F, 0}, Row{1e11F, 32}, Row{-1e11F, 328}}) {
         clsGradient gradient;
         gradient.Angle(row.given);
         CHECK(gradient.Angle() == row.kept);

@@ -116,6 +116,7 @@ struct ControlState {
 
     /// \name Child controls, host
     /// \{
+    bool* gone_while_asking = nullptr; // set to True when the control goes while a person is asked
     host::Label Label1;
     host::ScrollBar HScroll1;
     host::ScrollBar VScroll1;

@@ -19,8 +19,10 @@ public:
         : content_(content), fonts_(fonts) {}
     void clear() override { content_.clear(); }
     void set_picture(host::PagePicture const& picture) override {
+        std::map<std::string, output::Bytes> offered;
         for (std::string_view const type : output::clipboard_types)
-            content_[std::string(type)] = output::encode_page(type, picture, fonts_);
+            offered[std::string(type)] = output::encode_page(type, picture, fonts_);
+        content_ = std::move(offered);
     }
 
 private:

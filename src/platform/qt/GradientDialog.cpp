@@ -47,6 +47,7 @@ GradientDialog::GradientDialog(gradient_picker::qvGradientForm2& form, QWidget c
           });
       }) {
     setWindowTitle("Choose colours");
+    connect(&over, &QObject::destroyed, this, &QDialog::reject);
     make_swatches();
     fill(list1_, picker_.List1);
     fill(list2_, picker_.List3);

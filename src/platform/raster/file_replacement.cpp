@@ -11,6 +11,10 @@
 #include <random>
 #include <string_view>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace qv::raster {
 namespace {
 
@@ -25,15 +29,11 @@ struct ErrorRow {
 };
 
 constexpr std::array error_rows{
-    ErrorRow{EACCES, FaultNumber::PermissionDenied},
-    ErrorRow{EPERM, FaultNumber::PermissionDenied},
-    ErrorRow{EROFS, FaultNumber::PermissionDenied},
-    ErrorRow{ENOSPC, FaultNumber::DiskFull},
-    ErrorRow{EFBIG, FaultNumber::DiskFull},
-    ErrorRow{ENOTDIR, FaultNumber::PathNotFound},
-    ErrorRow{EISDIR, FaultNumber::PathFileAccess},
-    ErrorRow{EEXIST, FaultNumber::PathFileAccess},
-    ErrorRow{ENAMETOOLONG, FaultNumber::PathFileAccess},
+    ErrorRow{EACCES, FaultNumber::PermissionDenied}, ErrorRow{EPERM, FaultNumber::PermissionDenied},
+    ErrorRow{EROFS, FaultNumber::PermissionDenied},  ErrorRow{ENOSPC, FaultNumber::DiskFull},
+    ErrorRow{EDQUOT, FaultNumber::DiskFull},         ErrorRow{EFBIG, FaultNumber::DiskFull},
+    ErrorRow{ENOTDIR, FaultNumber::PathNotFound},    ErrorRow{EISDIR, FaultNumber::PathFileAccess},
+    ErrorRow{EEXIST, FaultNumber::PathFileAccess},   ErrorRow{ENAMETOOLONG, FaultNumber::PathFileAccess},
 };
 
 FaultNumber number_of_error(int error, FaultNumber when_missing) {
@@ -49,19 +49,39 @@ FaultNumber number_of_error(int error, FaultNumber when_missing) {
                 "Cannot " + std::string(verb) + " " + path + ": " + std::strerror(error));
 }
 
-// A name that no other writer of the same file takes.
+// In the same folder, for only there a file can be moved onto another; short, for the other may be long.
 std::string name_beside(std::string const& path) {
     std::random_device random;
-    return path + "." + std::to_string(random() % 1000000000) + ".part";
+    return std::filesystem::path(path).replace_filename("qvgraph" + std::to_string(random()) + ".part");
 }
 
-// 0, or the error.
-int write_all(std::string const& path, std::span<std::uint8_t const> bytes) {
+// A new file; 0, or the error, and then there is none.
+int write_new(std::string const& path, std::span<std::uint8_t const> bytes) {
     File file(std::fopen(path.c_str(), "wbx"));
     if (!file) return errno;
     errno = EIO;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) return errno;
-    return std::fclose(file.release()) == 0 ? 0 : errno;
+    int error = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() ? 0 : errno;
+    if (std::fclose(file.release()) != 0 && error == 0) error = errno;
+    if (error != 0) std::remove(path.c_str());
+    return error;
+}
+
+// Moves a file onto another, whose permissions it takes over; 0, or the error, and then there is none to
+// move.
+int move_onto(std::string const& target, std::string const& part) {
+    struct stat old;
+    bool const replaces = ::stat(target.c_str(), &old) == 0;
+    if ((!replaces || ::chmod(part.c_str(), old.st_mode & 07777) == 0)
+        && std::rename(part.c_str(), target.c_str()) == 0)
+        return 0;
+    int const error = errno;
+    std::remove(part.c_str());
+    return error;
+}
+
+// Moving needs the folder's permission alone; a file that may not be written must not be replaced either.
+bool is_protected(std::string const& path) {
+    return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT;
 }
 
 // Renaming onto a link or a device would take its place instead of writing through it.
@@ -82,11 +102,9 @@ std::string ordinary_file(std::string const& path) {
 void replace_file(std::string const& path, std::span<std::uint8_t const> bytes) {
     const std::string target = ordinary_file(path);
     const std::string part = name_beside(target);
-    int error = write_all(part, bytes);
-    if (error == 0 && std::rename(part.c_str(), target.c_str()) != 0) error = errno;
-    if (error == 0) return;
-    std::remove(part.c_str());
-    raise_file_fault("write", path, error, FaultNumber::PathNotFound);
+    int error = is_protected(target) ? errno : write_new(part, bytes);
+    if (error == 0) error = move_onto(target, part);
+    if (error != 0) raise_file_fault("write", path, error, FaultNumber::PathNotFound);
 }
 
 std::vector<std::uint8_t> read_file(std::string const& path) {
