@@ -114,6 +114,23 @@ TEST_CASE("the clipboard gets the page in place of what it held") {
         CHECK(data->hasFormat(QString::fromUtf8(type.data(), static_cast<int>(type.size()))));
 }
 
+TEST_CASE("a clipboard that another takes meanwhile is reported") {
+    DarkPage page({300, 200});
+    bool taken = false;
+    QClipboard& clipboard = *QGuiApplication::clipboard();
+    auto const thief = QObject::connect(&clipboard, &QClipboard::dataChanged, [&] {
+        if (taken || !clipboard.mimeData() || !clipboard.mimeData()->hasImage()) return;
+        taken = true;
+        clipboard.setText(QStringLiteral("what another copied"));
+    });
+    page.widget.control().CopyToClipboard();
+    QObject::disconnect(thief);
+    REQUIRE(taken);
+    REQUIRE(page.errors.size() == 1);
+    CHECK(page.errors[0].starts_with("Error 521 has occured in qvGraph.ocx, CopyToClipboard"));
+    CHECK(clipboard.text() == "what another copied");
+}
+
 TEST_SUITE("display") {
     TEST_CASE("another program finds the page on the clipboard") {
         DarkPage page({300, 200});
