@@ -25,13 +25,13 @@ struct Decimal {
 
 Decimal decimal_of(double magnitude) {
     std::array<char, 40> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+    auto const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
                                    std::chars_format::scientific, 14)
                          .ptr;
     const std::string_view text(buffer.data(), end);
-    const auto mark = text.find('e');
+    auto const mark = text.find('e');
     Decimal result;
-    for (const char c : text.substr(0, mark))
+    for (char const c : text.substr(0, mark))
         if (is_digit(c)) result.digits += c;
     while (result.digits.size() > 1 && result.digits.back() == '0') result.digits.pop_back();
     result.exponent = std::atoi(std::string(text.substr(mark + 1)).c_str());
@@ -39,12 +39,12 @@ Decimal decimal_of(double magnitude) {
 }
 
 std::string fixed_text(Decimal const& value) {
-    const int count = static_cast<int>(value.digits.size());
+    int const count = static_cast<int>(value.digits.size());
     if (value.exponent < 0)
         return "0." + std::string(static_cast<std::size_t>(-value.exponent - 1), '0') + value.digits;
     if (count <= value.exponent + 1)
         return value.digits + std::string(static_cast<std::size_t>(value.exponent + 1 - count), '0');
-    const auto whole = static_cast<std::size_t>(value.exponent + 1);
+    auto const whole = static_cast<std::size_t>(value.exponent + 1);
     return value.digits.substr(0, whole) + "." + value.digits.substr(whole);
 }
 
@@ -58,7 +58,7 @@ std::string exponent_text(Decimal const& value) {
 } // namespace
 
 std::string_view trim(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
+    auto const first = text.find_first_not_of(' ');
     if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
@@ -80,7 +80,7 @@ bool starts_with_ignoring_case(std::string_view text, std::string_view prefix) {
 std::vector<std::string_view> split(std::string_view text, std::string_view separator) {
     std::vector<std::string_view> parts;
     for (std::size_t start = 0;;) {
-        const auto end = text.find(separator, start);
+        auto const end = text.find(separator, start);
         parts.push_back(text.substr(start, end - start));
         if (end == std::string_view::npos) return parts;
         start = end + separator.size();
@@ -89,7 +89,7 @@ std::vector<std::string_view> split(std::string_view text, std::string_view sepa
 
 std::string replace_all(std::string_view text, std::string_view from, std::string_view to) {
     std::string result;
-    for (bool first = true; const auto part : split(text, from)) {
+    for (bool first = true; auto const part : split(text, from)) {
         if (!first) result += to;
         result += part;
         first = false;
@@ -106,7 +106,7 @@ double leading_number(std::string_view text) {
     std::string_view number = text.substr(0, end);
     if (number.starts_with('+')) number.remove_prefix(1);
     double value = 0;
-    const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+    auto const result = std::from_chars(number.data(), number.data() + number.size(), value);
     if (result.ec == std::errc::result_out_of_range) return number.starts_with('-') ? -HUGE_VAL : HUGE_VAL;
     return value;
 }
@@ -116,8 +116,8 @@ std::string number_text(double value) {
     if (std::isinf(value)) return value < 0 ? "-Infinity" : "Infinity";
     if (value == 0) return "0";
     const Decimal decimal = decimal_of(std::abs(value));
-    const int decimals = static_cast<int>(decimal.digits.size()) - 1 - decimal.exponent;
-    const bool fixed = decimals <= 15 && decimal.exponent < 15;
+    int const decimals = static_cast<int>(decimal.digits.size()) - 1 - decimal.exponent;
+    bool const fixed = decimals <= 15 && decimal.exponent < 15;
     return (value < 0 ? "-" : "") + (fixed ? fixed_text(decimal) : exponent_text(decimal));
 }
 

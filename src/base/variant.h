@@ -16,7 +16,7 @@ struct Variant : std::variant<std::monostate, bool, std::uint8_t, std::int16_t, 
                               std::string, TextList> {
     using variant::variant;
     using variant::operator=;
-    Variant(const char* text) : variant(std::string(text)) {}
+    Variant(char const* text) : variant(std::string(text)) {}
     Variant(std::string_view text) : variant(std::string(text)) {}
 
     bool is_empty() const { return index() == 0; }
@@ -30,10 +30,14 @@ T number_of(Variant const& value) {
     return std::visit(
         [](auto const& held) -> T {
             using Held = std::remove_cvref_t<decltype(held)>;
-            if constexpr (std::is_same_v<Held, std::monostate>) return T{};
-            else if constexpr (std::is_same_v<Held, bool>) return checked<T>(held ? -1 : 0);
-            else if constexpr (Number<Held>) return checked<T>(held);
-            else raise_fault(FaultNumber::TypeMismatch);
+            if constexpr (std::is_same_v<Held, std::monostate>)
+                return T{};
+            else if constexpr (std::is_same_v<Held, bool>)
+                return checked<T>(held ? -1 : 0);
+            else if constexpr (Number<Held>)
+                return checked<T>(held);
+            else
+                raise_fault(FaultNumber::TypeMismatch);
         },
         static_cast<Variant::variant const&>(value));
 }

@@ -26,7 +26,7 @@ TEST_CASE("halves round to even, at any size and sign") {
     struct Row {
         double value, whole;
     };
-    for (const auto& [value, whole] : {Row{0.5, 0}, Row{1.5, 2}, Row{2.5, 2}, Row{-0.5, 0}, Row{-1.5, -2},
+    for (auto const& [value, whole] : {Row{0.5, 0}, Row{1.5, 2}, Row{2.5, 2}, Row{-0.5, 0}, Row{-1.5, -2},
                                        Row{-2.5, -2}, Row{2.4999999, 2}, Row{1e15 + 0.5, 1e15}}) {
         CAPTURE(value);
         CHECK(round_half_even(value) == whole);
@@ -57,7 +57,7 @@ TEST_CASE("indices are checked at both ends") {
 }
 
 TEST_CASE("foreign exceptions become faults with a number and a text") {
-    const auto caught = [](auto thrown) { return as_fault(std::make_exception_ptr(thrown)); };
+    auto const caught = [](auto thrown) { return as_fault(std::make_exception_ptr(thrown)); };
     CHECK(caught(std::bad_alloc()).number == 7);
     CHECK(caught(std::runtime_error("disk on fire")).number == 5);
     CHECK(caught(std::runtime_error("disk on fire")).description == "disk on fire");

@@ -8,10 +8,10 @@ using namespace qv;
 
 TEST_CASE("a leading number is read up to the first character that cannot belong to it") {
     struct Row {
-        const char* text;
+        char const* text;
         double value;
     };
-    for (const auto& [text, value] :
+    for (auto const& [text, value] :
          {Row{"12", 12}, Row{"-3.5pt", -3.5}, Row{"+.5", 0.5}, Row{"1.2.3", 1.2}, Row{"Bold", 0}, Row{"", 0},
           Row{"-", 0}, Row{".", 0}, Row{" 7", 0}, Row{"1e5", 1}, Row{"007", 7}}) {
         CAPTURE(text);
@@ -23,13 +23,13 @@ TEST_CASE("a leading number is read up to the first character that cannot belong
 TEST_CASE("numbers as general text") {
     struct Row {
         double value;
-        const char* text;
+        char const* text;
     };
-    for (const auto& [value, text] :
+    for (auto const& [value, text] :
          {Row{0, "0"}, Row{-0.0, "0"}, Row{0.1, "0.1"}, Row{-2.5, "-2.5"}, Row{123456, "123456"},
-          Row{1e14, "100000000000000"}, Row{1e15, "1E+15"}, Row{1e20, "1E+20"}, Row{1e-15, "0.000000000000001"},
-          Row{1e-16, "1E-16"}, Row{1.5e300, "1.5E+300"}, Row{1.0 / 3, "0.333333333333333"},
-          Row{0.1 + 0.2, "0.3"}}) {
+          Row{1e14, "100000000000000"}, Row{1e15, "1E+15"}, Row{1e20, "1E+20"},
+          Row{1e-15, "0.000000000000001"}, Row{1e-16, "1E-16"}, Row{1.5e300, "1.5E+300"},
+          Row{1.0 / 3, "0.333333333333333"}, Row{0.1 + 0.2, "0.3"}}) {
         CAPTURE(value);
         CHECK(number_text(value) == text);
     }

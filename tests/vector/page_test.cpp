@@ -50,10 +50,9 @@ std::string content_of(std::filesystem::path const& file) {
 } // namespace
 
 TEST_CASE("files of shapes stay small and look like the page, whatever the number of points") {
-    for (Cloud const& cloud :
-         {Cloud{none, 10000000}, Cloud{circle, 10000000}, Cloud{dot, 300000}, Cloud{circle, 300000},
-          Cloud{triangle, 300000}, Cloud{plus, 300000}, Cloud{letter, 3000}, Cloud{circle, 5000, true},
-          Cloud{square, 300000, true}}) {
+    for (Cloud const& cloud : {Cloud{none, 10000000}, Cloud{circle, 10000000}, Cloud{dot, 300000},
+                               Cloud{circle, 300000}, Cloud{triangle, 300000}, Cloud{plus, 300000},
+                               Cloud{letter, 3000}, Cloud{circle, 5000, true}, Cloud{square, 300000, true}}) {
         CAPTURE(int{cloud.symbol});
         CAPTURE(cloud.points);
         const TemporaryFolder folder;

@@ -32,7 +32,8 @@ struct PixelBox {
 /// What two boxes share; boxes that lie apart share an empty one, never one of negative size.
 inline PixelBox intersection(PixelBox const& a, PixelBox const& b) {
     int const left = std::max(a.left, b.left), top = std::max(a.top, b.top);
-    return {left, top, std::max(left, std::min(a.right, b.right)), std::max(top, std::min(a.bottom, b.bottom))};
+    return {left, top, std::max(left, std::min(a.right, b.right)),
+            std::max(top, std::min(a.bottom, b.bottom))};
 }
 
 inline PixelBox moved(PixelBox const& box, int dx, int dy) {
