@@ -43,7 +43,7 @@ private:
 };
 
 void tell_color(char const* name, Color color) {
-    std::cout << name << " 0x" << std::hex << color << std::dec << "\n";
+    std::cout << name << " 0x" << std::hex << color << std::dec << std::endl;
 }
 
 void see_through_to_page(qvGraph& page) {
