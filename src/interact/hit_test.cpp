@@ -4,8 +4,6 @@
 #include "host/Input.h"
 #include "render/plot_geometry.h"
 
-#include <ranges>
-
 namespace qv::interact {
 namespace {
 
@@ -78,10 +76,10 @@ std::int16_t PointingAt(ControlState& state, std::uint8_t button, Point place, b
     trapped(state, "PointingAt", [&] {
         HitFlags& flags = state.pointing;
         if (reset) flags = {};
-        for (std::int16_t const index : state.GraphOrder | std::views::reverse) {
-            Graph* const graph = graph_at(state, index);
+        for (auto index = state.GraphOrder.rbegin(); index != state.GraphOrder.rend(); ++index) {
+            Graph* const graph = graph_at(state, *index);
             if (!graph || !try_graph(state, *graph, button, place)) continue;
-            hit = index;
+            hit = *index;
             return;
         }
         set_pointer(state, PointerShape::Default);

@@ -10,7 +10,6 @@
 #include "render/plot_geometry.h"
 
 #include <cmath>
-#include <ranges>
 
 namespace qv::interact {
 namespace {
@@ -27,10 +26,10 @@ constexpr double arrow_share = 0.1;  // of the plot area, a press of an arrow
 
 /// The front-most graph whose plot area holds a place and may be zoomed, -1 for none.
 std::int16_t zoomable_at(ControlState& state, Point place) {
-    for (std::int16_t const index : state.GraphOrder | std::views::reverse) {
-        Graph* const graph = graph_at(state, index);
+    for (auto index = state.GraphOrder.rbegin(); index != state.GraphOrder.rend(); ++index) {
+        Graph* const graph = graph_at(state, *index);
         if (!graph || !graph->GraphInclude || !holds(render::frame_box(*graph), place)) continue;
-        return graph->GraphAllowZoom && holds(render::plot_box(*graph), place) ? index : std::int16_t{-1};
+        return graph->GraphAllowZoom && holds(render::plot_box(*graph), place) ? *index : std::int16_t{-1};
     }
     return -1;
 }
