@@ -8,20 +8,40 @@
 namespace qv::graph {
 namespace {
 
-/// Asks, and hands the answer over. Nothing of the control is touched once it has gone, which a handler of
-/// whatever happens meanwhile may see to.
+/// While a person is asked. The control may go meanwhile, by a handler of whatever happens; it then tells the
+/// innermost request, which tells the one around it.
+class Asking {
+public:
+    explicit Asking(ControlState& state)
+        : state_(state), outer_(std::exchange(state.gone_while_asking, &is_gone_)) {}
+    ~Asking() {
+        if (!is_gone_)
+            state_.gone_while_asking = outer_;
+        else if (outer_)
+            *outer_ = true;
+    }
+    Asking(Asking const&) = delete;
+    Asking& operator=(Asking const&) = delete;
+
+    bool control_is_gone() const { return is_gone_; }
+
+private:
+    ControlState& state_;
+    bool is_gone_ = false;
+    bool* outer_;
+};
+
+/// Asks, and hands the answer over. Nothing of the control is touched once it has gone.
 template <class HandOver>
 void ask(ControlState& state, std::string_view procedure, HandOver&& hand_over) {
-    bool is_gone = false;
-    bool* const outer = std::exchange(state.gone_while_asking, &is_gone);
+    const Asking asking(state);
     try {
         auto const answer = gradient_picker::gradient_form().ShowModal(*state.host);
-        if (!is_gone) hand_over(answer);
+        if (!asking.control_is_gone()) hand_over(answer);
     } catch (...) {
-        if (!is_gone) ReportError(state, "qvGraph.ocx, " + std::string(procedure), std::current_exception());
+        if (!asking.control_is_gone())
+            ReportError(state, "qvGraph.ocx, " + std::string(procedure), std::current_exception());
     }
-    if (!is_gone) state.gone_while_asking = outer;
-    if (is_gone && outer) *outer = true;
 }
 
 } // namespace

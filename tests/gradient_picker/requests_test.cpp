@@ -6,6 +6,7 @@
 #include <doctest/doctest.h>
 
 #include <array>
+#include <stdexcept>
 
 namespace qv::gradient_picker {
 namespace {
@@ -180,6 +181,22 @@ TEST_CASE("a control that goes while its dialog is open takes the dialog with it
         form.Command1_Click();
     });
     CHECK(asking.GetGradient().Color1 != -1);
+}
+
+TEST_CASE("a control whose handler throws when asking failed can ask again, and go") {
+    struct Thrower : host::EventSink {
+        void ErrorMsg(std::string&, std::string&) override { throw std::runtime_error("from the handler"); }
+    };
+    Thrower thrower;
+    Asking asking;
+    asking.page.set_events(&thrower);
+    asking.host.answer_next_form([](qvGradientForm2&) { raise_fault(FaultNumber::DeviceError); });
+    Color color = 7;
+    CHECK_THROWS_AS(asking.page.GetColor(color), std::runtime_error);
+    CHECK(asking.page.state().gone_while_asking == nullptr);
+    CHECK_FALSE(gradient_form().Visible());
+    asking.answer(sample);
+    CHECK(asking.GetGradient() == sample);
 }
 
 } // namespace
