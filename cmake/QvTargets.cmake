@@ -16,7 +16,7 @@ find_program(MOLD mold)
 add_library(qv_options INTERFACE)
 target_compile_options(qv_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion)
 
-# Applied after the cache options are known; QV_WERROR and QV_SANITIZE come from the presets.
+# Applied after the cache options are known; QV_WERROR, QV_SANITIZE and QV_FUZZ come from the presets.
 function(qv_apply_options target)
   target_link_libraries(${target} PRIVATE qv_options)
   target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
@@ -27,6 +27,12 @@ function(qv_apply_options target)
     target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-sanitize-recover=all
                                              -fno-omit-frame-pointer)
     target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+  endif()
+  if(QV_FUZZ)
+    # Contracted products would differ from the release build's.
+    target_compile_options(${target} PRIVATE -ffp-contract=off -fno-omit-frame-pointer -fno-sanitize-recover=all
+                                             -fsanitize=fuzzer-no-link,address,undefined,float-cast-overflow)
+    target_link_options(${target} PUBLIC -fsanitize=address,undefined,float-cast-overflow)
   endif()
   if(MOLD)
     target_link_options(${target} PUBLIC -fuse-ld=mold)

@@ -7,6 +7,7 @@ QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev 
 QV_QT_PACKAGES="qt6-base-dev"
 QV_TEST_PACKAGES="doctest-dev python3-minimal xvfb xdotool poppler-utils librsvg2-bin netpbm cups cups-client xclip"
 QV_FUZZ_PACKAGES="clang"
+QV_COMPILER_PACKAGES="clang-14 clang-16"
 QV_BENCH_PACKAGES="libbenchmark-dev libmuparser-dev"
 # Other plotting libraries, for ./run-bench --peers alone.
 QV_PEER_PACKAGES="python3 qt6-base-dev qt6-charts-dev libqt6opengl6-dev libgl-dev libopengl-dev qtbase5-dev
@@ -56,7 +57,7 @@ build_quietly() {
   shift 2
   log=$(mktemp)
   echo "Building ($name)" >&2
-  if ! { cmake "$@" && cmake --build "$folder"; } >"$log" 2>&1; then
+  if ! { cmake "$@" && cmake --build "$folder" ${QV_BUILD_TARGET:+--target "$QV_BUILD_TARGET"}; } >"$log" 2>&1; then
     grep -E -A 12 'error|Error|FAILED' "$log" | head -n 80 >&2 || tail -n 40 "$log" >&2
     echo "The build failed; the whole output is in $log" >&2
     return 1
