@@ -3,7 +3,10 @@
 #include "base/convert.h"
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
+#include "interact/follow.h"
 #include "interact/front.h"
+
+#include <utility>
 
 namespace qv::graph {
 namespace {
@@ -27,7 +30,7 @@ std::int16_t select_axis(ControlState& state, std::int16_t index) {
     if (index < 0 || index >= graph.NumAxes()) return -1;
     const AxisKind kind = at(graph.Axes, index).AxisXY;
     graph.SelectedAxis = index;
-    selected_index(graph, kind) = index;
+    if (std::exchange(selected_index(graph, kind), index) != index) interact::follow_selection(state);
     return static_cast<std::int16_t>(kind);
 }
 

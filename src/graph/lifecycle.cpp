@@ -4,6 +4,7 @@
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
 #include "graph/property_access.h"
+#include "interact/follow.h"
 #include "interact/scroll_bars.h"
 #include "render/pipeline.h"
 
@@ -24,6 +25,7 @@ void discard_graphs(ControlState& state) {
     state.MouseGraph = state.BarsGraph = -1;
     state.pointing = {};
     state.zoom_history = {};
+    state.zoom_anchor = {};
     state.PointTooltip.clear();
     state.read_point.reset();
 }
@@ -61,6 +63,7 @@ void UserControl_Initialize(ControlState& state) {
         *surface = state.host->make_surface();
     state.HScroll1.Height = state.VScroll1.Width = state.host->scroll_bar_thickness();
     state.Label1.Height = state.host->label_height();
+    state.page_follower = interact::follow_page;
     Reset(state);
 }
 
@@ -91,11 +94,13 @@ void Reset(ControlState& state) {
 }
 
 void Picture1_DblClick(ControlState& state) {
+    interact::take_pointer_values(state);
     double x = state.PointerX, y = state.PointerY;
     state.events->DblClick(x, y);
 }
 
 void Picture1_KeyPress(ControlState& state, std::int16_t& KeyAscii) {
+    interact::take_pointer_values(state);
     double x = state.PointerX, y = state.PointerY;
     state.events->KeyPress(KeyAscii, x, y);
 }

@@ -25,6 +25,9 @@ public:
     virtual double scroll_bar_thickness() const { return 255; }
     /// Height of the coordinate read-out in twips.
     virtual double label_height() const { return 255; }
+    /// Width in twips of a text in the font that the read-out is shown in; none: the read-out has the font
+    /// that texts on the page have by default.
+    virtual std::optional<double> read_out_width(std::string const& /*text*/) { return std::nullopt; }
     /// The visible page shows a new picture.
     virtual void page_shown() {}
     /// A person has gone to a data point by keys; for those who hear the page instead of seeing it.

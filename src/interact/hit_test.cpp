@@ -87,6 +87,22 @@ std::int16_t PointingAt(ControlState& state, std::uint8_t button, Point place, b
     return hit;
 }
 
+bool has_selected_axes(Graph const& graph) {
+    auto const is_there = [&](std::int16_t axis) { return axis >= 0 && axis < graph.NumAxes(); };
+    return is_there(graph.SelectedXAxis) && is_there(graph.SelectedYAxis);
+}
+
+std::int16_t graph_under(ControlState& state, Point place) {
+    for (auto index = state.GraphOrder.rbegin(); index != state.GraphOrder.rend(); ++index) {
+        Graph* const graph = graph_at(state, *index);
+        if (!graph || !graph->GraphInclude || !has_selected_axes(*graph)) continue;
+        if (is_on_legend(state, *graph, 0, place) || holds(render::plot_box(*graph), place)
+            || holds(render::frame_box(*graph), place))
+            return *index;
+    }
+    return -1;
+}
+
 void set_pointer(ControlState& state, PointerShape shape) {
     if (state.MousePointer == shape) return;
     state.MousePointer = shape;

@@ -15,6 +15,12 @@ std::int16_t PointingAt(graph::ControlState& state, std::uint8_t button, Point p
 /// Gives the page another mouse pointer and tells the host when it is one.
 void set_pointer(graph::ControlState& state, host::PointerShape shape);
 
+/// The front-most graph at a place, -1 for none; nothing is changed by asking.
+std::int16_t graph_under(graph::ControlState& state, Point place);
+
+/// Whether a graph's selected axes are there; ClearGraphData leaves it without.
+bool has_selected_axes(graph::Graph const& graph);
+
 /// The graph at an index, nullptr outside the list.
 graph::Graph* graph_at(graph::ControlState& state, std::int16_t index);
 

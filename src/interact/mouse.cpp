@@ -5,6 +5,7 @@
 #include "graph/model/trap.h"
 #include "host/Input.h"
 #include "interact/dragging.h"
+#include "interact/follow.h"
 #include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/navigation.h"
@@ -124,7 +125,9 @@ void store_position(ControlState& state, Point place) {
 }
 
 void hover(ControlState& state, Point place) {
-    if (!has_moved(state, place)) return;
+    auto const& pointer = state.pointer;
+    bool const was_here = pointer.place && pointer.place->x == place.x && pointer.place->y == place.y;
+    if (was_here && pointer.is_read && !has_moved(state, place)) return;
     ShowGraphCoords(state, 0, place);
     name_point_under(state, place);
     if (state.CrossHairOn) {
@@ -132,6 +135,12 @@ void hover(ControlState& state, Point place) {
         DrawCrossHair(state, place);
     }
     store_position(state, place);
+}
+
+/// The pointer's values stay and the read-out is hidden while it moves with a button held.
+void note_dragging(ControlState& state, std::uint8_t button, Point place) {
+    bool const was_dragging = std::exchange(state.pointer.dragging, button != 0);
+    if (button != 0 && !was_dragging) ShowGraphCoords(state, button, place);
 }
 
 struct ZoomBox {
@@ -177,6 +186,7 @@ void end_box(ControlState& state, Graph& graph, Point place) {
         const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Box);
         return ZoomToBox(state, place);
     }
+    take_values(state, state.MouseGraph, place);
     double x = state.PointerX, y = state.PointerY;
     state.events->Click(x, y);
 }
@@ -204,8 +214,10 @@ void Picture1_MouseDown(ControlState& state, std::uint8_t button, std::uint8_t s
         erase_box(state); // of a drag whose end was not seen
         state.pointing.pressed = 0;
         state.MouseGraph = PointingAt(state, button, place, true);
+        state.pointer.press = place;
+        if (state.MouseGraph >= 0) BringGraphToFront(state, state.MouseGraph);
+        point_at(state, place);
         if (state.MouseGraph < 0) return;
-        BringGraphToFront(state, state.MouseGraph);
         // Looked up after that, because a handler of its event may have emptied the page.
         Graph* const graph = graph_at(state, state.MouseGraph);
         if (!graph) return;
@@ -218,6 +230,7 @@ void Picture1_MouseDown(ControlState& state, std::uint8_t button, std::uint8_t s
 void Picture1_MouseMove(ControlState& state, std::uint8_t button, std::uint8_t shift, Point place) {
     trapped(state, "Picture1_MouseMove", [&] {
         Graph* const graph = graph_at(state, state.MouseGraph);
+        note_dragging(state, button, place);
         if (button == 0)
             hover(state, place);
         else if (button == middle_button && state.pointing.pressed == middle_button)
@@ -231,6 +244,7 @@ void Picture1_MouseMove(ControlState& state, std::uint8_t button, std::uint8_t s
 
 void Picture1_MouseUp(ControlState& state, std::uint8_t button, std::uint8_t shift, Point place) {
     trapped(state, "Picture1_MouseUp", [&] {
+        point_at(state, place);
         Graph* const graph = graph_at(state, state.MouseGraph);
         std::uint8_t const pressed = std::exchange(state.pointing.pressed, std::uint8_t{0});
         if (!graph) return;

@@ -2,6 +2,7 @@
 
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
+#include "interact/follow.h"
 #include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/mouse.h"
@@ -90,6 +91,7 @@ bool zoom_under(ControlState& state, Point place, double factor, AxisChoice axes
         if (index < 0) return;
         taken = true;
         BringGraphToFront(state, index);
+        point_at(state, place);
         if (!graph_at(state, index)) return;
         const ZoomStepScope step(state, index, ZoomKind::Wheel);
         zoom_about(state, index, place, factor, axes);
@@ -188,12 +190,10 @@ void begin_cancellable(ControlState& state, Graph const& graph, std::uint8_t but
 void drag_page(ControlState& state, Point mouse) {
     Graph* const graph = graph_at(state, state.MouseGraph);
     if (!graph || state.Refreshing) return;
-    graph::Axis& x = selected_x_axis(*graph);
-    graph::Axis& y = selected_y_axis(*graph);
     const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Pan);
     // From the press on, so that the page comes back to the pointer after it was beyond the full range.
     show_ranges(*graph, state.pointing.before_press.ranges);
-    pan_by(state, state.MouseGraph, mouse.x - x.ZoomFrom, mouse.y - y.ZoomFrom);
+    pan_by(state, state.MouseGraph, mouse.x - state.pointer.press.x, mouse.y - state.pointer.press.y);
     redraw_ranges(state, state.MouseGraph);
 }
 

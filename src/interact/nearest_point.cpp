@@ -34,8 +34,8 @@ struct Range {
 class Search {
 public:
     Search(Graph& graph, Point place, double radius)
-        : x_map_(scale::x_map(graph, selected_x_axis(graph))),
-          y_map_(scale::y_map(graph, selected_y_axis(graph))), place_(place), nearest_(radius) {
+        : x_map_(scale::shown_map(graph, selected_x_axis(graph))),
+          y_map_(scale::shown_map(graph, selected_y_axis(graph))), place_(place), nearest_(radius) {
         const Box plot = render::plot_box(graph);
         x_ = values(x_map_, std::max(place.x - radius, plot.left), std::min(place.x + radius, plot.right()));
         y_ = values(y_map_, std::max(place.y - radius, plot.top), std::min(place.y + radius, plot.bottom()));
@@ -117,7 +117,7 @@ void name_point_under(ControlState& state, Point place) {
     trapped(state, "name_point_under", [&] {
         std::string name;
         std::int16_t const index = state.gestures.point_tooltip && state.Tooltip.empty()
-                                       ? PointingAt(state, 0, place, false)
+                                       ? graph_under(state, place)
                                        : std::int16_t{-1};
         if (index >= 0) {
             auto const found = nearest_point(state, index, place, reach_mm * state.UnitsPerMmX);

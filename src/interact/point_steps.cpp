@@ -113,6 +113,7 @@ bool read(ControlState& state, Graph& graph, std::int16_t data_set, std::optiona
     state.read_point =
         ReadPoint{state.CurrentGraph, data_set, *point + at(graph.DataSets, data_set).points.dropped()};
     std::string const text = point_name(state, state.CurrentGraph, {data_set, *point, 0});
+    state.pointer.is_read = false; // the label is the point's now
     show_read_out(state, text);
     render::draw_read_mark(state);
     show_page(state);
@@ -155,6 +156,7 @@ bool stop_reading(ControlState& state) {
     if (!state.read_point) return false;
     render::erase_read_mark(state);
     state.read_point.reset();
+    state.pointer.is_read = false;
     show_read_out(state, "");
     show_page(state);
     return true;

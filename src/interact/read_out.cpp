@@ -24,13 +24,10 @@ using graph::Graph;
 constexpr double least_label_width = 1500; // twips
 constexpr double label_room = 1.1;         // of the text's width
 
-std::string read_out(ControlState& state, std::int16_t index, Point place) {
-    Graph& graph = *at(state.Graphs, index);
-    scale::GetXCoord(state, index, static_cast<float>(place.x), state.PointerX);
-    scale::GetYCoord(state, index, static_cast<float>(place.y), state.PointerY);
-    if (!graph.GraphShowXY || !holds(render::plot_box(graph), place)) return {};
-    return coordinate_text(selected_x_axis(graph), state.PointerX) + ", "
-           + coordinate_text(selected_y_axis(graph), state.PointerY);
+/// What a place stands for on a graph's selected axes; not a finite number where there is nothing.
+Point values_at(Graph& graph, Point place) {
+    return {scale::shown_map(graph, selected_x_axis(graph)).value_at(place.x),
+            scale::shown_map(graph, selected_y_axis(graph)).value_at(place.y)};
 }
 
 std::string one_line(std::string_view text) {
@@ -41,6 +38,7 @@ std::string one_line(std::string_view text) {
 }
 
 double text_width(ControlState& state, std::string const& text) {
+    if (auto const width = state.host->read_out_width(text)) return *width;
     DrawSurface& page = *state.Picture1;
     const graph::RestoreScope font(page.state.font, Font{});
     return page.TextWidth(text);
@@ -71,6 +69,21 @@ std::string coordinate_text(Axis const& axis, double value) {
                               pattern ? std::string_view(axis.AxisTextLabels) : std::string_view());
 }
 
+void take_values(ControlState& state, std::int16_t graph, Point place) {
+    const Point values = values_at(*at(state.Graphs, graph), place);
+    if (std::isfinite(values.x)) state.PointerX = values.x;
+    if (std::isfinite(values.y)) state.PointerY = values.y;
+}
+
+std::string coordinates_at(ControlState& state, std::int16_t index, Point place) {
+    Graph& graph = *at(state.Graphs, index);
+    if (!graph.GraphShowXY || !holds(render::plot_box(graph), place)) return {};
+    const Point values = values_at(graph, place);
+    if (!std::isfinite(values.x) || !std::isfinite(values.y)) return {};
+    return coordinate_text(selected_x_axis(graph), values.x) + ", "
+           + coordinate_text(selected_y_axis(graph), values.y);
+}
+
 void show_read_out(ControlState& state, std::string_view text) {
     show_label(state, one_line(text));
 }
@@ -78,7 +91,10 @@ void show_read_out(ControlState& state, std::string_view text) {
 void ShowGraphCoords(ControlState& state, std::uint8_t button, Point place) {
     trapped(state, "ShowGraphCoords", [&] {
         std::int16_t const index = button == 0 ? PointingAt(state, 0, place, false) : std::int16_t{-1};
-        std::string const text = index >= 0 ? read_out(state, index, place) : std::string();
+        state.pointer.is_read = button == 0;
+        if (button == 0) state.pointer.place = place;
+        if (index >= 0) take_values(state, index, place);
+        std::string const text = index >= 0 ? coordinates_at(state, index, place) : std::string();
         if (!state.Graphs.empty()) return show_read_out(state, text);
         state.Label1.Caption.clear();
         state.host->child_controls_changed();

@@ -14,6 +14,14 @@ namespace qv::interact {
 /// held they stay as they are and the label is empty.
 void ShowGraphCoords(graph::ControlState& state, std::uint8_t button, Point place);
 
+/// Takes the values that a place stands for on a graph's selected axes, on the page as it is shown. An axis
+/// that has none there leaves the pointer's as it is.
+void take_values(graph::ControlState& state, std::int16_t graph, Point place);
+
+/// The coordinates of a place as the read-out writes them; empty outside the plot area, and where the graph
+/// shows none or has none.
+std::string coordinates_at(graph::ControlState& state, std::int16_t graph, Point place);
+
 /// Shows a text in the label, on one line; an empty one hides it.
 void show_read_out(graph::ControlState& state, std::string_view text);
 

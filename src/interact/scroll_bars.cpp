@@ -4,6 +4,7 @@
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
 #include "interact/zoom.h"
+#include "scale/mapping.h"
 #include "scale/numeric.h"
 
 #include <cmath>
@@ -28,21 +29,21 @@ struct Visible {
     double place = 1;    // 0 at the start of the full range, 1 at its end
 };
 
-Visible visible_part(ControlState& state, Axis const& axis) {
+Visible visible_part(Axis const& axis) {
     if (!has_scale(axis)) return {};
-    auto const scaled = [&](double value) { return scale::xxLog(state, value, axis.AxisLog); };
-    double const first = scaled(axis.AxisValue1), last = scaled(axis.AxisValue2);
-    double const full_first = scaled(axis.ScaleMin), full_last = scaled(axis.ScaleMax);
-    double const span = std::abs(last - first), full_span = std::abs(full_last - full_first);
+    const scale::ScaleFrom from_start{axis.ScaleMin, axis.AxisLog};
+    const scale::ScaleFrom from_first{axis.AxisValue1, axis.AxisLog};
+    double const span = std::abs(from_first(axis.AxisValue2)),
+                 full_span = std::abs(from_start(axis.ScaleMax));
     double const room = std::abs(full_span - span);
     return {.fraction = full_span == 0 ? 1 : span / full_span,
-            .place = room == 0 ? 1 : MinMax(std::abs(first - full_first) / room, 0.0, 1.0)};
+            .place = room == 0 ? 1 : MinMax(std::abs(from_start(axis.AxisValue1)) / room, 0.0, 1.0)};
 }
 
 // Small values are at the left and at the bottom, on a reversed axis at the right and at the top; the value
 // of a vertical bar grows downwards.
-void set_thumb(ControlState& state, ScrollBar& bar, Axis const& axis, Direction direction) {
-    const Visible visible = visible_part(state, axis);
+void set_thumb(ScrollBar& bar, Axis const& axis, Direction direction) {
+    const Visible visible = visible_part(axis);
     if (visible.fraction < 1) {
         double const change = bar.Max * visible.fraction / (1 - visible.fraction);
         bar.LargeChange = to_i32(MinMax(change, 10.0, 500.0));
@@ -65,8 +66,8 @@ void SetScrollBars(ControlState& state) {
         state.BarsGraph = state.CurrentGraph;
         if (state.Zoomed) {
             graph::Graph& graph = current_graph(state);
-            set_thumb(state, state.HScroll1, selected_x_axis(graph), Direction::Horizontal);
-            set_thumb(state, state.VScroll1, selected_y_axis(graph), Direction::Vertical);
+            set_thumb(state.HScroll1, selected_x_axis(graph), Direction::Horizontal);
+            set_thumb(state.VScroll1, selected_y_axis(graph), Direction::Vertical);
         }
         const bool visible = state.Zoomed && current_graph(state).GraphAllowZoom;
         state.HScroll1.Visible = state.VScroll1.Visible = visible;

@@ -5,7 +5,9 @@
 #include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/zoom.h"
-#include "scale/numeric.h"
+#include "scale/mapping.h"
+
+#include <cmath>
 
 namespace qv::interact {
 namespace {
@@ -13,20 +15,18 @@ namespace {
 using graph::Axis;
 using graph::AxisKind;
 using graph::ControlState;
-using scale::xxExp;
-using scale::xxLog;
 
 /// Moves an axis so that `place` of the room it has lies before its displayed range: 0 is the start of the
 /// full range, 1 its end. On the axis's own scale the length stays.
 void move_to(Axis& axis, double place) {
-    bool const is_log = axis.AxisLog;
-    double const length = xxLog(axis.AxisValue2, is_log) - xxLog(axis.AxisValue1, is_log);
-    double const start = xxLog(axis.ScaleMin, is_log), end = xxLog(axis.ScaleMax, is_log);
-    double const first = place == 0   ? axis.ScaleMin
-                         : place == 1 ? xxExp(end - length, is_log)
-                                      : xxExp((end - start - length) * place + start, is_log);
-    double const last = xxExp(xxLog(first, is_log) + length, is_log);
-    if (first == last) return;
+    const scale::ScaleFrom from_start{axis.ScaleMin, axis.AxisLog};
+    const scale::ScaleFrom from_first{axis.AxisValue1, axis.AxisLog};
+    double const length = from_first(axis.AxisValue2), whole = from_start(axis.ScaleMax);
+    double first = from_start.value_at((whole - length) * place);
+    double last = from_start.value_at((whole - length) * place + length);
+    if (place == 0) first = axis.ScaleMin;
+    if (place == 1) last = axis.ScaleMax;
+    if (first == last || !std::isfinite(first) || !std::isfinite(last)) return;
     axis.AxisValue1 = first;
     axis.AxisValue2 = last;
 }

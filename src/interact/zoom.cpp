@@ -23,30 +23,18 @@ using graph::ControlState;
 using graph::Graph;
 using graph::Shown;
 using graph::ZoomStep;
+using scale::AxisMap;
 using scale::Max;
 using scale::Min;
 using scale::MinMax;
-using scale::xxExp;
-using scale::xxLog;
+using scale::ScaleFrom;
+using scale::shown_map;
 
-/// Calls `change(Axis&)` for every axis that has a scale, and is the selected one of its kind meanwhile.
+/// Calls `change(Axis&)` for every axis that has a scale.
 template <class Change>
 void for_each_axis(Graph& graph, Change change) {
-    const graph::SelectedAxesScope selection(graph);
-    for (std::int16_t i = 0; i < graph.NumAxes(); ++i) {
-        Axis& axis = at(graph.Axes, i);
-        if (!has_scale(axis)) continue;
-        selected_index(graph, axis.AxisXY) = i;
-        change(axis);
-    }
-}
-
-/// The value on the graph's selected axis of a kind at a page position; not a number where there is none.
-double value_at(ControlState& state, std::int16_t graph, AxisKind kind, double position) {
-    double value = std::numeric_limits<double>::quiet_NaN();
-    auto const& read = kind == AxisKind::X ? scale::GetXCoord : scale::GetYCoord;
-    read(state, graph, static_cast<float>(position), value);
-    return value;
+    for (Axis& axis : graph.Axes)
+        if (has_scale(axis)) change(axis);
 }
 
 /// A range on the axis's own scale, from its first to its last end.
@@ -56,41 +44,56 @@ struct Span {
     double length() const { return last - first; }
 };
 
-Span displayed(Axis const& axis) {
-    return {xxLog(axis.AxisValue1, axis.AxisLog), xxLog(axis.AxisValue2, axis.AxisLog)};
+Span displayed(Axis const& axis, ScaleFrom const& scale) {
+    return {scale(axis.AxisValue1), scale(axis.AxisValue2)};
 }
 
-Span full(Axis const& axis) {
-    return {xxLog(axis.ScaleMin, axis.AxisLog), xxLog(axis.ScaleMax, axis.AxisLog)};
+Span full(Axis const& axis, ScaleFrom const& scale) {
+    return {scale(axis.ScaleMin), scale(axis.ScaleMax)};
 }
 
-bool is_wide_enough(ControlState const& state, Axis const& axis, Span const& span) {
+/// Whether neighbouring pixels of an axis would have different values: below that no value could be kept
+/// under the pointer.
+bool tells_pixels_apart(ControlState const& state, Axis const& axis, double first, double last) {
+    DrawSurface const& page = *state.Picture1;
+    bool const is_x = axis.AxisXY == AxisKind::X;
+    double const pixels = axis.AxisLength / (is_x ? page.TwipsPerPixelX() : page.TwipsPerPixelY());
+    if (axis.AxisLog)
+        return std::abs(ScaleFrom{first, true}(last)) >= pixels * std::numeric_limits<double>::epsilon();
+    double const larger = Max(std::abs(first), std::abs(last));
+    return std::abs(last - first) >= pixels * (std::nextafter(larger, HUGE_VAL) - larger);
+}
+
+bool is_wide_enough(ControlState const& state, Axis const& axis, ScaleFrom const& scale, Span const& span) {
     return std::isfinite(span.first) && std::isfinite(span.last) && span.first != span.last
-           && std::abs(span.length()) >= std::abs(full(axis).length()) / state.MaxZoomFactor;
+           && std::abs(span.length()) >= std::abs(full(axis, scale).length()) / state.MaxZoomFactor
+           && tells_pixels_apart(state, axis, scale.value_at(span.first), scale.value_at(span.last));
 }
 
-/// An end that stands where the full range's does takes its very value, which the way through the logarithm
-/// would miss.
-double value_of(Axis const& axis, double scaled) {
-    if (scaled == full(axis).first) return axis.ScaleMin;
-    if (scaled == full(axis).last) return axis.ScaleMax;
-    return xxExp(scaled, axis.AxisLog);
+/// An end that stands where the full range's does takes its very value, which the way over the scale would
+/// miss.
+double value_of(Axis const& axis, ScaleFrom const& scale, double scaled) {
+    const Span whole = full(axis, scale);
+    if (scaled == whole.first) return axis.ScaleMin;
+    if (scaled == whole.last) return axis.ScaleMax;
+    return scale.value_at(scaled);
 }
 
-void show(Axis& axis, Span const& span) {
-    double const first = value_of(axis, span.first), last = value_of(axis, span.last);
-    if (first == last) return;
+void show(Axis& axis, ScaleFrom const& scale, Span const& span) {
+    double const first = value_of(axis, scale, span.first), last = value_of(axis, scale, span.last);
+    if (first == last || !std::isfinite(first) || !std::isfinite(last)) return;
     axis.AxisValue1 = first;
     axis.AxisValue2 = last;
 }
 
 /// The span moved, and cut if need be, so that it lies in the full range.
-Span inside_full_range(Axis const& axis, Span span) {
-    auto const [low, high] = std::minmax({full(axis).first, full(axis).last});
+Span inside_full_range(Axis const& axis, ScaleFrom const& scale, Span span) {
+    const Span whole = full(axis, scale);
+    auto const [low, high] = std::minmax({whole.first, whole.last});
     auto const [span_low, span_high] = std::minmax({span.first, span.last});
     double const length = Min(span_high - span_low, high - low);
     double const start = MinMax(span_low, low, high - length);
-    double const end = length == high - low ? high : start + length;
+    double const end = start == high - length ? high : start + length;
     return span.first <= span.last ? Span{start, end} : Span{end, start};
 }
 
@@ -111,6 +114,33 @@ void zoom_axis_to(ControlState& state, Axis& axis, double corner, double opposit
 
 double along(AxisKind kind, Point place) {
     return kind == AxisKind::X ? place.x : place.y;
+}
+
+/// The value under a place; not a finite number where the axis has none there.
+double value_under(Axis const& axis, AxisMap const& map, double position) {
+    double const value = map.value_at(position);
+    return axis.AxisLog && !(value > 0) ? std::numeric_limits<double>::quiet_NaN() : value;
+}
+
+/// The values of a graph's axes under a place, in order. Those of the last zooming about the same place are
+/// taken again as long as they lie there: each step rounds, and a hundred steps would carry them away.
+std::vector<double> values_under(ControlState& state, std::int16_t index, Point place) {
+    constexpr double reach_pixels = 0.5;
+    Graph const& graph = *at(state.Graphs, index);
+    graph::ZoomAnchor& anchor = state.zoom_anchor;
+    bool const same = anchor.graph == index && anchor.place.x == place.x && anchor.place.y == place.y
+                      && anchor.values.size() == graph.Axes.size();
+    double const reach_twips = reach_pixels * state.Picture1->TwipsPerPixelX();
+    std::vector<double> values;
+    for (std::size_t i = 0; i < graph.Axes.size(); ++i) {
+        Axis const& axis = graph.Axes[i];
+        const AxisMap map = shown_map(graph, axis);
+        double const position = along(axis.AxisXY, place);
+        bool const lies_there = same && std::abs(map(anchor.values[i]) - position) <= reach_twips;
+        values.push_back(lies_there ? anchor.values[i] : value_under(axis, map, position));
+    }
+    anchor = {index, place, values};
+    return values;
 }
 
 } // namespace
@@ -136,8 +166,9 @@ void show_ranges(Graph& graph, std::vector<Shown> const& ranges) {
 void ZoomToBox(ControlState& state, Point release) {
     Graph& graph = *at(state.Graphs, state.MouseGraph);
     for_each_axis(graph, [&](Axis& axis) {
-        double const corner = value_at(state, state.MouseGraph, axis.AxisXY, axis.ZoomFrom);
-        double const opposite = value_at(state, state.MouseGraph, axis.AxisXY, along(axis.AxisXY, release));
+        const AxisMap map = shown_map(graph, axis);
+        double const corner = map.value_at(along(axis.AxisXY, state.pointer.press));
+        double const opposite = map.value_at(along(axis.AxisXY, release));
         if (!std::isnan(corner) && !std::isnan(opposite)) zoom_axis_to(state, axis, corner, opposite);
     });
     state.Zoomed = true;
@@ -163,47 +194,54 @@ void UnZoom(ControlState& state) {
 }
 
 void zoom_in_by_two(ControlState& state, std::int16_t index, Point place) {
-    for_each_axis(*at(state.Graphs, index), [&](Axis& axis) {
-        double const value = value_at(state, index, axis.AxisXY, along(axis.AxisXY, place));
-        if (std::isnan(value)) return;
-        double const centre = xxLog(value, axis.AxisLog);
-        double const quarter = displayed(axis).length() / 4;
-        const Span half{centre - quarter, centre + quarter};
-        if (is_wide_enough(state, axis, half)) show(axis, half);
+    Graph& graph = *at(state.Graphs, index);
+    for_each_axis(graph, [&](Axis& axis) {
+        double const value = value_under(axis, shown_map(graph, axis), along(axis.AxisXY, place));
+        if (!std::isfinite(value)) return;
+        const ScaleFrom scale{value, axis.AxisLog};
+        double const quarter = displayed(axis, scale).length() / 4;
+        const Span half{-quarter, quarter};
+        if (is_wide_enough(state, axis, scale, half)) show(axis, scale, half);
     });
 }
 
 void zoom_out_by_two(ControlState& state, std::int16_t index) {
     for_each_axis(*at(state.Graphs, index), [&](Axis& axis) {
-        const Span span = displayed(axis);
+        const ScaleFrom scale{axis.AxisValue1, axis.AxisLog};
+        const Span span = displayed(axis, scale);
+        const Span whole = full(axis, scale);
         double const half = span.length() / 2;
-        auto const [low, high] = std::minmax({full(axis).first, full(axis).last});
-        show(axis, {MinMax(span.first - half, low, high), MinMax(span.last + half, low, high)});
+        auto const [low, high] = std::minmax({whole.first, whole.last});
+        show(axis, scale, {MinMax(span.first - half, low, high), MinMax(span.last + half, low, high)});
     });
 }
 
 void zoom_about(ControlState& state, std::int16_t index, Point place, double factor, AxisChoice axes) {
-    for_each_axis(*at(state.Graphs, index), [&](Axis& axis) {
-        if (!(axis.AxisXY == AxisKind::X ? axes.x : axes.y)) return;
-        double const value = value_at(state, index, axis.AxisXY, along(axis.AxisXY, place));
-        if (std::isnan(value)) return;
-        double const fixed = xxLog(value, axis.AxisLog);
-        const Span span = displayed(axis);
-        const Span scaled = inside_full_range(
-            axis, {fixed + (span.first - fixed) * factor, fixed + (span.last - fixed) * factor});
-        if (factor >= 1 || is_wide_enough(state, axis, scaled)) show(axis, scaled);
-    });
+    Graph& graph = *at(state.Graphs, index);
+    const std::vector<double> values = values_under(state, index, place);
+    for (std::size_t i = 0; i < graph.Axes.size(); ++i) {
+        Axis& axis = graph.Axes[i];
+        bool const chosen = axis.AxisXY == AxisKind::X ? axes.x : axes.y;
+        if (!chosen || !has_scale(axis) || !std::isfinite(values[i])) continue;
+        // The place divides the range as before, so that its value is rounded by no step.
+        const ScaleFrom scale{values[i], axis.AxisLog};
+        double const share = shown_map(graph, axis).share_at(along(axis.AxisXY, place));
+        double const length = displayed(axis, scale).length() * factor;
+        const Span span = inside_full_range(axis, scale, {-share * length, (1 - share) * length});
+        if (factor >= 1 || is_wide_enough(state, axis, scale, span)) show(axis, scale, span);
+    }
 }
 
 void pan_by(ControlState& state, std::int16_t index, double right, double down) {
-    for_each_axis(*at(state.Graphs, index), [&](Axis& axis) {
-        Graph const& graph = *at(state.Graphs, index);
+    Graph& graph = *at(state.Graphs, index);
+    for_each_axis(graph, [&](Axis& axis) {
         bool const is_x = axis.AxisXY == AxisKind::X;
-        const scale::AxisMap map = is_x ? scale::x_map(graph, axis) : scale::y_map(graph, axis);
+        const AxisMap map = is_x ? scale::x_map(graph, axis) : scale::y_map(graph, axis);
         if (!map.valid || map.factor == 0) return;
         double const way = -(is_x ? right : down) / map.factor;
-        const Span span = displayed(axis);
-        show(axis, inside_full_range(axis, {span.first + way, span.last + way}));
+        const ScaleFrom scale{axis.AxisValue1, axis.AxisLog};
+        const Span span = displayed(axis, scale);
+        show(axis, scale, inside_full_range(axis, scale, {span.first + way, span.last + way}));
     });
 }
 

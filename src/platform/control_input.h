@@ -3,6 +3,7 @@
 
 #include "graph/qvGraph.h"
 #include "host/Input.h"
+#include "interact/follow.h"
 #include "interact/navigation.h"
 
 #include <algorithm>
@@ -24,6 +25,7 @@ public:
         case host::MouseKind::Release: control_.Picture1_MouseUp(button, shift, place.x, place.y); break;
         case host::MouseKind::DoubleClick:
             if (button != host::left_button) return false;
+            interact::point_at(control_.state(), place);
             control_.Picture1_DblClick();
         }
         return true;

@@ -9,6 +9,7 @@
 #include "render/plot_geometry.h"
 #include "render/text.h"
 #include "render/tick_labels.h"
+#include "scale/zoomed.h"
 
 #include <algorithm>
 #include <cmath>
@@ -185,6 +186,8 @@ void GraphAxes(ControlState& state, DrawSurface& surface, AxesPass pass) {
         // After the x axes, because those on the far side push the title up.
         if (pass == AxesPass::Full && graph.GraphShowTitle) draw_graph_title(state, surface);
         draw_axes_of_kind(state, surface, AxisKind::Y);
+        // Only now, because while it is drawn each axis is the selected one.
+        if (is_current(state, graph)) scale::SetScrollBarsVisibility(state);
     });
 }
 

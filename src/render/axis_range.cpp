@@ -3,7 +3,6 @@
 #include "graph/model/selection.h"
 #include "render/function_curve.h"
 #include "scale/axis_range.h"
-#include "scale/zoomed.h"
 
 #include <cmath>
 
@@ -90,7 +89,6 @@ AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
     if (!(range.low > 0 && range.high > 0)) axis.AxisLog = false;
     remember_drawn(axis, range);
     if (rescaled) announce_range(state);
-    scale::SetScrollBarsVisibility(state);
     return range;
 }
 

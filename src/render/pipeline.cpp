@@ -37,6 +37,7 @@ void show(ControlState& state) {
     draw_read_mark(state);
     state.Picture1->Refresh();
     state.host->page_shown();
+    if (state.page_follower) state.page_follower(state);
 }
 
 void show_empty_page(ControlState& state) {
@@ -218,6 +219,7 @@ void DrawGraph(ControlState& state, DrawSurface& surface, std::int16_t index) {
         GraphAxes(state, surface, AxesPass::Full);
         if (!is_current(state, graph)) return; // a handler has taken the graph away
         graph.GraphNotDrawn = false;
+        scale::keep_shown_scales(graph);
         if (!graph.LegendInFront) LegendTable(state, surface, state.CurrentGraph);
         if (is_current(state, graph)) PlotDataSets(state, surface);
         if (!is_current(state, graph)) return;

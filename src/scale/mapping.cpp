@@ -30,20 +30,35 @@ Track y_track(Graph const& graph, Axis const& axis) {
     return {graph.FrameTop, graph.BorderTop, axis.AxisLength, !axis.AxisReverse};
 }
 
-AxisMap map_along(Track const& track, Axis const& axis) {
-    double const near_end = static_cast<double>(track.frame) + static_cast<double>(track.border);
-    double const length = track.mirrored ? -static_cast<double>(track.length) : track.length;
+/// The map of a range that begins at one place and ends at another.
+AxisMap map_of(graph::ShownScale const& scale) {
     AxisMap map;
-    map.is_log = axis.AxisLog;
-    map.start = track.mirrored ? near_end + track.length : near_end;
-    map.off_page = map.start - length;
-    if (axis.AxisLog && !(axis.AxisValue1 > 0 && axis.AxisValue2 > 0)) return map;
-    map.origin = xxLog(axis.AxisValue1, axis.AxisLog);
-    double const span = xxLog(axis.AxisValue2, axis.AxisLog) - map.origin;
-    if (span == 0 || !std::isfinite(span) || !std::isfinite(length / span)) return map;
+    map.start = scale.start;
+    map.length = scale.length;
+    map.first = scale.first;
+    map.last = scale.last;
+    map.is_log = scale.is_log;
+    map.off_page = map.start - map.length;
+    if (map.is_log && !(map.first > 0 && map.last > 0)) return map;
+    double const span = ScaleFrom{map.first, map.is_log}(map.last);
+    if (span == 0 || !std::isfinite(span) || !std::isfinite(map.length / span)) return map;
     map.valid = true;
-    map.factor = length / span;
+    map.factor = map.length / span;
     return map;
+}
+
+graph::ShownScale scale_along(Track const& track, Axis const& axis) {
+    double const near_end = static_cast<double>(track.frame) + static_cast<double>(track.border);
+    double const length = track.length;
+    return {.first = axis.AxisValue1,
+            .last = axis.AxisValue2,
+            .is_log = axis.AxisLog,
+            .start = track.mirrored ? near_end + length : near_end,
+            .length = track.mirrored ? -length : length};
+}
+
+graph::ShownScale present_scale(Graph const& graph, Axis const& axis) {
+    return scale_along(axis.AxisXY == graph::AxisKind::X ? x_track(graph, axis) : y_track(graph, axis), axis);
 }
 
 float nearest_float(double value) {
@@ -89,13 +104,21 @@ bool has_float_range(Axis const& axis) {
 
 AxisMap x_map(Graph const& graph, Axis const& axis) {
     constexpr double largest_x = 1e10;
-    AxisMap map = map_along(x_track(graph, axis), axis);
+    AxisMap map = map_of(scale_along(x_track(graph, axis), axis));
     map.limit = largest_x;
     return map;
 }
 
 AxisMap y_map(Graph const& graph, Axis const& axis) {
-    return map_along(y_track(graph, axis), axis);
+    return map_of(scale_along(y_track(graph, axis), axis));
+}
+
+void keep_shown_scales(Graph& graph) {
+    for (Axis& axis : graph.Axes) axis.shown = present_scale(graph, axis);
+}
+
+AxisMap shown_map(Graph const& graph, Axis const& axis) {
+    return map_of(axis.shown ? *axis.shown : present_scale(graph, axis));
 }
 
 void PosX(graph::ControlState& state, double value, float& position) {

@@ -151,6 +151,40 @@ TEST_CASE("scroll bars, read-out and pointer follow") {
     CHECK(both.view.cursor().shape() == Qt::SizeAllCursor);
 }
 
+TEST_CASE("the read-out shows all of its text in any font") {
+    Both both;
+    QLabel& label = both.shown.widget.Label1();
+    auto const fits = [&] {
+        CAPTURE(label.text().toStdString());
+        CAPTURE(label.font().toString().toStdString());
+        CHECK(label.isVisible());
+        CHECK(label.width() >= label.sizeHint().width());
+        CHECK(label.height() >= label.fontMetrics().height());
+        host::ScrollBar const& across = both.shown.widget.control().state().HScroll1;
+        CHECK(across.Left >= (label.x() + label.width()) * 15);
+    };
+    auto const point_at = [&](QPoint place) {
+        QTest::mouseMove(&both.view, place);
+        QCoreApplication::processEvents();
+    };
+    QFont font = both.shown.widget.font();
+    for (int const points : {6, 9, 12, 16, 40}) {
+        font.setPointSize(points);
+        both.shown.widget.setFont(font);
+        both.shown.widget.control().state().Label1.Border = points % 2 == 0;
+        point_at({150, 150 + points});
+        fits();
+        QTest::keyClick(&both.view, Qt::Key_Right, Qt::ControlModifier); // a longer text
+        fits();
+        point_at({151, 150 + points});
+    }
+    font.setFamily("monospace");
+    label.setFont(font); // its own, and while it is shown
+    fits();
+    label.setStyleSheet("QLabel { font-size: 30pt; padding: 7px }");
+    fits();
+}
+
 TEST_CASE("a burst of moves is handed over as its latest, in order with presses") {
     struct Counting : qt::QvGraphWidget {
         std::vector<host::MouseInput> inputs;

@@ -20,9 +20,16 @@ struct Plot {
     std::function<double(double)> function;
 
     CurveFrame frame() const {
-        scale::AxisMap x{.start = 0, .origin = x_from, .factor = page.width / (x_to - x_from), .valid = true};
-        scale::AxisMap y{
-            .start = page.height, .origin = y_from, .factor = -page.height / (y_to - y_from), .valid = true};
+        auto const map = [](double start, double length, double from, double to) {
+            return scale::AxisMap{.start = start,
+                                  .length = length,
+                                  .first = from,
+                                  .last = to,
+                                  .factor = length / (to - from),
+                                  .valid = true};
+        };
+        const scale::AxisMap x = map(0, page.width, x_from, x_to);
+        const scale::AxisMap y = map(page.height, -page.height, y_from, y_to);
         return {{x, y, page}, x_from, x_to, pixel};
     }
     std::vector<Point> sample() const {

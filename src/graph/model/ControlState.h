@@ -84,8 +84,10 @@ struct ControlState {
     std::int16_t MouseGraph = -1;
     std::int16_t BarsGraph = -1; // the graph whose span the scroll bars show
     Pointing pointing;
+    PointerTrack pointer;
     Gestures gestures;
     ZoomHistory zoom_history;
+    ZoomAnchor zoom_anchor;
     std::optional<ReadPoint> read_point;
     std::string PointTooltip; // names the data point under the pointer
     host::PointerShape MousePointer = host::PointerShape::Default;
@@ -116,6 +118,8 @@ struct ControlState {
 
     /// \name Child controls, host
     /// \{
+    /// Called whenever the page shows another picture, for what stands beside it.
+    void (*page_follower)(ControlState&) = nullptr;
     bool* gone_while_asking = nullptr; // set to True when the control goes while a person is asked
     host::Label Label1;
     host::ScrollBar HScroll1;

@@ -43,6 +43,21 @@ struct ZoomHistory {
     std::vector<ZoomStep> redo;
 };
 
+/// The values under a place, axis by axis, that a run of zooming about it keeps there.
+struct ZoomAnchor {
+    std::int16_t graph = -1;
+    Point place;
+    std::vector<double> values;
+};
+
+/// Where the pointer is, in twips on the page.
+struct PointerTrack {
+    std::optional<Point> place; // not while it moves with a button held; none before it was seen
+    Point press;                // where a button last went down
+    bool dragging = false;      // it has moved with a button held
+    bool is_read = false;       // the read-out shows the values under it
+};
+
 /// The point that a person reads by keys.
 struct ReadPoint {
     std::int16_t graph = 0;

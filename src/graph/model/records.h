@@ -42,6 +42,15 @@ struct DrawnRange {
     bool AxisLog = false;
 };
 
+/// The scale on which the page shows an axis: a range, and where on the page it begins and how far it goes.
+struct ShownScale {
+    double first = 0;
+    double last = 0;
+    bool is_log = false;
+    double start = 0;  // twips
+    double length = 0; // twips, negative leftward and upward
+};
+
 struct Axis {
     AxisKind AxisXY = AxisKind::X;
     bool AxisRescale = true; // the range must be computed at the next drawing
@@ -88,6 +97,7 @@ struct Axis {
     std::vector<double> major_tick_values; // where ticks stand; empty: evenly divided by AxisMajorDivs
     std::vector<double> minor_tick_values; // count only beside given major ones
     std::optional<DrawnRange> drawn;       // the last time, if it was automatic then
+    std::optional<ShownScale> shown;       // by the last drawing
 
     bool has_mode(AxisMode mode) const { return AxisScale == static_cast<std::uint8_t>(mode); }
 };

@@ -1,6 +1,8 @@
 #include "platform/qt/WidgetHost.h"
 
 #include "base/text.h"
+#include "interact/read_out.h"
+#include "interact/scroll_bars.h"
 #include "platform/output/page_file.h"
 #include "platform/qt/GradientDialog.h"
 #include "platform/qt/QvGraphWidget.h"
@@ -62,7 +64,8 @@ void SignalSink::ErrorMsg(std::string& Source, std::string& Description) {
 
 WidgetHost::WidgetHost(QvGraphWidget& widget, PageView::InputHandler const& handler)
     : widget_(widget), signals_(widget), page_view_(&widget, page_of(*this), handler),
-      children_(&widget, handler), fonts_(std::make_shared<raster::FontLibrary>()),
+      children_(&widget, handler, [this] { measure_read_out(); }),
+      fonts_(std::make_shared<raster::FontLibrary>()),
       twips_per_pixel_(twips_per_unit / widget.devicePixelRatioF()) {
     control_ = std::make_unique<qvGraph>(*this); // calls back at once, when all else stands
     control_->set_events(&signals_);
@@ -93,8 +96,18 @@ void WidgetHost::fit() {
 void WidgetHost::measure_children() {
     graph::ControlState& state = control_->state();
     state.HScroll1.Height = state.VScroll1.Width = scroll_bar_thickness();
-    state.Label1.Height = label_height();
+    measure_read_out();
     resize_control();
+}
+
+void WidgetHost::measure_read_out() {
+    if (!control_) return; // called while the label gets its first look
+    graph::ControlState& state = control_->state();
+    state.Label1.Height = label_height();
+    if (state.Label1.Visible)
+        interact::show_read_out(state, state.Label1.Caption);
+    else
+        interact::ResizeScrollBars(state);
 }
 
 bool WidgetHost::follow_density() {

@@ -10,6 +10,8 @@
 #include "platform/raster/RasterSurface.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 
 class QPrinter;
@@ -56,6 +58,8 @@ public:
     void fit();
     /// Style or font have changed, and with them the room that the child widgets take.
     void measure_children();
+    /// The same of the read-out alone.
+    void measure_read_out();
 
     /// PrintImage goes to this printer instead of the system's; nullptr: to the system's again.
     void set_printer(QPrinter* printer) { printer_ = printer; }
@@ -63,6 +67,9 @@ public:
     std::unique_ptr<DrawSurface> make_surface() override;
     double scroll_bar_thickness() const override { return children_.scroll_bar_thickness(); }
     double label_height() const override { return children_.label_height(); }
+    std::optional<double> read_out_width(std::string const& text) override {
+        return children_.read_out_width(text);
+    }
     void page_shown() override;
     void point_read(std::string const& text) override;
     void child_controls_changed() override;

@@ -6,6 +6,7 @@
 #include <QtWidgets/QStyle>
 
 #include <cmath>
+#include <utility>
 
 namespace qv::qt {
 namespace {
@@ -37,8 +38,16 @@ void follow(QLabel& widget, host::Label const& label, double twips_a_unit) {
     widget.setVisible(label.Visible);
 }
 
-ChildWidgets::ChildWidgets(QWidget* parent, ScrollHandler const& handler)
-    : across_(Qt::Horizontal, parent), down_(Qt::Vertical, parent), label_(parent) {
+ReadOut::ReadOut(QWidget* parent, std::function<void()> looks_changed)
+    : QLabel(parent), looks_changed_(std::move(looks_changed)) {}
+
+void ReadOut::changeEvent(QEvent* event) {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) looks_changed_();
+}
+
+ChildWidgets::ChildWidgets(QWidget* parent, ScrollHandler const& handler, LabelHandler const& label_changed)
+    : across_(Qt::Horizontal, parent), down_(Qt::Vertical, parent), label_(parent, label_changed) {
     label_.setTextFormat(Qt::PlainText);
     label_.setAutoFillBackground(true); // its text has the desktop's colours, which the page may not suit
     across_.hide();
@@ -55,6 +64,13 @@ double ChildWidgets::scroll_bar_thickness() const {
 double ChildWidgets::label_height() const {
     constexpr int room_for_border = 2;
     return (label_.fontMetrics().height() + room_for_border) * twips_per_unit;
+}
+
+// Asked of the label itself, because frame, indent and style sheet add to the text.
+double ChildWidgets::read_out_width(std::string const& text) {
+    label_.setText(QString::fromStdString(text));
+    label_.ensurePolished();
+    return label_.sizeHint().width() * twips_per_unit;
 }
 
 void ChildWidgets::follow(graph::ControlState const& state) {

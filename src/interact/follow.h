@@ -1,0 +1,23 @@
+// What stands beside the page follows it and the pointer over it: scroll bars, pointer values, read-out and
+// the name of the point under the pointer.
+#pragma once
+
+#include "base/geometry.h"
+#include "graph/model/ControlState.h"
+
+namespace qv::interact {
+
+/// The page shows another picture.
+void follow_page(graph::ControlState& state);
+
+/// The pointer is at a place of the page.
+void point_at(graph::ControlState& state, Point place);
+
+/// `PointerX` and `PointerY` become the values under the pointer, on the page as it is shown. They stay while
+/// the pointer moves with a button held, and where there is no graph.
+void take_pointer_values(graph::ControlState& state);
+
+/// Other axes of a graph are selected: `Zoomed` and the scroll bars become theirs.
+void follow_selection(graph::ControlState& state);
+
+} // namespace qv::interact
