@@ -1,6 +1,7 @@
 // What is decided about an axis before it is drawn: its range, its ticks and how they are labelled.
 #pragma once
 
+#include <cstdint>
 #include <limits>
 #include <string>
 #include <vector>
@@ -16,6 +17,7 @@ struct Extent {
         if (value > high) high = value;
     }
     double span() const { return high - low; }
+    bool operator==(Extent const&) const = default;
 };
 
 /// How many labels an axis has room for.
@@ -28,6 +30,9 @@ struct LabelRoom {
                && static_cast<double>(count * (label_characters + gap)) <= characters;
     }
 };
+
+/// How far outwards the ends of an axis are rounded; those of one that is zoomed not at all.
+enum class RoundTo : std::uint8_t { Nothing, FifthOfTick, Tick };
 
 struct AxisPlan {
     Extent range;

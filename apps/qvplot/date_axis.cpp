@@ -20,7 +20,10 @@ constexpr Time last_time = sys_days{year{9999} / December / 31};
 constexpr double milliseconds_a_day = 86400000;
 
 Time time_of(double days) {
-    return table::day_zero + milliseconds{std::llround(days * milliseconds_a_day)};
+    // Far beyond the years shown, but not beyond what milliseconds can count.
+    constexpr double most_days = 1e7;
+    return table::day_zero
+           + milliseconds{std::llround(std::clamp(days, -most_days, most_days) * milliseconds_a_day)};
 }
 
 double days_of(Time time) {
@@ -159,28 +162,34 @@ TimeRange rounded(TimeRange const& data, CalendarStep const& step) {
     return {std::max(first_time, step.round_down(data.low)), std::min(last_time, step.round_up(data.high))};
 }
 
+// What is to be shown, and whether its ends move outwards to whole units.
+struct Wanted {
+    TimeRange times;
+    bool rounds = true;
+    TimeRange range(StepRow const& row) const { return rounds ? rounded(times, row.rounding) : times; }
+    std::int64_t labels(StepRow const& row) const {
+        const TimeRange shown = range(row);
+        return row.major.number_of_times(shown.low, shown.high);
+    }
+};
+
 // Times of several days need the day beside them.
 std::string label_format(StepRow const& row, TimeRange const& range) {
     if (row.major.unit != Unit::Second || range.one_day()) return row.format;
     return std::string(to_the_day) + " " + row.format;
 }
 
-bool fits(StepRow const& row, TimeRange const& data, LabelRoom const& room) {
-    const TimeRange range = rounded(data, row.rounding);
-    auto const count = std::max<std::int64_t>(row.major.number_of_times(range.low, range.high), 0);
-    return room.holds(static_cast<std::size_t>(count), label_format(row, range).size());
+bool fits(StepRow const& row, Wanted const& wanted, LabelRoom const& room) {
+    auto const count = std::max<std::int64_t>(wanted.labels(row), 0);
+    return room.holds(static_cast<std::size_t>(count), label_format(row, wanted.range(row)).size());
 }
 
 // The finest step whose labels have room, unless it leaves fewer than two of them: then a finer one, of
 // whose labels the drawing leaves out what does not fit.
-StepRow const& choose_step(TimeRange const& data, LabelRoom const& room) {
-    auto row = std::ranges::find_if(step_rows, [&](StepRow const& r) { return fits(r, data, room); });
+StepRow const& choose_step(Wanted const& wanted, LabelRoom const& room) {
+    auto row = std::ranges::find_if(step_rows, [&](StepRow const& r) { return fits(r, wanted, room); });
     if (row == step_rows.end()) --row;
-    auto const labels = [&] {
-        const TimeRange range = rounded(data, row->rounding);
-        return row->major.number_of_times(range.low, range.high);
-    };
-    while (row != step_rows.begin() && labels() < 2) --row;
+    while (row != step_rows.begin() && wanted.labels(*row) < 2) --row;
     return *row;
 }
 
@@ -192,6 +201,23 @@ std::string left_out(StepRow const& row, TimeRange const& data) {
     return first == last ? first : first + " to " + last;
 }
 
+// To the millisecond, for a range too short for labels of whole seconds.
+std::string time_text(Time time, char const* format) {
+    const Time second = floor<seconds>(time);
+    const std::string fraction = std::to_string((time - second).count());
+    return picture_format(days_of(second), format) + "." + std::string(3 - fraction.size(), '0') + fraction;
+}
+
+AxisPlan plan_moment(Extent data, TimeRange const& times) {
+    const Time second = floor<seconds>(times.low);
+    AxisPlan plan{data, {}, {}, to_the_second, {}};
+    // One before the range too, for no ticks at all would be even ones.
+    for (Time tick = second; tick <= times.high; tick += seconds{1}) plan.major.push_back(days_of(tick));
+    plan.left_out =
+        time_text(times.low, "d mmmm yyyy, hh:mm:ss") + " to " + time_text(times.high, to_the_second);
+    return plan;
+}
+
 std::vector<double> day_numbers(std::vector<Time> const& times) {
     std::vector<double> numbers;
     std::ranges::transform(times, std::back_inserter(numbers), days_of);
@@ -200,11 +226,13 @@ std::vector<double> day_numbers(std::vector<Time> const& times) {
 
 } // namespace
 
-AxisPlan plan_date_axis(Extent data, LabelRoom const& room) {
-    TimeRange times{time_of(data.low), time_of(data.high)};
+AxisPlan plan_date_axis(Extent data, LabelRoom const& room, RoundTo rounding) {
+    Wanted wanted{{time_of(data.low), time_of(data.high)}, rounding != RoundTo::Nothing};
+    TimeRange& times = wanted.times;
     if (times.low == times.high) times = {times.low - hours{12}, times.high + hours{12}};
-    StepRow const& row = choose_step(times, room);
-    const TimeRange range = rounded(times, row.rounding);
+    StepRow const& row = choose_step(wanted, room);
+    const TimeRange range = wanted.range(row);
+    if (!wanted.rounds && wanted.labels(row) < 2) return plan_moment(data, times);
     std::vector<Time> majors = row.major.times(range.low, range.high);
     std::vector<Time> minors = row.minor.times(range.low, range.high);
     // On an axis of times of one day the midnight at its end would be a second 00:00.
@@ -212,11 +240,8 @@ AxisPlan plan_date_axis(Extent data, LabelRoom const& room) {
         && floor<days>(majors.back()) != range.first_day())
         majors.pop_back();
     std::erase_if(minors, [&](Time time) { return std::ranges::binary_search(majors, time); });
-    return {{days_of(range.low), days_of(range.high)},
-            day_numbers(majors),
-            day_numbers(minors),
-            label_format(row, range),
-            left_out(row, times)};
+    return {wanted.rounds ? Extent{days_of(range.low), days_of(range.high)} : data, day_numbers(majors),
+            day_numbers(minors), label_format(row, range), left_out(row, times)};
 }
 
 } // namespace qv::plot

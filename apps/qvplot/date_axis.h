@@ -6,7 +6,7 @@
 namespace qv::plot {
 
 /// Plans an axis for days since 1899-12-30 in the years 100 to 9999. The range is rounded outwards to whole
-/// units. Ticks follow the calendar, leap years included.
-AxisPlan plan_date_axis(Extent data, LabelRoom const& room);
+/// units, unless to nothing. Ticks follow the calendar, leap years included, and are a second apart at least.
+AxisPlan plan_date_axis(Extent data, LabelRoom const& room, RoundTo rounding = RoundTo::Tick);
 
 } // namespace qv::plot

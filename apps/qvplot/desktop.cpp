@@ -1,8 +1,7 @@
 // The module that prints a page and shows it in a window.
 #include "qvplot/desktop.h"
-#include "platform/qt/QvGraphWidget.h"
 #include "qvplot/options.h"
-#include "qvplot/page.h"
+#include "qvplot/plot_window.h"
 #include "qvplot/print.h"
 #include "qvplot/report.h"
 #include "qvplot/whole_page.h"
@@ -11,7 +10,6 @@
 
 #include <QtWidgets/QApplication>
 
-#include <cmath>
 #include <cstdlib>
 
 namespace qv::plot {
@@ -24,37 +22,6 @@ void end_on_fatal(QtMsgType type, QMessageLogContext const&, QString const&) {
     tell("the display cannot be used; write a file with --out FILE.png");
     std::_Exit(failure);
 }
-
-// The page in a window: margins and ticks follow its size and what is zoomed.
-class PlotWindow : public qt::QvGraphWidget {
-public:
-    PlotWindow(PlotData series, PlotOptions asked) : data_(std::move(series)), options_(std::move(asked)) {
-        setWindowTitle(QString::fromStdString(options_.title.empty() ? "qvplot" : options_.title));
-        // The picture has the size asked for; scroll bars lie beside it.
-        auto const bar = static_cast<int>(
-            std::lround(control().state().host->scroll_bar_thickness() * 96 / twips_per_inch));
-        resize(options_.size.width + bar, options_.size.height + bar);
-        connect(this, &QvGraphWidget::ErrorMsg, [](QString const& source, QString const& description) {
-            tell(source.toStdString() + ": " + description.toStdString());
-        });
-        connect(this, &QvGraphWidget::GraphScaleChanged, [this] { follow_zoom(control(), data_, options_); });
-    }
-
-protected:
-    void resizeEvent(QResizeEvent* event) override {
-        QvGraphWidget::resizeEvent(event);
-        if (drawn_)
-            fit_page(control(), data_, options_);
-        else
-            draw_page(control(), data_, options_);
-        drawn_ = true;
-    }
-
-private:
-    PlotData data_;
-    PlotOptions options_;
-    bool drawn_ = false;
-};
 
 int print_and_show(int argc, char const* const* argv) {
     CLI::App app("", "qvplot");

@@ -219,14 +219,6 @@ Series sample(std::string const& text, XRange const& range, PlotOptions const& o
 
 } // namespace
 
-XRange parse_x_range(std::string const& option, std::string_view text) {
-    std::vector<double> const parts = numbers(option, text, "FROM:TO");
-    if (parts.size() != 2 || !(parts[0] < parts[1]))
-        throw PlotError(option + ": \"" + std::string(text)
-                        + "\" is not FROM:TO with the smaller number first, such as 0:10");
-    return {parts[0], parts[1]};
-}
-
 int evaluate(EvalOptions const& options, std::ostream& out) {
     Formula formula(options.formula, options.definitions);
     if (!options.x && formula.uses_x())

@@ -19,9 +19,6 @@ struct FormulaError : PlotError {
     using PlotError::PlotError;
 };
 
-/// Reads FROM:TO, two different numbers; a PlotError names the option.
-XRange parse_x_range(std::string const& option, std::string_view text);
-
 struct EvalOptions {
     std::string formula;
     std::optional<std::string> x; // VALUE, FROM:TO or FROM:TO:STEP

@@ -11,8 +11,17 @@
 namespace qv::plot {
 
 struct AxisLayout {
-    AxisPlan plan;
+    AxisPlan plan; // for the range that is shown
+    Extent full;   // the range that can be shown
     std::string title;
+    double widest_full_label = 0; // of a y axis at its full range, millimetres
+};
+
+/// The ranges that zoomed axes show; nothing for one that shows all it has.
+struct ZoomedRanges {
+    std::optional<Extent> x;
+    std::optional<Extent> y;
+    std::optional<Extent> y2;
 };
 
 struct PageLayout {
@@ -23,18 +32,16 @@ struct PageLayout {
     double top = 0;
     double right = 0;
     double bottom = 0;
+    bool shows_title = false;
+    bool shows_labels = true;
     double bar_width = 0;  // millimetres, 0 without bars
     double plot_width = 0; // of the plot area, millimetres
     double plot_height = 0;
-    LabelRoom x_room;
-    LabelRoom y_room;
 };
 
-/// Plans axes that show a range of values.
-AxisPlan plan_x_axis(PlotData const& data, PlotOptions const& options, Extent range, LabelRoom const& room);
-AxisPlan plan_y_axis(bool is_log, Extent range, LabelRoom const& room);
-
-/// Lays out a page of the control's present size. Texts are measured as the control draws them.
-PageLayout lay_out_page(qvGraph const& page, PlotData const& data, PlotOptions const& options);
+/// Lays out a page of the control's present size. Texts are measured as the control draws them; on a page
+/// too small for them and the data, titles are left out, and at last the labels.
+PageLayout lay_out_page(qvGraph const& page, PlotData const& data, PlotOptions const& options,
+                        ZoomedRanges const& zoomed = {});
 
 } // namespace qv::plot

@@ -53,7 +53,7 @@ private:
 class Strokes {
 public:
     Strokes(Series const& series, PageLayout const& layout, PlotOptions const& options)
-        : series_(series), bars_(options.bars), lines_(!bars_ && (options.lines || !options.symbols)),
+        : series_(series), bars_(options.bars), lines_(options.draws_lines()),
           bottom_(layout.top + layout.plot_height),
           x_(layout.x.plan, layout.left, layout.left + layout.plot_width),
           y_(series.on_second_axis ? layout.y2->plan : layout.y.plan, bottom_, layout.top) {}
@@ -62,14 +62,15 @@ public:
     void for_each(Visit visit) const {
         std::size_t const step = series_.x.size() / strokes_seen + 1;
         for (std::size_t i = 0; i < series_.x.size(); i += step)
-            visit(start_of(i, step), place(series_.x[i], series_.y[i]));
+            if (series_.has_point(i)) visit(start_of(i, step), place(series_.x[i], series_.y[i]));
     }
 
 private:
     Point place(double x, double y) const { return {x_(x), y_(y)}; }
     Point start_of(std::size_t i, std::size_t step) const {
         if (bars_) return {x_(series_.x[i]), std::min(y_(0), bottom_)};
-        std::size_t const from = lines_ && i > 0 ? i - step : i;
+        bool const goes_on = lines_ && i > 0 && series_.has_point(i - step);
+        std::size_t const from = goes_on ? i - step : i;
         return place(series_.x[from], series_.y[from]);
     }
 

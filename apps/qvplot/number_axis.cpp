@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace qv::plot {
 namespace {
@@ -33,7 +34,12 @@ DecimalStep next_step(DecimalStep step) {
     return {step.digit == 1 ? 2 : 5, step.exponent};
 }
 
-// The smallest step of at least `size`.
+DecimalStep finer_step(DecimalStep step) {
+    if (step.digit == 1) return {5, step.exponent - 1};
+    return {step.digit == 5 ? 2 : 1, step.exponent};
+}
+
+// The smallest step of at least `size`, which is positive and finite.
 DecimalStep step_from(double size) {
     DecimalStep step{1, static_cast<int>(std::floor(std::log10(size)))};
     while (step.size() < size * (1 - 1e-9)) step = next_step(step);
@@ -43,15 +49,25 @@ DecimalStep step_from(double size) {
 // A value this close to a whole number of steps lies on it.
 constexpr double tolerance = 1e-9;
 
-Extent rounded_counts(Extent data, DecimalStep const& step) {
-    return {std::floor(data.low / step.size() + tolerance), std::ceil(data.high / step.size() - tolerance)};
+// Outwards to multiples of the step, where doubles reach as far.
+Extent rounded_outwards(Extent data, DecimalStep const& step) {
+    double const low = step.times(std::floor(data.low / step.size() + tolerance));
+    double const high = step.times(std::ceil(data.high / step.size() - tolerance));
+    const Extent range{std::isfinite(low) ? low : data.low, std::isfinite(high) ? high : data.high};
+    return std::isfinite(range.span()) ? range : data;
 }
 
 std::vector<double> multiples(Extent range, DecimalStep const& step) {
-    std::vector<double> values;
+    constexpr double most = 10000; // more would be no ticks
     double const first = std::ceil(range.low / step.size() - tolerance);
     double const last = std::floor(range.high / step.size() + tolerance);
-    for (double i = first; i <= last; ++i) values.push_back(step.times(i));
+    std::vector<double> values;
+    if (!(last - first < most)) return values;
+    for (int i = 0; first + i <= last; ++i) {
+        double const value = step.times(first + i);
+        bool const rises = values.empty() || value > values.back();
+        if (std::isfinite(value) && rises) values.push_back(value);
+    }
     return values;
 }
 
@@ -74,23 +90,69 @@ std::size_t widest(AxisPlan const& plan) {
     return most;
 }
 
+constexpr double largest_value = std::numeric_limits<double>::max();
+
+double largest_of(Extent data) {
+    return std::max(std::abs(data.low), std::abs(data.high));
+}
+
 Extent with_some_span(Extent data) {
-    double const largest = std::max(std::abs(data.low), std::abs(data.high));
+    double const largest = largest_of(data);
     if (data.span() > largest * 1e-12) return data;
     double const pad = largest == 0 ? 1 : largest * 0.05;
-    return {data.low - pad, data.high + pad};
+    return {std::max(data.low - pad, -largest_value), std::min(data.high + pad, largest_value)};
+}
+
+// Where the arithmetic ends nothing round can be found.
+bool has_round_values(Extent data) {
+    return std::isfinite(data.span()) && data.span() > std::max(1e-280, largest_of(data) * 1e-14);
+}
+
+AxisPlan plan_of_ends(Extent data) {
+    bool const near = data.span() < largest_of(data) * 1e-5;
+    return {data, {data.low, data.high}, {}, near ? "0.0000000000000000e+0" : "", {}};
+}
+
+constexpr double most_stretch = 1.6; // a range over its data, for rounding to whole ticks
+
+// Whole ticks at the ends would leave the data too small a part.
+bool stretches(Extent data, DecimalStep const& step) {
+    return !(rounded_outwards(data, step).span() <= most_stretch * data.span());
+}
+
+Extent range_with(Extent data, DecimalStep const& step, RoundTo rounding) {
+    if (rounding == RoundTo::Nothing) return data;
+    bool const whole_ticks = rounding == RoundTo::Tick && !stretches(data, step);
+    return rounded_outwards(data, whole_ticks ? step : step.fifth());
 }
 
 AxisPlan plan_with(Extent data, DecimalStep const& step, RoundTo rounding) {
-    const DecimalStep unit = rounding == RoundTo::Tick ? step : step.fifth();
-    const Extent counts = rounded_counts(data, unit);
     AxisPlan plan;
-    plan.range = {unit.times(counts.low), unit.times(counts.high)};
+    plan.range = range_with(data, step, rounding);
     plan.major = multiples(plan.range, step);
     for (double const value : multiples(plan.range, step.minor()))
         if (!std::ranges::binary_search(plan.major, value)) plan.minor.push_back(value);
     plan.format = format_for(plan.range, step);
     return plan;
+}
+
+// The finest step whose labels have room; where none has, the coarsest that keeps two labels and the range,
+// and the drawing leaves out labels.
+AxisPlan plan_linear(Extent data, LabelRoom const& room, RoundTo rounding) {
+    constexpr int fewest_steps = 4, most_refinements = 3;
+    DecimalStep step = step_from(data.span() / std::max(room.labels, fewest_steps));
+    AxisPlan plan = plan_with(data, step, rounding);
+    for (int i = 0; i < most_refinements && plan.major.size() < 2; ++i) {
+        step = finer_step(step);
+        plan = plan_with(data, step, rounding);
+    }
+    while (!room.holds(plan.major.size(), widest(plan)) && step.size() < data.span()) {
+        step = next_step(step);
+        AxisPlan coarser = plan_with(data, step, rounding);
+        if (coarser.major.size() < 2 || (rounding == RoundTo::Tick && stretches(data, step))) break;
+        plan = std::move(coarser);
+    }
+    return plan.major.size() < 2 ? plan_of_ends(data) : plan;
 }
 
 int exponent_of(double value) {
@@ -126,8 +188,8 @@ std::vector<double> decade_values(Extent range, std::vector<int> const& multipli
 }
 
 // Evenly spaced ticks, for values that span less than a few units of their decade.
-AxisPlan plan_narrow_log_axis(Extent data, LabelRoom const& room) {
-    AxisPlan plan = plan_number_axis(data, room, RoundTo::FifthOfTick);
+AxisPlan plan_narrow_log_axis(Extent data, LabelRoom const& room, RoundTo rounding) {
+    AxisPlan plan = plan_number_axis(data, room, std::min(rounding, RoundTo::FifthOfTick));
     plan.is_log = true;
     if (plan.range.low > 0) return plan;
     // A logarithmic axis has no zero.
@@ -137,39 +199,39 @@ AxisPlan plan_narrow_log_axis(Extent data, LabelRoom const& room) {
     return plan;
 }
 
+// One value stands in the middle of a range of its own.
+Extent with_some_ratio(Extent data) {
+    if (data.high > data.low) return data;
+    return {std::max(data.low / 2, std::numeric_limits<double>::denorm_min()),
+            std::min(data.high, largest_value / 2) * 2};
+}
+
 } // namespace
 
 AxisPlan plan_number_axis(Extent data, LabelRoom const& room, RoundTo rounding) {
-    data = with_some_span(data);
-    // Nothing round can be found where the arithmetic ends.
-    if (!std::isfinite(data.span()) || data.span() < 1e-280) return {data, {data.low, data.high}, {}, {}, {}};
-    DecimalStep step = step_from(data.span() / std::max(room.labels, 2));
-    AxisPlan plan = plan_with(data, step, rounding);
-    while (!room.holds(plan.major.size(), widest(plan)) && plan.major.size() > 2) {
-        step = next_step(step);
-        AxisPlan coarser = plan_with(data, step, rounding);
-        if (coarser.major.size() < 2) break;
-        plan = std::move(coarser);
-    }
-    return plan;
+    if (rounding != RoundTo::Nothing) data = with_some_span(data);
+    return has_round_values(data) ? plan_linear(data, room, rounding) : plan_of_ends(data);
 }
 
-AxisPlan plan_log_axis(Extent data, LabelRoom const& room) {
-    if (!(data.high > data.low)) data = {data.low / 2, data.high * 2};
-    if (data.high / data.low < 4) return plan_narrow_log_axis(data, room);
+AxisPlan plan_log_axis(Extent data, LabelRoom const& room, RoundTo rounding) {
+    data = with_some_ratio(data);
+    if (data.high / data.low < 4) return plan_narrow_log_axis(data, room, rounding);
     const std::vector<int> powers{1}, few{1, 2, 5}, all{1, 2, 3, 4, 5, 6, 7, 8, 9};
-    constexpr double most_with_minors = 1e12; // highest over lowest value
+    constexpr double most_with_minors = 1e12; // highest over lowest value, for those between powers
+    constexpr int most_minors = 60;           // of powers
     AxisPlan plan;
     plan.is_log = true;
-    plan.range = rounded_to_digits(data);
+    plan.range = rounding == RoundTo::Nothing ? data : rounded_to_digits(data);
     plan.major = decade_values(plan.range, few, 1);
+    if (plan.major.size() < 2) return plan_narrow_log_axis(data, room, rounding);
     for (int stride = 1; !room.holds(plan.major.size(), widest(plan)); ++stride) {
         std::vector<double> fewer = decade_values(plan.range, powers, stride);
         if (fewer.size() < 2) break;
         plan.major = std::move(fewer);
     }
     bool const dense = plan.range.high / plan.range.low > most_with_minors;
-    for (double const value : decade_values(plan.range, dense ? powers : all, 1))
+    int const powers_a_minor = 1 + (exponent_of(plan.range.high) - exponent_of(plan.range.low)) / most_minors;
+    for (double const value : decade_values(plan.range, dense ? powers : all, powers_a_minor))
         if (!std::ranges::binary_search(plan.major, value)) plan.minor.push_back(value);
     return plan;
 }

@@ -1,10 +1,13 @@
 #include "qvplot/options.h"
 
 #include "qvplot/formula.h"
+#include "qvplot/plot_error.h"
+#include "table/dates.h"
 
 #include <CLI/CLI.hpp>
 
 #include <charconv>
+#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -34,6 +37,13 @@ PixelSize parse_size(std::string const& text) {
                                                "such as 1200x800");
 }
 
+std::optional<double> number(std::string_view text) {
+    double value = 0;
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    bool const whole = error == std::errc() && end == text.data() + text.size();
+    return whole && std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
 void add_definitions(CLI::App& app, std::vector<std::string>& definitions) {
     app.add_option("--define", definitions,
                    "function that formulas may use, such as \"f(a) = a^2\", may be repeated")
@@ -46,19 +56,20 @@ void add_columns(CLI::App& app, PlotOptions& options) {
     auto const add_list = [&](char const* name, std::vector<std::string>& columns, char const* help) {
         app.add_option(name, columns, help)->type_name("COLUMN")->allow_extra_args(false);
     };
-    app.add_option("DATA", options.files, "CSV files with a header row, separated by comma, semicolon or tab")
+    app.add_option("DATA", options.files,
+                   "CSV files, separated by comma, semicolon or tab; a first row of numbers is no header")
         ->type_name("FILE");
     app.add_option("--x", options.x,
                    "column along the page: numbers, or ISO dates and times; default: the first")
         ->type_name("COLUMN");
-    add_list("--y", options.y, "column to draw, may be repeated; default: all that begin with a number");
+    add_list("--y", options.y, "column to draw, may be repeated; default: all whose first value is a number");
     add_list("--y2", options.y2, "column to draw against an axis on the right, may be repeated");
     app.add_option("--function", options.functions, "formula in x to draw, may be repeated")
         ->type_name("FORMULA")
         ->allow_extra_args(false);
     app.add_option_function<std::string>(
-           "--x-range", [&](std::string const& text) { options.x_range = parse_x_range("--x-range", text); },
-           "where to draw the formulas; default: along the data, else -10:10")
+           "--x-range", [&](std::string const& text) { options.x_range = parse_x_range(text); },
+           "numbers or dates between which data and formulas are drawn; default: all data, else -10:10")
         ->type_name("FROM:TO");
     add_definitions(app, options.definitions);
 }
@@ -96,6 +107,20 @@ void add_output(CLI::App& app, PlotOptions& options) {
 }
 
 } // namespace
+
+XRange parse_x_range(std::string_view text) {
+    // Times hold colons too.
+    for (auto colon = text.find(':'); colon != std::string_view::npos; colon = text.find(':', colon + 1)) {
+        const std::string_view first = text.substr(0, colon), second = text.substr(colon + 1);
+        auto const from = number(first), to = number(second);
+        if (from && to && *from < *to) return {*from, *to};
+        auto const first_date = table::shown_date(first), second_date = table::shown_date(second);
+        if (first_date && second_date && *first_date < *second_date) return {*first_date, *second_date, true};
+    }
+    throw PlotError("--x-range: \"" + std::string(text)
+                    + "\" is not FROM:TO, the smaller number or date first, such as 0:10 or "
+                      "2010-01-01:2010-12-31");
+}
 
 void add_eval_options(CLI::App& app, EvalOptions& options) {
     app.add_option("FORMULA", options.formula, "formula, in x or without a variable")->required();

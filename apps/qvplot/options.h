@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace CLI {
@@ -25,7 +26,11 @@ struct LogAxes {
 struct XRange {
     double from = 0;
     double to = 0;
+    bool is_date = false; // both are days since 1899-12-30
 };
+
+/// Reads FROM:TO, two numbers or two dates, the smaller first; anything else is a PlotError.
+XRange parse_x_range(std::string_view text);
 
 struct PlotOptions {
     std::vector<std::filesystem::path> files;
@@ -34,7 +39,7 @@ struct PlotOptions {
     std::vector<std::string> y2;          // columns on the axis to the right
     std::vector<std::string> functions;   // formulas in x
     std::vector<std::string> definitions; // functions that they use
-    std::optional<XRange> x_range;        // of the functions
+    std::optional<XRange> x_range;        // what the x axis shows
     bool lines = false;
     bool symbols = false;
     bool bars = false;
@@ -48,6 +53,7 @@ struct PlotOptions {
     std::string printer; // empty: the default one
     bool landscape = false;
 
+    bool draws_lines() const { return !bars && (lines || !symbols); }
     /// A window is shown when it is asked for, or nothing else is.
     bool shows_window() const { return show || (out.empty() && !print); }
 };

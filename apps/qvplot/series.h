@@ -3,13 +3,23 @@
 
 #include "qvplot/options.h"
 
+#include <cmath>
 #include <functional>
 #include <string>
 #include <vector>
 
 namespace qv::plot {
 
-/// Points of one column of one file, in the file's order. Rows with an empty x or y are not among them.
+/// What the picture of a series does not show.
+struct LeftOut {
+    std::size_t without_value = 0; // rows
+    std::size_t without_x = 0;     // values
+    std::size_t without_logarithm = 0;
+    std::size_t outside_range = 0;
+};
+
+/// Points of one column of one file, in the file's order. A point that is not a number stands where some are
+/// missing: a line breaks there.
 struct Series {
     std::string name; // the column, with the file where several files have it
     std::vector<double> x;
@@ -17,12 +27,17 @@ struct Series {
     bool on_second_axis = false;
     std::string function = {}; // the formula whose curve it is, with samples of it as x and y; else empty
     XRange function_range = {};
+    LeftOut left_out = {};
+
+    bool has_point(std::size_t i) const { return std::isfinite(x[i]) && std::isfinite(y[i]); }
+    std::size_t number_of_points() const;
 };
 
 struct PlotData {
     std::string x_name;     // empty without files
     bool x_is_date = false; // x in days since 1899-12-30
     std::vector<Series> series;
+    std::vector<std::string> columns_left_out = {}; // a line for each file that has such
 };
 
 /// Where reading stands.
@@ -39,8 +54,11 @@ using ProgressReport = std::function<void(Progress const&)>;
 /// field is a table::TableError that names it; options that do not fit the files are a PlotError.
 PlotData read_series(PlotOptions const& options, ProgressReport const& report = {});
 
-/// Takes points that have no place on a logarithmic axis out of their series. Returns a line for each series
-/// that lost some; a series that lost all is a PlotError.
-std::vector<std::string> drop_points_without_logarithm(PlotData& data, LogAxes const& log);
+/// Takes the points that have no place on a logarithmic axis, and counts those outside the range of x that is
+/// asked for. A series of which nothing is left to see is a PlotError.
+void leave_out_points(PlotData& data, PlotOptions const& options);
+
+/// A line for each file and each series of which something is left out.
+std::vector<std::string> notes_of_what_is_left_out(PlotData const& data);
 
 } // namespace qv::plot

@@ -10,7 +10,8 @@ namespace qv::plot {
 PlotData read_data(PlotOptions const& options) {
     PlotData data = read_series(options, ProgressLine());
     add_functions(data, options);
-    for (std::string const& note : drop_points_without_logarithm(data, options.log)) tell(note);
+    leave_out_points(data, options);
+    for (std::string const& note : notes_of_what_is_left_out(data)) tell(note);
     return data;
 }
 

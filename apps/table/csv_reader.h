@@ -24,8 +24,11 @@ struct TableError : std::runtime_error {
 std::string quoted_list(std::vector<std::string> const& names);
 
 /// Reads a header row and then one row after the other. Quoted fields may hold separators and line ends; the
-/// separator is the one of comma, semicolon and tab that the header row has most of. Lines without any
-/// character are passed over. Nothing of the rows before is kept, so a file may be larger than the memory.
+/// separator is the one of comma, semicolon and tab that the first row has most of. Lines without any
+/// character are passed over. Nothing of the rows before is kept, so a file may be larger than the memory;
+/// a row longer than `longest_row` is an error.
+///
+/// A first row of numbers and dates alone is no header: it is the first row of data.
 class CsvReader {
 public:
     explicit CsvReader(std::filesystem::path const& file);
@@ -33,11 +36,16 @@ public:
     CsvReader(CsvReader const&) = delete;
     CsvReader& operator=(CsvReader const&) = delete;
 
+    static constexpr std::size_t longest_row = 64'000'000; // bytes
+    static constexpr std::size_t most_columns = 1'000'000;
+
     std::string const& name() const { return name_; }
+    /// The names of the columns, each another: of a title that several have "n (column 3)", of a column
+    /// without title "column 3".
     std::vector<std::string> const& header() const { return header_; }
-    /// Number of columns of that title: 0, 1 or more.
-    std::size_t count(std::string_view title) const;
-    /// Index of the first column of that title; the error of an unknown one lists those there are.
+    /// The columns of that name, or of that title in the file.
+    std::vector<std::size_t> columns(std::string_view title) const;
+    /// The only column of that name or title; the error of an unknown one lists those there are.
     std::size_t column(std::string_view title) const;
 
     /// Goes to the next row; false at the end of the file. A row with more fields than the header is an error
@@ -45,8 +53,8 @@ public:
     bool next_row();
     /// A field of the row, empty where the row is short. Valid until the next row.
     std::string_view field(std::size_t column) const;
-    /// The number a field holds; not a number where the field is empty or says "nan". Anything else is an
-    /// error.
+    /// The number a field holds; not a number where the field is empty or says "nan", "NA", "N/A" or "null".
+    /// Anything else is an error.
     double number(std::size_t column) const;
     /// Line of the file on which the row begins, from 1.
     std::size_t line() const { return row_line_; }
@@ -60,8 +68,11 @@ private:
     bool refill();
     bool feed_line();
     void parse(char const* begin, std::size_t size);
+    void check_length() const;
     void check_width() const;
     void read_header();
+    bool is_row_of_values() const;
+    void name_columns();
     static void on_field(void* text, std::size_t size, void* self);
     static void on_row(int terminator, void* self);
 
@@ -73,12 +84,15 @@ private:
     std::size_t block_size_ = 0;
     std::size_t position_ = 0; // in the block
     std::unique_ptr<csv_parser, void (*)(csv_parser*)> parser_;
+    std::vector<std::string> titles_; // as the file gives them
     std::vector<std::string> header_;
 
     std::string text_;              // of the row's fields, one after the other
     std::vector<std::size_t> ends_; // of the fields in the text
     bool row_begun_ = false;
     bool row_complete_ = false;
+    bool first_row_waits_ = false; // it has been read already and is not a header
+    std::size_t row_bytes_ = 0;
     bool at_end_ = false;
     bool after_carriage_return_ = false; // a line feed that follows ends the same line
     std::size_t line_ = 1;               // on which the next character stands

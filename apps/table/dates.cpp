@@ -79,6 +79,12 @@ std::optional<double> iso_date(std::string_view text) {
     return *days + *time;
 }
 
+std::optional<double> shown_date(std::string_view text) {
+    constexpr sys_days first{year{100} / January / 1};
+    auto const days = iso_date(text);
+    return days && *days >= static_cast<double>((first - day_zero).count()) ? days : std::nullopt;
+}
+
 double decimal_year(double days_since_zero) {
     const sys_days date = day_zero + days{static_cast<int>(std::floor(days_since_zero))};
     const year y = year_month_day{date}.year();

@@ -62,7 +62,7 @@ TEST_CASE("what is wrong is one line and status 2, and leaves no file") {
          "a.csv: has no column \"z\"; its columns are \"date\", \"n\", \"m\""},
         {"a.csv --x date --y n --out p.png", "a.csv:3: column \"n\": \"x2\" is not a number"},
         {"a.csv --y m --out p.png", "a.csv: column \"m\" holds no number beside an x"},
-        {"words.csv --out p.png", "words.csv: has no column of numbers beside x; name one with --y"},
+        {"words.csv --out p.png", "words.csv:2: column \"a\": \"x\" is not a number"},
         {"days.csv --out p.png",
          "days.csv:3: column \"date\": \"yesterday\" is not a date from 0100-01-01 to 9999-12-31, such as "
          "2010-01-31 or 2010-01-31T12:30"},
@@ -79,6 +79,9 @@ TEST_CASE("what is wrong is one line and status 2, and leaves no file") {
         {"b.csv --size 800 --out p.png",
          "--size: \"800\" is not a width and a height of 64 to 8192 pixels, such as 1200x800; qvplot --help "
          "shows the options"},
+        {"b.csv --x-range 1:0 --out p.png", "--x-range: \"1:0\" is not FROM:TO, the smaller number or date "
+                                            "first, such as 0:10 or 2010-01-01:2010-12-31"},
+        {"b.csv --x-range 3:4 --out p.png", "column \"n\" has no point within --x-range"},
         {"b.csv --bars --lines --out p.png", "--lines excludes --bars; qvplot --help shows the options"},
         {"b.csv --colour red --out p.png",
          "The following argument was not expected: --colour; qvplot --help shows the options"},
@@ -155,7 +158,7 @@ TEST_CASE("a page is a PNG file of the size asked for") {
     const Outcome outcome = run(folder, "--y n b.csv --log-y --title 'T \u00e9' --size 640x360 --out p.png");
     CHECK(outcome.status == 0);
     CHECK(outcome.errors
-          == "qvplot: left out of \"n\" on a logarithmic axis: 1 point without a positive value\n");
+          == "qvplot: left out of \"n\": 1 point without a positive value for a logarithmic axis\n");
     const std::string png = read_all(folder.path() / "p.png");
     CHECK(png.substr(12, 12) == std::string("IHDR\0\0\2\x80\0\0\1\x68", 12));
     CHECK(run(folder, "--help").status == 0);

@@ -5,6 +5,7 @@
 #include <doctest/doctest.h>
 
 #include <cmath>
+#include <fstream>
 
 using namespace qv::table;
 using qv::test::TemporaryFolder;
@@ -63,6 +64,12 @@ TEST_CASE("rows are read whatever separates, quotes and ends them, and know thei
         {"a,b,c\n1\n,,3\n1,2,3,,\n", "0 a|b|c\n2 1||\n3 ||3\n4 1|2|3\n"},
         {"a,b\n5\" pipe,2\n", "0 a|b\n2 5\" pipe|2\n"},
         {"a\n5\n", "0 a\n2 5\n"},
+        {"5\n6\n", "0 column 1\n1 5\n2 6\n"}, // numbers and dates are no header
+        {"2020-01,NA,1\n", "0 column 1|column 2|column 3\n1 2020-01|NA|1\n"},
+        {"NA,\n1,2\n", "0 NA|column 2\n2 1|2\n"},
+        {"a;b 1,5\n1,5;2\n", "0 a|b 1,5\n2 1,5|2\n"},
+        {"1,5;2\n3,5;4\n", "0 1,5|2\n2 3,5|4\n"}, // decimal commas
+        {"a (x; y),b,b\n1,2,3\n", "0 a (x; y)|b (column 2)|b (column 3)\n2 1|2|3\n"},
         {"a,b\n", "0 a|b\n"},
     };
     for (auto const& row : table) {
@@ -114,7 +121,42 @@ TEST_CASE("errors name file, line, column and text, in one line") {
         CAPTURE(row.content);
         CHECK(error(row.content, numbers) == row.message);
     }
+    CHECK_THROWS_WITH(CsvReader(std::filesystem::path(std::string("a\0b.csv", 7))),
+                      "\"a b.csv\": a file's name cannot hold a zero character");
     CHECK_THROWS_WITH(CsvReader("/no/such.csv"),
                       "/no/such.csv: cannot be opened; check the name and its permissions");
     CHECK_THROWS_WITH(CsvReader("/tmp"), "/tmp: cannot be read; is it a folder?");
+}
+
+TEST_CASE("a row without end is an error, whether it is long or wide") {
+    const TemporaryFolder folder;
+    auto const file = folder.file("t.csv", "a,b\n1,2\n");
+    auto const append = [&](std::size_t bytes, char c) {
+        std::ofstream stream(file, std::ios::app | std::ios::binary);
+        const std::string block(1 << 20, c);
+        for (std::size_t i = 0; i < bytes; i += block.size()) stream << block;
+    };
+    auto const message = [&] {
+        try {
+            CsvReader csv(file);
+            while (csv.next_row()) {
+            }
+        } catch (TableError const& error) {
+            return std::string(error.what()).substr(file.string().size());
+        }
+        return std::string("no error");
+    };
+    append(CsvReader::longest_row / 2, 'x');
+    append(1, '\n');
+    CHECK(message() == "no error");
+    append(CsvReader::longest_row, 'x');
+    CHECK(message()
+          == ":" + std::to_string(3 + (1 << 20))
+                 + ": the row is longer than 64 MB; is it a CSV file with all quotes closed?");
+    std::filesystem::resize_file(file, 8);
+    append(CsvReader::longest_row / 32, ',');
+    CHECK(message() == ":3: has more than 1000000 fields");
+    std::ofstream(file, std::ios::binary) << "a,b\n\"";
+    append(CsvReader::longest_row, '\n'); // a quote that is never closed
+    CHECK(message() == ":2: the row is longer than 64 MB; is it a CSV file with all quotes closed?");
 }

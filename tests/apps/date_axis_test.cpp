@@ -115,3 +115,21 @@ TEST_CASE("narrow axes get fewer labels") {
     CHECK(narrow.major.size() < wide.major.size());
     CHECK(narrow.major.size() >= 2);
 }
+
+TEST_CASE("a zoomed axis of dates keeps its ends, and says when where seconds are too coarse for labels") {
+    LabelRoom room;
+    room.characters = 80;
+    double const day = *table::iso_date("2024-02-29");
+    const Extent shown{day + 0.3, day + 2.8};
+    const AxisPlan days = plan_date_axis(shown, room, RoundTo::Nothing);
+    CHECK(days.range == shown);
+    CHECK(joined(days) == "29 Feb 12:00, 1 Mar 00:00, 1 Mar 12:00, 2 Mar 00:00, 2 Mar 12:00 (2024)");
+    double const second = 1.0 / 86400;
+    const AxisPlan moment =
+        plan_date_axis({day + 5.25 * second, day + 5.75 * second}, room, RoundTo::Nothing);
+    CHECK(moment.left_out == "29 February 2024, 00:00:05.250 to 00:00:05.750");
+    CHECK(moment.major.size() == 1); // before the range
+    CHECK(moment.major[0] < moment.range.low);
+    // Far beyond any date.
+    CHECK(plan_date_axis({-1, 1.79e308}, room, RoundTo::Nothing).major.size() > 1);
+}

@@ -111,9 +111,56 @@ TEST_CASE("axes of any values hold them, with rising ticks inside and no label t
 }
 
 TEST_CASE("where arithmetic ends an axis still has its ends") {
-    double const most = std::numeric_limits<double>::max();
+    double const most = std::numeric_limits<double>::max(), least = std::numeric_limits<double>::denorm_min();
     CHECK(plan_number_axis({-most, most}, room_for(8), RoundTo::Tick).major == std::vector{-most, most});
-    double const least = std::numeric_limits<double>::denorm_min();
     CHECK(plan_number_axis({0, least}, room_for(8), RoundTo::Tick).major.size() == 2);
     CHECK(plan_log_axis({least, most}, room_for(8)).major.size() >= 2);
+    const Extent ranges[]{{0, most},      {-1, 1.79e308},    {-most / 2, most / 3},
+                          {most, most},   {-most, -most},    {1e308, 1.1e308},
+                          {least, least}, {-1e308, 7.9e307}, {1, 1 + 2e-16}};
+    for (Extent const& data : ranges)
+        for (auto const rounding : {RoundTo::Nothing, RoundTo::FifthOfTick, RoundTo::Tick})
+            for (int const labels : {0, 2, 8}) {
+                CAPTURE(data.low);
+                CAPTURE(data.high);
+                const AxisPlan plan = plan_number_axis(data, room_for(labels), rounding);
+                CHECK(std::isfinite(plan.range.span()));
+                CHECK(plan.range.low <= data.low + 1e-8 * data.span());
+                CHECK(plan.range.high >= data.high - 1e-8 * data.span());
+                CHECK(plan.major.size() + plan.minor.size() < 1000);
+                if (data.low > 0) CHECK(std::isfinite(plan_log_axis(data, room_for(labels)).range.high));
+            }
+}
+
+TEST_CASE("little room for labels leaves the data at least half of the axis") {
+    for (double const low : {-30.0, -1.0, 0.0, 3.0, 999.0})
+        for (double const span : {0.1, 1.0, 57.0, 4e6})
+            for (int const labels : {0, 1, 2, 3})
+                for (double const characters : {1.0, 5.0, 1e9}) {
+                    CAPTURE(low);
+                    CAPTURE(span);
+                    LabelRoom room = room_for(labels);
+                    room.characters = characters;
+                    const AxisPlan plan = plan_number_axis({low, low + span}, room, RoundTo::Tick);
+                    CHECK(plan.range.span() <= 2 * span);
+                    CHECK(plan.major.size() >= 2);
+                }
+}
+
+TEST_CASE("a zoomed axis keeps its ends and has two round ticks or more between them") {
+    std::mt19937 random(9);
+    std::uniform_real_distribution<double> exponent(-9, 9), unit(0, 1);
+    for (int i = 0; i < 4000; ++i) {
+        double const low = std::pow(10, exponent(random)), span = low * std::pow(10, 3 * unit(random) - 3);
+        const Extent shown{low, low + span};
+        const AxisPlan plan = i % 2 == 0 ? plan_log_axis(shown, room_for(8), RoundTo::Nothing)
+                                         : plan_number_axis(shown, room_for(8), RoundTo::Nothing);
+        CAPTURE(shown.low);
+        CAPTURE(shown.high);
+        REQUIRE(plan.range == shown);
+        REQUIRE(plan.major.size() >= 2);
+        REQUIRE(plan.major.front() >= shown.low * (1 - 1e-8));
+        REQUIRE(plan.major.back() <= shown.high * (1 + 1e-8));
+        REQUIRE(different_labels(plan) == plan.major.size());
+    }
 }

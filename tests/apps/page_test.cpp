@@ -140,23 +140,104 @@ TEST_CASE("bars of several columns stand side by side without touching the next"
 TEST_CASE("ticks follow what is shown, and a page laid out anew is that of its size") {
     const PlotData data = waves(2, true);
     const PlotOptions options = sized({900, 500});
-    DrawnPage page(data, options);
-    qvGraph& control = page.host.control();
-    control.SelectXaxis(1);
-    control.AxisValue1(40010);
-    control.AxisValue2(40012);
-    follow_zoom(control, data, options);
-    graph::Axis const& x = page.graph().Axes[0];
+    headless::HeadlessHost host(options.size);
+    qvGraph& control = host.control();
+    PlotPage page(control, data, options);
+    page.draw();
+    graph::Axis& x = graph::current_graph(control.state()).Axes[0];
+    double const low = x.AxisValue1, high = x.AxisValue2;
+    x.AxisValue1 = 40010;
+    x.AxisValue2 = 40012;
+    page.follow_zoom();
+    CHECK(x.AxisValue1 == 40010);
+    CHECK(x.ScaleMin == low);
     auto const shown = [&](double v) { return v >= 40010 && v <= 40012; };
     CHECK(std::ranges::count_if(x.major_tick_values, shown) >= 3);
     CHECK(x.AxisTextLabels == "d mmm hh:mm");
+    int const shown_so_far = host.times_shown();
+    page.follow_zoom();
+    CHECK(host.times_shown() == shown_so_far);
 
-    page.host.resize_picture({1200, 800});
-    fit_page(control, data, options);
+    x.AxisValue1 = low;
+    x.AxisValue2 = high;
+    host.resize_picture({1200, 800});
+    page.fit();
     PlotOptions larger = options;
     larger.size = {1200, 800};
     const DrawnPage fresh(data, larger);
-    CHECK(std::ranges::equal(page.host.picture().pixels(), fresh.host.picture().pixels()));
+    CHECK(std::ranges::equal(host.picture().pixels(), fresh.host.picture().pixels()));
+}
+
+TEST_CASE("a small page shows the data before titles and labels") {
+    PlotData data{"a long name of x", false, {{"a long name of y", {}, {}, false}}};
+    for (int k = 0; k <= 20; ++k) {
+        data.series[0].x.push_back(k);
+        data.series[0].y.push_back(3 * k - 30);
+    }
+    for (const PixelSize size :
+         {PixelSize{64, 64}, {100, 64}, {64, 200}, {100, 100}, {200, 150}, {300, 200}, {2000, 64}}) {
+        CAPTURE(size.width);
+        CAPTURE(size.height);
+        DrawnPage page(data, sized(size));
+        CHECK_NOTHROW(page.errors.raise());
+        // The line runs from one corner of its range to the other, over a good part of the page.
+        int left = size.width, right = 0, top = size.height, bottom = 0;
+        for (int y = 0; y < size.height; ++y)
+            for (int x = 0; x < size.width; ++x) {
+                std::uint32_t const color = page.pixel(x, y);
+                bool const blue = (color & 0xFF) > (color >> 16) + 60; // grey axes are not
+                if (!blue) continue;
+                left = std::min(left, x);
+                right = std::max(right, x);
+                top = std::min(top, y);
+                bottom = std::max(bottom, y);
+            }
+        CHECK(right - left > 0.35 * size.width);
+        CHECK(bottom - top > 0.25 * size.height);
+        graph::Axis const& y = page.graph().Axes[1];
+        CHECK(y.AxisValue2 - y.AxisValue1 <= 100);
+    }
+}
+
+TEST_CASE("a line breaks where points are missing, and a point between gaps is seen") {
+    double const none = std::nan("");
+    const PlotData data{
+        "x", false, {{"y", {0, 4, none, 5, none, 6, 10}, {1, 1, none, 1, none, 1, 1}, false}}};
+    const PlotOptions options = sized({800, 300});
+    DrawnPage page(data, options);
+    graph::Axis const& x = page.graph().Axes[0];
+    auto const colored_at = [&](double value) {
+        double const share = (value - x.AxisValue1) / (x.AxisValue2 - x.AxisValue1);
+        double const left = page.graph().BorderLeft / 15.0;
+        int const column = static_cast<int>(left + share * (x.AxisLength / 15.0));
+        int count = 0;
+        for (int row = 0; row < options.size.height; ++row) count += page.pixel(column, row) == 0x2A69B0;
+        return count;
+    };
+    CHECK(colored_at(2) >= 1);
+    CHECK(colored_at(4.5) == 0);
+    CHECK(colored_at(5) >= 4); // a dot, thicker than a line
+    CHECK(colored_at(5.5) == 0);
+    CHECK(colored_at(8) >= 1);
+    CHECK_FALSE(page.graph().LegendShow);
+}
+
+TEST_CASE("a range of x is what the axis shows, and y fits the line within it") {
+    const PlotData data{"x", false, {{"y", {0, 1, 2, 3}, {500, 0, 10, -900}, false}}};
+    PlotOptions options = sized({800, 600});
+    options.x_range = XRange{0.98, 2.01};
+    DrawnPage page(data, options);
+    graph::Axis const& x = page.graph().Axes[0];
+    graph::Axis const& y = page.graph().Axes[1];
+    CHECK(x.AxisValue1 == 0.98);
+    CHECK(x.AxisValue2 == 2.01);
+    CHECK(y.AxisValue1 == 0);
+    CHECK(y.AxisValue2 == 10); // 10 at both ends of the range, where the line crosses them
+    options.x_range = XRange{0.9, 2.1};
+    CHECK(DrawnPage(data, options).graph().Axes[1].AxisValue1 <= -81);
+    CHECK(DrawnPage(data, options).graph().Axes[1].AxisValue2 >= 50);
+    options.symbols = true;
+    CHECK(DrawnPage(data, options).graph().Axes[1].AxisValue2 < 50);
 }
 
 TEST_CASE("a single point is seen") {

@@ -150,3 +150,42 @@ TEST_CASE("a link stays a link and its file is replaced; a device is left alone"
     CHECK(errors.heard[0].starts_with(
         "Error 75 has occured in qvGraph.ocx, SaveImage: Cannot write /dev/null"));
 }
+
+TEST_CASE("a link to a file that is not there yet leads to it; links in a circle lead nowhere") {
+    const TemporaryFolder folder;
+    HeadlessHost host({20, 10});
+    Errors errors;
+    host.control().set_events(&errors);
+    files::create_directory(folder.path() / "other");
+    const files::path link = folder.path() / "link", second = folder.path() / "other" / "second";
+    files::create_symlink("other/second", link);
+    files::create_symlink("new.bmp", second);
+    host.control().SaveImage(link.string());
+    CHECK(files::is_symlink(link));
+    CHECK(files::is_symlink(second));
+    CHECK(content_of(folder.path() / "other" / "new.bmp").starts_with("BM"));
+    CHECK(errors.heard.empty());
+    files::create_symlink("circle", folder.path() / "circle");
+    host.control().SaveImage((folder.path() / "circle").string());
+    files::create_symlink("none/file", folder.path() / "astray");
+    host.control().SaveImage((folder.path() / "astray").string());
+    REQUIRE(errors.heard.size() == 2);
+    CHECK(errors.heard[0].starts_with("Error 75 has occured in qvGraph.ocx, SaveImage: Cannot write "));
+    CHECK(errors.heard[1].starts_with("Error 76 has occured in qvGraph.ocx, SaveImage: Cannot write "));
+    CHECK(files::is_symlink(folder.path() / "astray"));
+}
+
+TEST_CASE("a name with a zero character touches no file") {
+    const TemporaryFolder folder;
+    HeadlessHost host({20, 10});
+    Errors errors;
+    host.control().set_events(&errors);
+    const files::path file = folder.file("page.png", "old");
+    host.control().SaveImage(file.string() + std::string("\0.bmp", 5));
+    CHECK(content_of(file) == "old");
+    REQUIRE(errors.heard.size() == 1);
+    CHECK(errors.heard[0]
+          == "Error 75 has occured in qvGraph.ocx, SaveImage: Cannot write a file whose name holds a zero "
+             "character, after \""
+                 + file.string() + "\"");
+}

@@ -34,6 +34,7 @@ constexpr std::array error_rows{
     ErrorRow{EDQUOT, FaultNumber::DiskFull},         ErrorRow{EFBIG, FaultNumber::DiskFull},
     ErrorRow{ENOTDIR, FaultNumber::PathNotFound},    ErrorRow{EISDIR, FaultNumber::PathFileAccess},
     ErrorRow{EEXIST, FaultNumber::PathFileAccess},   ErrorRow{ENAMETOOLONG, FaultNumber::PathFileAccess},
+    ErrorRow{ELOOP, FaultNumber::PathFileAccess},
 };
 
 FaultNumber number_of_error(int error, FaultNumber when_missing) {
@@ -84,22 +85,35 @@ bool is_protected(std::string const& path) {
     return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT;
 }
 
-// Renaming onto a link or a device would take its place instead of writing through it.
+// Renaming onto a link or a device would take its place instead of writing through it. A link may lead to a
+// file that is not there yet.
 std::string ordinary_file(std::string const& path) {
+    constexpr int most_links = 40; // one after the other, as the system allows
+    std::filesystem::path target = path;
     std::error_code ignored;
-    auto const status = std::filesystem::symlink_status(path, ignored);
-    if (std::filesystem::is_symlink(status)) {
-        auto const target = std::filesystem::canonical(path, ignored);
-        return ignored ? path : ordinary_file(target.string());
+    for (int links = 0; links <= most_links; ++links) {
+        auto const status = std::filesystem::symlink_status(target, ignored);
+        if (std::filesystem::is_other(status))
+            raise_fault(FaultNumber::PathFileAccess, "Cannot write " + path + ": it is a device, not a file");
+        if (!std::filesystem::is_symlink(status)) return target.string();
+        target = target.parent_path() / std::filesystem::read_symlink(target, ignored);
     }
-    if (std::filesystem::is_other(status))
-        raise_fault(FaultNumber::PathFileAccess, "Cannot write " + path + ": it is a device, not a file");
-    return path;
+    raise_file_fault("write", path, ELOOP, FaultNumber::PathNotFound);
+}
+
+// The system would read the name up to the zero, and so touch another file.
+void require_whole_name(std::string_view verb, std::string const& path) {
+    auto const zero = path.find('\0');
+    if (zero == std::string::npos) return;
+    raise_fault(FaultNumber::PathFileAccess, "Cannot " + std::string(verb)
+                                                 + " a file whose name holds a zero character, after \""
+                                                 + path.substr(0, zero) + "\"");
 }
 
 } // namespace
 
 void replace_file(std::string const& path, std::span<std::uint8_t const> bytes) {
+    require_whole_name("write", path);
     const std::string target = ordinary_file(path);
     const std::string part = name_beside(target);
     int error = is_protected(target) ? errno : write_new(part, bytes);
@@ -108,6 +122,7 @@ void replace_file(std::string const& path, std::span<std::uint8_t const> bytes) 
 }
 
 std::vector<std::uint8_t> read_file(std::string const& path) {
+    require_whole_name("read", path);
     const File file(std::fopen(path.c_str(), "rb"));
     if (!file) raise_file_fault("read", path, errno, FaultNumber::FileNotFound);
     std::vector<std::uint8_t> content;

@@ -1,0 +1,25 @@
+// The page in a window.
+#pragma once
+
+#include "platform/qt/QvGraphWidget.h"
+#include "qvplot/options.h"
+#include "qvplot/page.h"
+#include "qvplot/series.h"
+
+namespace qv::plot {
+
+/// Margins and ticks follow the window's size and what is zoomed.
+class PlotWindow : public qt::QvGraphWidget {
+public:
+    PlotWindow(PlotData series, PlotOptions const& options);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool input(host::Input const& input) override;
+
+private:
+    PlotPage page_;
+    bool drawn_ = false;
+};
+
+} // namespace qv::plot

@@ -1,0 +1,170 @@
+// The real window: what a person does to it, and its ticks, scroll bars and legend afterwards.
+#include "qvplot/plot_window.h"
+
+#include "graph/model/selection.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QWheelEvent>
+#include <QtWidgets/QScrollBar>
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+using namespace qv;
+using namespace qv::plot;
+
+namespace {
+
+PlotData two_columns() {
+    PlotData data{"t", false, {{"wave", {}, {}, false}, {"line", {}, {}, true}}};
+    for (int k = 0; k <= 1000; ++k) {
+        double const x = k / 10.0;
+        data.series[0].x.push_back(x);
+        data.series[0].y.push_back(std::sin(x));
+        data.series[1].x.push_back(x);
+        data.series[1].y.push_back(1000 + x);
+    }
+    return data;
+}
+
+struct Window {
+    PlotWindow widget;
+    Window() : widget(two_columns(), sized()) {
+        widget.show();
+        settle();
+    }
+    static PlotOptions sized() {
+        PlotOptions options;
+        options.size = {700, 450};
+        return options;
+    }
+    static void settle() {
+        for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
+    }
+    graph::Graph const& graph() { return graph::current_graph(widget.control().state()); }
+    graph::Axis const& axis(std::size_t i) { return graph().Axes[i]; }
+
+    void resize(int width, int height) {
+        widget.resize(width, height);
+        settle();
+    }
+    void mouse(QEvent::Type type, QPoint place, Qt::MouseButton button) {
+        bool const released = type == QEvent::MouseButtonRelease;
+        QMouseEvent event(type, place, widget.page_view().mapToGlobal(place),
+                          type == QEvent::MouseMove ? Qt::NoButton : button,
+                          released ? Qt::MouseButtons() : Qt::MouseButtons(button), Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget.page_view(), &event);
+        settle();
+    }
+    void drag(QPoint from, QPoint to, Qt::MouseButton button) {
+        QMouseEvent hover(QEvent::MouseMove, from, widget.page_view().mapToGlobal(from), Qt::NoButton,
+                          Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget.page_view(), &hover);
+        settle();
+        mouse(QEvent::MouseButtonPress, from, button);
+        mouse(QEvent::MouseMove, (from + to) / 2, button);
+        mouse(QEvent::MouseMove, to, button);
+        mouse(QEvent::MouseButtonRelease, to, button);
+    }
+    void wheel(QPoint place, int notches) {
+        QWheelEvent event(place, widget.page_view().mapToGlobal(place), {}, {0, 120 * notches}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&widget.page_view(), &event);
+        settle();
+    }
+
+    /// Every axis has two ticks or more in sight, all of them multiples of a round step.
+    bool has_round_ticks() {
+        for (std::size_t i = 0; i < 3; ++i) {
+            auto ticks = axis(i).major_tick_values;
+            std::erase_if(ticks, [&](double value) {
+                return value < axis(i).AxisValue1 || value > axis(i).AxisValue2;
+            });
+            if (ticks.size() < 2) return false;
+            double const step = ticks[1] - ticks[0];
+            double const digit = step / std::pow(10, std::floor(std::log10(step) + 1e-6));
+            bool const round =
+                std::abs(digit - 1) < 1e-6 || std::abs(digit - 2) < 1e-6 || std::abs(digit - 5) < 1e-6;
+            if (!round || std::abs(std::remainder(ticks[0], step)) > 1e-6 * step) return false;
+        }
+        return true;
+    }
+    /// Where the thumb's middle stands along its bar, and where what is seen stands in all there is.
+    void check_bar(QScrollBar& bar, graph::Axis const& shown, bool upwards) {
+        double const room = (shown.ScaleMax - shown.ScaleMin) - (shown.AxisValue2 - shown.AxisValue1);
+        double const place = (shown.AxisValue1 - shown.ScaleMin) / room;
+        double const at = static_cast<double>(bar.value() - bar.minimum()) / (bar.maximum() - bar.minimum());
+        CHECK(bar.isVisible());
+        CHECK((upwards ? 1 - at : at) == doctest::Approx(place).epsilon(0.02));
+    }
+    void check_bars() {
+        check_bar(widget.HScroll1(), axis(0), false);
+        check_bar(widget.VScroll1(), axis(1), true);
+    }
+};
+
+} // namespace
+
+TEST_CASE("ticks are round after every wheel turn, pan, box, scroll and step back") {
+    Window window;
+    CHECK(window.has_round_ticks());
+    double const full = window.axis(0).AxisValue2 - window.axis(0).AxisValue1;
+    for (int i = 0; i < 4; ++i) {
+        window.wheel({300, 200}, 2);
+        CHECK(window.has_round_ticks());
+        window.check_bars();
+    }
+    CHECK(window.axis(0).AxisValue2 - window.axis(0).AxisValue1 < full / 4);
+    auto const before = window.axis(0).major_tick_values;
+    window.drag({300, 200}, {420, 230}, Qt::MiddleButton);
+    CHECK(window.axis(0).major_tick_values != before);
+    CHECK(window.has_round_ticks());
+    window.check_bars();
+    window.drag({200, 100}, {330, 210}, Qt::LeftButton);
+    CHECK(window.has_round_ticks());
+    window.check_bars();
+    window.widget.HScroll1().triggerAction(QAbstractSlider::SliderPageStepAdd);
+    window.settle();
+    CHECK(window.has_round_ticks());
+    window.check_bars();
+    window.wheel({300, 200}, -60);
+    CHECK(window.axis(0).AxisValue2 - window.axis(0).AxisValue1 == full);
+    CHECK(window.axis(0).major_tick_values.size() > 4);
+    CHECK_FALSE(window.widget.HScroll1().isVisible());
+}
+
+TEST_CASE("a new size keeps what is zoomed and where the legend was put") {
+    Window window;
+    graph::Graph const& graph = window.graph();
+    REQUIRE(graph.LegendShow);
+    auto const pixels = [](std::int32_t twips) { return static_cast<int>(twips / 15); };
+    const QPoint legend{pixels(graph.LegendLeft + graph.LegendWidth / 2),
+                        pixels(graph.LegendTop + graph.LegendHeight / 2)};
+    window.drag(legend, {320, 220}, Qt::LeftButton);
+    float const left = graph.LegendTableLeft, top = graph.LegendTableTop;
+    REQUIRE(pixels(graph.LegendLeft + graph.LegendWidth / 2) == doctest::Approx(320).epsilon(0.02));
+    window.wheel({500, 300}, 6);
+    double const x1 = window.axis(0).AxisValue1, y2 = window.axis(1).AxisValue2;
+    const std::int32_t width = graph.FrameWidth;
+    window.resize(950, 600);
+    CHECK(graph.FrameWidth > width);
+    CHECK(window.axis(0).AxisValue1 == x1);
+    CHECK(window.axis(1).AxisValue2 == y2);
+    CHECK(window.axis(0).ScaleMin == 0);
+    CHECK(window.axis(0).ScaleMax == 100);
+    CHECK(graph.LegendTableLeft == left);
+    CHECK(graph.LegendTableTop == top);
+    CHECK(window.has_round_ticks());
+    window.check_bars();
+    // Too small for a legend, and back.
+    window.resize(64, 60);
+    CHECK_FALSE(graph.LegendShow);
+    window.resize(950, 600);
+    CHECK(graph.LegendShow);
+    CHECK(graph.LegendTableLeft == left);
+    window.check_bars();
+}
