@@ -80,6 +80,7 @@ void ClearGraphData(ControlState& state) {
     trapped(state, "ClearGraphData", [&] {
         if (state.NumGraphs() == 0) return;
         Graph& graph = current_graph(state);
+        state.point_target = {};
         graph.DataSets.clear();
         graph.SelectedDataSet = 0;
         graph.NumPoints = 0;

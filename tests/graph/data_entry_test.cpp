@@ -1,3 +1,4 @@
+#include "graph/document.h"
 #include "graph/point_entry.h"
 #include "test_control.h"
 
@@ -132,6 +133,21 @@ TEST_CASE("a series follows every change of what is selected") {
     control.Reset();
     add_some(1);
     CHECK(control.state().Graphs.empty());
+}
+
+TEST_CASE("a point after a graph was emptied goes to the new data set, not where the last one went") {
+    FilledControl control;
+    control.AddDataPoint(5, 6);
+    graph::ClearGraphData(control.state());
+    CHECK(control.state().point_target.points == nullptr);
+    control.NewXAxis("x");
+    control.NewYAxis("y");
+    control.SetSelectedAxis(0);
+    control.NewDataSet("new");
+    control.AddDataPoint(1, 2);
+    control.AddDataPoint(3, 4);
+    CHECK(control.data(0).DataSetPointCount() == 2);
+    CHECK(control.graph().NumPoints == 2);
 }
 
 TEST_CASE("the memory of dropped points serves the next ones") {
