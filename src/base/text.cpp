@@ -87,6 +87,13 @@ std::vector<std::string_view> split(std::string_view text, std::string_view sepa
     }
 }
 
+std::vector<std::string_view> lines_of(std::string_view text) {
+    std::vector<std::string_view> lines = split(text, "\n");
+    for (std::size_t i = 0; i + 1 < lines.size(); ++i)
+        if (lines[i].ends_with('\r')) lines[i].remove_suffix(1);
+    return lines;
+}
+
 std::string replace_all(std::string_view text, std::string_view from, std::string_view to) {
     std::string result;
     for (bool first = true; auto const part : split(text, from)) {

@@ -12,6 +12,8 @@ std::string to_upper(std::string_view text);
 bool equals_ignoring_case(std::string_view a, std::string_view b);
 bool starts_with_ignoring_case(std::string_view text, std::string_view prefix);
 std::vector<std::string_view> split(std::string_view text, std::string_view separator);
+/// The lines of a text, which "\n" or "\r\n" separates; at least one.
+std::vector<std::string_view> lines_of(std::string_view text);
 /// A copy of `text` in which every `from` has become `to`, scanning once from the left.
 std::string replace_all(std::string_view text, std::string_view from, std::string_view to);
 

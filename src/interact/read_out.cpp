@@ -30,10 +30,18 @@ Point values_at(Graph& graph, Point place) {
             scale::shown_map(graph, selected_y_axis(graph)).value_at(place.y)};
 }
 
+/// How far the values of a place are from those of the pixels beside it, on the side where that is less.
+Point pixel_steps_at(DrawSurface const& page, Graph& graph, Point place, Point values) {
+    double const right = page.TwipsPerPixelX(), down = page.TwipsPerPixelY();
+    const Point after = values_at(graph, {place.x + right, place.y + down});
+    const Point before = values_at(graph, {place.x - right, place.y - down});
+    return {std::min(std::abs(after.x - values.x), std::abs(before.x - values.x)),
+            std::min(std::abs(after.y - values.y), std::abs(before.y - values.y))};
+}
+
 std::string one_line(std::string_view text) {
     std::string line;
-    for (std::string_view const part : split(text, "\r\n"))
-        line += (line.empty() ? "" : " ") + std::string(part);
+    for (std::string_view const part : lines_of(text)) line += (line.empty() ? "" : " ") + std::string(part);
     return std::string(trim(line));
 }
 
@@ -62,11 +70,16 @@ Box cross_hair_box(Graph const& graph) {
 
 } // namespace
 
+std::string coordinate_text(Axis const& axis, double value, double pixel_step) {
+    std::int16_t const digits = scale::AxisDPx(axis.AxisValue1, axis.AxisValue2);
+    bool const pattern = !axis.has_mode(AxisMode::TextLabels) && !axis.AxisTextLabels.empty();
+    return pattern ? scale::EasyFormat(value, digits, axis.AxisTextLabels)
+                   : scale::text_at_pixel(value, digits, pixel_step);
+}
+
 std::string coordinate_text(Axis const& axis, double value) {
-    std::int16_t style = 2;
-    bool const pattern = !axis.has_mode(AxisMode::TextLabels);
-    return scale::Format_Real(value, scale::AxisDPx(axis.AxisValue1, axis.AxisValue2), style, 1,
-                              pattern ? std::string_view(axis.AxisTextLabels) : std::string_view());
+    constexpr double pixel_twips = 15;
+    return coordinate_text(axis, value, scale::step_at(axis, value, pixel_twips));
 }
 
 void take_values(ControlState& state, std::int16_t graph, Point place) {
@@ -80,8 +93,9 @@ std::string coordinates_at(ControlState& state, std::int16_t index, Point place)
     if (!graph.GraphShowXY || !holds(render::plot_box(graph), place)) return {};
     const Point values = values_at(graph, place);
     if (!std::isfinite(values.x) || !std::isfinite(values.y)) return {};
-    return coordinate_text(selected_x_axis(graph), values.x) + ", "
-           + coordinate_text(selected_y_axis(graph), values.y);
+    const Point step = pixel_steps_at(*state.Picture1, graph, place, values);
+    return coordinate_text(selected_x_axis(graph), values.x, step.x) + ", "
+           + coordinate_text(selected_y_axis(graph), values.y, step.y);
 }
 
 void show_read_out(ControlState& state, std::string_view text) {

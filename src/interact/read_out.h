@@ -25,7 +25,10 @@ std::string coordinates_at(graph::ControlState& state, std::int16_t graph, Point
 /// Shows a text in the label, on one line; an empty one hides it.
 void show_read_out(graph::ControlState& state, std::string_view text);
 
-/// A value on an axis as the read-out writes it.
+/// A value on an axis as the read-out writes it: with digits enough to tell it from those of the pixels
+/// beside it, which are `pixel_step` away.
+std::string coordinate_text(graph::Axis const& axis, double value, double pixel_step);
+/// The same for pixels of a device-independent size.
 std::string coordinate_text(graph::Axis const& axis, double value);
 
 /// Draws the cross-hair over the plot area of `MouseGraph`; drawing it once more at the same place erases it.

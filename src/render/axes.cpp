@@ -40,6 +40,7 @@ struct AxisDrawing {
 
 void draw_axis_line(AxisDrawing const& drawing) {
     AxisFrame const& frame = drawing.frame;
+    const RestoreScope width(drawing.surface.state.DrawWidth, std::max<int>(drawing.axis.AxisThickness, 1));
     drawing.surface.Line(frame.at(frame.along_low(), frame.own.line),
                          frame.at(frame.along_high(), frame.own.line), LineShape::Segment,
                          drawing.axis.AxisColor);
@@ -48,9 +49,10 @@ void draw_axis_line(AxisDrawing const& drawing) {
 void draw_tick(AxisDrawing const& drawing, PlacedTick const& tick, AxisEdge edge) {
     Axis const& axis = drawing.axis;
     double const length = axis.AxisTickLength * (tick.kind == TickKind::Major ? 1.0 : minor_tick_share);
-    double const inside = axis.AxisTicksInside ? length : 0;
-    double const outside = axis.AxisTicksOutside ? length : 0;
-    if (inside == outside && inside == 0) return;
+    if (length == 0 || !(axis.AxisTicksInside || axis.AxisTicksOutside)) return;
+    // A tick has its length beside the line, however thick that is.
+    double const inside = axis.AxisTicksInside ? length + drawing.frame.half_line : 0;
+    double const outside = axis.AxisTicksOutside ? length + drawing.frame.half_line : 0;
     drawing.surface.Line(drawing.frame.at(tick.along, edge.line - edge.outward * inside),
                          drawing.frame.at(tick.along, edge.line + edge.outward * outside), LineShape::Segment,
                          axis.AxisColor);
@@ -60,17 +62,15 @@ void draw_label(AxisDrawing const& drawing, PlacedTick const& tick) {
     if (tick.label.empty() || !tick.show_label) return;
     AxisFrame const& frame = drawing.frame;
     LabelLayout const& layout = drawing.labels;
-    // Labels start at the anchor and run down or leftward, so on a far side it lies beyond them.
-    double const distance = layout.gap + (frame.far_side ? layout.extent : 0);
-    const Point anchor = frame.at(tick.along, frame.own.line + frame.own.outward * distance);
+    const Point anchor =
+        frame.at(tick.along, frame.own.line + frame.own.outward * layout.anchor_distance(tick));
     PrintText(drawing.state, drawing.surface, tick.label,
-              {anchor, layout.horizontal, layout.vertical, drawing.axis.AxisLabelsHoriz},
+              {anchor, layout.horizontal, layout.vertical, layout.angle_degrees, true},
               {drawing.axis.AxisLabelFont, drawing.axis.AxisLabelColor});
 }
 
 void draw_own_edge(AxisDrawing const& drawing) {
     draw_axis_line(drawing);
-    drawing.surface.state.DrawWidth = std::max<int>(drawing.axis.AxisTickThickness, 1);
     for (PlacedTick const& tick : drawing.ticks) {
         GridLine(drawing.state, drawing.surface, tick.along,
                  {drawing.frame.kind, tick.kind == TickKind::Major});
@@ -82,26 +82,24 @@ void draw_own_edge(AxisDrawing const& drawing) {
 // Twips from the axis line to the title: past the ticks and the labels.
 double distance_to_title(AxisDrawing const& drawing) {
     Axis const& axis = drawing.axis;
+    double const ticks = drawing.frame.half_line + (axis.AxisTicksOutside ? axis.AxisTickLength : 0);
     double const shift = axis.AxisTitleShift * drawing.frame.units_per_mm;
-    if (drawing.frame.kind == AxisKind::Y)
-        return round_half_even(std::max(drawing.labels.gap, 0.0) + drawing.labels.extent - shift);
-    return round_half_even(drawing.labels.extent - shift) + (axis.AxisTicksOutside ? axis.AxisTickLength : 0);
+    double const labels_begin = std::max({drawing.labels.gap, ticks, drawing.frame.taken});
+    return round_half_even(labels_begin + drawing.labels.extent - shift);
 }
 
 // Upright beside an x axis: the title's top lies at the anchor. Upward beside a y axis: the title is
 // centred on its length and, across, on the anchor.
-TextPlace title_place(AxisDrawing const& drawing, double distance) {
+TextPlace title_place(AxisDrawing const& drawing, TextBlock const& title, double distance) {
     AxisFrame const& frame = drawing.frame;
-    double const height = drawing.surface.TextHeight("A");
     if (frame.kind == AxisKind::X) {
-        double const far_room = frame.far_side ? height : 0;
+        double const far_room = frame.far_side ? title.height : 0;
         return {frame.at(frame.along_middle(), frame.own.line + frame.own.outward * (distance + far_room)),
-                Align::Centre, Align::Start, 0};
+                Align::Centre, Align::Start, 0, true};
     }
-    double const width = drawing.surface.TextWidth(drawing.axis.AxisTitle);
-    double const start = frame.along_low() + std::trunc(frame.plot.height / 2) + std::trunc(width / 2);
-    return {frame.at(start, frame.own.line + frame.own.outward * (distance + height / 2)), Align::Start,
-            Align::Centre, 90};
+    double const start = frame.along_low() + std::trunc(frame.plot.height / 2) + std::trunc(title.width / 2);
+    return {frame.at(start, frame.own.line + frame.own.outward * (distance + title.height / 2)), Align::Start,
+            Align::Centre, 90, true};
 }
 
 // Draws the title and returns the twips the axis has used up on its side.
@@ -110,20 +108,22 @@ double draw_title(AxisDrawing const& drawing) {
     Axis const& axis = drawing.axis;
     if (!axis.AxisShowTitle) return distance + drawing.surface.TextHeight("A");
     SetGraphFont(drawing.state, drawing.surface, axis.AxisTitleFont);
-    PrintText(drawing.state, drawing.surface, axis.AxisTitle, title_place(drawing, distance),
+    const TextBlock title = text_block(drawing.surface, axis.AxisTitle);
+    PrintText(drawing.state, drawing.surface, axis.AxisTitle, title_place(drawing, title, distance),
               {axis.AxisTitleFont, axis.AxisTitleColor});
-    return distance + 2 * drawing.surface.TextHeight("A");
+    return distance + title.height + drawing.surface.TextHeight("A");
 }
 
 void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis& axis) {
     Graph const& graph = current_graph(state);
     const AxisSpan range = settle_axis_range(state, axis);
     if (!is_current(state, graph)) return; // a handler of GraphScaleChanged has taken it away
-    AxisDrawing drawing{state, surface, axis, axis_frame(state, axis), {}, {}};
+    AxisDrawing drawing{state, surface, axis, axis_frame(state, surface, axis), {}, {}};
     SetGraphFont(state, surface, axis.AxisLabelFont);
     drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range);
     drawing.labels = label_layout(surface, drawing.frame, axis, drawing.ticks);
     if (state.ThinTickLabels) thin_labels(surface, drawing.frame, axis, drawing.ticks);
+    const RestoreScope width(surface.state.DrawWidth, std::max<int>(axis.AxisTickThickness, 1));
     draw_own_edge(drawing);
     double const used = draw_title(drawing);
     if (axis.AxisTicksBothEnds)
@@ -139,7 +139,9 @@ void draw_axis(ControlState& state, DrawSurface& surface, std::int16_t index, Ax
     if (first) stack_offset(state, kind, false) = stack_offset(state, kind, true) = 0;
     Axis& axis = at(graph.Axes, index);
     if (!axis.AxisHide) draw_visible_axis(state, surface, axis);
-    if (kind == AxisKind::X) graph.TopAxesHeight = static_cast<float>(state.AxisStackOffsets.far);
+    if (kind == AxisKind::X)
+        graph.TopAxesHeight = static_cast<float>(std::max<double>(
+            state.AxisStackOffsets.far, reach_of_opposite_axes(state, surface, AxisKind::X, true)));
     surface.state.ForeColor = 0;
 }
 
@@ -156,7 +158,7 @@ void draw_graph_title(ControlState& state, DrawSurface& surface) {
     double const x = plot.left + plot.width / 2 + (graph.GraphTitleHShift + 1) * state.UnitsPerMmX;
     double const y = plot.top - graph.TopAxesHeight - (graph.GraphTitleVShift + 1) * state.UnitsPerMmY;
     PrintText(state, surface, at(state.GraphTitles, state.CurrentGraph),
-              {{std::max(0.0, x), std::max(0.0, y)}, Align::Centre, Align::End, 0},
+              {{std::max(0.0, x), std::max(0.0, y)}, Align::Centre, Align::End, 0, true},
               {graph.GraphTitleFont, graph.GraphTitleColor});
 }
 

@@ -2,9 +2,22 @@
 
 #include "render/plot_geometry.h"
 
+#include <algorithm>
+
 namespace qv::render {
 
 using graph::AxisKind;
+
+namespace {
+
+// Of an odd number of pixels as many lie on either side of the middle one; an even number has one more inside
+// or outside, which counts on both.
+double half_line(DrawSurface const& surface, graph::Axis const& axis) {
+    double const pixel = axis.AxisXY == AxisKind::X ? surface.TwipsPerPixelY() : surface.TwipsPerPixelX();
+    return axis.AxisThickness / 2 * pixel;
+}
+
+} // namespace
 
 std::int32_t& stack_offset(graph::ControlState& state, AxisKind kind, bool far_side) {
     auto& offsets = state.AxisStackOffsets;
@@ -12,18 +25,33 @@ std::int32_t& stack_offset(graph::ControlState& state, AxisKind kind, bool far_s
     return far_side ? offsets.right : offsets.left;
 }
 
-AxisFrame axis_frame(graph::ControlState& state, graph::Axis const& axis) {
+double reach_of_opposite_axes(graph::ControlState& state, DrawSurface const& surface, AxisKind kind,
+                              bool far_side) {
+    double reach = 0;
+    for (graph::Axis const& axis : graph::current_graph(state).Axes) {
+        bool const is_here = axis.AxisXY == kind && axis.AxisFarSide != far_side && axis.AxisTicksBothEnds;
+        if (!is_here || axis.AxisHide) continue;
+        double const outside = axis.AxisTicksOutside ? axis.AxisTickLength : 0;
+        reach = std::max(reach, half_line(surface, axis) + outside);
+    }
+    return reach;
+}
+
+AxisFrame axis_frame(graph::ControlState& state, DrawSurface const& surface, graph::Axis const& axis) {
     AxisFrame frame;
     frame.kind = axis.AxisXY;
     frame.far_side = axis.AxisFarSide;
     frame.plot = plot_box(graph::current_graph(state));
     bool const is_x = frame.kind == AxisKind::X;
     frame.units_per_mm = is_x ? state.UnitsPerMmY : state.UnitsPerMmX;
+    frame.half_line = half_line(surface, axis);
     const AxisEdge near = is_x ? AxisEdge{frame.plot.bottom(), 1} : AxisEdge{frame.plot.left, -1};
     const AxisEdge far = is_x ? AxisEdge{frame.plot.top, -1} : AxisEdge{frame.plot.right(), 1};
     frame.own = frame.far_side ? far : near;
     frame.opposite = frame.far_side ? near : far;
-    frame.own.line += frame.own.outward * stack_offset(state, frame.kind, frame.far_side);
+    std::int32_t const offset = stack_offset(state, frame.kind, frame.far_side);
+    frame.own.line += frame.own.outward * offset;
+    if (offset == 0) frame.taken = reach_of_opposite_axes(state, surface, frame.kind, frame.far_side);
     return frame;
 }
 

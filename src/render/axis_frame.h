@@ -20,6 +20,8 @@ struct AxisFrame {
     AxisEdge own;            // where the axis line lies, moved out by the axes before it
     AxisEdge opposite;       // the plot area's other edge
     double units_per_mm = 0; // across the axis
+    double half_line = 0;    // twips from the middle of the axis line to its outer edge, at most
+    double taken = 0;        // twips out of the plot area that ticks of axes on the other side take here
 
     double along_low() const { return kind == graph::AxisKind::X ? plot.left : plot.top; }
     double along_high() const { return kind == graph::AxisKind::X ? plot.right() : plot.bottom(); }
@@ -30,7 +32,12 @@ struct AxisFrame {
     }
 };
 
-AxisFrame axis_frame(graph::ControlState& state, graph::Axis const& axis);
+AxisFrame axis_frame(graph::ControlState& state, DrawSurface const& surface, graph::Axis const& axis);
+
+/// How far axes that stand on the other side, and have ticks on both ends, reach out of this edge of the
+/// current graph's plot area, twips.
+double reach_of_opposite_axes(graph::ControlState& state, DrawSurface const& surface, graph::AxisKind kind,
+                              bool far_side);
 
 /// The running offset of the side an axis stands on.
 std::int32_t& stack_offset(graph::ControlState& state, graph::AxisKind kind, bool far_side);

@@ -49,7 +49,8 @@ AxisSpan automatic_range(ControlState& state, Axis& axis) {
                            axis.AxisMajorDivs,
                            axis.AxisMinorDivs,
                            axis.AxisDP,
-                           axis.AxisLog};
+                           axis.AxisLog,
+                           !axis.AxisRescale}; // narrow data may make an axis linear, zooming may not
     scale::AutoScale(state, range);
     axis.AxisMajorDivs = range.major_divs;
     axis.AxisMinorDivs = range.minor_divs;

@@ -219,11 +219,12 @@ void draw_points(Plotting& plotting, DataSet const& set, std::int16_t index) {
 }
 
 void draw_curve(Plotting& plotting, DataSet const& set) {
-    if (set.MathFunc.empty() || set.DataLineStyle == line_none) return;
+    auto const style = curve_style(set);
+    if (!style) return;
     const graph::SelectedAxesScope selection(plotting.graph);
     plotting.graph.SelectedXAxis = set.xAxisIndex;
     plotting.graph.SelectedYAxis = set.yAxisIndex;
-    set_line_pen(plotting.surface, set, set.DataLineStyle == line_solid ? DrawStyle::Solid : DrawStyle::Dot);
+    set_line_pen(plotting.surface, set, *style);
     draw_function(plotting.state, plotting.surface, set, line_mapping(plotting));
 }
 
@@ -246,6 +247,11 @@ void draw_data_text(Plotting& plotting, DataSet const& set) {
 }
 
 } // namespace
+
+std::optional<DrawStyle> curve_style(DataSet const& set) {
+    if (set.MathFunc.empty() || set.DataLineStyle == line_none) return std::nullopt;
+    return set.DataLineStyle == line_solid ? DrawStyle::Solid : DrawStyle::Dot;
+}
 
 void PlotDataSets(ControlState& state, DrawSurface& surface) {
     trapped(state, "PlotDataSets", [&] {

@@ -4,6 +4,7 @@
 #include "graph/model/ControlState.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace qv::render {
 
@@ -15,6 +16,9 @@ constexpr std::int16_t line_dotted = 2;
 constexpr std::int16_t line_smooth = 3;
 constexpr std::int16_t line_area = 4;
 constexpr std::int16_t line_outlined_area = 5;
+
+/// The pen of a data set's function; none where no function is drawn.
+std::optional<DrawStyle> curve_style(graph::DataSet const& set);
 
 /// Draws all data sets of the current graph, clipped to its plot area.
 void PlotDataSets(graph::ControlState& state, DrawSurface& surface);

@@ -12,6 +12,7 @@
 #include "scale/numeric.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace qv::render {
@@ -70,7 +71,7 @@ Table measure(ControlState& state, DrawSurface& surface, Graph const& graph) {
         DataSet const& set = at(graph.DataSets, i);
         if (!has_row(set)) continue;
         table.rows.push_back({i, table.lines});
-        for (const std::string_view line : split(set.DataLegend, "\r\n")) {
+        for (const std::string_view line : lines_of(set.DataLegend)) {
             table.widest_text = std::max(table.widest_text, surface.TextWidth(line));
             ++table.lines;
         }
@@ -118,8 +119,18 @@ void draw_box(ControlState& state, DrawSurface& surface, Graph const& graph) {
     surface.state.DrawWidth = 1;
 }
 
-void draw_line_sample(DrawSurface& surface, DataSet const& set, Point centre, double half_length) {
-    surface.state.draw_style = set.DataLineStyle == line_dotted ? DrawStyle::Dot : DrawStyle::Solid;
+/// The line that stands for a data set: of its points where those make a line, else of its function.
+std::optional<DrawStyle> sample_line(DataSet const& set) {
+    bool const line_of_points = set.DataLineStyle > line_none && !is_area(set);
+    auto const curve = curve_style(set);
+    if (curve && !(line_of_points && set.DataSetPointCount() > 0)) return curve;
+    if (!line_of_points) return std::nullopt;
+    return set.DataLineStyle == line_dotted ? DrawStyle::Dot : DrawStyle::Solid;
+}
+
+void draw_line_sample(DrawSurface& surface, DataSet const& set, DrawStyle style, Point centre,
+                      double half_length) {
+    surface.state.draw_style = style;
     surface.state.DrawWidth = std::max<int>(1, set.DataLineThickness);
     surface.Line({centre.x - half_length, centre.y}, {centre.x + half_length, centre.y}, LineShape::Segment,
                  set.DataLineColor);
@@ -155,8 +166,8 @@ struct RowPlace {
 void draw_samples(ControlState& state, DrawSurface& surface, DataSet& set, std::int16_t index,
                   RowPlace const& place) {
     const Point middle{place.text_x - sample_to_text_twips, place.middle_y};
-    if (set.DataLineStyle > line_none && !is_area(set))
-        draw_line_sample(surface, set, middle, half_line_sample_mm * state.UnitsPerMmX);
+    if (auto const style = sample_line(set))
+        draw_line_sample(surface, set, *style, middle, half_line_sample_mm * state.UnitsPerMmX);
     std::int16_t const symbol = sample_symbol(set);
     if (set.DataSetPointCount() > 0)
         DataPoint(state, surface,

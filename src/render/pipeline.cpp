@@ -48,25 +48,40 @@ void show_empty_page(ControlState& state) {
     show(state);
 }
 
-// The plot area's frame over the data, one pair of opposite edges for each kind of axis.
+// What an edge of the plot area is drawn like.
+struct FrameEdge {
+    Axis const* axis = nullptr; // nullptr: not drawn
+    int thickness = 1;          // pixels
+};
+
+// An edge is the line of the first axis that stands on it. Without one it has the colour of the first axis of
+// its kind, and that one's thickness where it has its ticks; a far edge without ticks is not drawn.
+FrameEdge frame_edge(Graph const& graph, AxisKind kind, bool far_side) {
+    auto const thickness = [](Axis const& axis) { return std::max<int>(1, axis.AxisThickness); };
+    for (Axis const& axis : graph.Axes)
+        if (axis.AxisXY == kind && axis.AxisFarSide == far_side && !axis.AxisHide)
+            return {&axis, thickness(axis)};
+    Axis const& first = at(graph.Axes, AxisLevelIndex(graph, kind, 1));
+    if (first.AxisTicksBothEnds || first.AxisFarSide == far_side) return {&first, thickness(first)};
+    return far_side ? FrameEdge{} : FrameEdge{&first, 1};
+}
+
+// The plot area's frame over the data.
 void draw_plot_frame(ControlState& state, DrawSurface& surface) {
     Graph& graph = current_graph(state);
     const Box plot = plot_box(graph);
-    auto const edge = [&](Point from, Point to, Axis const& axis, int thickness) {
-        surface.state.DrawWidth = std::max(1, thickness);
-        surface.Line(from, to, LineShape::Box, axis.AxisColor);
+    auto const draw = [&](Point from, Point to, AxisKind kind, bool far_side) {
+        auto const [axis, thickness] = frame_edge(graph, kind, far_side);
+        if (axis == nullptr) return;
+        surface.state.DrawWidth = thickness;
+        surface.Line(from, to, LineShape::Box, axis->AxisColor);
     };
     const Point left_top{plot.left, plot.top}, right_top{plot.right(), plot.top};
     const Point left_bottom{plot.left, plot.bottom()}, right_bottom{plot.right(), plot.bottom()};
-
-    Axis const& x_axis = at(graph.Axes, AxisLevelIndex(graph, AxisKind::X, 1));
-    int const x_thickness = selected_x_axis(graph).AxisThickness;
-    if (x_axis.AxisTicksBothEnds) edge(left_top, right_top, x_axis, x_thickness);
-    edge(left_bottom, right_bottom, x_axis, x_thickness);
-
-    Axis const& y_axis = at(graph.Axes, AxisLevelIndex(graph, AxisKind::Y, 1));
-    edge(left_top, left_bottom, y_axis, y_axis.AxisThickness);
-    if (y_axis.AxisTicksBothEnds) edge(right_top, right_bottom, y_axis, y_axis.AxisThickness);
+    draw(left_top, right_top, AxisKind::X, true);
+    draw(left_bottom, right_bottom, AxisKind::X, false);
+    draw(left_top, left_bottom, AxisKind::Y, false);
+    draw(right_top, right_bottom, AxisKind::Y, true);
     surface.state.DrawWidth = 1;
 }
 

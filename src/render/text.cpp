@@ -5,6 +5,7 @@
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace qv::render {
@@ -50,17 +51,19 @@ Point line_start(Point anchor, double along, double across, Turn turn) {
 void print_lines(DrawSurface& surface, std::string_view text, TextPlace const& place) {
     double const angle = place.angle_degrees * radians_per_degree;
     const Turn turn = place.angle_degrees == 0 ? Turn{} : Turn{std::sin(angle), std::cos(angle)};
+    bool const widths_count = place.as_block || place.horizontal != Align::Start;
+    const TextBlock block = place.as_block ? text_block(surface, text) : TextBlock{};
     Point anchor = place.anchor;
     double line_height = -1;
-    for (const std::string_view line : split(text, "\r\n")) {
-        double const height = surface.TextHeight(line);
-        if (line_height < 0) line_height = height;
-        double const along =
-            place.horizontal == Align::Start ? 0 : shift(place.horizontal, surface.TextWidth(line));
+    for (const std::string_view line : lines_of(text)) {
+        const TextBlock own{widths_count ? surface.TextWidth(line) : 0, surface.TextHeight(line)};
+        if (line_height < 0) line_height = own.height;
+        TextBlock const& placed = place.as_block ? block : own;
+        double const along = shift(place.horizontal, placed.width) - (placed.width - own.width) / 2;
+        double const across = whole_shift(place.vertical, placed.height);
         // The device turns text in tenths of a degree held in 16 bits.
         double const tenths = to_i16(place.angle_degrees * 10);
-        surface.Text(
-            {line, line_start(anchor, along, whole_shift(place.vertical, height), turn), tenths / 10});
+        surface.Text({line, line_start(anchor, along, across, turn), tenths / 10});
         anchor = {anchor.x + line_height * turn.sine, anchor.y + line_height * turn.cosine};
     }
 }
@@ -82,6 +85,14 @@ void SetGraphFont(graph::ControlState& state, DrawSurface& surface, std::string_
         surface.state.font = details.font;
         if (details.has_color) surface.state.ForeColor = details.color;
     });
+}
+
+TextBlock text_block(DrawSurface& surface, std::string_view text) {
+    auto const lines = lines_of(text);
+    // Every line stands one height of the first below the one before.
+    TextBlock block{0, surface.TextHeight(lines[0]) * static_cast<double>(lines.size())};
+    for (const std::string_view line : lines) block.width = std::max(block.width, surface.TextWidth(line));
+    return block;
 }
 
 void PrintText(graph::ControlState& state, DrawSurface& surface, std::string_view text,

@@ -32,6 +32,7 @@ struct TextPlace {
     Align horizontal = Align::Start;
     Align vertical = Align::Start;
     std::int16_t angle_degrees = 0;
+    bool as_block = false; // the lines, centred on one another, are placed together instead of one by one
 };
 
 /// Font specification and colour; colour -1 keeps the surface's own, a "#" in the font overrides it.
@@ -40,7 +41,14 @@ struct TextStyle {
     Color color = -1;
 };
 
-/// Prints a text whose lines are separated by "\r\n".
+/// What a text of one or more lines takes in the surface's current font, twips.
+struct TextBlock {
+    double width = 0; // of the widest line
+    double height = 0;
+};
+TextBlock text_block(DrawSurface& surface, std::string_view text);
+
+/// Prints a text whose lines are separated by "\n" or "\r\n".
 void PrintText(graph::ControlState& state, DrawSurface& surface, std::string_view text,
                TextPlace const& place, TextStyle const& style);
 

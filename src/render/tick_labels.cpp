@@ -17,21 +17,72 @@ using graph::AxisKind;
 using graph::AxisMode;
 
 constexpr std::int16_t label_digits = 6;
+constexpr double label_tolerance = 0.01; // of the distance to the next major tick
 
-std::string number_label(Axis const& axis, double value) {
-    std::int16_t automatic_style = 2;
-    return scale::Format_Real(value, label_digits, automatic_style, 1, axis.AxisTextLabels);
-}
+// A label leads along the axis, or straight away from it, when its direction is this close.
+constexpr double straight = 1e-6;
 
-// Labels along the axis: an x axis's upright ones and a y axis's at 90 degrees.
-bool labels_run_along(AxisFrame const& frame, Axis const& axis) {
-    return axis.AxisLabelsHoriz == (frame.kind == AxisKind::X ? 0 : 90);
-}
+/// How far one step along a label's text, and one down its lines, leads away from the plot area.
+struct LabelTurn {
+    double along_text = 0;
+    double down_lines = 0;
+    bool runs_along_axis() const { return std::abs(along_text) < straight; }
+};
 
-// Share of a label's width that lies across the axis.
-double across_share(AxisFrame const& frame, Axis const& axis) {
+LabelTurn label_turn(AxisFrame const& frame, Axis const& axis) {
     double const angle = axis.AxisLabelsHoriz * std::numbers::pi / 180;
-    return std::abs(frame.kind == AxisKind::X ? std::sin(angle) : std::cos(angle));
+    double const outward = frame.own.outward;
+    if (frame.kind == AxisKind::X) return {-std::sin(angle) * outward, std::cos(angle) * outward};
+    return {std::cos(angle) * outward, std::sin(angle) * outward};
+}
+
+// To the nearest other value; the range where there is none.
+double distance_to_next(std::vector<double> const& sorted, double value, AxisSpan const& range) {
+    double distance = std::abs(range.high - range.low);
+    auto const [same, above] = std::ranges::equal_range(sorted, value);
+    if (same != sorted.begin()) distance = std::min(distance, value - *std::prev(same));
+    if (above != sorted.end()) distance = std::min(distance, *above - value);
+    return distance;
+}
+
+std::vector<scale::ShownNumber> shown_numbers(std::vector<PlacedTick const*> const& majors,
+                                              AxisSpan const& range) {
+    std::vector<double> sorted;
+    for (PlacedTick const* tick : majors) sorted.push_back(tick->value);
+    std::ranges::sort(sorted);
+    std::vector<scale::ShownNumber> numbers;
+    for (PlacedTick const* tick : majors)
+        numbers.push_back({tick->value, label_tolerance * distance_to_next(sorted, tick->value, range)});
+    return numbers;
+}
+
+void label_with_numbers(Axis const& axis, std::vector<PlacedTick>& ticks, AxisSpan const& range) {
+    std::vector<PlacedTick*> majors;
+    for (PlacedTick& tick : ticks)
+        if (tick.kind == TickKind::Major) majors.push_back(&tick);
+    if (!axis.AxisTextLabels.empty()) {
+        for (PlacedTick* tick : majors) tick->label = scale::EasyFormat(tick->value, 0, axis.AxisTextLabels);
+        return;
+    }
+    const std::vector<std::string> texts =
+        scale::number_texts(shown_numbers({majors.begin(), majors.end()}, range), label_digits);
+    for (std::size_t i = 0; i < majors.size(); ++i) majors[i]->label = texts[i];
+}
+
+// The values between which ticks are looked for. A logarithmic axis has them where it is seen: a zoomed one
+// is rounded far beyond that. Labels counted off belong to the whole range.
+TickScale tick_scale(Axis const& axis, AxisSpan const& range, double pixel_share) {
+    bool const counted = axis.has_mode(AxisMode::TextLabels);
+    bool const as_seen = axis.AxisLog && !counted;
+    return {.low = as_seen ? axis.AxisValue1 : range.low,
+            .high = as_seen ? axis.AxisValue2 : range.high,
+            .major_divs = axis.AxisMajorDivs,
+            .minor_divs = axis.AxisMinorDivs,
+            .is_log = axis.AxisLog,
+            .majors_are_powers = counted,
+            .pixel_share = pixel_share,
+            .given_majors = axis.major_tick_values,
+            .given_minors = axis.minor_tick_values};
 }
 
 bool overlap_with_stride(std::vector<PlacedTick const*> const& labelled, std::size_t stride, double padding,
@@ -54,9 +105,7 @@ std::vector<PlacedTick> place_ticks(graph::ControlState& state, DrawSurface& sur
     const scale::AxisMap map = is_x ? scale::x_map(graph, axis) : scale::y_map(graph, axis);
     double const pixel = is_x ? surface.TwipsPerPixelX() : surface.TwipsPerPixelY();
     double const length = std::max(frame.along_high() - frame.along_low(), 1.0);
-    const std::vector<Tick> ticks =
-        axis_ticks({range.low, range.high, axis.AxisMajorDivs, axis.AxisMinorDivs, axis.AxisLog,
-                    pixel / length, axis.major_tick_values, axis.minor_tick_values});
+    const std::vector<Tick> ticks = axis_ticks(tick_scale(axis, range, pixel / length));
     bool const given_labels = axis.has_mode(AxisMode::TextLabels);
     std::string_view text_labels = axis.AxisTextLabels;
     std::vector<PlacedTick> placed;
@@ -72,42 +121,54 @@ std::vector<PlacedTick> place_ticks(graph::ControlState& state, DrawSurface& sur
         double const place = std::floor(along / pixel + 0.5);
         if (major && place == last_major) continue;
         if (major) last_major = place;
-        if (major && !given_labels) label = number_label(axis, tick.value);
-        if (!axis.AxisShowLabels) label.clear();
-        double const width = label.empty() ? 0 : surface.TextWidth(label);
-        placed.push_back({along, tick.kind, std::move(label), width});
+        placed.push_back({along, tick.kind, tick.value, std::move(label), {}});
+    }
+    if (!given_labels) label_with_numbers(axis, placed, range);
+    for (PlacedTick& tick : placed) {
+        if (!axis.AxisShowLabels) tick.label.clear();
+        if (!tick.label.empty()) tick.label_size = text_block(surface, tick.label);
     }
     return placed;
 }
 
 LabelLayout label_layout(DrawSurface& surface, AxisFrame const& frame, Axis const& axis,
                          std::vector<PlacedTick> const& ticks) {
-    bool const is_x = frame.kind == AxisKind::X;
+    const LabelTurn turn = label_turn(frame, axis);
     LabelLayout layout;
-    layout.gap =
-        (axis.AxisTicksOutside ? 2.0 * axis.AxisTickLength : 0) - axis.AxisLabelShift * frame.units_per_mm;
-    if (is_x) layout.gap /= 2;
-    if (labels_run_along(frame, axis)) {
-        layout.vertical = is_x ? Align::Start : Align::End;
-        if (axis.AxisShowLabels) layout.extent = surface.TextHeight("A");
-    } else {
-        layout.horizontal = Align::End;
-        layout.vertical = Align::Centre;
-        double widest = 0;
-        for (PlacedTick const& tick : ticks) widest = std::max(widest, tick.label_width);
-        layout.extent = widest * across_share(frame, axis);
+    layout.angle_degrees = axis.AxisLabelsHoriz;
+    double const share = frame.kind == AxisKind::X ? 0.5 : 1;
+    double const past_ticks = axis.AxisTicksOutside ? share * 2 * axis.AxisTickLength : 0;
+    layout.gap = std::max(frame.half_line + past_ticks, frame.taken)
+                 - share * axis.AxisLabelShift * frame.units_per_mm;
+    double const along_text = std::abs(turn.along_text), down_lines = std::abs(turn.down_lines);
+    if (axis.AxisShowLabels && turn.runs_along_axis()) layout.extent = surface.TextHeight("A");
+    for (PlacedTick const& tick : ticks)
+        layout.extent =
+            std::max(layout.extent, tick.label_size.width * along_text + tick.label_size.height * down_lines);
+    if (turn.runs_along_axis()) {
+        layout.horizontal = Align::Centre;
+        layout.vertical = turn.down_lines > 0 ? Align::Start : Align::End;
+        return layout;
     }
+    // The end of a text that is nearer to the axis stands at its tick.
+    layout.horizontal = turn.along_text < 0 ? Align::End : Align::Start;
+    layout.height_inside = down_lines / 2;
+    // Numbers that lead straight away from a far side are a column, flush at its outer edge.
+    layout.flush = frame.far_side && down_lines < straight && turn.along_text > 0;
+    if (layout.flush) layout.horizontal = Align::End;
     return layout;
 }
 
 void thin_labels(DrawSurface& surface, AxisFrame const& frame, Axis const& axis,
                  std::vector<PlacedTick>& ticks) {
     double const height = surface.TextHeight("A");
-    bool const along = labels_run_along(frame, axis);
-    double const share = across_share(frame, axis);
+    const LabelTurn turn = label_turn(frame, axis);
+    bool const along = turn.runs_along_axis();
     auto const size_along = [&](PlacedTick const& tick) {
         if (tick.label.empty()) return 0.0;
-        return along ? tick.label_width : std::min(tick.label_width, height / std::max(share, 0.1));
+        if (along) return tick.label_size.width;
+        return std::min(tick.label_size.width,
+                        tick.label_size.height / std::max(std::abs(turn.along_text), 0.1));
     };
     std::vector<PlacedTick const*> labelled;
     for (PlacedTick const& tick : ticks)

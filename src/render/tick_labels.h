@@ -14,8 +14,9 @@ namespace qv::render {
 struct PlacedTick {
     double along = 0; // page coordinate along the axis, twips
     TickKind kind = TickKind::Major;
+    double value = 0;
     std::string label;
-    double label_width = 0; // twips
+    TextBlock label_size; // nothing without a label
     bool show_label = true;
 };
 
@@ -23,12 +24,20 @@ struct PlacedTick {
 std::vector<PlacedTick> place_ticks(graph::ControlState& state, DrawSurface& surface, AxisFrame const& frame,
                                     graph::Axis const& axis, AxisSpan range);
 
-/// How the labels of an axis lie beside it.
+/// How the labels of an axis lie beside it: outside its line, whatever their angle. Lengths are twips across
+/// the axis, from the middle of its line.
 struct LabelLayout {
     Align horizontal = Align::Centre;
-    Align vertical = Align::Start;
-    double gap = 0;    // twips between axis line and labels
-    double extent = 0; // twips the labels take across the axis
+    Align vertical = Align::Centre;
+    std::int16_t angle_degrees = 0;
+    double gap = 0;           // to the labels' inner edge
+    double extent = 0;        // of the labels
+    double height_inside = 0; // share of a label's height between its inner edge and its anchor
+    bool flush = false;       // the anchor is on the outer edge
+
+    double anchor_distance(PlacedTick const& tick) const {
+        return gap + (flush ? extent : 0) + height_inside * tick.label_size.height;
+    }
 };
 LabelLayout label_layout(DrawSurface& surface, AxisFrame const& frame, graph::Axis const& axis,
                          std::vector<PlacedTick> const& ticks);

@@ -40,7 +40,7 @@ void settle_log(AxisRange& range) {
     double const two_decades_below = range.high / 100;
     range.is_log = two_decades_below > 0;
     if (range.is_log && range.low <= 0) range.low = two_decades_below;
-    if (range.is_log && range.high / range.low < 2) range.is_log = false;
+    if (range.is_log && !range.keeps_log && range.high / range.low < 2) range.is_log = false;
 }
 
 double decades_between(double low, double high) {

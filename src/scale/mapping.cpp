@@ -153,4 +153,13 @@ void GetYCoord(graph::ControlState& state, std::int16_t index, float position, d
     });
 }
 
+double step_at(Axis const& axis, double value, double twips) {
+    if (axis.AxisLength <= 0) return 0;
+    double const share = twips / axis.AxisLength;
+    if (!axis.AxisLog) return std::abs(axis.AxisValue2 - axis.AxisValue1) * share;
+    if (!(value > 0 && axis.AxisValue1 > 0 && axis.AxisValue2 > 0)) return 0;
+    double const decline = -share * std::abs(std::log(axis.AxisValue2) - std::log(axis.AxisValue1));
+    return -value * std::expm1(decline);
+}
+
 } // namespace qv::scale

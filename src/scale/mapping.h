@@ -87,4 +87,8 @@ void PosY(graph::ControlState& state, double value, float& position);
 void GetXCoord(graph::ControlState& state, std::int16_t graph, float position, double& value);
 void GetYCoord(graph::ControlState& state, std::int16_t graph, float position, double& value);
 
+/// How far the values of two places on an axis are apart that lie this many twips from one another, one of
+/// them that of `value` and the other towards zero where the axis is logarithmic; 0 where there is no scale.
+double step_at(graph::Axis const& axis, double value, double twips);
+
 } // namespace qv::scale

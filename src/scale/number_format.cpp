@@ -5,6 +5,8 @@
 #include "base/text.h"
 #include "scale/numeric.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -73,6 +75,36 @@ std::string tidied(std::string text, bool drop_zeros) {
     return text;
 }
 
+// Whether a text reads back as a number within the tolerance; a number that is not finite has only one text.
+bool is_within(std::string const& text, ShownNumber const& number) {
+    double read = 0;
+    auto const result = std::from_chars(text.data(), text.data() + text.size(), read);
+    return result.ec != std::errc() || !std::isfinite(number.value)
+           || !(std::abs(read - number.value) > number.tolerance);
+}
+
+std::string written(double x, std::chars_format form, int decimals) {
+    std::array<char, 64> buffer;
+    auto const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), x, form, decimals).ptr;
+    return {buffer.data(), end};
+}
+
+// A number rounded at the decimal place that keeps it within the tolerance, fixed or scientific as
+// Format_Real chooses, but fixed for up to 16 digits.
+std::string text_within(ShownNumber const& number) {
+    constexpr int most_decimals = 16; // of the mantissa: a double has no more
+    double const x = number.value;
+    int const exponent = exponent_of(written(x, std::chars_format::scientific, most_decimals));
+    double const place = number.tolerance > 0 ? std::ceil(-std::log10(2 * number.tolerance)) : HUGE_VAL;
+    int const decimals =
+        static_cast<int>(std::clamp(place + exponent, 0.0, static_cast<double>(most_decimals)));
+    if (exponent < -1 || exponent >= most_decimals)
+        return tidied(shorten_exponent(written(x, std::chars_format::scientific, decimals), true), true);
+    const std::string text =
+        tidied(written(x, std::chars_format::fixed, std::max(decimals - exponent, 0)), true);
+    return text == "-0" ? "0" : text;
+}
+
 } // namespace
 
 std::string Format_Real(double x, std::int16_t DP, std::int16_t& Style, std::int16_t Mode,
@@ -101,6 +133,23 @@ std::string Format_Real(double x, std::int16_t DP, std::int16_t& Style, std::int
 std::string EasyFormat(double x, std::int16_t DP, std::string_view Fmt) {
     std::int16_t style = automatic_style;
     return Format_Real(x, DP, style, 1, Fmt);
+}
+
+std::vector<std::string> number_texts(std::span<ShownNumber const> numbers, std::int16_t DP) {
+    std::vector<std::string> texts;
+    bool all_within = true;
+    for (ShownNumber const& number : numbers) {
+        texts.push_back(EasyFormat(number.value, DP, ""));
+        all_within = all_within && is_within(texts.back(), number);
+    }
+    if (!all_within) std::ranges::transform(numbers, texts.begin(), text_within);
+    return texts;
+}
+
+std::string text_at_pixel(double x, std::int16_t DP, double pixel_step) {
+    if (!(pixel_step > 0)) return EasyFormat(x, DP, "");
+    const ShownNumber number{x, pixel_step / 4};
+    return number_texts({&number, 1}, DP)[0];
 }
 
 std::int16_t AxisDPx(double End1, double End2) {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qv::scale {
 
@@ -18,6 +20,20 @@ std::string Format_Real(double x, std::int16_t DP, std::int16_t& Style, std::int
 
 /// The same in automatic style without trailing zeros.
 std::string EasyFormat(double x, std::int16_t DP, std::string_view Fmt);
+
+/// A number to be written, and how far its text may be from it.
+struct ShownNumber {
+    double value = 0;
+    double tolerance = 0;
+};
+
+/// The texts of numbers that stand side by side: as EasyFormat writes them where each of those texts keeps
+/// within its number's tolerance, else all with as many digits as that takes.
+std::vector<std::string> number_texts(std::span<ShownNumber const> numbers, std::int16_t DP);
+
+/// The text of a number read off a page on which neighbouring pixels are `pixel_step` apart: EasyFormat's, or
+/// one with so many digits more that no two pixels have the same. A step of 0 asks for none.
+std::string text_at_pixel(double x, std::int16_t DP, double pixel_step);
 
 /// The DP, 3 to 9, that shows values of an axis between two ends with the digits its span needs.
 std::int16_t AxisDPx(double End1, double End2);

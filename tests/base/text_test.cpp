@@ -43,3 +43,11 @@ TEST_CASE("splitting keeps empty parts and replacing scans once") {
     CHECK(trim("  x y ") == "x y");
     CHECK(trim("   ").empty());
 }
+
+TEST_CASE("lines end with a line feed, with or without a carriage return") {
+    using Lines = std::vector<std::string_view>;
+    CHECK(lines_of("") == Lines{""});
+    CHECK(lines_of("one") == Lines{"one"});
+    CHECK(lines_of("one\ntwo\r\nthree\n") == Lines{"one", "two", "three", ""});
+    CHECK(lines_of("\r\n\n") == Lines{"", "", ""});
+}

@@ -5,6 +5,7 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace qv;
 using namespace qv::testing;
@@ -273,6 +274,43 @@ TEST_CASE("the read-out shows the coordinates while no button is held") {
     person.move(person.in_plot(0.3, 0.5));
     CHECK_FALSE(person.state.Label1.Visible);
     CHECK(person.heard.x == doctest::Approx(3));
+}
+
+TEST_CASE("the read-out tells neighbouring pixels apart") {
+    for (bool const is_log : {false, true}) {
+        CAPTURE(is_log);
+        PersonAtGraph person;
+        for (int const axis : {0, 1}) {
+            person.page.SetSelectedAxis(axis);
+            person.page.AxisScaleStyle({.Value1 = 10000, .Value2 = 10002, .MajorDivs = 4, .ScaleStyle = 1});
+            person.page.AxisLog(is_log);
+        }
+        person.page.Refresh();
+        Point const place = person.in_plot(0.3, 0.6);
+        std::string before;
+        for (int i = 0; i < 20; ++i) {
+            person.move({place.x + i * pixel, place.y});
+            const std::string text = person.state.Label1.Caption;
+            CHECK(text.substr(0, text.find(',')) != before);
+            before = text.substr(0, text.find(','));
+        }
+    }
+}
+
+TEST_CASE("a zoomed automatic logarithmic axis stays logarithmic until its data are narrow") {
+    Person person;
+    person.page.NewGraph("graph");
+    person.page.NewDataSet("line");
+    for (int i = 0; i <= 10; ++i) person.page.AddDataPoint(std::pow(10, i / 3.0), i);
+    person.page.SetSelectedAxis(0);
+    person.page.AxisLog(true);
+    person.page.Refresh();
+    CHECK(person.x_axis().AxisLog);
+    for (int i = 0; i < 8; ++i) person.drag(person.in_plot(0.4, 0.3), person.in_plot(0.6, 0.7));
+    CHECK(person.x_axis().AxisLog);
+    CHECK(person.x_axis().AxisValue2 / person.x_axis().AxisValue1 < 1.1);
+    person.page.Refresh();
+    CHECK(person.x_axis().AxisLog);
 }
 
 TEST_CASE("scroll bars move the span, keep its length, agree with reversed and logarithmic axes") {

@@ -4,7 +4,14 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <numbers>
+#include <random>
+#include <set>
 
 using namespace qv;
 using namespace qv::render;
@@ -30,6 +37,77 @@ struct AxisPage : TestControl {
         return page().log;
     }
 };
+
+/// From a place out of the plot area, twips.
+struct Reach {
+    double from = 1e9;
+    double to = -1e9;
+    void take(double value) {
+        from = std::min(from, value);
+        to = std::max(to, value);
+    }
+};
+
+/// How far a place lies out of a side of the plot area.
+double outward(Axis const& axis, Point place) {
+    if (axis.AxisXY == graph::AxisKind::X) return axis.AxisFarSide ? 1000 - place.y : place.y - 11000;
+    return axis.AxisFarSide ? place.x - 11000 : 1000 - place.x;
+}
+
+/// Where the texts that `is_meant` lie beside an axis, whatever their angle.
+Reach reach_of_texts(std::vector<std::string> const& log, Axis const& axis, auto is_meant) {
+    Reach reach;
+    for (std::string const& line : log) {
+        bool const turned = line.starts_with("turned ");
+        if (!turned && !line.starts_with("text ")) continue;
+        Point start;
+        REQUIRE(std::sscanf(line.c_str() + (turned ? 7 : 5), "%lf,%lf", &start.x, &start.y) == 2);
+        auto const quote = line.find('"'), end = line.rfind('"');
+        const std::string text = line.substr(quote + 1, end - quote - 1);
+        if (!is_meant(text)) continue;
+        double const angle = turned ? std::atof(line.c_str() + end + 5) * std::numbers::pi / 180 : 0;
+        for (double const along : {0.0, 100.0 * static_cast<double>(text.size())})
+            for (double const down : {0.0, 200.0})
+                reach.take(outward(axis, {start.x + along * std::cos(angle) + down * std::sin(angle),
+                                          start.y - along * std::sin(angle) + down * std::cos(angle)}));
+    }
+    return reach;
+}
+
+Reach reach_of_ticks(std::vector<std::string> const& log, Axis const& axis) {
+    Reach reach;
+    for (std::string const& line : log) {
+        Point from, to;
+        if (std::sscanf(line.c_str(), "line %lf,%lf %lf,%lf", &from.x, &from.y, &to.x, &to.y) != 4) continue;
+        bool const is_x = axis.AxisXY == graph::AxisKind::X;
+        if (is_x ? from.x != to.x : from.y != to.y) continue;
+        reach.take(outward(axis, from));
+        reach.take(outward(axis, to));
+    }
+    return reach;
+}
+
+bool is_number(std::string const& text) {
+    return text.find_first_not_of("-.e0123456789") == std::string::npos;
+}
+
+std::vector<std::string> numbers(std::vector<std::string> const& log) {
+    std::vector<std::string> found;
+    for (std::string const& line : log) {
+        if (!line.starts_with("text ") && !line.starts_with("turned ")) continue;
+        auto const quote = line.find('"');
+        const std::string text = line.substr(quote + 1, line.rfind('"') - quote - 1);
+        if (is_number(text)) found.push_back(text);
+    }
+    return found;
+}
+
+void set_range(Axis& axis, double first, double last, std::int16_t divisions) {
+    axis.AxisScale = 1;
+    axis.AxisValue1 = axis.ScaleMin = first;
+    axis.AxisValue2 = axis.ScaleMax = last;
+    axis.AxisMajorDivs = divisions;
+}
 
 } // namespace
 
@@ -185,4 +263,145 @@ TEST_CASE("divisions of any number draw in under a second") {
     axes.draw();
     CHECK(std::chrono::steady_clock::now() - start < std::chrono::seconds(20)); // sanitizers included
     CHECK(axes.events.errors.empty());
+}
+
+TEST_CASE("labels lie outside line and ticks, titles outside labels: any angle, side, thickness, lines") {
+    constexpr double rounding = 3; // twips: turned texts are placed with a rounded angle
+    for (auto const kind : {graph::AxisKind::X, graph::AxisKind::Y})
+        for (bool const far_side : {false, true})
+            for (int const thickness : {1, 9})
+                for (bool const ticks_across : {false, true})
+                    for (int angle = -180; angle <= 360; angle += 15) {
+                        CAPTURE(kind);
+                        CAPTURE(far_side);
+                        CAPTURE(thickness);
+                        CAPTURE(ticks_across);
+                        CAPTURE(angle);
+                        AxisPage axes;
+                        Axis& axis = kind == graph::AxisKind::X ? axes.x : axes.y;
+                        Axis& other = kind == graph::AxisKind::X ? axes.y : axes.x;
+                        set_range(axis, 0, 20000, 2);
+                        axis.AxisFarSide = far_side;
+                        axis.AxisThickness = static_cast<std::uint8_t>(thickness);
+                        axis.AxisLabelsHoriz = static_cast<std::int16_t>(angle);
+                        axis.AxisTicksOutside = !ticks_across;
+                        axis.AxisTitle = "one\ntwo\r\nthree";
+                        // The other axis of this kind has ticks that reach over to this side.
+                        other = axis;
+                        other.AxisHide = !ticks_across;
+                        other.AxisFarSide = !far_side;
+                        other.AxisTickLength = 300;
+                        other.AxisTicksOutside = other.AxisTicksBothEnds = true;
+                        other.AxisShowTitle = other.AxisShowLabels = false;
+                        auto const log = axes.draw();
+                        Reach const ticks = reach_of_ticks(log, axis);
+                        Reach const labels = reach_of_texts(log, axis, is_number);
+                        Reach const title =
+                            reach_of_texts(log, axis, [](auto const& text) { return !is_number(text); });
+                        CHECK(ticks.to >= 200);
+                        CHECK(labels.from >= (ticks_across ? ticks.to : thickness / 2 * 15) - rounding);
+                        CHECK(labels.to > labels.from);
+                        CHECK(title.from >= std::max(labels.to, ticks.to) - rounding);
+                        CHECK(title.to - title.from == doctest::Approx(600).epsilon(0.01));
+                        CHECK(axes.events.errors.empty());
+                    }
+}
+
+TEST_CASE("the title of a graph stands above the ticks that the x axis has on the far edge") {
+    AxisPage axes;
+    axes.x.AxisTicksOutside = axes.x.AxisTicksBothEnds = true;
+    axes.x.AxisTickLength = 300;
+    axes.x.AxisThickness = 5;
+    axes.state.GraphTitles[0] = "one\ntwo";
+    axes.page().log.clear();
+    GraphAxes(axes.state, axes.page(), AxesPass::Full);
+    Axis top = axes.x;
+    top.AxisFarSide = true;
+    Reach const title =
+        reach_of_texts(axes.page().log, top, [](auto const& text) { return text == "one" || text == "two"; });
+    CHECK(title.from >= 300 + 2 * 15);
+    CHECK(title.to - title.from == 400);
+}
+
+TEST_CASE("each axis line has its own thickness, whatever axes and ticks were drawn before") {
+    AxisPage axes;
+    axes.graph.Axes.push_back(axes.x);
+    axes.graph.Axes.push_back(axes.x);
+    Axis &second = axes.graph.Axes[2], &far_axis = axes.graph.Axes[3];
+    axes.x.AxisThickness = 3;
+    axes.x.AxisTickThickness = 6;
+    second.AxisThickness = 1;
+    far_axis.AxisThickness = 5;
+    far_axis.AxisFarSide = true;
+    axes.draw();
+    CHECK(axes.page().has("line 1000,11000 11000,11000 #000000 w3"));
+    CHECK(axes.page().has("line 1000,1000 11000,1000 #000000 w5"));
+    CHECK(axes.page().has("line 1000,1000 1000,11000 #000000 w1"));
+    CHECK(axes.page().lines("line 1000,116").front().ends_with("w1"));
+    CHECK(axes.page().state.DrawWidth == 1);
+}
+
+TEST_CASE("labels of one axis differ and are within a hundredth of a division of their values") {
+    AxisPage axes;
+    axes.y.AxisHide = true;
+    axes.x.AxisShowTitle = false;
+    set_range(axes.x, 10000, 10002, 4);
+    CHECK(numbers(axes.draw()) == std::vector<std::string>{"10000", "10000.5", "10001", "10001.5", "10002"});
+    axes.x.AxisTextLabels = "0"; // the host's own format
+    CHECK(numbers(axes.draw()) == std::vector<std::string>{"10000", "10001", "10001", "10002", "10002"});
+    axes.x.AxisTextLabels.clear();
+    std::mt19937_64 random(5);
+    std::uniform_real_distribution<double> share(-1, 1), magnitude(-290, 290), narrowness(-12, 1);
+    for (int i = 0; i < 2000; ++i) {
+        double const low = share(random) * std::pow(10, magnitude(random));
+        double const high = low + std::abs(low) * std::pow(10, narrowness(random));
+        auto const divisions = static_cast<std::int16_t>(1 + i % 10);
+        CAPTURE(low);
+        CAPTURE(high);
+        set_range(axes.x, low, high, divisions);
+        axes.x.AxisReverse = i % 2 == 1;
+        auto const labels = numbers(axes.draw());
+        REQUIRE(labels.size() == static_cast<std::size_t>(divisions) + 1);
+        REQUIRE(std::set<std::string>(labels.begin(), labels.end()).size() == labels.size());
+        for (std::size_t k = 0; k < labels.size(); ++k) {
+            double const value = low + (high - low) * (static_cast<double>(k) / divisions);
+            REQUIRE(std::abs(std::strtod(labels[k].c_str(), nullptr) - value)
+                    <= 0.0101 * (high - low) / divisions);
+        }
+    }
+}
+
+TEST_CASE("every logarithmic axis shows two numbers or more, and keeps its scale while it is zoomed") {
+    AxisPage axes;
+    axes.y.AxisHide = true;
+    axes.x.AxisShowTitle = false;
+    std::mt19937_64 random(8);
+    std::uniform_real_distribution<double> magnitude(-290, 290), narrowness(-9, 2);
+    for (int i = 0; i < 3000; ++i) {
+        double const low = std::pow(10, magnitude(random));
+        double const high = low * (1 + std::pow(10, narrowness(random)));
+        set_range(axes.x, i % 2 == 0 ? low : high, i % 2 == 0 ? high : low, static_cast<std::int16_t>(i % 7));
+        axes.x.AxisScale = i % 3 == 0 ? 0 : 1; // automatic, zoomed: no new data, no full range
+        axes.x.ScaleMax *= 1000;
+        axes.x.DataMin = low;
+        axes.x.DataMax = high * 1000;
+        axes.x.AxisNoData = false;
+        axes.x.AxisLog = true;
+        axes.x.AxisMinorDivs = 9;
+        CAPTURE(low);
+        CAPTURE(high);
+        auto const labels = numbers(axes.draw());
+        REQUIRE(axes.x.AxisLog);
+        REQUIRE(labels.size() >= 2);
+        REQUIRE(labels.size() <= 10);
+        REQUIRE(std::set<std::string>(labels.begin(), labels.end()).size() == labels.size());
+    }
+    CHECK(axes.events.errors.empty());
+    // New data may turn it linear.
+    axes.x.AxisScale = 0;
+    axes.x.AxisRescale = true;
+    axes.x.DataMin = 10;
+    axes.x.DataMax = 15;
+    axes.draw();
+    CHECK_FALSE(axes.x.AxisLog);
 }

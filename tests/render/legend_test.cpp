@@ -311,3 +311,27 @@ TEST_CASE("a handler may take the data or the graph away while the legend is dra
             CHECK(handler.errors.size() >= calls);
         }
 }
+
+TEST_CASE("the sample of a function is the line that the function is drawn with") {
+    struct {
+        std::int16_t line;
+        bool has_points;
+        std::string pen; // of the sample; empty: there is none
+    } const table[]{{0, false, ""},           {1, false, "w2"},        {2, false, "w2 dotted"},
+                    {3, false, "w2 dotted"},  {4, false, "w2 dotted"}, {5, false, "w2 dotted"},
+                    {-1, false, "w2 dotted"}, {9, false, "w2 dotted"}, {3, true, "w2"},
+                    {4, true, "w2 dotted"}};
+    for (auto const& row : table) {
+        CAPTURE(row.line);
+        CAPTURE(row.has_points);
+        LegendPage page;
+        DataSet& set = page.add_row("x", row.has_points ? std::vector<Point>{{1, 1}} : std::vector<Point>{});
+        set.MathFunc = "x";
+        set.DataLineStyle = row.line;
+        set.DataLineThickness = 2;
+        page.draw();
+        auto const lines = page.shown().lines("line 3450,2180 4050,2180");
+        REQUIRE(lines.size() == (row.pen.empty() ? 0 : 1));
+        if (!lines.empty()) CHECK(lines[0].ends_with("#000000 " + row.pen));
+    }
+}

@@ -100,6 +100,33 @@ TEST_CASE("border, plot area and frame lines") {
     CHECK(page.page().has("box 11000,1000 11000,11000 #000000 w1"));
 }
 
+TEST_CASE("an edge of the plot area is as thick as the axis that stands on it, and no other's") {
+    TwoGraphs page;
+    graph::Graph& graph = page.back;
+    graph.Axes.push_back(graph.Axes[0]);
+    auto &first = graph.Axes[0], &second = graph.Axes[2];
+    first.AxisHide = second.AxisHide = false;
+    first.AxisThickness = 3;
+    second.AxisThickness = 7;
+    second.AxisColor = 0x0000FF;
+    graph.SelectedXAxis = 2;
+    auto const edges = [&] {
+        page.page().log.clear();
+        DrawGraph(page.state, page.page(), 0);
+        std::vector<std::string> found = page.page().lines("box 1000,11000 11000,11000");
+        for (std::string& top : page.page().lines("box 1000,1000 11000,1000")) found.push_back(top);
+        return found;
+    };
+    const std::string bottom = "box 1000,11000 11000,11000 ", top = "box 1000,1000 11000,1000 ";
+    CHECK(edges() == std::vector{bottom + "#000000 w3", top + "#000000 w3"});
+    second.AxisFarSide = true; // takes its edge over from the ticks of the first
+    CHECK(edges() == std::vector{bottom + "#000000 w3", top + "#0000FF w7"});
+    second.AxisHide = true;
+    first.AxisFarSide = true;
+    first.AxisTicksBothEnds = false;
+    CHECK(edges() == std::vector{bottom + "#000000 w1", top + "#000000 w3"});
+}
+
 TEST_CASE("a two-coloured border around a transparent plot area gives it the page back") {
     TwoGraphs page;
     page.back.BorderFill.Color2 = 0x00FF00;

@@ -84,3 +84,22 @@ TEST_CASE("an angle whose tenths overflow stops at the first turned line") {
     CHECK(control.events.errors
           == std::vector<std::string>{"Error 6 has occured in qvGraph.ocx, PrintText: Overflow"});
 }
+
+TEST_CASE("lines printed as a block are centred on one another and aligned together") {
+    TestControl control;
+    RecordingSurface surface;
+    auto const print = [&](TextPlace const& place) {
+        surface.log.clear();
+        PrintText(control.state, surface, "ABCD\nEF\r\nG", place, {"", 0});
+        return surface.log;
+    };
+    auto const at_start = print({{1000, 1000}, Align::Start, Align::Start, 0, true});
+    REQUIRE(at_start.size() == 3);
+    CHECK(at_start[0].starts_with("text 1000,1000 \"ABCD\""));
+    CHECK(at_start[1].starts_with("text 1100,1200 \"EF\""));
+    CHECK(at_start[2].starts_with("text 1150,1400 \"G\""));
+    auto const at_end = print({{1000, 1000}, Align::End, Align::End, 0, true});
+    CHECK(at_end[0].starts_with("text 600,400 \"ABCD\""));
+    CHECK(at_end[2].starts_with("text 750,800 \"G\""));
+    CHECK(print({{1000, 1000}, Align::Centre, Align::Centre, 0, true})[1].starts_with("text 900,900"));
+}

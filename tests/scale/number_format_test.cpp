@@ -142,3 +142,39 @@ TEST_CASE("small numeric functions at their edges") {
     CHECK_THROWS(xxExp(1000, true));
     CHECK(xxExp(xxLog(7, true), true) == doctest::Approx(7));
 }
+
+TEST_CASE("numbers side by side are written alike, with as many digits as their tolerance takes") {
+    using Texts = std::vector<std::string>;
+    struct Row {
+        std::vector<ShownNumber> numbers;
+        Texts texts;
+    };
+    double const inf = std::numeric_limits<double>::infinity();
+    for (Row const& row : {Row{{}, {}},
+                           {{{0, 0.01}, {0.5, 0.01}}, {"0", "0.5"}},
+                           {{{10000, 0.005}, {10000.5, 0.005}}, {"10000", "10000.5"}},
+                           {{{1e9, 0.01}, {1e9 + 1, 0.01}}, {"1000000000", "1000000001"}},
+                           {{{-1e9 - 0.25, 0.001}, {0, 0.001}}, {"-1000000000.25", "0"}},
+                           {{{1e17, 0.1}, {1e17 + 16, 0.1}}, {"1e17", "1.0000000000000002e17"}},
+                           {{{1.0000000025e-5, 1e-16}}, {"1.0000000025e-5"}},
+                           {{{-1e-9, 0.01}, {10000.5, 0.01}}, {"-1e-9", "10000.5"}},
+                           {{{inf, 0.01}, {1, 0.01}}, {EasyFormat(inf, 6, ""), "1"}}}) {
+        CHECK(number_texts(row.numbers, 6) == row.texts);
+    }
+}
+
+TEST_CASE("no two pixels have the same text") {
+    CHECK(text_at_pixel(2.5, 4, 0.01) == "2.5");
+    CHECK(text_at_pixel(10001.3, 7, 0.004) == "10001.3");
+    CHECK(text_at_pixel(10001.3, 7, 0) == EasyFormat(10001.3, 7, ""));
+    std::mt19937_64 random(11);
+    std::uniform_real_distribution<double> share(-1, 1), magnitude(-290, 290), narrowness(-12, 1);
+    for (int i = 0; i < 5000; ++i) {
+        double const value = share(random) * std::pow(10, magnitude(random));
+        double const step = std::abs(value) * std::pow(10, narrowness(random));
+        std::int16_t const digits = AxisDPx(value, value + 500 * step);
+        CAPTURE(value);
+        CAPTURE(step);
+        REQUIRE(text_at_pixel(value, digits, step) != text_at_pixel(value + step, digits, step));
+    }
+}
