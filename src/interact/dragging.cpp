@@ -12,6 +12,9 @@
 #include "scale/numeric.h"
 
 #include <cmath>
+#include <cstdint>
+#include <initializer_list>
+#include <limits>
 
 namespace qv::interact {
 namespace {
@@ -28,14 +31,27 @@ Corner rounded(Point place) {
     return {to_i32(place.x), to_i32(place.y)};
 }
 
+// Legends and frames may lie anywhere a 32-bit number reaches; what would lie beyond stays at its end.
+std::int32_t sum(std::initializer_list<std::int64_t> terms) {
+    std::int64_t total = 0;
+    for (std::int64_t const term : terms) total += term;
+    constexpr std::int64_t low = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t high = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(MinMax(total, low, high));
+}
+
+std::int32_t difference(std::int64_t a, std::int64_t b) {
+    return sum({a, -b});
+}
+
 void move_body(ControlState& state, Graph& graph, Corner corner) {
     graph.FrameLeft = Max(0, corner.left);
     graph.FrameTop = Max(0, corner.top);
     graph.GraphLeft = static_cast<float>(graph.FrameLeft) / static_cast<float>(state.PageWidth);
     graph.GraphTop = static_cast<float>(graph.FrameTop) / static_cast<float>(state.PageHeight);
     if (!graph.LegendShow) return;
-    graph.LegendLeft = graph.FrameLeft + state.pointing.LegendGrab.left;
-    graph.LegendTop = graph.FrameTop + state.pointing.LegendGrab.top;
+    graph.LegendLeft = sum({graph.FrameLeft, state.pointing.LegendGrab.left});
+    graph.LegendTop = sum({graph.FrameTop, state.pointing.LegendGrab.top});
 }
 
 /// A graph along one direction: place and size as fractions of the page, margins in twips.
@@ -118,13 +134,13 @@ void draw_legend_on_page(ControlState& state, Graph& graph) {
 void place_legend(ControlState& state, Graph& graph, Corner corner) {
     render::LegendPosition(
         state, state.MouseGraph,
-        MinMax(corner.left, graph.FrameLeft, graph.FrameLeft + graph.FrameWidth - graph.LegendWidth),
-        MinMax(corner.top, graph.FrameTop, graph.FrameTop + graph.FrameHeight - graph.LegendHeight));
+        MinMax(corner.left, graph.FrameLeft, sum({graph.FrameLeft, graph.FrameWidth, -graph.LegendWidth})),
+        MinMax(corner.top, graph.FrameTop, sum({graph.FrameTop, graph.FrameHeight, -graph.LegendHeight})));
     auto const percent = [](std::int32_t part, std::int32_t whole) {
         return whole == 0 ? 0.0F : static_cast<float>(part) * 100 / static_cast<float>(whole);
     };
-    graph.LegendTableLeft = percent(graph.LegendLeft - graph.FrameLeft, graph.FrameWidth);
-    graph.LegendTableTop = percent(graph.LegendTop - graph.FrameTop, graph.FrameHeight);
+    graph.LegendTableLeft = percent(difference(graph.LegendLeft, graph.FrameLeft), graph.FrameWidth);
+    graph.LegendTableTop = percent(difference(graph.LegendTop, graph.FrameTop), graph.FrameHeight);
 }
 
 } // namespace
@@ -152,8 +168,8 @@ void DragLegendTable(ControlState& state, Point mouse, bool first) {
         if (state.Refreshing || !graph || !graph->LegendShow) return;
         Pointing& pointing = state.pointing;
         const Corner at = rounded(mouse);
-        const Corner corner{Max(0, Max(at.left, graph->FrameLeft) - pointing.LegendGrab.left),
-                            Max(0, Max(at.top, graph->FrameTop) - pointing.LegendGrab.top)};
+        const Corner corner{Max(0, difference(Max(at.left, graph->FrameLeft), pointing.LegendGrab.left)),
+                            Max(0, difference(Max(at.top, graph->FrameTop), pointing.LegendGrab.top))};
         if (corner == pointing.last_legend_corner) return;
         pointing.last_legend_corner = corner;
         render::erase_read_mark(state);

@@ -12,6 +12,10 @@ PixelPoint in_pixels(DrawSurface const& surface, Point point) {
     return {point.x / surface.TwipsPerPixelX(), point.y / surface.TwipsPerPixelY()};
 }
 
+PixelPoint nearest_pixel(PixelPoint point) {
+    return {std::floor(point.x + 0.5), std::floor(point.y + 0.5)};
+}
+
 // Half a pixel, so that the last pixel of a plus or cross is included.
 double last_pixel(DrawSurface const& surface) {
     return std::floor(round_half_even(surface.TwipsPerPixelX()) / 2);
@@ -36,8 +40,10 @@ void draw_diamond(DrawSurface& surface, Point centre, std::int32_t size) {
 }
 
 void draw_rectangle(DrawSurface& surface, Point centre, double half_width, double half_height) {
-    const PixelPoint middle = in_pixels(surface, centre);
-    const PixelPoint half = in_pixels(surface, {round_half_even(half_width), round_half_even(half_height)});
+    // Middle and half sides are each rounded to whole pixels, so that all of a series are equal in size.
+    const PixelPoint middle = nearest_pixel(in_pixels(surface, centre));
+    const PixelPoint half =
+        nearest_pixel(in_pixels(surface, {round_half_even(half_width), round_half_even(half_height)}));
     surface.Rectangle({middle.x - half.x, middle.y - half.y}, {middle.x + half.x + 1, middle.y + half.y + 1});
 }
 

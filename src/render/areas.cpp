@@ -12,16 +12,22 @@ namespace {
 /// The top of a stretch of pieces whose x all run the same way, thinned, on the page.
 using Top = std::vector<Point>;
 
+/// The piece of a segment between two x on the page. Reckoned from the end that stays, so that it is exact
+/// however far away the other lies.
+Point cut_at(double x, Point stays, Point goes) {
+    return {x, stays.y + (x - stays.x) / (goes.x - stays.x) * (goes.y - stays.y)};
+}
+
 class AreaTops {
 public:
-    AreaTops(LineMapping const& mapping, EntryRanges const& ranges, double twips_per_pixel)
-        : mapping_(mapping), ranges_(ranges),
+    AreaTops(LineMapping const& mapping, double twips_per_pixel)
+        : mapping_(mapping),
           thinner_({twips_per_pixel, mapping.visible.left, mapping.visible.right()}, top_) {}
 
     void add(std::span<Point const> run) {
-        Point from = run[0];
-        if (from.y >= ranges_.y_max) from.y = ranges_.y_max;
-        for (const Point to : run.subspan(1)) {
+        Point from = place(run[0]);
+        for (const Point value : run.subspan(1)) {
+            const Point to = place(value);
             add_piece(from, to);
             from = to;
         }
@@ -31,21 +37,33 @@ public:
     std::vector<Top> const& tops() const { return tops_; }
 
 private:
+    /// Both ends beside the visible box, or beyond the side from which the area is filled.
     bool is_left_out(Point from, Point to) const {
-        return (to.x <= ranges_.x_min && from.x <= ranges_.x_min)
-               || (to.x >= ranges_.x_max && from.x >= ranges_.x_max)
-               || (to.y <= ranges_.y_min && from.y <= ranges_.y_min);
+        Box const& box = mapping_.visible;
+        bool const from_below = mapping_.y.off_page > mapping_.y.start;
+        return std::max(from.x, to.x) < box.left || std::min(from.x, to.x) > box.right()
+               || (from_below ? std::min(from.y, to.y) > box.bottom() : std::max(from.y, to.y) < box.top);
     }
 
-    void add_piece(Point from, Point to) {
-        if (is_left_out(from, to)) return end_stretch();
+    /// Corners of a polygon may not lie too far away.
+    Point near_enough(Point point, Point other) const {
+        Box const& box = mapping_.visible;
+        double const least = box.left - box.width, most = box.right() + box.width;
+        if (point.x < least) return cut_at(least, other, point);
+        if (point.x > most) return cut_at(most, other, point);
+        return point;
+    }
+
+    void add_piece(Point far_from, Point far_to) {
+        if (is_left_out(far_from, far_to)) return end_stretch();
+        const Point from = near_enough(far_from, far_to), to = near_enough(far_to, far_from);
         if (is_open_ && to.x != from.x && (to.x > from.x) != rightward_) end_stretch();
         if (!is_open_) {
             rightward_ = to.x >= from.x;
-            thinner_.add(place(from));
+            thinner_.add(from);
         }
         is_open_ = true;
-        thinner_.add(place(to));
+        thinner_.add(to);
     }
 
     void end_stretch() {
@@ -58,7 +76,6 @@ private:
     Point place(Point value) const { return {mapping_.x(value.x), mapping_.y(value.y)}; }
 
     LineMapping const& mapping_;
-    EntryRanges const& ranges_;
     Top top_;
     ColumnThinner thinner_;
     std::vector<Top> tops_;
@@ -91,11 +108,10 @@ void outline(DrawSurface& surface, Top const& top, double base) {
 
 } // namespace
 
-void draw_area(DrawSurface& surface, graph::DataSet const& set, LineMapping const& mapping,
-               EntryRanges const& ranges, bool outlined) {
-    AreaTops area(mapping, ranges, surface.TwipsPerPixelX());
+void draw_area(DrawSurface& surface, graph::DataSet const& set, LineMapping const& mapping, bool outlined) {
+    AreaTops area(mapping, surface.TwipsPerPixelX());
     for_each_finite_run(set.points, [&](std::span<Point const> run) { area.add(run); });
-    double const base = mapping.y(ranges.y_min);
+    double const base = mapping.y.start;
     int const width = surface.state.DrawWidth;
     surface.state.DrawWidth = 1;
     fill(surface, area.tops(), base, set.DataSymbolFill.Color1);

@@ -42,30 +42,8 @@ struct Plotting {
     ControlState& state;
     DrawSurface& surface;
     Graph& graph;
-    EntryRanges ranges;
-    bool AreaPointInside = false; // some point of an area lies inside the ranges
     BarStack bars;
 };
-
-EntryRanges entry_ranges(Graph& graph) {
-    graph::Axis const& x = selected_x_axis(graph);
-    graph::Axis const& y = selected_y_axis(graph);
-    return {x.AxisValue1, x.AxisValue2, y.AxisValue1, y.AxisValue2};
-}
-
-bool holds_point(EntryRanges const& ranges, DataSet const& set) {
-    return std::ranges::any_of(set.points.blocks(), [&](PointBlock const& block) {
-        for (std::size_t i = 0; i < block.size(); ++i)
-            if (ranges.hold({block.x()[i], block.y()[i]})) return true;
-        return false;
-    });
-}
-
-bool has_area_inside(EntryRanges const& ranges, Graph const& graph) {
-    return std::ranges::any_of(graph.DataSets, [&](DataSet const& set) {
-        return set.DataLineStyle >= line_area && !set.DataHide && holds_point(ranges, set);
-    });
-}
 
 void set_line_pen(DrawSurface& surface, DataSet const& set, DrawStyle style) {
     surface.state.draw_style = style;
@@ -89,10 +67,7 @@ void draw_line(Plotting& plotting, DataSet const& set) {
     switch (set.DataLineStyle) {
     case line_smooth: draw_spline(surface, set, mapping); break;
     case line_area:
-    case line_outlined_area:
-        if (plotting.AreaPointInside)
-            draw_area(surface, set, mapping, plotting.ranges, set.DataLineStyle == line_outlined_area);
-        break;
+    case line_outlined_area: draw_area(surface, set, mapping, set.DataLineStyle == line_outlined_area); break;
     default: draw_data_line(surface, set.points, mapping);
     }
     surface.state.draw_style = DrawStyle::Solid;
@@ -257,8 +232,7 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
     trapped(state, "PlotDataSets", [&] {
         Graph& graph = graph::current_graph(state);
         ClipGraphArea(state, surface, Area::PlotArea);
-        const EntryRanges ranges = entry_ranges(graph);
-        Plotting plotting{state, surface, graph, ranges, has_area_inside(ranges, graph), {}};
+        Plotting plotting{state, surface, graph, {}};
         for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
             DataSet const& set = at(graph.DataSets, i);
             if (set.DataHide) continue;

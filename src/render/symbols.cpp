@@ -66,10 +66,7 @@ void draw_error_bar(ControlState& state, DrawSurface& surface, DataPointValues c
         const scale::AxisMap map = scale::y_map(graph, selected_y_axis(graph));
         ErrorBar(state, surface, values.data_set, {place.x, map(y - e), map(y + e)});
     } else if (e < 0) {
-        // Both ends are mapped as if the axis were not reversed.
-        Axis axis = selected_x_axis(graph);
-        axis.AxisReverse = false;
-        const scale::AxisMap map = scale::x_map(graph, axis);
+        const scale::AxisMap map = scale::x_map(graph, selected_x_axis(graph));
         HorizErrorBar(state, surface, values.data_set, {place.y, map(x + e), map(x - e)});
     }
 }

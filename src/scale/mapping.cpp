@@ -61,6 +61,9 @@ graph::ShownScale present_scale(Graph const& graph, Axis const& axis) {
     return scale_along(axis.AxisXY == graph::AxisKind::X ? x_track(graph, axis) : y_track(graph, axis), axis);
 }
 
+constexpr double largest_x = 1e10; // PosX tells no larger position
+constexpr double beyond_largest_x = 10000;
+
 float nearest_float(double value) {
     constexpr double largest = std::numeric_limits<float>::max();
     return static_cast<float>(std::clamp(value, -largest, largest));
@@ -103,10 +106,7 @@ bool has_float_range(Axis const& axis) {
 } // namespace
 
 AxisMap x_map(Graph const& graph, Axis const& axis) {
-    constexpr double largest_x = 1e10;
-    AxisMap map = map_of(scale_along(x_track(graph, axis), axis));
-    map.limit = largest_x;
-    return map;
+    return map_of(scale_along(x_track(graph, axis), axis));
 }
 
 AxisMap y_map(Graph const& graph, Axis const& axis) {
@@ -124,7 +124,9 @@ AxisMap shown_map(Graph const& graph, Axis const& axis) {
 void PosX(graph::ControlState& state, double value, float& position) {
     trapped(state, "PosX", [&] {
         Graph& graph = current_graph(state);
-        position = nearest_float(x_map(graph, selected_x_axis(graph))(value));
+        double const place = x_map(graph, selected_x_axis(graph))(value);
+        // What is told, not what is drawn: a line to a point as far away as that goes on beyond the page.
+        position = nearest_float(place > largest_x ? beyond_largest_x : place);
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "graph/model/ControlState.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -43,15 +44,14 @@ struct AxisMap {
     bool is_log = false;
     bool valid = false;  // false: no value can be mapped (empty range, or a logarithmic one not positive)
     double off_page = 0; // where a value lands that cannot be mapped, one that is not a number included
-    double limit = std::numeric_limits<double>::infinity(); // a position beyond it becomes beyond_limit
 
-    static constexpr double beyond_limit = 10000;
+    static constexpr double farthest = 1e300; // an overflowing product is still a place, to which lines lead
 
     double operator()(double value) const {
         if (!valid || (is_log && !(value > 0))) return off_page;
         double const position = start + factor * ScaleFrom{first, is_log}(value);
         if (std::isnan(position)) return off_page;
-        return position > limit ? beyond_limit : position;
+        return std::clamp(position, -farthest, farthest);
     }
 
     /// Where between the two ends a position lies: 0 at `first`, 1 at `last`.

@@ -205,6 +205,25 @@ TEST_CASE("dragging a graph moves it with its legend; its edges stop at the plot
     CHECK(person.take_events() == Names{"MouseMove"});
 }
 
+TEST_CASE("dragging as far as numbers reach turns no place round") {
+    for (double const far : {2147480000.0, -2147480000.0}) {
+        CAPTURE(far);
+        PersonAtGraph person;
+        graph::Graph& graph = person.graph();
+        person.press({graph.LegendLeft + 30.0, graph.LegendTop + 30.0});
+        person.state.pointing.LegendGrab = {far > 0 ? -30000 : 30000, far > 0 ? -30000 : 30000};
+        person.move({far, far}, host::left_button);
+        person.release({far, far});
+        CHECK(graph.LegendLeft >= graph.FrameLeft);
+        CHECK(graph.LegendLeft + graph.LegendWidth <= graph.FrameLeft + graph.FrameWidth);
+        bool const at_the_end = graph.LegendLeft > graph.FrameLeft;
+        CHECK(at_the_end == (far > 0));
+        person.drag({graph.FrameLeft + 300.0, graph.FrameTop + 900.0}, {far, far});
+        CHECK(person.graph().FrameLeft >= 0);
+        CHECK(person.graph().LegendLeft >= 0);
+    }
+}
+
 TEST_CASE("a legend is dragged inside its frame; Ctrl fetches and hides it") {
     PersonAtGraph person;
     graph::Graph& graph = person.graph();

@@ -179,3 +179,44 @@ TEST_CASE("absurd coordinates do no harm, and what shows of a far line is straig
     surface.Polyline(std::array{at(-1e7, -1e7), at(1e9, 1e9)});
     for (int i = 0; i < 40; ++i) CHECK(pixel(surface, i, i) == black);
 }
+
+TEST_CASE("a line through the box shows wherever its ends lie") {
+    const PixelBox box{0, 0, 400, 300};
+    for (double const far : {1e6, 1e15, 1e20, 1e81, 1e200, 1e307})
+        for (double const direction : {1.0, -1.0}) {
+            CAPTURE(far);
+            struct Row {
+                PixelPoint from, to, enters, leaves;
+            };
+            double const y = direction * far;
+            double const first = direction > 0 ? 0 : 299, last = 299 - first;
+            for (Row const& row :
+                 {Row{{200, -y}, {230, y}, {215, first}, {215, last}},
+                  Row{{200, -y}, {230, 150}, {230, first}, {230, 150}},
+                  Row{{200, 150}, {230, y}, {200, 150}, {200, last}},
+                  Row{{-y, 60}, {y, 90}, {first == 0 ? 0.0 : 399, 75}, {last == 0 ? 0.0 : 399, 75}},
+                  Row{{-far, -far}, {far, far}, {0, 0}, {299, 299}},
+                  Row{{far, far}, {100, 100}, {299, 299}, {100, 100}}}) {
+                auto const shown = clipped({row.from, row.to}, box);
+                REQUIRE(shown);
+                auto const near = [](PixelPoint a, PixelPoint b) {
+                    return std::abs(a.x - b.x) < 0.01 && std::abs(a.y - b.y) < 0.01;
+                };
+                // A million pixels away the slope is still to be seen.
+                if (far > 1e6) CHECK(near(shown->from, row.enters));
+                if (far > 1e6) CHECK(near(shown->to, row.leaves));
+                auto const back = clipped({row.to, row.from}, box);
+                REQUIRE(back);
+                CHECK(near(back->from, shown->to));
+                CHECK(near(back->to, shown->from));
+            }
+            CHECK_FALSE(clipped({{-far, 100}, {100, -far}}, {201, 201, 400, 300}));
+            CHECK_FALSE(clipped({{far, 1}, {far, far}}, box));
+        }
+    for (bool const smooth : {true, false}) {
+        RasterSurface surface = surface_of(40, 40);
+        surface.state.Smooth = smooth;
+        surface.Polyline(std::array{at(10, -1e20), at(12, 1e20), at(20, 20), at(30, -1e82)});
+        CHECK(ink_count(surface) == 2 * 40);
+    }
+}

@@ -261,3 +261,26 @@ TEST_CASE("symbols far too large for a sprite, and without a place, are handled"
     CHECK(pixel(surface, 0, 0) == 0xFF0000FF);
     CHECK(pixel(surface, 49, 49) == 0xFF0000FF);
 }
+
+TEST_CASE(
+    "squares and rectangles of a series are equal in size wherever they stand, with an edge and without") {
+    for (const SymbolShape shape :
+         {SymbolShape::Square, SymbolShape::WideRectangle, SymbolShape::TallRectangle})
+        for (bool const edged : {true, false}) {
+            CAPTURE(static_cast<int>(shape));
+            PixelBox first;
+            for (int i = 0; i < 60; ++i) {
+                RasterSurface surface = surface_of(60, 60);
+                surface.state.fill_style = FillStyle::Solid;
+                const Point centre{300.0 + i, 400.0 - 0.7 * i};
+                if (edged)
+                    draw_symbol(surface, shape, centre, 67);
+                else
+                    surface.Symbols({shape, 67, std::array{centre}});
+                const PixelBox box = ink_box(surface);
+                if (i == 0) first = box;
+                CHECK(box.width() == first.width());
+                CHECK(box.height() == first.height());
+            }
+        }
+}

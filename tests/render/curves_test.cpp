@@ -96,7 +96,7 @@ TEST_CASE("a smooth curve has a step each 50 twips, at most 100 an interval, and
     CHECK(page.draw("line").size() == 1 + 100 + 100);
 }
 
-TEST_CASE("areas are filled to the lower end of the range and skip what lies outside") {
+TEST_CASE("areas are filled to the start of the range and skip what lies outside") {
     CurvePage page;
     graph::DataSet& set = page.add_curve(4, {{-2, 5}, {-1, 5}, {1, 20}, {3, 4}, {5, -1}, {7, -1}, {9, 3}});
     set.DataSymbolFill.Color1 = 0x00FF00;
@@ -109,23 +109,67 @@ TEST_CASE("areas are filled to the lower end of the range and skip what lies out
     page.draw("polygon");
     // An upright at each of 4 + 2 corners and two base lines.
     CHECK(page.page().lines("line").size() == 4 + 8);
-
-    // Nothing is filled while no point of any area lies strictly inside the ranges.
-    set.points = graph::PointStore();
-    for (double const x : {-1.0, 0.0, 10.0, 12.0}) set.points.append({x, 5, 0, {}});
-    CHECK(page.draw("polygon").empty());
-    CHECK(page.page().lines("line").empty());
-    graph::DataSet& other = page.add_curve(4, {{5, 5}});
-    CHECK(page.draw("polygon").size() == 1);
-    other.DataHide = true;
-    CHECK(page.draw("polygon").empty());
 }
 
-TEST_CASE("the first point of an area is brought down to the upper end of the range") {
+TEST_CASE("an area needs no point inside the plot, and a point above it bends no edge") {
     CurvePage page;
-    page.add_curve(4, {{0, 30}, {5, 5}, {10, 5}});
-    page.draw("line");
-    CHECK(page.page().has("line 1000,1000 6000,6000 #000000 w1"));
+    graph::DataSet& set = page.add_curve(4, {{0, 5}, {10, 5}});
+    auto const polygons = page.draw("polygon");
+    REQUIRE(polygons.size() == 1);
+    CHECK(polygons[0].find("66.67,733.33 66.67,400 733.33,400 733.33,733.33") != std::string::npos);
+    CHECK(page.page().lines("line").size() == 1);
+    // Above the range on either side, and wholly above it: then all is filled.
+    for (std::vector<Point> const& points :
+         {std::vector<Point>{{0, 30}, {5, -20}, {10, 5}}, {{-5, 12}, {15, 40}}}) {
+        set.points = graph::PointStore();
+        for (const Point point : points) set.points.append({point.x, point.y, 0, {}});
+        CHECK(page.draw("polygon").size() == 1);
+    }
+    set.points = graph::PointStore();
+    for (const Point point : {Point{0, 30}, {5, 5}}) set.points.append({point.x, point.y, 0, {}});
+    page.draw("polygon");
+    CHECK(page.page().has("line 1000,-19000 6000,6000 #000000 w1"));
+    // A line along the start of the range has no area, but it is there.
+    set.points = graph::PointStore();
+    for (const Point point : {Point{0, 0}, {10, 0}}) set.points.append({point.x, point.y, 0, {}});
+    page.draw("polygon");
+    CHECK(page.page().has("line 1000,11000 11000,11000 #000000 w1"));
+}
+
+TEST_CASE("areas follow ranges from high to low and the data set's own axes") {
+    CurvePage page;
+    graph::DataSet& set = page.add_curve(4, {{2, 3}, {8, 3}});
+    std::swap(page.graph.Axes[0].AxisValue1, page.graph.Axes[0].AxisValue2);
+    std::swap(page.graph.Axes[1].AxisValue1, page.graph.Axes[1].AxisValue2);
+    auto polygons = page.draw("polygon");
+    REQUIRE(polygons.size() == 1);
+    CHECK(polygons[0].find("600,733.33 600,266.67 200,266.67 200,733.33") != std::string::npos);
+    std::swap(page.graph.Axes[0].AxisValue1, page.graph.Axes[0].AxisValue2);
+    std::swap(page.graph.Axes[1].AxisValue1, page.graph.Axes[1].AxisValue2);
+
+    graph::Axis second = page.graph.Axes[1];
+    second.AxisValue1 = 1000;
+    second.AxisValue2 = 2000;
+    page.graph.Axes.push_back(second);
+    set.yAxisIndex = 2;
+    set.points = graph::PointStore();
+    for (const Point point : {Point{2, 1500}, {8, 1500}}) set.points.append({point.x, point.y, 0, {}});
+    polygons = page.draw("polygon");
+    REQUIRE(polygons.size() == 1);
+    CHECK(polygons[0].find("200,733.33 200,400 600,400 600,733.33") != std::string::npos);
+    // Reversed, it hangs from the top, where its range starts.
+    page.graph.Axes[2].AxisReverse = true;
+    CHECK(page.draw("polygon")[0].find("200,66.67 200,400 600,400 600,66.67") != std::string::npos);
+}
+
+TEST_CASE("an edge of an area to a place far away keeps its slope") {
+    CurvePage page;
+    page.add_curve(4, {{0, 0}, {1e12, 1e12}});
+    auto const polygons = page.draw("polygon");
+    REQUIRE(polygons.size() == 1);
+    // Cut one width of the plot beyond it, on the way up by as much as to the right.
+    CHECK(polygons[0].find("66.67,733.33 66.67,733.33 14") != std::string::npos);
+    CHECK(polygons[0].find(",-6") != std::string::npos);
 }
 
 TEST_CASE("function curves: interval, samples, axes, failing and bad formulas") {

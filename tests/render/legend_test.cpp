@@ -168,7 +168,7 @@ TEST_CASE("samples show the line, the symbol or both, as the data are drawn") {
          "line 3450,2180 4050,2180 #0000FF w2; "
          "circle 3750,2180 r60 pen #00FF00 w1 brush #00FF00"},
         {"an area with a symbol", 4, 3, true, "circle 3750,2180 r60 pen #00FF00 w1 brush #00FF00"},
-        {"an area", 4, 0, true, "rectangle 246,141.33 255,150.33 pen #0000FF w2 brush #00FF00"},
+        {"an area", 4, 0, true, "rectangle 246,141 255,150 pen #0000FF w2 brush #00FF00"},
         {"an area without points", 5, 0, false, ""},
     };
     for (auto const& row : table) {

@@ -59,7 +59,7 @@ TEST_CASE("a point is drawn while it lies within a thousandth of the range") {
     CHECK(control.events.errors.empty());
 }
 
-TEST_CASE("error bars stand upright for a positive E and lie for a negative one, unreversed") {
+TEST_CASE("error bars stand upright for a positive E and lie for a negative one, at their points") {
     TestControl control;
     graph::Graph& graph = control.add_graph();
     graph::DataSet& set = control.add_data_set(graph, {});
@@ -72,8 +72,8 @@ TEST_CASE("error bars stand upright for a positive E and lie for a negative one,
     surface.log.clear();
     graph.Axes[0].AxisReverse = true;
     DataPointXY(control.state, surface, {0, {4, 5, -2, {}}, {}});
-    CHECK(surface.has("line 3000,6000 7000,6000 #00AA00 w1"));
-    CHECK(surface.has("line 3000,5900 3000,6100 #00AA00 w1"));
+    CHECK(surface.has("line 9000,6000 5000,6000 #00AA00 w1"));
+    CHECK(surface.has("line 9000,5900 9000,6100 #00AA00 w1"));
 }
 
 TEST_CASE("a transparent symbol hides the point and its text but not its error bar") {

@@ -49,10 +49,12 @@ struct SymbolPainter {
         fill_oval(mask, clip, {centre, symbol.half_width, symbol.half_height}, symbol.pen.edge);
         stroke_oval(mask, clip, {centre, symbol.half_width, symbol.half_height}, symbol.pen);
     }
-    // On whole pixels, as boxes and upright lines are everywhere.
+    // On whole pixels, as boxes and upright lines are everywhere. Middle and half sides are each rounded, so
+    // that the symbols of a series have one size.
     PixelBox snapped(double wide, double tall) const {
-        const PixelPoint first = at(-wide, -tall), last = at(wide, tall);
-        return {whole_pixel(first.x), whole_pixel(first.y), whole_pixel(last.x) + 1, whole_pixel(last.y) + 1};
+        int const x = whole_pixel(centre.x), across = whole_pixel(wide * symbol.half_width);
+        int const y = whole_pixel(centre.y), down = whole_pixel(tall * symbol.half_height);
+        return {x - across, y - down, x + across + 1, y + down + 1};
     }
     void rectangle(double wide, double tall) const {
         const PixelBox box = snapped(wide, tall);

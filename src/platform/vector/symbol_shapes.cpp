@@ -18,14 +18,14 @@ bool is_of_lines(SymbolShape shape) {
     return shape == SymbolShape::Plus || shape == SymbolShape::Cross;
 }
 
-// As rectangles are drawn: snapped to whole pixels, with the pen's width.
+// As rectangles are drawn: snapped to whole pixels, middle and half sides each, with the pen's width.
 PixelBox box_of(SymbolLook const& look, SymbolRun const& run, double wide_by, double tall_by) {
     int const width = static_cast<int>(look.pen_width);
-    PixelPoint const c = run.centre;
-    return {whole_pixel(c.x - wide_by * look.half_width) - width / 2,
-            whole_pixel(c.y - tall_by * look.half_height) - width / 2,
-            whole_pixel(c.x + run.length + wide_by * look.half_width) - width / 2 + width,
-            whole_pixel(c.y + tall_by * look.half_height) - width / 2 + width};
+    int const across = whole_pixel(wide_by * look.half_width), down = whole_pixel(tall_by * look.half_height);
+    int const left = whole_pixel(run.centre.x), last = whole_pixel(run.centre.x + run.length);
+    int const middle = whole_pixel(run.centre.y);
+    return {left - across - width / 2, middle - down - width / 2, last + across - width / 2 + width,
+            middle + down - width / 2 + width};
 }
 
 Boxes boxes_of(SymbolLook const& look, std::vector<SymbolRun> const& runs, double wide_by, double tall_by) {
