@@ -82,6 +82,8 @@ public:
 
     /// \name Geometry
     /// \{
+    /// Whether it shows pixels, so that nothing of a line matters but how it covers them.
+    virtual bool ShowsPixels() const { return false; }
     virtual double TwipsPerPixelX() const = 0; // any positive fraction
     virtual double TwipsPerPixelY() const = 0;
     virtual PixelSize GetClientRect() const = 0;

@@ -11,29 +11,6 @@ using graph::PointStore;
 
 constexpr std::size_t worth_searching = 8; // points a column must hold for a search to pay
 
-struct Range {
-    double low, high;
-};
-
-// Smallest and largest of a run; four at a time, because each comparison waits for the one before it.
-Range range_of(double const* values, std::size_t count) {
-    constexpr std::size_t lanes = 4;
-    double low[lanes], high[lanes];
-    std::fill_n(low, lanes, values[0]);
-    std::fill_n(high, lanes, values[0]);
-    std::size_t i = 0;
-    for (; i + lanes <= count; i += lanes)
-        for (std::size_t lane = 0; lane < lanes; ++lane) {
-            low[lane] = std::min(low[lane], values[i + lane]);
-            high[lane] = std::max(high[lane], values[i + lane]);
-        }
-    for (; i < count; ++i) {
-        low[0] = std::min(low[0], values[i]);
-        high[0] = std::max(high[0], values[i]);
-    }
-    return {*std::min_element(low, low + lanes), *std::max_element(high, high + lanes)};
-}
-
 // First index from `begin` whose x lies at or beyond `limit`, looking near `begin` first.
 std::size_t run_end(std::span<double const> x, std::size_t begin, double limit) {
     std::size_t step = 1;
@@ -118,18 +95,26 @@ private:
         return mapping_.x.value_at(thinner_.column_start(thinner_.column(point.x) + (rightward ? 1 : 0)));
     }
 
+    // The first point behind the column of the one at `begin`, by the rounding that each point would see.
+    std::size_t column_end(std::span<double const> x, std::size_t begin, Point first) const {
+        std::int64_t const column = thinner_.column(first.x);
+        auto const is_in = [&](std::size_t i) { return thinner_.column(mapping_.x(x[i])) == column; };
+        std::size_t end = std::max(begin + 1, run_end(x, begin, column_limit(first)));
+        while (end > begin + 1 && !is_in(end - 1)) --end;
+        while (end < x.size() && is_in(end)) ++end;
+        return end;
+    }
+
     void add_rising(PointBlock const& block) {
         auto const x = block.x();
         for (std::size_t begin = 0; begin < x.size();) {
             const Point first = place(block, begin);
-            const std::size_t end = std::max(begin + 1, run_end(x, begin, column_limit(first)));
-            if (end - begin <= worth_searching) {
+            const std::size_t end = column_end(x, begin, first);
+            if (end - begin <= worth_searching)
                 for (std::size_t i = begin; i < end; ++i) thinner_.add(place(block, i));
-            } else {
-                const Range y = range_of(block.y().data() + begin, end - begin);
-                auto const [low, high] = std::minmax({mapping_.y(y.low), mapping_.y(y.high)});
-                thinner_.add_run({first, place(block, end - 1), low, high, end - begin});
-            }
+            else
+                thinner_.add_run({x.subspan(begin, end - begin), block.y().subspan(begin, end - begin),
+                                  mapping_.x, mapping_.y});
             begin = end;
         }
     }

@@ -33,6 +33,7 @@ public:
     int height() const;
     int stride() const { return width(); }
 
+    bool ShowsPixels() const override { return true; }
     double TwipsPerPixelX() const override { return twips_per_pixel_x_; }
     double TwipsPerPixelY() const override { return twips_per_pixel_y_; }
     PixelSize GetClientRect() const override;

@@ -115,12 +115,44 @@ bool ColumnBand::cover(SteepLine const& line) {
             raise_run(bytes + k, ramp, in_steps(static_cast<float>(distance - k * line.along_x)), reach,
                       past - k);
     }
+    touch(left, right, {line.top - clip_.top, line.bottom - clip_.top});
+    return true;
+}
+
+void ColumnBand::cover(UprightLine const& line) {
+    int const left = std::max(clip_.left, floor_int(line.x - line.reach) + 1);
+    int const right = std::min(clip_.right, floor_int(line.x + line.reach) + 1);
+    // Rows of which any is covered, and those in between that lie beside the line.
+    int const top = std::max(clip_.top, floor_int(line.top - line.reach) + 1);
+    int const bottom = std::min(clip_.bottom, floor_int(line.bottom + line.reach) + 1);
+    if (left >= right || top >= bottom) return;
+    int const first = std::clamp(floor_int(line.top) + 1, top, bottom);
+    int const past = std::clamp(floor_int(line.bottom) + 1, first, bottom);
+    move_to(left, right);
+    auto const coverage = [&](double distance) {
+        return static_cast<std::uint8_t>(
+            static_cast<int>(std::clamp(line.reach - distance, 0.0, 1.0) * 255 + 0.5));
+    };
+    for (int x = left; x < right; ++x) {
+        double const aside = std::abs(x - line.x);
+        std::uint8_t* const bytes = column(x) - clip_.top;
+        auto const raise_end = [&](int y, double away) {
+            bytes[y] = std::max(bytes[y], coverage(std::sqrt(aside * aside + away * away)));
+        };
+        for (int y = top; y < first; ++y) raise_end(y, line.top - y);
+        for (int y = past; y < bottom; ++y) raise_end(y, y - line.bottom);
+        std::uint8_t const beside = coverage(aside);
+        for (int y = first; y < past; ++y) bytes[y] = std::max(bytes[y], beside);
+    }
+    touch(left, right, {top - clip_.top, bottom - clip_.top});
+}
+
+void ColumnBand::touch(int left, int right, Rows rows) {
     for (int g = (left - first_column_) / group; g <= (right - 1 - first_column_) / group; ++g) {
         Rows& touched = touched_[static_cast<std::size_t>(g)];
-        touched.top = std::min(touched.top, line.top - clip_.top);
-        touched.bottom = std::max(touched.bottom, line.bottom - clip_.top);
+        touched.top = std::min(touched.top, rows.top);
+        touched.bottom = std::max(touched.bottom, rows.bottom);
     }
-    return true;
 }
 
 void ColumnBand::move_to(int left, int right) {

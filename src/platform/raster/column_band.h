@@ -20,12 +20,19 @@ struct SteepLine {
     static constexpr double flattest = 4;      // rows down for one pixel across, at least
 };
 
+/// An upright line with round ends.
+struct UprightLine {
+    double x, top, bottom; // pixels
+    double reach;          // at most `SteepLine::largest_reach`
+};
+
 class ColumnBand {
 public:
     /// Collects lines for this mask and clip until `flush`.
     void begin(CoverageMask& mask, PixelBox const& clip);
     /// False, with nothing done, when the line spans more columns than the band has.
     bool cover(SteepLine const& line);
+    void cover(UprightLine const& line);
     /// Raises the mask to what was collected.
     void flush();
 
@@ -41,6 +48,7 @@ private:
         return bytes_.data() + static_cast<std::ptrdiff_t>(x - first_column_) * height_;
     }
     void move_to(int left, int right);
+    void touch(int left, int right, Rows rows);
     void flush_group(int group_column, Rows rows);
     void raise_block(int x, int top, std::array<std::uint8_t, group * group> const& block);
 

@@ -267,6 +267,11 @@ void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPo
                        && pen.width / 2 + 0.5 <= SteepLine::largest_reach;
     band.begin(mask, clip);
     auto const draw_plain = [&](Segment const& segment) {
+        // Of dense lines most pieces are upright.
+        if (segment.from.x == segment.to.x) {
+            auto const [top, bottom] = std::minmax(segment.from.y, segment.to.y);
+            return band.cover(UprightLine{segment.from.x, top, bottom, pen.width / 2 + 0.5});
+        }
         bool const steep = is_steep(segment);
         const CapsuleStroke stroke(mask, clip, segment, pen, !steep);
         steep ? stroke.draw_with(band) : stroke.draw();
