@@ -90,15 +90,16 @@ std::string written(double x, std::chars_format form, int decimals) {
 }
 
 // A number rounded at the decimal place that keeps it within the tolerance, fixed or scientific as
-// Format_Real chooses, but fixed for up to 16 digits.
+// Format_Real chooses, but fixed for larger numbers too.
 std::string text_within(ShownNumber const& number) {
-    constexpr int most_decimals = 16; // of the mantissa: a double has no more
+    constexpr int longest_fixed = 16; // digits before the point
+    constexpr int most_decimals = 19; // of the mantissa: a hundredth of the least step between doubles
     double const x = number.value;
     int const exponent = exponent_of(written(x, std::chars_format::scientific, most_decimals));
     double const place = number.tolerance > 0 ? std::ceil(-std::log10(2 * number.tolerance)) : HUGE_VAL;
     int const decimals =
         static_cast<int>(std::clamp(place + exponent, 0.0, static_cast<double>(most_decimals)));
-    if (exponent < -1 || exponent >= most_decimals)
+    if (exponent < -1 || exponent >= longest_fixed)
         return tidied(shorten_exponent(written(x, std::chars_format::scientific, decimals), true), true);
     const std::string text =
         tidied(written(x, std::chars_format::fixed, std::max(decimals - exponent, 0)), true);
