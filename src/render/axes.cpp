@@ -51,8 +51,8 @@ void draw_tick(AxisDrawing const& drawing, PlacedTick const& tick, AxisEdge edge
     double const length = axis.AxisTickLength * (tick.kind == TickKind::Major ? 1.0 : minor_tick_share);
     if (length == 0 || !(axis.AxisTicksInside || axis.AxisTicksOutside)) return;
     // A tick has its length beside the line, however thick that is.
-    double const inside = axis.AxisTicksInside ? length + drawing.frame.half_line : 0;
-    double const outside = axis.AxisTicksOutside ? length + drawing.frame.half_line : 0;
+    double const inside = axis.AxisTicksInside ? length + edge.half_line : 0;
+    double const outside = axis.AxisTicksOutside ? length + edge.half_line : 0;
     drawing.surface.Line(drawing.frame.at(tick.along, edge.line - edge.outward * inside),
                          drawing.frame.at(tick.along, edge.line + edge.outward * outside), LineShape::Segment,
                          axis.AxisColor);
@@ -82,7 +82,7 @@ void draw_own_edge(AxisDrawing const& drawing) {
 // Twips from the axis line to the title: past the ticks and the labels.
 double distance_to_title(AxisDrawing const& drawing) {
     Axis const& axis = drawing.axis;
-    double const ticks = drawing.frame.half_line + (axis.AxisTicksOutside ? axis.AxisTickLength : 0);
+    double const ticks = drawing.frame.own.half_line + (axis.AxisTicksOutside ? axis.AxisTickLength : 0);
     double const shift = axis.AxisTitleShift * drawing.frame.units_per_mm;
     double const labels_begin = std::max({drawing.labels.gap, ticks, drawing.frame.taken});
     return round_half_even(labels_begin + drawing.labels.extent - shift);

@@ -17,6 +17,15 @@ double half_line(DrawSurface const& surface, graph::Axis const& axis) {
     return axis.AxisThickness / 2 * pixel;
 }
 
+// The same of the line on the edge opposite to an axis that has ticks there: of the axis that stands there,
+// else its own.
+double opposite_half_line(graph::ControlState& state, DrawSurface const& surface, graph::Axis const& axis) {
+    for (graph::Axis const& other : graph::current_graph(state).Axes)
+        if (other.AxisXY == axis.AxisXY && other.AxisFarSide != axis.AxisFarSide && !other.AxisHide)
+            return half_line(surface, other);
+    return half_line(surface, axis);
+}
+
 } // namespace
 
 std::int32_t& stack_offset(graph::ControlState& state, AxisKind kind, bool far_side) {
@@ -32,7 +41,7 @@ double reach_of_opposite_axes(graph::ControlState& state, DrawSurface const& sur
         bool const is_here = axis.AxisXY == kind && axis.AxisFarSide != far_side && axis.AxisTicksBothEnds;
         if (!is_here || axis.AxisHide) continue;
         double const outside = axis.AxisTicksOutside ? axis.AxisTickLength : 0;
-        reach = std::max(reach, half_line(surface, axis) + outside);
+        reach = std::max(reach, opposite_half_line(state, surface, axis) + outside);
     }
     return reach;
 }
@@ -44,11 +53,12 @@ AxisFrame axis_frame(graph::ControlState& state, DrawSurface const& surface, gra
     frame.plot = plot_box(graph::current_graph(state));
     bool const is_x = frame.kind == AxisKind::X;
     frame.units_per_mm = is_x ? state.UnitsPerMmY : state.UnitsPerMmX;
-    frame.half_line = half_line(surface, axis);
-    const AxisEdge near = is_x ? AxisEdge{frame.plot.bottom(), 1} : AxisEdge{frame.plot.left, -1};
-    const AxisEdge far = is_x ? AxisEdge{frame.plot.top, -1} : AxisEdge{frame.plot.right(), 1};
+    const AxisEdge near = is_x ? AxisEdge{frame.plot.bottom(), 1, 0} : AxisEdge{frame.plot.left, -1, 0};
+    const AxisEdge far = is_x ? AxisEdge{frame.plot.top, -1, 0} : AxisEdge{frame.plot.right(), 1, 0};
     frame.own = frame.far_side ? far : near;
     frame.opposite = frame.far_side ? near : far;
+    frame.own.half_line = half_line(surface, axis);
+    frame.opposite.half_line = opposite_half_line(state, surface, axis);
     std::int32_t const offset = stack_offset(state, frame.kind, frame.far_side);
     frame.own.line += frame.own.outward * offset;
     if (offset == 0) frame.taken = reach_of_opposite_axes(state, surface, frame.kind, frame.far_side);

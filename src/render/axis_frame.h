@@ -11,6 +11,7 @@ namespace qv::render {
 struct AxisEdge {
     double line = 0;
     double outward = 1;
+    double half_line = 0; // twips from the middle of the line drawn there to its outer edge, at most
 };
 
 struct AxisFrame {
@@ -20,7 +21,6 @@ struct AxisFrame {
     AxisEdge own;            // where the axis line lies, moved out by the axes before it
     AxisEdge opposite;       // the plot area's other edge
     double units_per_mm = 0; // across the axis
-    double half_line = 0;    // twips from the middle of the axis line to its outer edge, at most
     double taken = 0;        // twips out of the plot area that ticks of axes on the other side take here
 
     double along_low() const { return kind == graph::AxisKind::X ? plot.left : plot.top; }

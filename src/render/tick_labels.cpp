@@ -138,7 +138,7 @@ LabelLayout label_layout(DrawSurface& surface, AxisFrame const& frame, Axis cons
     layout.angle_degrees = axis.AxisLabelsHoriz;
     double const share = frame.kind == AxisKind::X ? 0.5 : 1;
     double const past_ticks = axis.AxisTicksOutside ? share * 2 * axis.AxisTickLength : 0;
-    layout.gap = std::max(frame.half_line + past_ticks, frame.taken)
+    layout.gap = std::max(frame.own.half_line + past_ticks, frame.taken)
                  - share * axis.AxisLabelShift * frame.units_per_mm;
     double const along_text = std::abs(turn.along_text), down_lines = std::abs(turn.down_lines);
     if (axis.AxisShowLabels && turn.runs_along_axis()) layout.extent = surface.TextHeight("A");

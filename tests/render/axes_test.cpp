@@ -338,6 +338,9 @@ TEST_CASE("each axis line has its own thickness, whatever axes and ticks were dr
     CHECK(axes.page().has("line 1000,1000 11000,1000 #000000 w5"));
     CHECK(axes.page().has("line 1000,1000 1000,11000 #000000 w1"));
     CHECK(axes.page().lines("line 1000,116").front().ends_with("w1"));
+    // Ticks begin at the edge of the line they stand on, whosever it is.
+    CHECK(axes.page().has("line 6000,10785 6000,11000 #000000 w6"));
+    CHECK(axes.page().has("line 6000,1230 6000,1000 #000000 w6"));
     CHECK(axes.page().state.DrawWidth == 1);
 }
 
