@@ -13,6 +13,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -136,7 +137,7 @@ void draw(PlotData const& data, PlotOptions const& options) {
     host.control().set_events(nullptr);
 }
 
-void plot(std::string const& line, std::string_view content) {
+void run(std::string const& line, std::string_view content) {
     const MemoryFile file(content);
     auto const options = parsed(line, file.path());
     if (!options) return;
@@ -157,6 +158,6 @@ void plot(std::string const& line, std::string_view content) {
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     std::string_view const text(reinterpret_cast<char const*>(data), size);
     auto const end = text.find('\n');
-    if (end != std::string_view::npos) plot(std::string(text.substr(0, end)), text.substr(end + 1));
+    if (end != std::string_view::npos) run(std::string(text.substr(0, end)), text.substr(end + 1));
     return 0;
 }
