@@ -6,6 +6,7 @@
 #include "graph/property_access.h"
 #include "interact/follow.h"
 #include "interact/scroll_bars.h"
+#include "render/page_marks.h"
 #include "render/pipeline.h"
 
 #include <algorithm>
@@ -38,6 +39,7 @@ void reset_page_fill(ControlState& state) {
 }
 
 void fit_surfaces(ControlState& state) {
+    render::erase_marks(state); // a page of another size need not be drawn anew
     double const width = std::max(0.0, state.inner_width - state.VScroll1.Width);
     double const height = std::max(0.0, state.inner_height - state.HScroll1.Height);
     for (DrawSurface* surface : {state.GraphImage.get(), state.Picture1.get(), state.Picture2.get()})

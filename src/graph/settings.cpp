@@ -5,6 +5,7 @@
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
 #include "interact/scroll_bars.h"
+#include "render/page_marks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -37,6 +38,7 @@ void SetCrossHair(ControlState& state, std::int16_t style) {
     trapped(state, "SetCrossHair", [&] {
         if (style != 0) state.CrossHairStyle = to_u8(style - 1);
         state.CrossHairOn = style != 0;
+        render::update_cross_hair(state);
     });
 }
 

@@ -2,13 +2,14 @@
 
 #include "base/convert.h"
 #include "graph/model/trap.h"
+#include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/read_out.h"
 #include "render/data_sets.h"
 #include "render/legend.h"
+#include "render/page_marks.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
-#include "render/read_mark.h"
 #include "scale/numeric.h"
 
 #include <cmath>
@@ -44,11 +45,17 @@ std::int32_t difference(std::int64_t a, std::int64_t b) {
     return sum({a, -b});
 }
 
+/// A frame's start brought to another place in twips; where it stays, its fraction of the page keeps every
+/// digit.
+void move_start(std::int32_t& start, float& fraction, std::int32_t place, std::int32_t page) {
+    if (start == place) return;
+    start = place;
+    fraction = static_cast<float>(place) / static_cast<float>(page);
+}
+
 void move_body(ControlState& state, Graph& graph, Corner corner) {
-    graph.FrameLeft = Max(0, corner.left);
-    graph.FrameTop = Max(0, corner.top);
-    graph.GraphLeft = static_cast<float>(graph.FrameLeft) / static_cast<float>(state.PageWidth);
-    graph.GraphTop = static_cast<float>(graph.FrameTop) / static_cast<float>(state.PageHeight);
+    move_start(graph.FrameLeft, graph.GraphLeft, Max(0, corner.left), state.PageWidth);
+    move_start(graph.FrameTop, graph.GraphTop, Max(0, corner.top), state.PageHeight);
     if (!graph.LegendShow) return;
     graph.LegendLeft = sum({graph.FrameLeft, state.pointing.LegendGrab.left});
     graph.LegendTop = sum({graph.FrameTop, state.pointing.LegendGrab.top});
@@ -88,6 +95,7 @@ void move_hit_part(ControlState& state, Graph& graph, Point mouse, Corner corner
                 graph.BorderBottom,
                 static_cast<float>(state.PageHeight),
                 static_cast<float>(mouse.y)};
+    if (graph.GraphWholePage && (on.OnGraphBody || on.on_frame_edge())) return; // its frame is the page's
     if (on.OnGraphBody) return move_body(state, graph, corner);
     if (on.OnFrameLeft) return across.drag_frame_start();
     if (on.OnFrameRight) return across.drag_frame_end();
@@ -130,12 +138,16 @@ void draw_legend_on_page(ControlState& state, Graph& graph) {
     page.state.DrawWidth = 1;
 }
 
-/// Puts the legend's corner into the frame and tells its place in percent of it.
-void place_legend(ControlState& state, Graph& graph, Corner corner) {
-    render::LegendPosition(
-        state, state.MouseGraph,
+/// The nearest place of the legend's corner that keeps the legend in the frame.
+Corner inside_frame(Graph const& graph, Corner corner) {
+    return {
         MinMax(corner.left, graph.FrameLeft, sum({graph.FrameLeft, graph.FrameWidth, -graph.LegendWidth})),
-        MinMax(corner.top, graph.FrameTop, sum({graph.FrameTop, graph.FrameHeight, -graph.LegendHeight})));
+        MinMax(corner.top, graph.FrameTop, sum({graph.FrameTop, graph.FrameHeight, -graph.LegendHeight}))};
+}
+
+/// Puts the legend's corner somewhere and tells its place in percent of the frame.
+void place_legend(ControlState& state, Graph& graph, Corner corner) {
+    render::LegendPosition(state, state.MouseGraph, corner.left, corner.top);
     auto const percent = [](std::int32_t part, std::int32_t whole) {
         return whole == 0 ? 0.0F : static_cast<float>(part) * 100 / static_cast<float>(whole);
     };
@@ -145,6 +157,15 @@ void place_legend(ControlState& state, Graph& graph, Corner corner) {
 
 } // namespace
 
+PlaceOnPage place_on_page(ControlState const& state, Graph const& graph) {
+    double const width = state.PageWidth, height = state.PageHeight;
+    PlaceOnPage place{graph.GraphLeft * width,    graph.GraphTop * height, graph.GraphWidth * width,
+                      graph.GraphHeight * height, graph.BorderLeft,        graph.BorderTop,
+                      graph.BorderRight,          graph.BorderBottom};
+    for (double& twips : place) twips = std::round(twips);
+    return place;
+}
+
 bool DragGraph(ControlState& state, Point mouse, bool first) {
     bool moved = false;
     trapped(state, "DragGraph", [&] {
@@ -152,12 +173,18 @@ bool DragGraph(ControlState& state, Point mouse, bool first) {
         if (state.Refreshing || !graph || !graph->GraphAllowDragging) return;
         Pointing& pointing = state.pointing;
         const Corner corner = rounded({mouse.x - pointing.Grab.left, mouse.y - pointing.Grab.top});
-        if (corner == pointing.last_graph_corner) return;
+        if (!first && corner == pointing.last_graph_corner) return;
         moved = true;
+        const PlaceOnPage before = place_on_page(state, *graph);
         move_hit_part(state, *graph, mouse, corner);
         pointing.last_graph_corner = corner;
-        render::RefreshGraphs(state, first ? std::int16_t{-1} : state.MouseGraph, true);
-        if (!state.SuppressRaisingEvents) state.events->GraphPositionChanged();
+        bool const is_elsewhere = place_on_page(state, *graph) != before;
+        if (!first && !is_elsewhere) return;
+        if (first)
+            render::RefreshGraphs(state, -1, true);
+        else
+            refresh_graph(state, state.MouseGraph);
+        if (is_elsewhere && !state.SuppressRaisingEvents) state.events->GraphPositionChanged();
     });
     return moved;
 }
@@ -170,17 +197,20 @@ void DragLegendTable(ControlState& state, Point mouse, bool first) {
         const Corner at = rounded(mouse);
         const Corner corner{Max(0, difference(Max(at.left, graph->FrameLeft), pointing.LegendGrab.left)),
                             Max(0, difference(Max(at.top, graph->FrameTop), pointing.LegendGrab.top))};
-        if (corner == pointing.last_legend_corner) return;
+        if (!first && corner == pointing.last_legend_corner) return;
         pointing.last_legend_corner = corner;
-        render::erase_read_mark(state);
-        restore_page(state, *graph);
-        place_legend(state, *graph, corner);
-        draw_legend_on_page(state, *graph);
-        if (first && !graph->LegendInFront) render::PlotDataSets(state, *state.Picture1);
-        state.CrossHairValid = pointing.box_on_page = false;
-        render::draw_read_mark(state);
-        show_page(state);
-        if (!state.SuppressRaisingEvents) state.events->LegendPositionChanged();
+        const Corner target = inside_frame(*graph, corner);
+        bool const is_elsewhere = target != Corner{graph->LegendLeft, graph->LegendTop};
+        if (!first && !is_elsewhere) return;
+        {
+            const render::MarksLifted lifted(state);
+            restore_page(state, *graph);
+            if (is_elsewhere) place_legend(state, *graph, target);
+            draw_legend_on_page(state, *graph);
+            if (first && !graph->LegendInFront) render::PlotDataSets(state, *state.Picture1);
+        }
+        render::show_page(state);
+        if (is_elsewhere && !state.SuppressRaisingEvents) state.events->LegendPositionChanged();
     });
 }
 

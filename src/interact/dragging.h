@@ -4,7 +4,13 @@
 #include "base/geometry.h"
 #include "graph/model/ControlState.h"
 
+#include <array>
+
 namespace qv::interact {
+
+/// A graph's frame and its borders in whole twips: what GraphPositionChanged tells of.
+using PlaceOnPage = std::array<double, 8>;
+PlaceOnPage place_on_page(graph::ControlState const& state, graph::Graph const& graph);
 
 /// Moves what the hit flags name of `MouseGraph` to the mouse; true when something has moved. The first step
 /// of a drag draws the whole page, later ones the graph alone.

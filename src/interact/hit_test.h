@@ -3,10 +3,13 @@
 
 #include "base/geometry.h"
 #include "graph/model/ControlState.h"
+#include "render/plot_geometry.h"
 
 #include <cstdint>
 
 namespace qv::interact {
+
+using render::holds;
 
 /// Hit flags and the index of the front-most graph at a place on the page, -1 for none; sets the hit flags
 /// and the mouse pointer. `button` is the one that is held, 0 for none; `reset` clears all flags first.
@@ -23,10 +26,5 @@ bool has_selected_axes(graph::Graph const& graph);
 
 /// The graph at an index, nullptr outside the list.
 graph::Graph* graph_at(graph::ControlState& state, std::int16_t index);
-
-/// Whether a place lies in a box, its edges included.
-inline bool holds(Box const& box, Point place) {
-    return place.x >= box.left && place.x <= box.right() && place.y >= box.top && place.y <= box.bottom();
-}
 
 } // namespace qv::interact

@@ -13,7 +13,7 @@
 #include "interact/read_out.h"
 #include "interact/scroll_bars.h"
 #include "interact/zoom.h"
-#include "render/pipeline.h"
+#include "render/page_marks.h"
 
 #include <cmath>
 #include <utility>
@@ -26,6 +26,7 @@ using graph::AxisKind;
 using graph::ControlState;
 using graph::Graph;
 using graph::Pointing;
+using graph::ZoomBox;
 using graph::ZoomKind;
 using host::alt_key;
 using host::ctrl_key;
@@ -36,6 +37,8 @@ using host::shift_key;
 
 constexpr std::uint8_t no_key = 0;
 constexpr std::uint8_t last_cross_hair_style = 2;
+// Less both ways is a hand that shook: three pixels at 96 dots per inch.
+constexpr double least_box = 3 * twips_per_inch / 96;
 
 struct Gesture {
     std::uint8_t button = 0;
@@ -73,19 +76,22 @@ void fetch_legend(ControlState& state, Point place) {
     DragLegendTable(state, place, true);
 }
 
-void toggle_cross_hair(ControlState& state, Point place) {
-    state.CrossHairOn = !state.CrossHairOn;
-    // Switched off, it is erased only where it still is.
-    if (state.CrossHairOn) state.CrossHairValid = true;
-    DrawCrossHair(state, place);
+// The lines take the place of the pointer's own shape.
+void draw_cross_hair(ControlState& state) {
+    render::update_cross_hair(state);
+    if (render::is_marked(state, graph::Mark::CrossHair)) set_pointer(state, host::PointerShape::Default);
 }
 
-void next_cross_hair_style(ControlState& state, Point place) {
-    DrawCrossHair(state, place);
+void toggle_cross_hair(ControlState& state) {
+    state.CrossHairOn = !state.CrossHairOn;
+    draw_cross_hair(state);
+}
+
+void next_cross_hair_style(ControlState& state) {
     state.CrossHairStyle = state.CrossHairStyle >= last_cross_hair_style
                                ? std::uint8_t{0}
                                : static_cast<std::uint8_t>(state.CrossHairStyle + 1);
-    DrawCrossHair(state, place);
+    draw_cross_hair(state);
 }
 
 void begin_gesture(ControlState& state, Graph& graph, Gesture gesture, Point place) {
@@ -106,11 +112,11 @@ void begin_gesture(ControlState& state, Graph& graph, Gesture gesture, Point pla
         fetch_legend(state, place);
     } else if (gesture.is(right_button, ctrl_key)) {
         graph.LegendShow = !graph.LegendShow;
-        render::RefreshGraphs(state, state.MouseGraph, true);
+        refresh_graph(state, state.MouseGraph);
     } else if (gesture.is(left_button, alt_key)) {
-        toggle_cross_hair(state, place);
+        toggle_cross_hair(state);
     } else if (gesture.is(right_button, alt_key) && state.CrossHairOn) {
-        next_cross_hair_style(state, place);
+        next_cross_hair_style(state);
     }
 }
 
@@ -130,36 +136,29 @@ void hover(ControlState& state, Point place) {
     if (was_here && pointer.is_read && !has_moved(state, place)) return;
     ShowGraphCoords(state, 0, place);
     name_point_under(state, place);
-    if (state.CrossHairOn) {
-        DrawCrossHair(state, {state.pointing.LastMouseX, state.pointing.LastMouseY});
-        DrawCrossHair(state, place);
-    }
+    draw_cross_hair(state);
     store_position(state, place);
 }
 
-/// The pointer's values stay and the read-out is hidden while it moves with a button held.
+/// While the pointer moves with a button held its values stay, and read-out and cross-hair are hidden.
 void note_dragging(ControlState& state, std::uint8_t button, Point place) {
     bool const was_dragging = std::exchange(state.pointer.dragging, button != 0);
-    if (button != 0 && !was_dragging) ShowGraphCoords(state, button, place);
-}
-
-struct ZoomBox {
-    Point from, to;
-};
-ZoomBox zoom_box(Graph& graph) {
-    Axis const& x = selected_x_axis(graph);
-    Axis const& y = selected_y_axis(graph);
-    return {{x.ZoomFrom, y.ZoomFrom}, {x.ZoomTo, y.ZoomTo}};
+    if (button == 0 || was_dragging) return;
+    render::update_cross_hair(state);
+    ShowGraphCoords(state, button, place);
 }
 
 void stretch_box(ControlState& state, Graph& graph, Point place) {
-    erase_box(state);
     selected_x_axis(graph).ZoomTo = static_cast<float>(place.x);
     selected_y_axis(graph).ZoomTo = static_cast<float>(place.y);
-    const ZoomBox box = zoom_box(graph);
-    invert_on_page(state, box.from, box.to, LineShape::Box);
-    state.pointing.box_on_page = true;
+    state.pointing.zoom_box = ZoomBox{state.pointer.press, place};
+    render::update_zoom_box(state);
     ShowGraphCoords(state, left_button, place);
+}
+
+void erase_box(ControlState& state) {
+    state.pointing.zoom_box.reset();
+    render::update_zoom_box(state);
 }
 
 void drag(ControlState& state, Graph& graph, Point place) {
@@ -176,13 +175,14 @@ void drag(ControlState& state, Graph& graph, Point place) {
     }
 }
 
-void end_box(ControlState& state, Graph& graph, Point place) {
+void end_box(ControlState& state, Point place) {
     erase_box(state);
     state.CurrentGraph = state.MouseGraph;
-    const Point press = zoom_box(graph).from;
-    bool const clicked = static_cast<float>(place.x) == static_cast<float>(press.x)
-                         || static_cast<float>(place.y) == static_cast<float>(press.y);
-    if (!clicked) {
+    const Point press = state.pointer.press;
+    double const width = std::round(std::abs(place.x - press.x));
+    double const height = std::round(std::abs(place.y - press.y));
+    bool const is_small = width < least_box && height < least_box;
+    if (width > 0 && height > 0 && !is_small) {
         const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Box);
         return ZoomToBox(state, place);
     }
@@ -191,19 +191,19 @@ void end_box(ControlState& state, Graph& graph, Point place) {
     state.events->Click(x, y);
 }
 
-void end_gesture(ControlState& state, Graph& graph, Gesture gesture, Point place) {
+void end_gesture(ControlState& state, Gesture gesture, Point place) {
     Pointing const& on = state.pointing;
     if (gesture.is(right_button, no_key) && on.OnPlotArea) {
         const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Full);
         UnZoom(state);
         ResizeScrollBars(state);
         ShowGraphCoords(state, 0, place);
-        render::RefreshGraphs(state, state.MouseGraph, true);
+        refresh_graph(state, state.MouseGraph);
     } else if (gesture.is(left_button, no_key) && on.OnLegend) {
-        render::RefreshGraphs(state, state.MouseGraph, true);
+        refresh_graph(state, state.MouseGraph);
         ShowGraphCoords(state, 0, place);
     } else if (gesture.is(left_button, no_key) && on.OnPlotArea) {
-        end_box(state, graph, place);
+        end_box(state, place);
     }
 }
 
@@ -217,6 +217,7 @@ void Picture1_MouseDown(ControlState& state, std::uint8_t button, std::uint8_t s
         state.pointer.press = place;
         if (state.MouseGraph >= 0) BringGraphToFront(state, state.MouseGraph);
         point_at(state, place);
+        draw_cross_hair(state);
         if (state.MouseGraph < 0) return;
         // Looked up after that, because a handler of its event may have emptied the page.
         Graph* const graph = graph_at(state, state.MouseGraph);
@@ -247,20 +248,12 @@ void Picture1_MouseUp(ControlState& state, std::uint8_t button, std::uint8_t shi
         point_at(state, place);
         Graph* const graph = graph_at(state, state.MouseGraph);
         std::uint8_t const pressed = std::exchange(state.pointing.pressed, std::uint8_t{0});
-        if (!graph) return;
         // The second press of a double click comes as the double click alone; its release ends nothing.
-        if (button != left_button || pressed == left_button)
-            end_gesture(state, *graph, {button, shift}, place);
+        if (graph && (button != left_button || pressed == left_button))
+            end_gesture(state, {button, shift}, place);
         erase_box(state); // of a gesture that ended with a key held
+        draw_cross_hair(state);
     });
-}
-
-void erase_box(ControlState& state) {
-    Graph* const graph = graph_at(state, state.MouseGraph);
-    if (!state.pointing.box_on_page || !graph) return;
-    state.pointing.box_on_page = false;
-    const ZoomBox box = zoom_box(*graph);
-    invert_on_page(state, box.from, box.to, LineShape::Box);
 }
 
 } // namespace qv::interact

@@ -13,7 +13,4 @@ void Picture1_MouseDown(graph::ControlState& state, std::uint8_t button, std::ui
 void Picture1_MouseMove(graph::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
 void Picture1_MouseUp(graph::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
 
-/// Takes a rubber band off the page that is still on it.
-void erase_box(graph::ControlState& state);
-
 } // namespace qv::interact

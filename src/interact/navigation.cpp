@@ -2,12 +2,13 @@
 
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
+#include "interact/dragging.h"
 #include "interact/follow.h"
 #include "interact/front.h"
 #include "interact/hit_test.h"
-#include "interact/mouse.h"
 #include "interact/point_steps.h"
 #include "interact/zoom.h"
+#include "render/page_marks.h"
 #include "render/plot_geometry.h"
 
 #include <cmath>
@@ -27,12 +28,10 @@ constexpr double arrow_share = 0.1;  // of the plot area, a press of an arrow
 
 /// The front-most graph whose plot area holds a place and may be zoomed, -1 for none.
 std::int16_t zoomable_at(ControlState& state, Point place) {
-    for (auto index = state.GraphOrder.rbegin(); index != state.GraphOrder.rend(); ++index) {
-        Graph* const graph = graph_at(state, *index);
-        if (!graph || !graph->GraphInclude || !holds(render::frame_box(*graph), place)) continue;
-        return graph->GraphAllowZoom && holds(render::plot_box(*graph), place) ? *index : std::int16_t{-1};
-    }
-    return -1;
+    std::int16_t const index = render::front_graph_at(state, place);
+    Graph* const graph = graph_at(state, index);
+    bool const is_zoomable = graph && graph->GraphAllowZoom && holds(render::plot_box(*graph), place);
+    return is_zoomable ? index : std::int16_t{-1};
 }
 
 /// The current graph when it may be zoomed.
@@ -47,7 +46,18 @@ GraphPlace place_of(Graph const& graph) {
             graph.LegendTableLeft, graph.LegendTableTop, shown_ranges(graph)};
 }
 
-void put_back(Graph& graph, GraphPlace const& place) {
+/// What of a graph a drag had moved.
+struct Dragged {
+    bool graph = false;
+    bool legend = false;
+};
+
+/// Everything where it was when the button was pressed.
+Dragged put_back(ControlState const& state, Graph& graph) {
+    GraphPlace const& place = state.pointing.before_press;
+    const PlaceOnPage dragged_to = place_on_page(state, graph);
+    bool const legend =
+        graph.LegendTableLeft != place.legend_left || graph.LegendTableTop != place.legend_top;
     graph.GraphLeft = place.left;
     graph.GraphTop = place.top;
     graph.GraphWidth = place.width;
@@ -59,6 +69,7 @@ void put_back(Graph& graph, GraphPlace const& place) {
     graph.LegendTableLeft = place.legend_left;
     graph.LegendTableTop = place.legend_top;
     show_ranges(graph, place.ranges);
+    return {place_on_page(state, graph) != dragged_to, legend};
 }
 
 bool pan_with_key(ControlState& state, double right, double down) {
@@ -201,13 +212,16 @@ bool cancel_drag(ControlState& state) {
     Graph* const graph = graph_at(state, state.MouseGraph);
     if (!graph || state.pointing.pressed == 0) return false;
     std::int16_t const index = state.MouseGraph;
-    erase_box(state);
-    put_back(*graph, state.pointing.before_press);
+    const Dragged dragged = put_back(state, *graph);
     // What is left of the gesture does nothing.
     state.pointing = {};
     state.MouseGraph = -1;
+    render::update_zoom_box(state);
     render::RefreshGraphs(state, -1, true);
     if (graph_at(state, index)) redraw_ranges(state, index);
+    if (state.SuppressRaisingEvents) return true;
+    if (dragged.graph) state.events->GraphPositionChanged();
+    if (dragged.legend) state.events->LegendPositionChanged();
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "interact/page_output.h"
 
 #include "graph/model/trap.h"
+#include "render/page_marks.h"
 #include "render/page_redraw.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ constexpr double margin_inches = 1;
 
 class ShownPage : public host::PagePicture {
 public:
-    explicit ShownPage(ControlState& state) : state_(state) {}
+    explicit ShownPage(ControlState& state) : state_(state), lifted_(state) {}
     DrawSurface const& pixels() const override { return *state_.Picture1; }
     std::unique_ptr<DrawSurface> redrawn(host::SurfaceMaker const& make_surface) const override {
         return render::redraw_page(state_, make_surface);
@@ -23,10 +24,12 @@ public:
 
 private:
     ControlState& state_;
+    render::MarksLifted lifted_;
 };
 
 // The printer gets a copy: printing may take its time, and the page may change meanwhile.
 DrawSurface const& kept_page(ControlState& state) {
+    const render::MarksLifted lifted(state);
     DrawSurface& kept = *state.ScratchPic2;
     DrawSurface const& page = *state.Picture1;
     kept.Move(page.Width(), page.Height());

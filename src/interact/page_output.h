@@ -12,7 +12,8 @@ namespace qv::interact {
 /// centred. `paper` is the sheet held upright, `height_to_width` the page's.
 Box place_on_paper(host::PaperSize const& paper, double height_to_width, bool landscape);
 
-/// The page for a service; it must not outlive the control.
+/// The page for a service, without cross-hair, rubber band and reading mark, which are off the visible page
+/// meanwhile; it must not outlive the control.
 std::unique_ptr<host::PagePicture> shown_page(graph::ControlState& state);
 
 /// Prints the page on one sheet of the default printer. No printer is fault 482, reported.

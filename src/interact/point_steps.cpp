@@ -6,7 +6,7 @@
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
 #include "interact/scroll_bars.h"
-#include "render/read_mark.h"
+#include "render/page_marks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -109,14 +109,12 @@ std::size_t nearest_in_x(PointStore const& points, double x) {
 
 bool read(ControlState& state, Graph& graph, std::int16_t data_set, std::optional<std::size_t> point) {
     if (!point) return false;
-    render::erase_read_mark(state);
     state.read_point =
         ReadPoint{state.CurrentGraph, data_set, *point + at(graph.DataSets, data_set).points.dropped()};
     std::string const text = point_name(state, state.CurrentGraph, {data_set, *point, 0});
     state.pointer.is_read = false; // the label is the point's now
     show_read_out(state, text);
-    render::draw_read_mark(state);
-    show_page(state);
+    render::update_read_mark(state);
     state.host->point_read(text);
     return true;
 }
@@ -154,11 +152,10 @@ bool step_data_set(ControlState& state, bool forward) {
 
 bool stop_reading(ControlState& state) {
     if (!state.read_point) return false;
-    render::erase_read_mark(state);
     state.read_point.reset();
     state.pointer.is_read = false;
     show_read_out(state, "");
-    show_page(state);
+    render::update_read_mark(state);
     return true;
 }
 

@@ -60,14 +60,6 @@ void show_label(ControlState& state, std::string text) {
     ResizeScrollBars(state);
 }
 
-// The plot area as far as the frame's borders tell, whatever the axes' lengths.
-Box cross_hair_box(Graph const& graph) {
-    const Box frame = render::frame_box(graph);
-    return {frame.left + graph.BorderLeft, frame.top + graph.BorderTop,
-            frame.width - graph.BorderLeft - graph.BorderRight,
-            frame.height - graph.BorderTop - graph.BorderBottom};
-}
-
 } // namespace
 
 std::string coordinate_text(Axis const& axis, double value, double pixel_step) {
@@ -113,40 +105,6 @@ void ShowGraphCoords(ControlState& state, std::uint8_t button, Point place) {
         state.Label1.Caption.clear();
         state.host->child_controls_changed();
     });
-}
-
-void DrawCrossHair(ControlState& state, Point place) {
-    trapped(state, "DrawCrossHair", [&] {
-        if (!state.CrossHairValid) {
-            state.CrossHairValid = true;
-            return;
-        }
-        Graph const* const graph = graph_at(state, state.MouseGraph);
-        if (!graph) return;
-        const Box box = cross_hair_box(*graph);
-        if (!holds(box, place)) return;
-        if (state.CrossHairStyle != 2)
-            invert_on_page(state, {place.x, box.top}, {place.x, box.bottom()}, LineShape::Segment);
-        if (state.CrossHairStyle != 1)
-            invert_on_page(state, {box.left, place.y}, {box.right(), place.y}, LineShape::Segment);
-        set_pointer(state, host::PointerShape::Default);
-    });
-}
-
-void invert_on_page(ControlState& state, Point from, Point to, LineShape shape) {
-    DrawSurface& page = *state.Picture1;
-    const graph::RestoreScope drawing(page.state);
-    page.state.draw_mode = DrawMode::Invert;
-    page.state.draw_style = DrawStyle::Solid;
-    page.state.DrawWidth = 1;
-    page.SelectClipPath({0, 0, page.Width(), page.Height()});
-    page.Line(from, to, shape, 0);
-    show_page(state);
-}
-
-void show_page(ControlState& state) {
-    state.Picture1->Refresh();
-    state.host->page_shown();
 }
 
 } // namespace qv::interact

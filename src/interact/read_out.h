@@ -1,4 +1,4 @@
-// The read-out of the coordinates under the mouse, and the cross-hair.
+// The read-out of the coordinates under the mouse.
 #pragma once
 
 #include "base/geometry.h"
@@ -30,14 +30,5 @@ void show_read_out(graph::ControlState& state, std::string_view text);
 std::string coordinate_text(graph::Axis const& axis, double value, double pixel_step);
 /// The same for pixels of a device-independent size.
 std::string coordinate_text(graph::Axis const& axis, double value);
-
-/// Draws the cross-hair over the plot area of `MouseGraph`; drawing it once more at the same place erases it.
-/// The first call after the page was redrawn draws nothing: there is none to erase.
-void DrawCrossHair(graph::ControlState& state, Point place);
-
-/// Draws a shape on the visible page in invert mode, over its whole area, and shows it.
-void invert_on_page(graph::ControlState& state, Point from, Point to, LineShape shape);
-/// Shows what was drawn on the visible page.
-void show_page(graph::ControlState& state);
 
 } // namespace qv::interact

@@ -5,7 +5,6 @@
 #include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/scroll_bars.h"
-#include "render/pipeline.h"
 #include "scale/mapping.h"
 #include "scale/numeric.h"
 #include "scale/zoomed.h"
@@ -173,7 +172,7 @@ void ZoomToBox(ControlState& state, Point release) {
     });
     state.Zoomed = true;
     ResizeScrollBars(state);
-    render::RefreshGraphs(state, state.MouseGraph, true);
+    refresh_graph(state, state.MouseGraph);
     // Drawing may have found the range whole, or changed it.
     if (!state.Graphs.empty()) ResizeScrollBars(state);
 }

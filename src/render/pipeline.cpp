@@ -7,8 +7,8 @@
 #include "render/data_sets.h"
 #include "render/gradient.h"
 #include "render/legend.h"
+#include "render/page_marks.h"
 #include "render/plot_geometry.h"
-#include "render/read_mark.h"
 #include "scale/mapping.h"
 
 #include <algorithm>
@@ -33,10 +33,8 @@ void copy_page(DrawSurface& target, DrawSurface const& source) {
 }
 
 void show(ControlState& state) {
-    state.CrossHairValid = state.pointing.box_on_page = false;
-    draw_read_mark(state);
-    state.Picture1->Refresh();
-    state.host->page_shown();
+    mark_page(state);
+    show_page(state);
     if (state.page_follower) state.page_follower(state);
 }
 
@@ -45,6 +43,7 @@ void show_empty_page(ControlState& state) {
     DrawSurface& page = *state.Picture1;
     page.SelectClipPath({0, 0, page.Width(), page.Height()});
     fill_box(page, {0, 0, page.Width(), page.Height()}, rgb(255, 255, 255));
+    forget_marks(state);
     show(state);
 }
 
@@ -120,6 +119,7 @@ void finish_page(ControlState& state, std::int16_t index, bool legend_on_page) {
         DrawGraph(state, *state.GraphImage, index);
     }
     copy_page(*state.Picture1, *state.GraphImage);
+    forget_marks(state);
     add_legend(state, *state.Picture1, graph, index);
 }
 

@@ -5,6 +5,7 @@
 #include "graph/model/selection.h"
 #include "render/pipeline.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace qv::render {
@@ -29,6 +30,22 @@ inline Box legend_box(graph::Graph const& graph) {
 
 inline Box page_box(graph::ControlState const& state) {
     return {0, 0, static_cast<double>(state.PageWidth), static_cast<double>(state.PageHeight)};
+}
+
+/// Whether a place lies in a box, its edges included.
+inline bool holds(Box const& box, Point place) {
+    return place.x >= box.left && place.x <= box.right() && place.y >= box.top && place.y <= box.bottom();
+}
+
+/// The front-most graph whose frame holds a place, -1 for none.
+inline std::int16_t front_graph_at(graph::ControlState const& state, Point place) {
+    auto const is_there = [&](std::int16_t index) {
+        if (index < 0 || index >= state.NumGraphs()) return false;
+        graph::Graph const& graph = *at(state.Graphs, index);
+        return graph.GraphInclude && holds(frame_box(graph), place);
+    };
+    auto const found = std::find_if(state.GraphOrder.rbegin(), state.GraphOrder.rend(), is_there);
+    return found == state.GraphOrder.rend() ? std::int16_t{-1} : *found;
 }
 
 /// The rectangle of an area of the current graph.

@@ -78,13 +78,13 @@ struct ControlState {
     /// \{
     bool CrossHairOn = false;
     std::uint8_t CrossHairStyle = 0;
-    bool CrossHairValid = false;
     double PointerX = 0; // pointer in data coordinates
     double PointerY = 0;
     std::int16_t MouseGraph = -1;
     std::int16_t BarsGraph = -1; // the graph whose span the scroll bars show
     Pointing pointing;
     PointerTrack pointer;
+    PageMarks marks;
     Gestures gestures;
     ZoomHistory zoom_history;
     ZoomAnchor zoom_anchor;

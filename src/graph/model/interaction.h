@@ -2,7 +2,9 @@
 #pragma once
 
 #include "base/geometry.h"
+#include "render/DrawSurface.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -87,10 +89,8 @@ struct HitFlags {
     bool OnPlotRight = false;
     bool OnPlotBottom = false;
 
-    bool on_edge() const {
-        return OnFrameLeft || OnFrameTop || OnFrameRight || OnFrameBottom || OnPlotLeft || OnPlotTop
-               || OnPlotRight || OnPlotBottom;
-    }
+    bool on_frame_edge() const { return OnFrameLeft || OnFrameTop || OnFrameRight || OnFrameBottom; }
+    bool on_edge() const { return on_frame_edge() || OnPlotLeft || OnPlotTop || OnPlotRight || OnPlotBottom; }
     bool operator==(HitFlags const&) const = default;
 };
 
@@ -101,10 +101,24 @@ struct Corner {
     bool operator==(Corner const&) const = default;
 };
 
-/// The frame round the point read by keys, as it was drawn in invert mode.
-struct ReadMark {
-    Box frame;
+/// A shape drawn over the visible page in invert mode: drawn once more, it is gone.
+struct InvertedShape {
+    Point from, to;
+    LineShape form = LineShape::Segment;
     Box clip;
+    bool operator==(InvertedShape const&) const = default;
+};
+
+/// What lies over the visible page and is no part of it; nothing but render/page_marks.cpp writes it.
+enum class Mark : std::uint8_t { CrossHair, ZoomBox, ReadPoint };
+struct PageMarks {
+    std::array<std::vector<InvertedShape>, 3> shapes; // by mark, as they were drawn
+    bool lifted = false;                              // all are off the page for a moment
+};
+
+/// The corners of a rubber band.
+struct ZoomBox {
+    Point from, to;
 };
 
 struct Pointing : HitFlags {
@@ -115,10 +129,9 @@ struct Pointing : HitFlags {
     float LastMouseY = 0;
     Corner last_graph_corner; // of the previous step of a drag
     Corner last_legend_corner;
-    bool box_on_page = false; // the rubber band drawn in invert mode is in step with the picture
     std::uint8_t pressed = 0; // the button whose drag is in progress, 0 for none
     GraphPlace before_press;
-    std::optional<ReadMark> mark; // while it is on the page
+    std::optional<ZoomBox> zoom_box; // of the drag in progress
 };
 
 } // namespace qv::graph

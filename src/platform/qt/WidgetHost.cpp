@@ -11,6 +11,7 @@
 #include "platform/qt/page_printer.h"
 #include "platform/qt/qvariants.h"
 #include "platform/qt/translate_input.h"
+#include "render/page_marks.h"
 
 #include <QtGui/QAccessible>
 #include <QtWidgets/QApplication>
@@ -115,6 +116,7 @@ bool WidgetHost::follow_density() {
     if (twips_per_pixel == twips_per_pixel_) return false;
     twips_per_pixel_ = twips_per_pixel;
     graph::ControlState& state = control_->state();
+    render::erase_marks(state); // at the density at which they were drawn
     for (auto* surface :
          {&state.Picture1, &state.GraphImage, &state.Picture2, &state.ScratchPic1, &state.ScratchPic2})
         static_cast<raster::RasterSurface&>(**surface).set_twips_per_pixel(twips_per_pixel, twips_per_pixel);
