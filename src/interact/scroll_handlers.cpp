@@ -21,14 +21,13 @@ using graph::ControlState;
 void move_to(Axis& axis, double place) {
     const scale::ScaleFrom from_start{axis.ScaleMin, axis.AxisLog};
     const scale::ScaleFrom from_first{axis.AxisValue1, axis.AxisLog};
-    double const length = from_first(axis.AxisValue2), whole = from_start(axis.ScaleMax);
+    double const whole = from_start(axis.ScaleMax);
+    double const length = std::copysign(from_first(axis.AxisValue2), whole);
     double first = from_start.value_at((whole - length) * place);
     double last = from_start.value_at((whole - length) * place + length);
     if (place == 0) first = axis.ScaleMin;
     if (place == 1) last = axis.ScaleMax;
-    if (first == last || !std::isfinite(first) || !std::isfinite(last)) return;
-    axis.AxisValue1 = first;
-    axis.AxisValue2 = last;
+    if (std::isfinite(first) && std::isfinite(last)) show_within_full_range(axis, {first, last});
 }
 
 void move_axes(ControlState& state, AxisKind kind, host::ScrollBar const& bar) {

@@ -80,9 +80,7 @@ double value_of(Axis const& axis, ScaleFrom const& scale, double scaled) {
 
 void show(Axis& axis, ScaleFrom const& scale, Span const& span) {
     double const first = value_of(axis, scale, span.first), last = value_of(axis, scale, span.last);
-    if (first == last || !std::isfinite(first) || !std::isfinite(last)) return;
-    axis.AxisValue1 = first;
-    axis.AxisValue2 = last;
+    if (std::isfinite(first) && std::isfinite(last)) show_within_full_range(axis, {first, last});
 }
 
 /// The span moved, and cut if need be, so that it lies in the full range.
@@ -104,11 +102,8 @@ void zoom_axis_to(ControlState& state, Axis& axis, double corner, double opposit
     from = Max(from, full_low);
     to = Min(to, full_high);
     // Also false where a corner has no value.
-    if (!(std::abs(to - from) >= std::abs((axis.ScaleMax - axis.ScaleMin) / state.MaxZoomFactor))) return;
-    if (from == to) return;
-    bool const upwards = axis.AxisValue1 <= axis.AxisValue2;
-    axis.AxisValue1 = upwards ? from : to;
-    axis.AxisValue2 = upwards ? to : from;
+    if (to - from >= std::abs((axis.ScaleMax - axis.ScaleMin) / state.MaxZoomFactor))
+        show_within_full_range(axis, {from, to});
 }
 
 double along(AxisKind kind, Point place) {
@@ -149,6 +144,23 @@ bool has_scale(Axis const& axis) {
     return std::min({axis.AxisValue1, axis.AxisValue2, axis.ScaleMin, axis.ScaleMax}) > 0;
 }
 
+Shown full_range(Axis const& axis) {
+    bool const is_turned = (axis.AxisValue1 < axis.AxisValue2 && axis.ScaleMin > axis.ScaleMax)
+                           || (axis.AxisValue1 > axis.AxisValue2 && axis.ScaleMin < axis.ScaleMax);
+    return is_turned ? Shown{axis.ScaleMax, axis.ScaleMin} : Shown{axis.ScaleMin, axis.ScaleMax};
+}
+
+void show_within_full_range(Axis& axis, Shown range) {
+    const Shown whole = full_range(axis);
+    auto const [full_low, full_high] = std::minmax({whole.first, whole.last});
+    auto const [low, high] = std::minmax({range.first, range.last});
+    double const from = MinMax(low, full_low, full_high), to = MinMax(high, full_low, full_high);
+    if (!(from < to)) return;
+    bool const upwards = whole.first < whole.last;
+    axis.AxisValue1 = upwards ? from : to;
+    axis.AxisValue2 = upwards ? to : from;
+}
+
 std::vector<Shown> shown_ranges(Graph const& graph) {
     std::vector<Shown> ranges;
     for (Axis const& axis : graph.Axes) ranges.push_back({axis.AxisValue1, axis.AxisValue2});
@@ -185,8 +197,9 @@ void redraw_ranges(ControlState& state, std::int16_t index) {
 void UnZoom(ControlState& state) {
     trapped(state, "UnZoom", [&] {
         for (Axis& axis : at(state.Graphs, state.MouseGraph)->Axes) {
-            axis.AxisValue1 = axis.ScaleMin;
-            axis.AxisValue2 = axis.ScaleMax;
+            const Shown whole = full_range(axis);
+            axis.AxisValue1 = whole.first;
+            axis.AxisValue2 = whole.last;
         }
         scale::SetScrollBarsVisibility(state);
     });
@@ -199,7 +212,7 @@ void zoom_in_by_two(ControlState& state, std::int16_t index, Point place) {
         if (!std::isfinite(value)) return;
         const ScaleFrom scale{value, axis.AxisLog};
         double const quarter = displayed(axis, scale).length() / 4;
-        const Span half{-quarter, quarter};
+        const Span half = inside_full_range(axis, scale, {-quarter, quarter});
         if (is_wide_enough(state, axis, scale, half)) show(axis, scale, half);
     });
 }
@@ -264,17 +277,13 @@ ZoomStepScope::~ZoomStepScope() {
 
 namespace {
 
-/// Shows the ranges that still lie, at least in part, within the full ones; those may have changed since.
+/// Shows what of the ranges lies within the full ones; those may have changed since.
 void show_possible_ranges(Graph& graph, std::vector<Shown> const& ranges) {
-    std::vector<Shown> possible = shown_ranges(graph);
-    for (std::size_t i = 0; i < std::min(ranges.size(), possible.size()); ++i) {
-        Axis const& axis = graph.Axes[i];
-        auto const [low, high] = std::minmax({ranges[i].first, ranges[i].last});
-        auto const [full_low, full_high] = std::minmax({axis.ScaleMin, axis.ScaleMax});
-        bool const is_seen = low < full_high && high > full_low;
-        if (is_seen && (low > 0 || !axis.AxisLog)) possible[i] = ranges[i];
+    for (std::size_t i = 0; i < std::min(ranges.size(), graph.Axes.size()); ++i) {
+        Axis& axis = graph.Axes[i];
+        if (!axis.AxisLog || std::min(ranges[i].first, ranges[i].last) > 0)
+            show_within_full_range(axis, ranges[i]);
     }
-    show_ranges(graph, possible);
 }
 
 /// Shows the ranges of the last step of one list and puts those of before into the other.

@@ -13,6 +13,12 @@ namespace qv::interact {
 /// set over a range that reaches below zero. Such an axis is neither zoomed nor moved.
 bool has_scale(graph::Axis const& axis);
 
+/// The full range of an axis in the direction in which its displayed range runs.
+graph::Shown full_range(graph::Axis const& axis);
+/// Shows what of a range lies in the full one, in the direction in which the axis runs already; where nothing
+/// does, the axis stays as it is.
+void show_within_full_range(graph::Axis& axis, graph::Shown range);
+
 /// The displayed ranges of all axes of a graph, in order.
 std::vector<graph::Shown> shown_ranges(graph::Graph const& graph);
 void show_ranges(graph::Graph& graph, std::vector<graph::Shown> const& ranges);
@@ -27,8 +33,8 @@ void UnZoom(graph::ControlState& state);
 /// Draws a graph whose ranges have changed, and the scroll bars.
 void redraw_ranges(graph::ControlState& state, std::int16_t graph);
 
-/// Half of the displayed range about a place of the page, on every axis on its own scale; stops at
-/// `MaxZoomFactor`.
+/// Half of the displayed range about a place of the page, on every axis on its own scale, moved so that it
+/// lies in the full range; stops at `MaxZoomFactor`.
 void zoom_in_by_two(graph::ControlState& state, std::int16_t graph, Point place);
 /// Twice the displayed range, as far as the full range goes.
 void zoom_out_by_two(graph::ControlState& state, std::int16_t graph);

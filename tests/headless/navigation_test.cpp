@@ -275,6 +275,84 @@ TEST_CASE("an axis without a scale is left alone by every gesture") {
     }
 }
 
+TEST_CASE("no gesture turns an axis round or leaves its full range") {
+    struct Row {
+        graph::Shown shown, full;
+        bool reverse = false, is_log = false;
+    };
+    Row const rows[] = {
+        {{0, 10}, {0, 10}},
+        {{10, 0}, {10, 0}},
+        {{2, 6}, {0, 10}, true},
+        {{8, 2}, {0, 10}}, // against the full range
+        {{2, 8}, {10, 0}},
+        {{12, 14}, {0, 10}}, // beyond it
+        {{-5, 4}, {0, 10}},
+        {{1e-3, 1e5}, {1e-3, 1e5}, false, true},
+        {{1e4, 10}, {1e5, 1e-3}, true, true},
+        {{1e15, 1e15 + 8}, {1e15, 1e15 + 8}},
+    };
+    std::mt19937 random(16);
+    auto const below = [&](unsigned limit) { return static_cast<int>(random() % limit); };
+    for (Row const& row : rows) {
+        CAPTURE(row.shown.first);
+        CAPTURE(row.shown.last);
+        Navigator person;
+        for (graph::Axis& axis : person.graph().Axes) {
+            axis.AxisValue1 = row.shown.first;
+            axis.AxisValue2 = row.shown.last;
+            axis.ScaleMin = row.full.first;
+            axis.ScaleMax = row.full.last;
+            axis.AxisReverse = row.reverse;
+            axis.AxisLog = row.is_log;
+        }
+        person.page.Refresh();
+        auto const place = [&] { return person.in_plot(0.02 + below(97) / 100.0, 0.02 + below(97) / 100.0); };
+        auto const gesture = [&](int kind) {
+            switch (kind) {
+            case 0: return person.drag(place(), place());
+            case 1: return person.drag(place(), place(), host::middle_button);
+            case 2: return static_cast<void>(person.wheel(place(), below(7) - 3));
+            case 3: return person.press(place(), host::left_button, host::shift_key);
+            case 4: return person.press(place(), host::right_button, host::shift_key);
+            case 5: return person.drag(place(), place(), host::right_button);
+            case 6: return person.scroll(below(2) ? host::Bar::HScroll1 : host::Bar::VScroll1, below(1001));
+            case 7: return static_cast<void>(person.key(below(2) ? Key::Left : Key::Right, host::alt_key));
+            case 8: return person.scroll(host::Bar::VScroll1, 1000 * below(2));
+            default: return static_cast<void>(person.key(static_cast<Key>(1 + below(7))));
+            }
+        };
+        for (int i = 0; i < 200; ++i) {
+            auto const before = person.shown();
+            int const kind = below(11);
+            gesture(kind);
+            CAPTURE(i);
+            CAPTURE(kind);
+            for (std::size_t axis = 0; axis < 2; ++axis) {
+                auto const [first, last] = person.shown()[axis];
+                auto const [low, high] = std::minmax({row.full.first, row.full.last});
+                REQUIRE((first < last) == (row.shown.first < row.shown.last));
+                bool const was_inside = std::min(before[axis].first, before[axis].last) >= low
+                                        && std::max(before[axis].first, before[axis].last) <= high;
+                bool const is_inside = std::min(first, last) >= low && std::max(first, last) <= high;
+                bool const is_as_before = graph::Shown{first, last} == before[axis];
+                REQUIRE((is_inside || (!was_inside && is_as_before)));
+            }
+        }
+        CHECK(person.heard.errors.empty());
+    }
+}
+
+TEST_CASE("undo keeps the direction of an axis that the host has turned, and to its new full range") {
+    Navigator person;
+    person.drag(person.in_plot(0.2, 0.2), person.in_plot(0.6, 0.6));
+    person.page.SetSelectedAxis(0);
+    person.page.AxisScaleStyle({.Value1 = 8, .Value2 = 1});
+    person.page.Refresh();
+    CHECK(person.key(Key::Left, host::alt_key));
+    CHECK(person.shown()[0] == graph::Shown{8, 1});
+}
+
 TEST_CASE("two fingers zoom about the place between them") {
     Navigator person;
     CHECK(person.host.input(host::PinchInput{2, person.in_plot(0.5, 0.5)}));
