@@ -29,6 +29,8 @@ void discard_graphs(ControlState& state) {
     state.zoom_anchor = {};
     state.PointTooltip.clear();
     state.read_point.reset();
+    state.ground.reset();
+    state.legend_on_page.reset();
 }
 
 void reset_page_fill(ControlState& state) {
@@ -48,8 +50,9 @@ void fit_surfaces(ControlState& state) {
     state.PageHeight = to_i32(state.GraphImage->Height() - page_inset);
 }
 
-bool has_been_drawn(ControlState& state) {
-    return state.NumGraphs() >= 1 && !current_graph(state).GraphNotDrawn;
+bool has_been_drawn(ControlState const& state) {
+    return state.ground
+           || std::ranges::any_of(state.Graphs, [](auto const& graph) { return !graph->GraphNotDrawn; });
 }
 
 void lay_out_scroll_bars_silently(ControlState& state) {

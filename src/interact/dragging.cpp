@@ -5,11 +5,10 @@
 #include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/read_out.h"
-#include "render/data_sets.h"
 #include "render/legend.h"
+#include "render/legend_on_page.h"
 #include "render/page_marks.h"
 #include "render/pipeline.h"
-#include "render/plot_geometry.h"
 #include "scale/numeric.h"
 
 #include <cmath>
@@ -107,37 +106,6 @@ void move_hit_part(ControlState& state, Graph& graph, Point mouse, Corner corner
     if (on.OnPlotBottom) down.drag_plot_end();
 }
 
-/// Gives the page under the legend back.
-void restore_page(ControlState& state, Graph const& graph) {
-    DrawSurface& page = *state.Picture1;
-    page.SelectClipPath({0, 0, page.Width(), page.Height()});
-    double const edge = graph.LegendFill.EdgeThickness; // the outline lies half outside the rectangle
-    const PixelPoint place = render::in_pixels(
-        page, {static_cast<double>(graph.LegendLeft), static_cast<double>(graph.LegendTop)});
-    const PixelPoint corner{place.x - edge, place.y - edge};
-    const PixelPoint end =
-        render::in_pixels(page, {static_cast<double>(graph.LegendLeft) + graph.LegendWidth,
-                                 static_cast<double>(graph.LegendTop) + graph.LegendHeight});
-    const PixelSize size{static_cast<std::int32_t>(end.x - corner.x + edge) + 1,
-                         static_cast<std::int32_t>(end.y - corner.y + edge) + 1};
-    page.BitBlt(corner, size, *state.GraphImage, corner);
-}
-
-void draw_legend_on_page(ControlState& state, Graph& graph) {
-    DrawSurface& page = *state.Picture1;
-    if (graph.LegendFill.EdgeThickness == 0 || graph.LegendFill.Transparent) {
-        render::LegendTable(state, page, state.MouseGraph);
-    } else {
-        const PixelPoint place = render::in_pixels(
-            page, {static_cast<double>(graph.LegendLeft), static_cast<double>(graph.LegendTop)});
-        page.BitBlt(place, state.ScratchPic1->GetClientRect(), *state.ScratchPic1, {0, 0});
-    }
-    if (graph.LegendFill.EdgeThickness == 0) return;
-    page.state.DrawWidth = graph.LegendFill.EdgeThickness;
-    render::outline_box(page, render::legend_box(graph), graph.LegendFill.EdgeColor);
-    page.state.DrawWidth = 1;
-}
-
 /// The nearest place of the legend's corner that keeps the legend in the frame.
 Corner inside_frame(Graph const& graph, Corner corner) {
     return {
@@ -153,6 +121,11 @@ void place_legend(ControlState& state, Graph& graph, Corner corner) {
     };
     graph.LegendTableLeft = percent(difference(graph.LegendLeft, graph.FrameLeft), graph.FrameWidth);
     graph.LegendTableTop = percent(difference(graph.LegendTop, graph.FrameTop), graph.FrameHeight);
+}
+
+bool move_legend(ControlState& state) {
+    const render::MarksLifted lifted(state);
+    return render::move_legend_on_page(state, state.MouseGraph);
 }
 
 } // namespace
@@ -200,17 +173,13 @@ void DragLegendTable(ControlState& state, Point mouse, bool first) {
         if (!first && corner == pointing.last_legend_corner) return;
         pointing.last_legend_corner = corner;
         const Corner target = inside_frame(*graph, corner);
-        bool const is_elsewhere = target != Corner{graph->LegendLeft, graph->LegendTop};
-        if (!first && !is_elsewhere) return;
-        {
-            const render::MarksLifted lifted(state);
-            restore_page(state, *graph);
-            if (is_elsewhere) place_legend(state, *graph, target);
-            draw_legend_on_page(state, *graph);
-            if (first && !graph->LegendInFront) render::PlotDataSets(state, *state.Picture1);
-        }
-        render::show_page(state);
-        if (is_elsewhere && !state.SuppressRaisingEvents) state.events->LegendPositionChanged();
+        if (target == Corner{graph->LegendLeft, graph->LegendTop}) return;
+        place_legend(state, *graph, target);
+        if (move_legend(state))
+            render::show_page(state);
+        else
+            render::RefreshGraphs(state, state.MouseGraph, true);
+        if (!state.SuppressRaisingEvents) state.events->LegendPositionChanged();
     });
 }
 

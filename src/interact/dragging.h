@@ -16,7 +16,8 @@ PlaceOnPage place_on_page(graph::ControlState const& state, graph::Graph const& 
 /// of a drag draws the whole page, later ones the graph alone.
 bool DragGraph(graph::ControlState& state, Point mouse, bool first);
 
-/// Moves the legend of `MouseGraph` to the mouse, inside the graph's frame, on the visible page only.
+/// Moves the legend of `MouseGraph` to the mouse, inside the graph's frame. One in front of the data moves on
+/// the visible page alone; with one behind them the graph is drawn anew.
 void DragLegendTable(graph::ControlState& state, Point mouse, bool first);
 
 } // namespace qv::interact

@@ -16,8 +16,6 @@ void BringGraphToFront(ControlState& state, std::int16_t graph) {
     trapped(state, "BringGraphToFront", [&] {
         if (graph < 0 || graph >= state.NumGraphs() || state.GraphOrder.empty()) return;
         if (state.GraphOrder.back() == graph) return;
-        render::RefreshGraphs(state, state.GraphOrder.back(), false);
-        // Looked up only now, because an event of the refresh may have changed or emptied the document.
         const auto place = std::ranges::find(state.GraphOrder, graph);
         if (place == state.GraphOrder.end()) return;
         std::rotate(place, place + 1, state.GraphOrder.end());

@@ -36,6 +36,7 @@ struct AxisDrawing {
     AxisFrame frame;
     std::vector<PlacedTick> ticks;
     LabelLayout labels;
+    bool paints = true; // else it is only measured
 };
 
 void draw_axis_line(AxisDrawing const& drawing) {
@@ -70,6 +71,7 @@ void draw_label(AxisDrawing const& drawing, PlacedTick const& tick) {
 }
 
 void draw_own_edge(AxisDrawing const& drawing) {
+    if (!drawing.paints) return;
     draw_axis_line(drawing);
     for (PlacedTick const& tick : drawing.ticks) {
         GridLine(drawing.state, drawing.surface, tick.along,
@@ -109,16 +111,16 @@ double draw_title(AxisDrawing const& drawing) {
     if (!axis.AxisShowTitle) return distance + drawing.surface.TextHeight("A");
     SetGraphFont(drawing.state, drawing.surface, axis.AxisTitleFont);
     const TextBlock title = text_block(drawing.surface, axis.AxisTitle);
-    PrintText(drawing.state, drawing.surface, axis.AxisTitle, title_place(drawing, title, distance),
-              {axis.AxisTitleFont, axis.AxisTitleColor});
+    if (drawing.paints)
+        PrintText(drawing.state, drawing.surface, axis.AxisTitle, title_place(drawing, title, distance),
+                  {axis.AxisTitleFont, axis.AxisTitleColor});
     return distance + title.height + drawing.surface.TextHeight("A");
 }
 
-void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis& axis) {
-    Graph const& graph = current_graph(state);
-    const AxisSpan range = settle_axis_range(state, axis);
-    if (!is_current(state, graph)) return; // a handler of GraphScaleChanged has taken it away
-    AxisDrawing drawing{state, surface, axis, axis_frame(state, surface, axis), {}, {}};
+void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis const& axis, AxisSpan range,
+                       AxesPass pass) {
+    AxisDrawing drawing{
+        state, surface, axis, axis_frame(state, surface, axis), {}, {}, pass != AxesPass::WithoutMarks};
     SetGraphFont(state, surface, axis.AxisLabelFont);
     drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range);
     drawing.labels = label_layout(surface, drawing.frame, axis, drawing.ticks);
@@ -126,19 +128,23 @@ void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis& axis) {
     const RestoreScope width(surface.state.DrawWidth, std::max<int>(axis.AxisTickThickness, 1));
     draw_own_edge(drawing);
     double const used = draw_title(drawing);
-    if (axis.AxisTicksBothEnds)
+    if (axis.AxisTicksBothEnds && drawing.paints)
         for (PlacedTick const& tick : drawing.ticks) draw_tick(drawing, tick, drawing.frame.opposite);
     std::int32_t& offset = stack_offset(state, drawing.frame.kind, drawing.frame.far_side);
     offset = to_i32(offset + used);
 }
 
-void draw_axis(ControlState& state, DrawSurface& surface, std::int16_t index, AxisKind kind, bool first) {
+void draw_axis(ControlState& state, DrawSurface& surface, std::int16_t index, AxisKind kind, bool first,
+               AxesPass pass) {
     Graph& graph = current_graph(state);
     const graph::SelectedAxesScope selection(graph);
     selected_index(graph, kind) = index;
     if (first) stack_offset(state, kind, false) = stack_offset(state, kind, true) = 0;
     Axis& axis = at(graph.Axes, index);
-    if (!axis.AxisHide) draw_visible_axis(state, surface, axis);
+    const AxisSpan range =
+        pass == AxesPass::MarksOnly ? settled_axis_range(axis) : settle_axis_range(state, axis);
+    if (!is_current(state, graph)) return; // a handler of GraphScaleChanged has taken it away
+    if (!axis.AxisHide) draw_visible_axis(state, surface, axis, range, pass);
     if (kind == AxisKind::X)
         graph.TopAxesHeight = static_cast<float>(std::max<double>(
             state.AxisStackOffsets.far, reach_of_opposite_axes(state, surface, AxisKind::X, true)));
@@ -162,14 +168,14 @@ void draw_graph_title(ControlState& state, DrawSurface& surface) {
               {graph.GraphTitleFont, graph.GraphTitleColor});
 }
 
-void draw_axes_of_kind(ControlState& state, DrawSurface& surface, AxisKind kind) {
+void draw_axes_of_kind(ControlState& state, DrawSurface& surface, AxisKind kind, AxesPass pass) {
     Graph& graph = current_graph(state);
     bool first = true;
     for (std::int16_t i = 0; i < graph.NumAxes() && is_current(state, graph); ++i) {
         Axis& axis = at(graph.Axes, i);
         if (axis.AxisXY != kind) continue;
         axis.AxisLength = at(graph.Axes, selected_index(graph, kind)).AxisLength;
-        (kind == AxisKind::X ? DrawXAxis : DrawYAxis)(state, surface, i, first);
+        (kind == AxisKind::X ? DrawXAxis : DrawYAxis)(state, surface, i, first, pass);
         first = false;
     }
 }
@@ -179,26 +185,26 @@ void draw_axes_of_kind(ControlState& state, DrawSurface& surface, AxisKind kind)
 void GraphAxes(ControlState& state, DrawSurface& surface, AxesPass pass) {
     trapped(state, "GraphAxes", [&] {
         Graph& graph = current_graph(state);
-        if (pass == AxesPass::Full) {
+        if (pass != AxesPass::MarksOnly) {
             set_axis_lengths(graph);
             DrawPlotArea(state, surface);
         }
-        draw_axes_of_kind(state, surface, AxisKind::X);
+        draw_axes_of_kind(state, surface, AxisKind::X, pass);
         if (!is_current(state, graph)) return;
         // After the x axes, because those on the far side push the title up.
-        if (pass == AxesPass::Full && graph.GraphShowTitle) draw_graph_title(state, surface);
-        draw_axes_of_kind(state, surface, AxisKind::Y);
+        if (pass != AxesPass::MarksOnly && graph.GraphShowTitle) draw_graph_title(state, surface);
+        draw_axes_of_kind(state, surface, AxisKind::Y, pass);
         // Only now, because while it is drawn each axis is the selected one.
         if (is_current(state, graph)) scale::SetScrollBarsVisibility(state);
     });
 }
 
-void DrawXAxis(ControlState& state, DrawSurface& surface, std::int16_t axis, bool first) {
-    trapped(state, "DrawXAxis", [&] { draw_axis(state, surface, axis, AxisKind::X, first); });
+void DrawXAxis(ControlState& state, DrawSurface& surface, std::int16_t axis, bool first, AxesPass pass) {
+    trapped(state, "DrawXAxis", [&] { draw_axis(state, surface, axis, AxisKind::X, first, pass); });
 }
 
-void DrawYAxis(ControlState& state, DrawSurface& surface, std::int16_t axis, bool first) {
-    trapped(state, "DrawYAxis", [&] { draw_axis(state, surface, axis, AxisKind::Y, first); });
+void DrawYAxis(ControlState& state, DrawSurface& surface, std::int16_t axis, bool first, AxesPass pass) {
+    trapped(state, "DrawYAxis", [&] { draw_axis(state, surface, axis, AxisKind::Y, first, pass); });
 }
 
 void GridLine(ControlState& state, DrawSurface& surface, double position, GridLineStyle style) {

@@ -7,15 +7,20 @@
 
 namespace qv::render {
 
+/// Axes are painted once, under the data or over them.
 enum class AxesPass {
-    Full,     // sets the axis lengths, paints the plot area and draws the title first
-    MarksOnly // only the axes, over the data
+    Full,         // sets the axis lengths, paints the plot area, settles the ranges, draws title and axes
+    WithoutMarks, // the same, but axes only take their space
+    MarksOnly     // only the axes, with the ranges settled before, over the data
 };
 void GraphAxes(graph::ControlState& state, DrawSurface& surface, AxesPass pass);
 
-/// Draws one axis; the first of its kind in a pass starts the stacks of its two sides anew.
-void DrawXAxis(graph::ControlState& state, DrawSurface& surface, std::int16_t axis, bool first);
-void DrawYAxis(graph::ControlState& state, DrawSurface& surface, std::int16_t axis, bool first);
+/// Draws one axis; the first of its kind in a pass starts the stacks of its two sides anew. A hidden axis
+/// settles its range too.
+void DrawXAxis(graph::ControlState& state, DrawSurface& surface, std::int16_t axis, bool first,
+               AxesPass pass = AxesPass::Full);
+void DrawYAxis(graph::ControlState& state, DrawSurface& surface, std::int16_t axis, bool first,
+               AxesPass pass = AxesPass::Full);
 
 struct GridLineStyle {
     graph::AxisKind kind = graph::AxisKind::X;

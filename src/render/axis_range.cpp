@@ -93,4 +93,10 @@ AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
     return range;
 }
 
+AxisSpan settled_axis_range(Axis const& axis) {
+    if (axis.has_mode(AxisMode::TextLabels)) return {axis.ScaleMin, axis.ScaleMax};
+    if (axis.has_mode(AxisMode::Automatic) && axis.drawn) return {axis.drawn->low, axis.drawn->high};
+    return {axis.AxisValue1, axis.AxisValue2};
+}
+
 } // namespace qv::render

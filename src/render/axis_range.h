@@ -14,4 +14,7 @@ struct AxisSpan {
 /// GraphScaleChanged, and clears AxisLog where the range is not wholly positive.
 AxisSpan settle_axis_range(graph::ControlState& state, graph::Axis& axis);
 
+/// The range that an axis was settled to, which its data were drawn by.
+AxisSpan settled_axis_range(graph::Axis const& axis);
+
 } // namespace qv::render

@@ -49,13 +49,18 @@ void copy_scratch(graph::ControlState const& state, DrawSurface& surface, Box co
 
 } // namespace
 
-void DrawGradient(graph::ControlState& state, DrawSurface& surface, Area area, graph::FillSpec const& fill) {
+void DrawGradient(graph::ControlState& state, DrawSurface& surface, Area area, graph::FillSpec const& fill,
+                  std::span<Box const> parts) {
     graph::trapped(state, "DrawGradient", [&] {
         if (state.Graphs.empty() || fill.Transparent) return;
         ClipGraphArea(state, surface, area);
         const Box box = area_box(state, area);
         paint_scratch(state, box, fill);
-        copy_scratch(state, surface, box);
+        if (parts.empty()) copy_scratch(state, surface, box);
+        for (Box const& part : parts) {
+            surface.SelectClipPath(part);
+            copy_scratch(state, surface, box);
+        }
         ClipGraphArea(state, surface, Area::GraphFrame);
     });
 }

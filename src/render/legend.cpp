@@ -12,6 +12,7 @@
 #include "scale/numeric.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -109,14 +110,9 @@ bool place(ControlState const& state, Graph& graph, Table const& table) {
     return true;
 }
 
-void draw_box(ControlState& state, DrawSurface& surface, Graph const& graph) {
-    FillSpec const& fill = graph.LegendFill;
-    surface.state.FillColor = fill.Color1;
-    DrawGradient(state, surface, Area::LegendTable, fill);
-    if (fill.EdgeThickness == 0) return;
-    surface.state.DrawWidth = fill.EdgeThickness;
-    outline_box(surface, legend_box(graph), fill.EdgeColor);
-    surface.state.DrawWidth = 1;
+void draw_fill(ControlState& state, DrawSurface& surface, Graph const& graph) {
+    surface.state.FillColor = graph.LegendFill.Color1;
+    DrawGradient(state, surface, Area::LegendTable, graph.LegendFill);
 }
 
 /// The line that stands for a data set: of its points where those make a line, else of its function.
@@ -186,8 +182,12 @@ void draw_row(ControlState& state, DrawSurface& surface, Graph& graph, Row row, 
 }
 
 void draw_table(ControlState& state, DrawSurface& surface, Graph& graph, Table const& table) {
-    draw_box(state, surface, graph);
+    draw_fill(state, surface, graph);
+    // A thick line's sample stays inside the table, so that a drag can take the table away whole.
+    clip_to_legend(surface, graph);
+    draw_legend_edge(surface, graph);
     for (Row const& row : table.rows) draw_row(state, surface, graph, row, table.line_height);
+    ClipGraphArea(state, surface, Area::GraphFrame);
 }
 
 } // namespace
@@ -200,8 +200,26 @@ void LegendTable(ControlState& state, DrawSurface& surface, std::int16_t index) 
         ClipGraphArea(state, surface, Area::GraphFrame);
         const Table table = measure(state, surface, graph);
         if (place(state, graph, table)) draw_table(state, surface, graph, table);
-        keep_pixels(*state.ScratchPic1, *state.Picture1, legend_box(graph));
     });
+}
+
+Box legend_reach(Graph const& graph, DrawSurface const& surface) {
+    double const edge = std::ceil(graph.LegendFill.EdgeThickness / 2.0);
+    double const across = edge * surface.TwipsPerPixelX(), down = edge * surface.TwipsPerPixelY();
+    const Box box = legend_box(graph);
+    return {box.left - across, box.top - down, box.width + 2 * across, box.height + 2 * down};
+}
+
+void clip_to_legend(DrawSurface& surface, Graph const& graph) {
+    surface.SelectClipPath(common_part(legend_reach(graph, surface), frame_box(graph)));
+}
+
+void draw_legend_edge(DrawSurface& surface, Graph const& graph) {
+    FillSpec const& fill = graph.LegendFill;
+    if (fill.EdgeThickness == 0) return;
+    surface.state.DrawWidth = fill.EdgeThickness;
+    outline_box(surface, legend_box(graph), fill.EdgeColor);
+    surface.state.DrawWidth = 1;
 }
 
 LegendSize legend_size(ControlState& state, DrawSurface& surface, Graph const& graph) {

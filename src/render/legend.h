@@ -8,9 +8,15 @@
 namespace qv::render {
 
 /// Draws the legend of a graph and sets its `LegendWidth` and `LegendHeight` (0 when it has no row or its
-/// texts are too wide for the frame). The table is moved inside the frame. A copy of it, as it stands on the
-/// visible page, is left in `ScratchPic1`. A graph index outside the list is reported as fault 9.
+/// texts are too wide for the frame). The table is moved inside the frame; nothing is drawn outside its edge.
+/// A graph index outside the list is reported as fault 9.
 void LegendTable(graph::ControlState& state, DrawSurface& surface, std::int16_t graph);
+
+/// The rectangle of a legend with its edge, half of which lies outside, in whole pixels of the surface.
+Box legend_reach(graph::Graph const& graph, DrawSurface const& surface);
+/// Restricts later drawing to that and the graph's frame.
+void clip_to_legend(DrawSurface& surface, graph::Graph const& graph);
+void draw_legend_edge(DrawSurface& surface, graph::Graph const& graph);
 
 /// Twips.
 struct LegendSize {

@@ -21,18 +21,10 @@ private:
 };
 
 void copy_settings(ControlState const& from, ControlState& to) {
+    static_cast<graph::PageSettings&>(to) = from;
     to.CurrentGraph = from.CurrentGraph;
     to.GraphTitles = from.GraphTitles;
     to.GraphOrder = from.GraphOrder;
-    to.PageFill = from.PageFill;
-    to.UnitsPerMmX = from.UnitsPerMmX;
-    to.UnitsPerMmY = from.UnitsPerMmY;
-    to.PageWidth = from.PageWidth;
-    to.PageHeight = from.PageHeight;
-    to.AxisMarksInFront = from.AxisMarksInFront;
-    to.ThinTickLabels = from.ThinTickLabels;
-    to.Smooth = from.Smooth;
-    to.AdaptiveCurves = from.AdaptiveCurves;
     to.MaxZoomFactor = from.MaxZoomFactor;
 }
 

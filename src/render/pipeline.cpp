@@ -7,13 +7,15 @@
 #include "render/data_sets.h"
 #include "render/gradient.h"
 #include "render/legend.h"
+#include "render/legend_on_page.h"
 #include "render/page_marks.h"
 #include "render/plot_geometry.h"
 #include "scale/mapping.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace qv::render {
 namespace {
@@ -84,43 +86,58 @@ void draw_plot_frame(ControlState& state, DrawSurface& surface) {
     surface.state.DrawWidth = 1;
 }
 
+bool is_there(ControlState const& state, std::int16_t index, Graph const& graph) {
+    return index < state.NumGraphs() && at(state.Graphs, index).get() == &graph;
+}
+
+graph::PageGround ground_now(ControlState const& state) {
+    graph::PageGround ground{state, {}, state.GraphImage->GetClientRect()};
+    for (std::int16_t const index : state.GraphOrder) ground.graphs.push_back(at(state.Graphs, index).get());
+    return ground;
+}
+
 // Everything but the front graph, kept in Picture2 for quick redraws.
-void compose_background(ControlState& state) {
+void compose_ground(ControlState& state) {
+    state.ground.reset();
+    graph::PageGround ground = ground_now(state);
+    auto const failures = state.failures;
     DrawPageBackground(state);
     for (std::size_t i = 0; i + 1 < state.GraphOrder.size(); ++i)
         DrawGraph(state, *state.GraphImage, state.GraphOrder[i]);
     copy_page(*state.Picture2, *state.GraphImage);
+    // Not kept when a part has failed, or a handler has changed the graphs meanwhile.
+    if (state.failures == failures && ground_now(state).graphs == ground.graphs)
+        state.ground = std::move(ground);
 }
 
-// The data once more over a legend that is not in front, and over them what always lies over data.
-void plot_over_legend(ControlState& state, DrawSurface& surface) {
-    PlotDataSets(state, surface);
-    draw_plot_frame(state, surface);
-    if (state.AxisMarksInFront) GraphAxes(state, surface, AxesPass::MarksOnly);
+// One graph can be drawn on what lies behind it only while that is what would be drawn there now.
+bool has_ground_of(ControlState const& state, std::int16_t index) {
+    return state.ground && !state.GraphOrder.empty() && state.GraphOrder.back() == index
+           && *state.ground == ground_now(state);
 }
 
-void add_legend(ControlState& state, DrawSurface& surface, Graph const& graph, std::int16_t index) {
-    bool const is_there = index < state.NumGraphs() && at(state.Graphs, index).get() == &graph;
-    if (!is_there || !graph.GraphInclude) return;
-    const graph::CurrentGraphScope current(state, index);
-    LegendTable(state, surface, index);
-    bool const lies_below = !graph.LegendInFront && graph.LegendShow && graph.LegendWidth > 0;
-    if (lies_below && is_current(state, graph)) plot_over_legend(state, surface);
-}
-
-void finish_page(ControlState& state, std::int16_t index, bool legend_on_page) {
-    Graph& graph = *at(state.Graphs, index);
-    if (!legend_on_page) {
-        add_legend(state, *state.GraphImage, graph, index);
-        return;
-    }
-    {
-        const RestoreScope legend(graph.LegendShow, false);
-        DrawGraph(state, *state.GraphImage, index);
-    }
+// The front graph on the ground, and the page shown. A legend in front of the data is left out on GraphImage,
+// so that a drag can take it off the page again.
+void finish_page(ControlState& state, std::int16_t index) {
+    Graph const& graph = *at(state.Graphs, index);
+    bool const legend_in_front = graph.LegendInFront;
+    DrawGraph(state, *state.GraphImage, index, FrontLegend::LeftOut);
     copy_page(*state.Picture1, *state.GraphImage);
     forget_marks(state);
-    add_legend(state, *state.Picture1, graph, index);
+    if (legend_in_front && is_there(state, index, graph) && graph.GraphInclude)
+        put_legend_on_page(state, index);
+    show(state);
+}
+
+// What the page will be drawn over if the front graph changes; the page shown stays as it is.
+void finish_ground(ControlState& state, std::int16_t index) {
+    Graph const& graph = *at(state.Graphs, index);
+    if (graph.GraphInclude) {
+        const graph::CurrentGraphScope current(state, index);
+        LegendTable(state, *state.GraphImage, index);
+        if (!graph.LegendInFront && is_current(state, graph)) PlotDataSets(state, *state.GraphImage);
+    }
+    show(state);
 }
 
 void refresh_once(ControlState& state, std::int16_t which, bool legend_on_page) {
@@ -128,13 +145,15 @@ void refresh_once(ControlState& state, std::int16_t which, bool legend_on_page) 
     for (auto const* surface : {&state.Picture1, &state.GraphImage, &state.Picture2})
         (*surface)->state.Smooth = state.Smooth;
     if (which >= state.NumGraphs()) return;
-    if (which < 0)
-        compose_background(state);
-    else
+    Graph const* const asked = which < 0 ? nullptr : at(state.Graphs, which).get();
+    state.legend_on_page.reset();
+    if (asked && has_ground_of(state, which))
         copy_page(*state.GraphImage, *state.Picture2);
-    if (!state.GraphOrder.empty())
-        finish_page(state, which < 0 ? state.GraphOrder.back() : which, legend_on_page);
-    show(state);
+    else
+        compose_ground(state);
+    if (state.GraphOrder.empty()) return show(state);
+    (legend_on_page ? finish_page : finish_ground)(state, state.GraphOrder.back());
+    if (asked && is_there(state, which, *asked)) state.CurrentGraph = which;
 }
 
 void draw_page_edge(ControlState& state) {
@@ -153,32 +172,28 @@ void draw_page_edge(ControlState& state) {
     page.state.DrawWidth = 1;
 }
 
-void fill_strips(DrawSurface& surface, Box const& frame, Box const& plot, Color color) {
-    const std::array strips{
-        Box{frame.left, frame.top, frame.width, plot.top - frame.top},
-        Box{frame.left, plot.top, plot.left - frame.left, plot.height},
-        Box{plot.right(), plot.top, frame.right() - plot.right(), plot.height},
-        Box{frame.left, plot.bottom(), frame.width, frame.bottom() - plot.bottom()},
+// What a frame has on each side of a hole in it. The strips overlap at the corners, so that no seam is seen
+// where they meet.
+std::vector<Box> strips_around(Box const& hole, Box const& frame) {
+    std::vector<Box> strips{
+        {frame.left, frame.top, frame.width, hole.top - frame.top},
+        {frame.left, frame.top, hole.left - frame.left, frame.height},
+        {hole.right(), frame.top, frame.right() - hole.right(), frame.height},
+        {frame.left, hole.bottom(), frame.width, frame.bottom() - hole.bottom()},
     };
-    for (Box const& strip : strips)
-        if (strip.width >= 0 && strip.height >= 0) fill_box(surface, strip, color);
+    std::erase_if(strips, [](Box const& strip) { return strip.width < 0 || strip.height < 0; });
+    return strips;
 }
 
-// A gradient border covers the whole frame; a transparent plot area gets the page below it back.
+// A gradient covers the whole frame, but for the pixels of a plot area through which the page is seen.
 void fill_border_with_gradient(ControlState& state, DrawSurface& surface, Graph const& graph,
                                Box const& plot) {
-    DrawSurface& kept = *state.ScratchPic2;
-    const PixelPoint place = in_pixels(surface, {plot.left, plot.top});
-    if (graph.PlotAreaFill.Transparent) {
-        keep_pixels(kept, *state.Picture2,
-                    {plot.left, plot.top, plot.width + state.UnitsPerMmX + 100,
-                     plot.height + state.UnitsPerMmY + 100});
-    }
-    DrawGradient(state, surface, Area::GraphFrame, graph.BorderFill);
-    if (!graph.PlotAreaFill.Transparent) return;
-    ClipGraphArea(state, surface, Area::PlotArea);
-    surface.BitBlt(place, kept.GetClientRect(), kept, {0, 0});
-    ClipGraphArea(state, surface, Area::GraphFrame);
+    if (!graph.PlotAreaFill.Transparent)
+        return DrawGradient(state, surface, Area::GraphFrame, graph.BorderFill);
+    double const dx = surface.TwipsPerPixelX(), dy = surface.TwipsPerPixelY();
+    const Box hole{plot.left - dx, plot.top - dy, plot.width + 2 * dx, plot.height + 2 * dy};
+    auto const strips = strips_around(hole, frame_box(graph));
+    if (!strips.empty()) DrawGradient(state, surface, Area::GraphFrame, graph.BorderFill, strips);
 }
 
 void fill_border(ControlState& state, DrawSurface& surface, Graph const& graph, Box const& plot) {
@@ -186,7 +201,7 @@ void fill_border(ControlState& state, DrawSurface& surface, Graph const& graph, 
     if (fill.Color1 != fill.Color2)
         fill_border_with_gradient(state, surface, graph, plot);
     else if (!fill.Transparent)
-        fill_strips(surface, frame_box(graph), plot, fill.Color1);
+        for (Box const& strip : strips_around(plot, frame_box(graph))) fill_box(surface, strip, fill.Color1);
     if (fill.EdgeThickness == 0) return;
     surface.state.DrawWidth = fill.EdgeThickness;
     outline_box(surface, frame_box(graph), fill.EdgeColor);
@@ -224,23 +239,26 @@ void RefreshCurrentGraph(ControlState& state) {
     trapped(state, "RefreshCurrentGraph", [&] { RefreshGraphs(state, state.CurrentGraph, true); });
 }
 
-void DrawGraph(ControlState& state, DrawSurface& surface, std::int16_t index) {
+void DrawGraph(ControlState& state, DrawSurface& surface, std::int16_t index, FrontLegend front_legend) {
     trapped(state, "DrawGraph", [&] {
         if (index < 0 || index >= state.NumGraphs()) return;
         state.CurrentGraph = index;
         Graph& graph = current_graph(state);
         if (state.NoRedraw || !graph.GraphInclude) return;
+        // Decided once: a handler that changes its mind meanwhile would have a part drawn twice, or never.
+        bool const legend_in_front = graph.LegendInFront, marks_in_front = state.AxisMarksInFront;
         scale::CalcBorders(state);
-        GraphAxes(state, surface, AxesPass::Full);
+        GraphAxes(state, surface, marks_in_front ? AxesPass::WithoutMarks : AxesPass::Full);
         if (!is_current(state, graph)) return; // a handler has taken the graph away
         graph.GraphNotDrawn = false;
         scale::keep_shown_scales(graph);
-        if (!graph.LegendInFront) LegendTable(state, surface, state.CurrentGraph);
+        if (!legend_in_front) LegendTable(state, surface, state.CurrentGraph);
         if (is_current(state, graph)) PlotDataSets(state, surface);
         if (!is_current(state, graph)) return;
         draw_plot_frame(state, surface);
-        if (state.AxisMarksInFront) GraphAxes(state, surface, AxesPass::MarksOnly);
-        if (graph.LegendInFront) LegendTable(state, surface, state.CurrentGraph);
+        if (marks_in_front) GraphAxes(state, surface, AxesPass::MarksOnly);
+        if (legend_in_front && front_legend == FrontLegend::Drawn)
+            LegendTable(state, surface, state.CurrentGraph);
         surface.Refresh();
     });
 }

@@ -5,15 +5,20 @@
 
 namespace qv::render {
 
-/// Redraws all graphs (`which` < 0) or only graph `which` over the cached page without the front graph, and
-/// shows the page. With `legend_on_page` False only the front graph's legend is added to the cached page.
-/// A refresh asked for from inside an event of a refresh is done once, after it.
+/// Redraws all graphs (`which` < 0) or only graph `which`, and shows the page. Only the front graph is drawn
+/// alone, over the kept page without it, and only while that page is what would be drawn now; else all graphs
+/// are. With `legend_on_page` False the page shown stays as it is, and the front graph's legend is drawn on
+/// the page without that graph. A refresh asked for from inside an event of a refresh is done once, after it.
 void RefreshGraphs(graph::ControlState& state, std::int16_t which, bool legend_on_page);
 void Refresh(graph::ControlState& state);
 void RefreshCurrentGraph(graph::ControlState& state);
 
-/// Draws one graph completely; an index outside the list draws nothing.
-void DrawGraph(graph::ControlState& state, DrawSurface& surface, std::int16_t index);
+enum class FrontLegend { Drawn, LeftOut };
+/// Draws one graph completely, or without a legend that lies in front of its data: each part once, from the
+/// back to the front. An index outside the list draws nothing.
+void DrawGraph(graph::ControlState& state, DrawSurface& surface, std::int16_t index,
+               FrontLegend front_legend = FrontLegend::Drawn);
+
 void DrawPageBackground(graph::ControlState& state);
 /// Border fill and edge, and the plot-area fill of the current graph.
 void DrawPlotArea(graph::ControlState& state, DrawSurface& surface);

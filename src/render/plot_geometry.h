@@ -1,4 +1,4 @@
-// Where a graph's parts lie on the page, the two ways to paint a box there, and its pixels kept for later.
+// Where a graph's parts lie on the page, and the two ways to paint a box there.
 #pragma once
 
 #include "graph/model/ControlState.h"
@@ -65,18 +65,17 @@ inline void outline_box(DrawSurface& surface, Box const& box, Color color) {
     surface.Line({box.left, box.top}, {box.right(), box.bottom()}, LineShape::Box, color);
 }
 
+/// Where two boxes lie over each other, the nearest line or point of the first where they do not.
+inline Box common_part(Box const& one, Box const& other) {
+    double const left = std::max(one.left, other.left), top = std::max(one.top, other.top);
+    return {left, top, std::max(0.0, std::min(one.right(), other.right()) - left),
+            std::max(0.0, std::min(one.bottom(), other.bottom()) - top)};
+}
+
 /// The pixel a place on the page falls into.
 inline PixelPoint in_pixels(DrawSurface const& surface, Point point) {
     return {std::floor(point.x / surface.TwipsPerPixelX() + 0.5),
             std::floor(point.y / surface.TwipsPerPixelY() + 0.5)};
-}
-
-/// Makes `kept` the size of a box and copies the pixels of `source` there into it.
-inline void keep_pixels(DrawSurface& kept, DrawSurface const& source, Box const& box) {
-    kept.Move(box.width, box.height);
-    kept.SelectClipPath({0, 0, kept.Width(), kept.Height()});
-    kept.Cls();
-    kept.BitBlt({0, 0}, kept.GetClientRect(), source, in_pixels(source, {box.left, box.top}));
 }
 
 } // namespace qv::render

@@ -2,9 +2,12 @@
 
 #include "pages.h"
 #include "platform/raster/RasterSurface.h"
+#include "rendered_page.h"
 
 #include <doctest/doctest.h>
 
+#include <fstream>
+#include <iterator>
 #include <random>
 
 using namespace qv;
@@ -128,6 +131,64 @@ TEST_CASE("what was changed since the page was shown is redrawn as the next draw
     CHECK(next_is());
     page.AxisScale(0);
     CHECK(next_is());
+}
+
+TEST_CASE("every text stands once in a file of shapes, and the file looks like the page") {
+    for (bool const in_front : {false, true}) {
+        CAPTURE(in_front);
+        HeadlessHost host({600, 400});
+        qvGraph& page = host.control();
+        page.AxisMarksInFront(in_front);
+        std::vector<std::string> texts;
+        for (char const* name : {"lower", "upper"}) {
+            auto const text = [&](std::string const& what) { return texts.emplace_back(name + what); };
+            page.NewGraph(text(" graph"), 0, 10, 0, 10);
+            page.GraphPosition(
+                {.Left = texts.size() == 1 ? 5.0F : 20.0F, .Top = 10, .Width = 70, .Height = 80});
+            page.BorderStyle({.Color1 = rgb(255, 255, 255), .Color2 = rgb(180, 200, 230)});
+            page.PlotAreaTransparent(true);
+            page.SetSelectedAxis(0);
+            page.AxisTitle(text(" x"));
+            page.SetSelectedAxis(1);
+            page.AxisTitle(text(" y"));
+            page.NewDataSet(text(" data"));
+            for (int i = 0; i <= 10; ++i) page.AddDataPoint(i, i);
+            page.NewDataSet("");
+            page.DataText(text(" text"));
+            page.DataTextPercent(true);
+            page.DataTextX(60);
+            page.DataTextY(80);
+            page.LegendInFront(in_front);
+            page.LegendTableLeft(40);
+            page.LegendTableTop(30);
+        }
+        page.PageColors({.Color1 = rgb(0, 160, 90), .Color2 = rgb(0, 160, 90)});
+        page.Refresh();
+        const test::TemporaryFolder folder;
+        host.save(folder.path() / "page.svg");
+        std::ifstream stream(folder.path() / "page.svg");
+        const std::string file{std::istreambuf_iterator<char>(stream), {}};
+        for (std::string const& text : texts) {
+            CAPTURE(text);
+            auto const place = file.find(">" + text + "</text>");
+            REQUIRE(place != std::string::npos);
+            CHECK(file.find(">" + text + "</text>", place + 1) == std::string::npos);
+        }
+        auto const count = [&](std::string const& text) {
+            std::size_t found = 0;
+            for (auto place = file.find(text); place != std::string::npos; place = file.find(text, place + 1))
+                ++found;
+            return found;
+        };
+        CHECK(count(">10</text>") == 4); // two axes each
+        for (char const* name : {"page.svg", "page.pdf"}) {
+            CAPTURE(name);
+            host.save(folder.path() / name);
+            CHECK(test::mean_difference(test::rendered(folder.path() / name),
+                                        raster::PixelBuffer{600, 400, pixels_of(host)})
+                  < 0.01);
+        }
+    }
 }
 
 TEST_CASE("a page that waits for its first drawing is redrawn without being drawn") {

@@ -32,6 +32,7 @@ struct AxisPage : TestControl {
         }
     }
     std::vector<std::string> draw() {
+        GraphAxes(state, page(), AxesPass::WithoutMarks);
         page().log.clear();
         GraphAxes(state, page(), AxesPass::MarksOnly);
         return page().log;
@@ -207,6 +208,43 @@ TEST_CASE("a rescaled range is stored and announced once; a log axis not wholly 
     CHECK_FALSE(axes.y.AxisLog);
     axes.draw();
     CHECK(axes.events.scale_changes == 1);
+}
+
+TEST_CASE("a hidden axis settles its range, and takes no space") {
+    AxisPage axes;
+    for (Axis* axis : {&axes.x, &axes.y}) {
+        axis->AxisHide = axis->AxisRescale = true;
+        axis->AxisScale = 0;
+        axis->AxisNoData = false;
+        axis->DataMin = 0;
+        axis->DataMax = 7.3;
+    }
+    axes.events.scale_changes = 0;
+    CHECK(axes.draw().empty());
+    CHECK(axes.x.AxisValue2 == 8);
+    CHECK(axes.y.ScaleMax == 8);
+    CHECK(axes.events.scale_changes == 2);
+    CHECK(axes.state.AxisStackOffsets.near == 0);
+    CHECK(axes.state.AxisStackOffsets.left == 0);
+}
+
+TEST_CASE("axes are painted in one pass, at the same places whichever it is") {
+    AxisPage axes;
+    Axis& right = axes.graph.Axes.emplace_back(axes.y);
+    right.AxisFarSide = right.AxisTicksBothEnds = true;
+    auto const drawn = [&](AxesPass pass) {
+        axes.page().log.clear();
+        GraphAxes(axes.state, axes.page(), pass);
+        return axes.page().log;
+    };
+    auto const whole = drawn(AxesPass::Full), below = drawn(AxesPass::WithoutMarks);
+    auto const marks = drawn(AxesPass::MarksOnly);
+    CHECK(whole.size() == below.size() + marks.size());
+    for (std::string const& line : marks) {
+        CAPTURE(line);
+        CHECK(std::ranges::count(whole, line) == std::ranges::count(marks, line));
+        if (line.starts_with("text")) CHECK(std::ranges::count(below, line) == 0);
+    }
 }
 
 TEST_CASE("grid lines follow the switches and colours of the axis being drawn") {

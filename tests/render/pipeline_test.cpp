@@ -23,7 +23,10 @@ struct TwoGraphs : TestControl {
     TwoGraphs() {
         state.GraphTitles = {"back", "front"};
         for (graph::Graph* graph : {&back, &front}) {
-            graph->Axes[0].AxisHide = graph->Axes[1].AxisHide = true;
+            for (graph::Axis& axis : graph->Axes) {
+                axis.AxisHide = true;
+                axis.AxisRescale = false;
+            }
             graph->BorderFill.Color1 = graph->BorderFill.Color2 = graph == &back ? 0x0000AA : 0x0000BB;
         }
     }
@@ -127,14 +130,48 @@ TEST_CASE("an edge of the plot area is as thick as the axis that stands on it, a
     CHECK(edges() == std::vector{bottom + "#000000 w1", top + "#000000 w3"});
 }
 
-TEST_CASE("a two-coloured border around a transparent plot area gives it the page back") {
+TEST_CASE("a two-coloured border goes round a transparent plot area") {
     TwoGraphs page;
     page.back.BorderFill.Color2 = 0x00FF00;
     page.back.PlotAreaFill.Transparent = true;
     DrawGraph(page.state, page.page(), 0);
-    CHECK(static_cast<qv::testing::RecordingSurface&>(*page.state.ScratchPic2).lines("blit").size() == 1);
-    CHECK(page.page().has("blit 0,0 size 1001,801 from 0,0"));
-    CHECK(page.page().lines("blit 67,67").size() == 1);
+    auto const& log = page.page().log;
+    for (char const* strip : {"clip 0,0 15000,985", "clip 0,0 985,12000", "clip 11015,0 15000,12000",
+                              "clip 0,11015 15000,12000"}) {
+        CAPTURE(strip);
+        auto const place = static_cast<std::size_t>(place_of(log, strip));
+        REQUIRE(place + 1 < log.size());
+        CHECK(log[place + 1] == "blit 0,0 size 1001,801 from 0,0");
+    }
+    CHECK(page.page().lines("blit").size() == 4);
+}
+
+TEST_CASE("one graph is drawn alone only over what would be drawn behind it now") {
+    TwoGraphs page;
+    graph::ControlState& state = page.state;
+    auto const draws_all = [&](std::int16_t which) {
+        page.page().log.clear();
+        RefreshGraphs(state, which, true);
+        CHECK(state.CurrentGraph == which);
+        return page.page().has("cls");
+    };
+    CHECK(draws_all(1)); // nothing is kept yet
+    CHECK_FALSE(draws_all(1));
+    CHECK(draws_all(0)); // another graph lies in front of it
+    CHECK_FALSE(draws_all(1));
+    state.PageFill.Color1 = 0x123456;
+    CHECK(draws_all(1));
+    state.GraphImage->Move(9000, 9000);
+    CHECK(draws_all(1));
+    page.add_graph();
+    CHECK(draws_all(2));
+    CHECK_FALSE(draws_all(2));
+    std::swap(state.GraphOrder[0], state.GraphOrder[1]);
+    CHECK(draws_all(2));
+    page.back.GraphTitleFont = "Font=Arial|99999"; // fails
+    Refresh(state);
+    CHECK_FALSE(page.events.errors.empty());
+    CHECK(draws_all(2));
 }
 
 TEST_CASE("an event handler may refresh or fail without ending the drawing") {

@@ -43,7 +43,39 @@ struct PointTarget {
     }
 };
 
-struct ControlState {
+/// What all graphs of a page are drawn by.
+struct PageSettings {
+    FillSpec PageFill;
+    float UnitsPerMmX = twips_per_mm;
+    float UnitsPerMmY = twips_per_mm;
+    std::int32_t PageWidth = 0; // twips
+    std::int32_t PageHeight = 0;
+    bool AxisMarksInFront = false;
+    bool ThinTickLabels = false; // leave out tick labels that would overlap
+    bool Smooth = true;          // antialiased drawing
+    bool AdaptiveCurves = false; // function curves true to a pixel, broken where they have gaps
+
+    bool operator==(PageSettings const&) const = default;
+};
+
+/// What Picture2 was composed of.
+struct PageGround {
+    PageSettings settings;
+    std::vector<Graph const*> graphs; // back to front; Picture2 holds all but the last
+    PixelSize size;
+
+    bool operator==(PageGround const&) const = default;
+};
+
+/// A legend on Picture1 alone: GraphImage holds the page below it, ScratchPic1 the legend.
+struct LegendOnPage {
+    Graph const* graph = nullptr;
+    Box reach; // twips, its edge included
+    Box drawn; // where it was drawn to be kept in ScratchPic1
+    FillSpec fill;
+};
+
+struct ControlState : PageSettings {
     explicit ControlState(host::Host& owner) : host(&owner) {}
     ControlState(ControlState const&) = delete;
     ControlState& operator=(ControlState const&) = delete;
@@ -57,21 +89,12 @@ struct ControlState {
     std::vector<std::string> GraphTitles; // the name of each graph
     std::vector<std::int16_t> GraphOrder; // back to front
     PointTarget point_target;
-    FillSpec PageFill;
-    float UnitsPerMmX = twips_per_mm;
-    float UnitsPerMmY = twips_per_mm;
-    std::int32_t PageWidth = 0; // twips
-    std::int32_t PageHeight = 0;
     std::int16_t NumGraphs() const { return static_cast<std::int16_t>(Graphs.size()); }
     /// \}
 
     /// \name Switches of the host
     /// \{
-    bool SuppressRaisingEvents = false;
-    bool AxisMarksInFront = false;
-    bool ThinTickLabels = false; // leave out tick labels that would overlap
-    bool Smooth = true;          // antialiased drawing
-    bool AdaptiveCurves = false; // function curves true to a pixel, broken where they have gaps
+    bool SuppressRaisingEvents = false; // the others are settings of the page
     /// \}
 
     /// \name Interaction and zoom
@@ -113,7 +136,9 @@ struct ControlState {
     std::unique_ptr<DrawSurface> GraphImage;  // page being composed
     std::unique_ptr<DrawSurface> Picture2;    // page without the front graph
     std::unique_ptr<DrawSurface> ScratchPic1; // gradients, legend
-    std::unique_ptr<DrawSurface> ScratchPic2; // saved plot area
+    std::unique_ptr<DrawSurface> ScratchPic2; // page being printed
+    std::optional<PageGround> ground;         // nothing before the first refresh and after Reset
+    std::optional<LegendOnPage> legend_on_page;
     /// \}
 
     /// \name Child controls, host
@@ -136,6 +161,7 @@ struct ControlState {
     /// for Reset while a drawing procedure still holds references into them.
     /// \{
     int calls_in_progress = 0;
+    std::uint64_t failures = 0; // reported so far
     std::vector<std::unique_ptr<Graph>> discarded_graphs;
     /// \}
 };

@@ -24,6 +24,8 @@ struct FillSpec {
     float gShift = 0;               // place of the gradient's midpoint, -1..1
     std::int16_t gStyle = 0;
     bool Transparent = false; // the area is not filled
+
+    bool operator==(FillSpec const&) const = default;
 };
 
 enum class AxisKind : std::int16_t { X = 0, Y = 1 };

@@ -5,6 +5,7 @@
 namespace qv::graph {
 
 void ReportError(ControlState& state, std::string_view source, std::exception_ptr const& failure) {
+    ++state.failures;
     if (auto report = fault_report(source, failure))
         state.events->ErrorMsg(report->Source, report->Description);
 }

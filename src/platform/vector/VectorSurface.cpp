@@ -134,6 +134,16 @@ std::shared_ptr<NodeList const> VectorSurface::shown() const {
     return texture_ ? nodes_of(*texture_) : nodes_;
 }
 
+// A little more than the part, so that a viewer that blends neighbouring pixels has some at the edges too.
+Shape VectorSurface::part_of_texture(PixelBox const& part, int dx, int dy) const {
+    constexpr int margin = 2;
+    const PixelBox kept = intersection(grown(part, margin), bounds_);
+    auto pixels = std::make_shared<raster::RasterSurface>(TwipsPerPixelX(), TwipsPerPixelY(), fonts_);
+    pixels->Move(kept.width() * TwipsPerPixelX(), kept.height() * TwipsPerPixelY());
+    pixels->BitBlt({0, 0}, pixels->GetClientRect(), *texture_, {1.0 * kept.left, 1.0 * kept.top});
+    return Picture{std::move(pixels), {1.0 * kept.left + dx, 1.0 * kept.top + dy}};
+}
+
 void VectorSurface::show_picture(raster::RasterSurface const& picture) {
     texture_.reset();
     cloud_.reset();
@@ -153,7 +163,8 @@ void VectorSurface::BitBlt(PixelPoint target, PixelSize size, DrawSurface const&
                          top + std::clamp(size.height, 0, far)};
     const PixelBox box = intersection(intersection(block, clip_), moved(other->bounds_, dx, dy));
     if (box.empty()) return;
-    Copy copy{other->shown(), dx, dy};
+    Shape copy = other->texture_ ? other->part_of_texture(moved(box, -dx, -dy), dx, dy)
+                                 : Shape(Copy{other->nodes_, dx, dy});
     if (box == bounds_) clear(background_);
     length_ += other->length_;
     const PixelBox clip = std::exchange(clip_, box);

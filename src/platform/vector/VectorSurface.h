@@ -69,6 +69,7 @@ private:
     bool is_drawing() const { return state.draw_mode == DrawMode::Copy; }
     std::shared_ptr<NodeList> nodes_of(raster::RasterSurface const& picture) const;
     std::shared_ptr<NodeList const> shown() const;
+    Shape part_of_texture(PixelBox const& part, int dx, int dy) const;
     void finish_texture();
     void finish_cloud();
 
