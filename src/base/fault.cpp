@@ -1,6 +1,7 @@
 #include "base/fault.h"
 
 #include <array>
+#include <initializer_list>
 #include <new>
 
 namespace qv {
@@ -33,6 +34,30 @@ constexpr std::array fault_rows{
     FaultRow{FaultNumber::InternalError, "Internal Error"},
 };
 
+/// Calls `what(number, description)` with what any exception is told as.
+template <class What>
+auto tell(std::exception_ptr const& failure, What what) {
+    auto const standard = [&](FaultNumber number) {
+        return what(static_cast<std::int32_t>(number), fault_text(number));
+    };
+    try {
+        std::rethrow_exception(failure);
+    } catch (Fault const& fault) {
+        return what(fault.number, fault.description);
+    } catch (std::bad_alloc const&) {
+        return standard(FaultNumber::OutOfMemory);
+    } catch (std::exception const& other) {
+        return what(static_cast<std::int32_t>(FaultNumber::InvalidProcedureCall), other.what());
+    } catch (...) {
+        return standard(FaultNumber::InvalidProcedureCall);
+    }
+}
+
+void write(std::string& text, std::initializer_list<std::string_view> parts) {
+    text.clear();
+    for (std::string_view const part : parts) text += part;
+}
+
 } // namespace
 
 std::string_view fault_text(FaultNumber number) {
@@ -50,25 +75,35 @@ void raise_fault(FaultNumber number, std::string description) {
 }
 
 Fault as_fault(std::exception_ptr const& failure) {
-    try {
-        std::rethrow_exception(failure);
-    } catch (Fault const& fault) {
-        return fault;
-    } catch (std::bad_alloc const&) {
-        return {FaultNumber::OutOfMemory, std::string(fault_text(FaultNumber::OutOfMemory))};
-    } catch (std::exception const& other) {
-        return {FaultNumber::InvalidProcedureCall, other.what()};
-    } catch (...) {
-        return {FaultNumber::InvalidProcedureCall,
-                std::string(fault_text(FaultNumber::InvalidProcedureCall))};
-    }
+    return tell(failure, [](std::int32_t number, std::string_view description) {
+        return Fault(static_cast<FaultNumber>(number), std::string(description));
+    });
 }
 
-std::optional<FaultReport> fault_report(std::string_view procedure, std::exception_ptr const& failure) {
-    Fault fault = as_fault(failure);
-    if (fault.number == static_cast<std::int32_t>(FaultNumber::InvalidUseOfNull)) return std::nullopt;
-    return FaultReport{"Error " + std::to_string(fault.number) + " has occured in " + std::string(procedure),
-                       std::move(fault.description)};
+FaultReport FaultReport::with_room() {
+    constexpr std::size_t usual_length = 250;
+    FaultReport report;
+    report.Source.reserve(usual_length);
+    report.Description.reserve(usual_length);
+    return report;
+}
+
+std::int32_t write_report(FaultReport& report, std::string_view library, std::string_view procedure,
+                          std::exception_ptr const& failure) noexcept {
+    constexpr auto passed_over = static_cast<std::int32_t>(FaultNumber::InvalidUseOfNull);
+    try {
+        return tell(failure, [&](std::int32_t number, std::string_view description) {
+            if (number == passed_over) return 0;
+            write(report.Source,
+                  {"Error ", std::to_string(number), " has occured in ", library, ", ", procedure});
+            write(report.Description, {description});
+            return number;
+        });
+    } catch (std::exception const&) { // these texts are short enough to need no memory
+        write(report.Source, {"Error 7"});
+        write(report.Description, {fault_text(FaultNumber::OutOfMemory)});
+        return static_cast<std::int32_t>(FaultNumber::OutOfMemory);
+    }
 }
 
 } // namespace qv

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <exception>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -56,9 +55,14 @@ Fault as_fault(std::exception_ptr const& failure);
 struct FaultReport {
     std::string Source; // "Error 9 has occured in qvGraph.ocx, DrawXAxis"
     std::string Description;
+
+    /// With room for what is usually told, so that writing it takes no memory.
+    static FaultReport with_room();
 };
 
-/// The report of a failure in a procedure of this name; none of fault 94, which is passed over.
-std::optional<FaultReport> fault_report(std::string_view procedure, std::exception_ptr const& failure);
+/// Writes what is told of a failure in a procedure of a library such as "qvGraph.ocx"; where memory ends over
+/// it, the report is that of fault 7. Returns the fault's number, or 0 for fault 94, which is passed over.
+std::int32_t write_report(FaultReport& report, std::string_view library, std::string_view procedure,
+                          std::exception_ptr const& failure) noexcept;
 
 } // namespace qv

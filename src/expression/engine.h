@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -108,10 +109,13 @@ void record_fault(Engine& engine, Fault const& fault, std::string_view procedure
 void record_fault(Engine& engine, FaultNumber number, std::string_view procedure);
 
 /// Runs `body`; a fault in it ends it and is recorded under the procedure's name. The result is then empty.
+/// Where memory ends, which recording takes too, the caller is told by std::bad_alloc.
 template <class Body>
 auto trapped(Engine& engine, std::string_view procedure, Body body) -> decltype(body()) {
     try {
         return body();
+    } catch (std::bad_alloc const&) {
+        throw;
     } catch (...) {
         record_fault(engine, as_fault(std::current_exception()), procedure);
     }
@@ -123,6 +127,8 @@ template <class Statement>
 void resume_after(Statement statement) {
     try {
         statement();
+    } catch (std::bad_alloc const&) {
+        throw;
     } catch (std::exception const&) { // the statement leaves its target as it was
     }
 }

@@ -80,9 +80,9 @@ void qvGradient::trapped(std::string_view procedure, Body&& body) {
     try {
         body();
     } catch (...) {
-        auto const report =
-            fault_report("qvGradient.ocx, " + std::string(procedure), std::current_exception());
-        if (report) GradientError(report->Source, report->Description);
+        FaultReport report;
+        if (write_report(report, "qvGradient.ocx", procedure, std::current_exception()) != 0)
+            GradientError(report.Source, report.Description);
     }
 }
 

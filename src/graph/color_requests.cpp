@@ -39,8 +39,7 @@ void ask(ControlState& state, std::string_view procedure, HandOver&& hand_over) 
         auto const answer = gradient_picker::gradient_form().ShowModal(*state.host);
         if (!asking.control_is_gone()) hand_over(answer);
     } catch (...) {
-        if (!asking.control_is_gone())
-            ReportError(state, "qvGraph.ocx, " + std::string(procedure), std::current_exception());
+        if (!asking.control_is_gone()) ReportError(state, procedure, std::current_exception());
     }
 }
 

@@ -90,12 +90,13 @@ void NewDataSet(ControlState& state, std::string_view legend, bool in_legend_tab
         if (state.NumGraphs() == 0) return;
         Graph& graph = current_graph(state);
         const auto index = static_cast<std::int16_t>(to_i16(graph.DataSets.size() + 1) - 1);
+        std::string text(legend);
         DataSet& set = graph.DataSets.emplace_back();
         set.points = PointStore(&state.column_pool);
         graph.SelectedDataSet = index;
         set.DataInLegendTable = in_legend_table;
         AutoDataStyle(state, state.CurrentGraph, index);
-        set.DataLegend = legend;
+        set.DataLegend = std::move(text);
         set.xAxisIndex = graph.SelectedXAxis;
         set.yAxisIndex = graph.SelectedYAxis;
     });

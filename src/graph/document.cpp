@@ -6,6 +6,7 @@
 #include "interact/follow.h"
 #include "interact/front.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace qv::graph {
@@ -20,9 +21,15 @@ std::int16_t next_index(auto const& sequence) {
 void append_axis(ControlState& state, AxisKind kind, std::string_view name, double a1, double a2) {
     Graph& graph = current_graph(state);
     const std::int16_t index = next_index(graph.Axes);
-    Axis& axis = graph.Axes.emplace_back();
+    graph.Axes.push_back(fresh_axis(state, name, kind, a1, a2));
     selected_index(graph, kind) = index;
-    ResetAxis(state, axis, name, kind, a1, a2);
+    raise_scale_changed(state);
+}
+
+/// Makes sure that appending one element cannot fail.
+template <class Element>
+void make_room(std::vector<Element>& list) {
+    if (list.size() == list.capacity()) list.reserve(std::max<std::size_t>(8, 2 * list.size()));
 }
 
 std::int16_t select_axis(ControlState& state, std::int16_t index) {
@@ -59,12 +66,21 @@ void list_names(StableList<Element> const& elements, std::string Settings::*name
 void NewGraph(ControlState& state, std::string_view name, StartRanges const& ranges) {
     trapped(state, "NewGraph", [&] {
         const std::int16_t index = next_index(state.Graphs);
-        state.Graphs.push_back(std::make_unique<Graph>(fresh_graph(state.UnitsPerMmX, state.UnitsPerMmY)));
-        state.GraphTitles.emplace_back(name);
+        // A whole graph or, where that fails, none.
+        auto graph = std::make_unique<Graph>(fresh_graph(state.UnitsPerMmX, state.UnitsPerMmY));
+        graph->Axes.push_back(fresh_axis(state, "x-axis", AxisKind::X, ranges.x1, ranges.x2));
+        graph->Axes.push_back(fresh_axis(state, "y-axis", AxisKind::Y, ranges.y1, ranges.y2));
+        graph->SelectedYAxis = 1;
+        std::string title(name);
+        make_room(state.Graphs);
+        make_room(state.GraphTitles);
+        make_room(state.GraphOrder);
+        state.Graphs.push_back(std::move(graph));
+        state.GraphTitles.push_back(std::move(title));
         state.GraphOrder.push_back(index);
         state.CurrentGraph = index;
-        NewXAxis(state, "x-axis", ranges.x1, ranges.x2);
-        NewYAxis(state, "y-axis", ranges.y1, ranges.y2);
+        for (char const* const procedure : {"NewXAxis", "NewYAxis"})
+            trapped(state, procedure, [&] { raise_scale_changed(state); });
     });
 }
 

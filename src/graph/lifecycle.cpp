@@ -17,6 +17,7 @@ namespace {
 constexpr double label_gap_twips = 5;
 
 void discard_graphs(ControlState& state) {
+    state.discarded_graphs.reserve(state.discarded_graphs.size() + state.Graphs.size());
     for (auto& graph : state.Graphs) state.discarded_graphs.push_back(std::move(graph));
     state.Graphs.clear();
     state.GraphTitles.clear();
@@ -70,6 +71,8 @@ void UserControl_Initialize(ControlState& state) {
     state.Label1.Height = state.host->label_height();
     state.page_follower = interact::follow_page;
     Reset(state);
+    // So early nobody hears of it.
+    if (state.memory_has_ended) raise_fault(FaultNumber::OutOfMemory);
 }
 
 void UserControl_Resize(ControlState& state, double width_twips, double height_twips) {

@@ -52,12 +52,23 @@ QV_EVERY_POINT bool is_finite(double x, double y) {
     return (x - x) + (y - y) == 0; // infinite and not-a-number values make it not-a-number
 }
 
+void begin_axis(Axis& axis, double value) {
+    if (!axis.AxisNoData) return;
+    if (axis.has_mode(AxisMode::Automatic)) InitAxisLimits(axis, value);
+    axis.AxisNoData = false;
+}
+
 /// The axes on which new points lie.
 struct PointAxes {
     Axis* x = nullptr;
     Axis* y = nullptr;
 
     explicit operator bool() const { return x != nullptr; }
+    /// Before the first point that an axis takes in.
+    void begin(double x_value, double y_value) const {
+        begin_axis(*x, x_value);
+        begin_axis(*y, y_value);
+    }
     /// Takes in a point; true when a range has moved. A point that is not finite moves nothing.
     QV_EVERY_POINT bool extend(double x_value, double y_value) const {
         if (!is_finite(x_value, y_value)) return false;
@@ -67,18 +78,8 @@ struct PointAxes {
     }
 };
 
-void begin_axis(Axis& axis, double value) {
-    if (!axis.AxisNoData) return;
-    if (axis.has_mode(AxisMode::Automatic)) InitAxisLimits(axis, value);
-    axis.AxisNoData = false;
-}
-
-PointAxes begun_axes(Graph& graph, double x, double y) {
-    PointAxes axes{&selected_x_axis(graph), nullptr};
-    begin_axis(*axes.x, x);
-    axes.y = &selected_y_axis(graph);
-    begin_axis(*axes.y, y);
-    return axes;
+PointAxes selected_axes(Graph& graph) {
+    return {&selected_x_axis(graph), &selected_y_axis(graph)};
 }
 
 DataSet& numbered_data_set(Graph& graph, std::int16_t number) {
@@ -110,7 +111,7 @@ void remember(ControlState& state, Graph& graph, PointAxes const& axes, PointSto
     PointAxes axes;
     trapped(state, "AddDataPoint", [&] {
         Graph* const found = graph_with_data(state);
-        if (found && is_finite(point.X, point.Y)) axes = begun_axes(*found, point.X, point.Y);
+        if (found && is_finite(point.X, point.Y)) axes = selected_axes(*found);
         graph = found;
     });
     if (!graph) return;
@@ -119,6 +120,7 @@ void remember(ControlState& state, Graph& graph, PointAxes const& axes, PointSto
     points.append(point);
     ++graph->NumPoints;
     if (!axes) return;
+    axes.begin(point.X, point.Y);
     remember(state, *graph, axes, points, data_set);
     if (axes.extend(point.X, point.Y)) raise_scale_changed(state);
 }
@@ -163,12 +165,13 @@ void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t
     Graph* const graph = graph_with_data(state);
     if (!graph) return;
     const std::size_t first = first_finite(points);
-    const PointAxes axes =
-        first < points.x.size() ? begun_axes(*graph, points.x[first], points.y[first]) : PointAxes();
+    const PointAxes axes = first < points.x.size() ? selected_axes(*graph) : PointAxes();
     check_room(*graph, points.x.size());
     numbered_data_set(*graph, data_set).points.append(points.x, points.y, points.e);
     graph->NumPoints += static_cast<std::int32_t>(points.x.size());
-    if (axes && extend_all(axes, points, first)) raise_scale_changed(state);
+    if (!axes) return;
+    axes.begin(points.x[first], points.y[first]);
+    if (extend_all(axes, points, first)) raise_scale_changed(state);
 }
 
 void DropDataPoints(ControlState& state, std::int32_t count, std::int16_t data_set) {

@@ -257,22 +257,36 @@ void pan_by(ControlState& state, std::int16_t index, double right, double down) 
     });
 }
 
+namespace {
+
+constexpr std::size_t most_steps = 100;
+
+bool shows(Graph const& graph, std::vector<Shown> const& ranges) {
+    auto const is_shown = [](Axis const& axis, Shown const& range) {
+        return axis.AxisValue1 == range.first && axis.AxisValue2 == range.last;
+    };
+    return std::equal(graph.Axes.begin(), graph.Axes.end(), ranges.begin(), ranges.end(), is_shown);
+}
+
+} // namespace
+
 ZoomStepScope::ZoomStepScope(ControlState& state, std::int16_t graph, graph::ZoomKind kind)
     : state_(state), graph_(graph_at(state, graph)), step_{graph, kind, {}} {
-    if (graph_) step_.ranges = shown_ranges(*graph_);
+    if (!graph_) return;
+    step_.ranges = shown_ranges(*graph_);
+    state_.zoom_history.undo.reserve(most_steps); // so that keeping the step cannot fail
 }
 
 ZoomStepScope::~ZoomStepScope() {
-    constexpr std::size_t most_steps = 100;
     // A handler may have emptied the page, and filled it anew.
-    if (!graph_ || graph_at(state_, step_.graph) != graph_ || shown_ranges(*graph_) == step_.ranges) return;
+    if (!graph_ || graph_at(state_, step_.graph) != graph_ || shows(*graph_, step_.ranges)) return;
     auto& [undo, redo] = state_.zoom_history;
     bool const goes_on = step_.kind >= graph::ZoomKind::Wheel && redo.empty() && !undo.empty()
                          && undo.back().kind == step_.kind && undo.back().graph == step_.graph;
     redo.clear();
     if (goes_on) return;
     if (undo.size() == most_steps) undo.erase(undo.begin());
-    undo.push_back(std::move(step_));
+    if (undo.size() < undo.capacity()) undo.push_back(std::move(step_));
 }
 
 namespace {
@@ -289,11 +303,11 @@ void show_possible_ranges(Graph& graph, std::vector<Shown> const& ranges) {
 /// Shows the ranges of the last step of one list and puts those of before into the other.
 bool step_over(ControlState& state, std::vector<ZoomStep>& from, std::vector<ZoomStep>& to) {
     if (from.empty()) return false;
-    ZoomStep step = std::move(from.back());
+    Graph* const graph = graph_at(state, from.back().graph);
+    if (graph) to.push_back({from.back().graph, from.back().kind, shown_ranges(*graph)});
+    const ZoomStep step = std::move(from.back());
     from.pop_back();
-    Graph* const graph = graph_at(state, step.graph);
     if (!graph) return false;
-    to.push_back({step.graph, step.kind, shown_ranges(*graph)});
     show_possible_ranges(*graph, step.ranges);
     redraw_ranges(state, step.graph);
     return true;

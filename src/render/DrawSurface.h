@@ -4,6 +4,7 @@
 #include "base/geometry.h"
 
 #include <cstdint>
+#include <exception>
 #include <span>
 #include <string>
 #include <string_view>
@@ -145,19 +146,27 @@ public:
     /// the largest coverage any piece gives it.
     virtual void BeginShape() {}
     virtual void EndShape() {}
+    /// In place of EndShape where drawing has failed: what was collected of the shape is forgotten.
+    virtual void DropShape() noexcept {}
     /// \}
 };
 
-/// Keeps a shape open for as long as it lives.
+/// Keeps a shape open for as long as it lives. Ending it may fail like any drawing.
 class ShapeScope {
 public:
     explicit ShapeScope(DrawSurface& surface) : surface_(surface) { surface_.BeginShape(); }
-    ~ShapeScope() { surface_.EndShape(); }
+    ~ShapeScope() noexcept(false) {
+        if (std::uncaught_exceptions() > failures_before_)
+            surface_.DropShape();
+        else
+            surface_.EndShape();
+    }
     ShapeScope(ShapeScope const&) = delete;
     ShapeScope& operator=(ShapeScope const&) = delete;
 
 private:
     DrawSurface& surface_;
+    int failures_before_ = std::uncaught_exceptions();
 };
 
 /// Draws one symbol with the surface's single operations, pen and brush.

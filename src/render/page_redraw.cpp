@@ -1,5 +1,6 @@
 #include "render/page_redraw.h"
 
+#include "base/fault.h"
 #include "render/pipeline.h"
 
 #include <utility>
@@ -82,6 +83,8 @@ std::unique_ptr<DrawSurface> redraw_page(ControlState& state, host::SurfaceMaker
     give_surfaces(state, copy);
     const Loan loan(state, copy);
     RefreshGraphs(copy, -1, true);
+    // Nobody hears the copy's events, and half a page must not pass for one.
+    if (copy.memory_has_ended) raise_fault(FaultNumber::OutOfMemory);
     return std::move(copy.Picture1);
 }
 

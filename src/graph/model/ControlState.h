@@ -1,6 +1,7 @@
 // ControlState: everything that one control owns. Procedures of the other folders are free functions on it.
 #pragma once
 
+#include "base/fault.h"
 #include "expression/qvExpression.h"
 #include "graph/model/interaction.h"
 #include "graph/model/records.h"
@@ -154,6 +155,12 @@ struct ControlState : PageSettings {
     host::Host* host;
     host::EventSink silent;
     host::EventSink* events = &silent;
+    /// \}
+
+    /// \name Failures
+    /// \{
+    FaultReport report_room = FaultReport::with_room();
+    bool memory_has_ended = false; // a procedure has failed for want of it
     /// \}
 
     /// \name Calls in progress

@@ -104,6 +104,17 @@ void PointStore::start_block() {
 }
 
 void PointStore::append(std::span<double const> x, std::span<double const> y, std::span<double const> e) {
+    const std::size_t before = size_;
+    try {
+        append_in_blocks(x, y, e);
+    } catch (...) {
+        drop_newest(size_ - before);
+        throw;
+    }
+}
+
+void PointStore::append_in_blocks(std::span<double const> x, std::span<double const> y,
+                                  std::span<double const> e) {
     while (!x.empty()) {
         PointBlock& block = block_with_room();
         const std::size_t count = std::min(x.size(), block.room());
@@ -112,6 +123,17 @@ void PointStore::append(std::span<double const> x, std::span<double const> y, st
         x = x.subspan(count);
         y = y.subspan(count);
         if (!e.empty()) e = e.subspan(count);
+    }
+}
+
+void PointStore::drop_newest(std::size_t count) {
+    size_ -= count;
+    for (;;) {
+        const std::size_t here = std::min(count, blocks_.empty() ? 0 : blocks_.back().size());
+        if (here == 0) return;
+        blocks_.back().drop_newest(here);
+        if (blocks_.back().size() == 0) blocks_.pop_back();
+        count -= here;
     }
 }
 

@@ -68,6 +68,8 @@ public:
     void append(std::span<double const> x, std::span<double const> y, std::span<double const> e);
     std::size_t room() const { return capacity_ - end_; }
     void drop_oldest(std::size_t count);
+    /// Takes back points that were appended as columns.
+    void drop_newest(std::size_t count) { end_ -= count; }
 
 private:
     /// What is known of the points before `end`; brought up to date when somebody asks, so that adding a
@@ -135,13 +137,15 @@ public:
         ++size_;
         return true;
     }
-    /// Appends columns of one length; `e` may be empty.
+    /// Appends columns of one length, or where that fails nothing; `e` may be empty.
     void append(std::span<double const> x, std::span<double const> y, std::span<double const> e);
     /// Forgets the `count` oldest points (all of them when there are fewer).
     void drop_oldest(std::size_t count);
 
 private:
     void start_block();
+    void append_in_blocks(std::span<double const> x, std::span<double const> y, std::span<double const> e);
+    void drop_newest(std::size_t count);
     PointBlock& block_with_room() {
         if (blocks_.empty() || blocks_.back().full()) start_block();
         return blocks_.back();

@@ -57,6 +57,7 @@ public:
     }
     void push_back(T element) { emplace_back(std::move(element)); }
     void pop_front() { slots_.erase(slots_.begin()); }
+    void pop_back() { slots_.pop_back(); }
     void clear() { slots_.clear(); }
 
 private:

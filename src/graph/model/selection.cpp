@@ -43,8 +43,8 @@ std::int16_t AxisLevelIndex(Graph const& graph, AxisKind kind, std::int16_t leve
     return 0;
 }
 
-void ResetAxis(ControlState& state, Axis& axis, std::string_view name, AxisKind kind, double a1, double a2) {
-    axis = Axis();
+Axis fresh_axis(ControlState const& state, std::string_view name, AxisKind kind, double a1, double a2) {
+    Axis axis;
     axis.AxisXY = kind;
     axis.AxisTitle = name;
     axis.AxisValue1 = axis.ScaleMin = axis.DataMin = a1;
@@ -52,6 +52,11 @@ void ResetAxis(ControlState& state, Axis& axis, std::string_view name, AxisKind 
     axis.AxisScale = a1 != a2 ? 1 : 0;
     axis.AxisLabelsHoriz = kind == AxisKind::Y ? 90 : 0;
     axis.AxisTickLength = to_i16(2 * state.UnitsPerMmX);
+    return axis;
+}
+
+void ResetAxis(ControlState& state, Axis& axis, std::string_view name, AxisKind kind, double a1, double a2) {
+    axis = fresh_axis(state, name, kind, a1, a2);
     raise_scale_changed(state);
 }
 

@@ -36,6 +36,9 @@ std::int16_t& selected_index(Graph& graph, AxisKind kind);
 /// Position of the level-th axis (from 1) of a kind; 0 when there is none.
 std::int16_t AxisLevelIndex(Graph const& graph, AxisKind kind, std::int16_t level);
 
+/// An axis with its defaults. It is fixed when a1 differs from a2.
+Axis fresh_axis(ControlState const& state, std::string_view name, AxisKind kind, double a1, double a2);
+
 /// Gives an axis its defaults and raises GraphScaleChanged. It is fixed when a1 differs from a2.
 void ResetAxis(ControlState& state, Axis& axis, std::string_view name, AxisKind kind, double a1, double a2);
 

@@ -4,13 +4,13 @@
 #include "graph/model/ControlState.h"
 
 #include <exception>
-#include <string>
 #include <string_view>
 
 namespace qv::graph {
 
-/// Raises ErrorMsg for a failure: Source is "Error 9 has occured in " + source. Fault 94 is passed over.
-void ReportError(ControlState& state, std::string_view source, std::exception_ptr const& failure);
+/// Raises ErrorMsg for a failure: Source is "Error 9 has occured in qvGraph.ocx, " + procedure. Fault 94 is
+/// passed over. Takes no memory, which may have ended.
+void ReportError(ControlState& state, std::string_view procedure, std::exception_ptr const& failure);
 
 /// Counts the procedures that hold references into the document; the outermost frees what was discarded.
 class CallInProgress {
@@ -34,7 +34,7 @@ void trapped(ControlState& state, std::string_view procedure, Body&& body) {
     try {
         body();
     } catch (...) {
-        ReportError(state, "qvGraph.ocx, " + std::string(procedure), std::current_exception());
+        ReportError(state, procedure, std::current_exception());
     }
 }
 

@@ -1,5 +1,6 @@
 #include "platform/headless/HeadlessHost.h"
 
+#include "base/fault.h"
 #include "interact/page_output.h"
 #include "platform/control_input.h"
 #include "platform/output/page_file.h"
@@ -44,6 +45,8 @@ HeadlessHost::HeadlessHost(PixelSize picture, double dots_per_inch)
     : twips_per_pixel_(twips_per_inch / (dots_per_inch > 0 ? dots_per_inch : 96)),
       fonts_(std::make_shared<raster::FontLibrary>()), control_(std::make_unique<qvGraph>(*this)) {
     resize_picture(picture);
+    // So early nobody hears of it.
+    if (control_->state().memory_has_ended) raise_fault(FaultNumber::OutOfMemory);
 }
 
 void HeadlessHost::resize_picture(PixelSize picture) {

@@ -10,6 +10,7 @@
 #include FT_FREETYPE_H
 
 #include <algorithm>
+#include <new>
 #include <unordered_map>
 
 namespace qv::raster {
@@ -22,7 +23,9 @@ using FreeType = std::unique_ptr<FT_LibraryRec_, LibraryRelease>;
 
 FreeType start_freetype() {
     FT_Library library = nullptr;
-    if (FT_Init_FreeType(&library) != 0) return nullptr;
+    const FT_Error error = FT_Init_FreeType(&library);
+    if (error == FT_Err_Out_Of_Memory) throw std::bad_alloc();
+    if (error != 0) return nullptr;
     return FreeType(library);
 }
 
@@ -76,14 +79,13 @@ struct FontLibrary::Contents {
         const FaceName name{font.name, font.bold, font.italic};
         for (auto const& family : families)
             if (family->name == name) return *family;
-        families.push_back(
-            std::make_unique<FaceFamily>(FaceFamily{name, files.candidates(name), nullptr, {}}));
-        FaceFamily& added = *families.back();
-        for (FontFile const& file : added.candidates) {
-            added.first = typefaces.open(file);
-            if (added.first != nullptr) break;
+        // Kept only once it has its face: a family without one would stay so.
+        auto added = std::make_unique<FaceFamily>(FaceFamily{name, files.candidates(name), nullptr, {}});
+        for (FontFile const& file : added->candidates) {
+            added->first = typefaces.open(file);
+            if (added->first != nullptr) break;
         }
-        return added;
+        return *families.emplace_back(std::move(added));
     }
 
     // The first face that has the character; the font's own, which then shows a box, when none has.

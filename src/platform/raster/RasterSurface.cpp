@@ -123,6 +123,7 @@ void RasterSurface::Cls() {
 }
 
 void RasterSurface::SelectClipPath(Box const& box) {
+    canvas_->drop_what_failed();
     const PixelBox pixels = spanned({box.left / twips_per_pixel_x_, box.top / twips_per_pixel_y_},
                                     {box.right() / twips_per_pixel_x_, box.bottom() / twips_per_pixel_y_});
     canvas_->clip = intersection(pixels, canvas_->buffer.bounds());
@@ -275,12 +276,18 @@ void RasterSurface::Symbols(SymbolBatch const& batch) {
 }
 
 void RasterSurface::BeginShape() {
+    canvas_->drop_what_failed();
     ++canvas_->open_shapes;
 }
 
 void RasterSurface::EndShape() {
     canvas_->open_shapes = std::max(0, canvas_->open_shapes - 1);
     canvas_->finish();
+}
+
+void RasterSurface::DropShape() noexcept {
+    canvas_->open_shapes = std::max(0, canvas_->open_shapes - 1);
+    if (canvas_->open_shapes == 0) canvas_->layers.drop();
 }
 
 } // namespace qv::raster

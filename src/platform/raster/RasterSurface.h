@@ -57,6 +57,7 @@ public:
     void Symbols(SymbolBatch const& batch) override;
     void BeginShape() override;
     void EndShape() override;
+    void DropShape() noexcept override;
 
     /// Without any font the first attempt of all surfaces of a library to print is fault 53; later ones draw
     /// nothing, and extents are estimates.

@@ -31,7 +31,14 @@ struct RasterSurface::Canvas {
         if (open_shapes == 0) layers.paint(buffer);
     }
     /// Before pixels are written past the masks: what was drawn earlier must lie below.
-    void paint_open_shapes() { layers.paint(buffer); }
+    void paint_open_shapes() {
+        drop_what_failed();
+        layers.paint(buffer);
+    }
+    /// Outside of shapes only an operation that has failed leaves a mask.
+    void drop_what_failed() {
+        if (open_shapes == 0) layers.drop();
+    }
 };
 
 /// Whether edges are smooth: inverting is exact only with whole pixels.

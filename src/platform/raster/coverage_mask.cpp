@@ -5,12 +5,15 @@
 namespace qv::raster {
 
 void CoverageMask::resize(int width, int height) {
+    // Without a size until there is memory for it.
+    width_ = height_ = top_ = bottom_ = 0;
+    auto const padded = static_cast<std::size_t>(width) + row_padding;
+    bytes_.assign(padded * static_cast<std::size_t>(height), 0);
+    touched_.assign(static_cast<std::size_t>(height), 0);
     width_ = width;
     height_ = height;
     for (block_shift_ = 5; (width - 1) >> block_shift_ > 63;) ++block_shift_;
     stride_ = width + row_padding;
-    bytes_.assign(static_cast<std::size_t>(stride_ * height), 0);
-    touched_.assign(static_cast<std::size_t>(height), 0);
     top_ = height;
     bottom_ = 0;
     ++generation_;

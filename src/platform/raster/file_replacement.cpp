@@ -53,7 +53,9 @@ FaultNumber number_of_error(int error, FaultNumber when_missing) {
 // In the same folder, for only there a file can be moved onto another; short, for the other may be long.
 std::string name_beside(std::string const& path) {
     std::random_device random;
-    return std::filesystem::path(path).replace_filename("qvgraph" + std::to_string(random()) + ".part");
+    // By hand, as the library's way to do this does not survive the end of memory.
+    const std::size_t name = path.rfind('/') + 1; // 0 where there is no folder
+    return path.substr(0, name) + "qvgraph" + std::to_string(random()) + ".part";
 }
 
 // A new file; 0, or the error, and then there is none.

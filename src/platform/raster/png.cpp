@@ -45,10 +45,15 @@ void take_bytes(png_structp png, png_bytep bytes, png_size_t count) {
     source.left -= count;
 }
 
+// The library's own function would write to standard error.
+[[noreturn]] void leave(png_structp png, png_const_charp) {
+    png_longjmp(png, 1);
+}
+
 void ignore_warning(png_structp, png_const_charp) {}
 
 struct Writer {
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, ignore_warning);
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, leave, ignore_warning);
     png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
     Writer() = default;
     Writer(Writer const&) = delete;
@@ -57,7 +62,7 @@ struct Writer {
 };
 
 struct Reader {
-    png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, ignore_warning);
+    png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, leave, ignore_warning);
     png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
     Reader() = default;
     Reader(Reader const&) = delete;

@@ -38,4 +38,9 @@ void ShapeLayers::paint(PixelBuffer& target) {
     open_ = 0;
 }
 
+void ShapeLayers::drop() {
+    for (std::size_t i = 0; i < open_; ++i) layers_[i]->mask.clear();
+    open_ = 0;
+}
+
 } // namespace qv::raster

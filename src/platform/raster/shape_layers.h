@@ -19,6 +19,8 @@ public:
     CoverageMask& mask(Paint paint, PixelBuffer& target);
     /// Paints the open shapes in the order in which their paints were first asked for.
     void paint(PixelBuffer& target);
+    /// Forgets the open shapes.
+    void drop();
     bool empty() const { return open_ == 0; }
 
 private:

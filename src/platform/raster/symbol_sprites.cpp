@@ -232,11 +232,12 @@ SymbolStamper::Sprite const& SymbolStamper::sprite(int phase, int phases, Polygo
     int const reach = reach_of(*symbol_);
     const CoverageMask mask =
         mask_at(*symbol_, {1.0 * (phase % phases) / phases, 1.0 * (phase / phases) / phases}, filler);
-    found = Sprite{moved(*frame_, -reach, -reach), (frame_->width() + block - 1) / block * block, {}};
-    found->bytes.resize(static_cast<std::size_t>(found->stride) * static_cast<std::size_t>(frame_->height()));
+    Sprite drawn{moved(*frame_, -reach, -reach), (frame_->width() + block - 1) / block * block, {}};
+    drawn.bytes.resize(static_cast<std::size_t>(drawn.stride) * static_cast<std::size_t>(frame_->height()));
     for (int y = 0; y < frame_->height(); ++y)
         std::copy_n(mask.row(frame_->top + y) + frame_->left, frame_->width(),
-                    found->bytes.begin() + static_cast<std::ptrdiff_t>(y) * found->stride);
+                    drawn.bytes.begin() + static_cast<std::ptrdiff_t>(y) * drawn.stride);
+    found = std::move(drawn);
     return *found;
 }
 

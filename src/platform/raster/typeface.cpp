@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cmath>
+#include <new>
 #include <numbers>
 
 namespace qv::raster {
@@ -133,10 +134,12 @@ Typeface::~Typeface() = default;
 
 std::unique_ptr<Typeface> Typeface::open(FT_LibraryRec_* library, FontFile const& file) {
     FT_Face face = nullptr;
-    if (FT_New_Face(library, file.path.c_str(), file.index, &face) != 0) return nullptr;
     auto parts = std::make_unique<Parts>();
-    parts->file = file;
+    const FT_Error error = FT_New_Face(library, file.path.c_str(), file.index, &face);
+    if (error == FT_Err_Out_Of_Memory) throw std::bad_alloc();
+    if (error != 0) return nullptr;
     parts->face.reset(face);
+    parts->file = file;
     if (!FT_IS_SCALABLE(face) || !FT_IS_SFNT(face)) return nullptr;
     parts->shaper = open_shaper(file);
     if (!parts->shaper) return nullptr;

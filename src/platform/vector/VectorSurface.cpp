@@ -102,12 +102,13 @@ void VectorSurface::Move(double width_twips, double height_twips) {
 }
 
 void VectorSurface::clear(std::uint32_t color) {
+    auto nodes = std::make_shared<NodeList>();
+    nodes->push_back({bounds_, std::make_shared<Shape>(Boxes{color, {bounds_}})});
     texture_.reset();
     cloud_.reset();
     length_ = 0;
     background_ = color;
-    nodes_ = std::make_shared<NodeList>();
-    nodes_->push_back({bounds_, std::make_shared<Shape>(Boxes{color, {bounds_}})});
+    nodes_ = std::move(nodes);
 }
 
 void VectorSurface::Cls() {
@@ -360,11 +361,12 @@ void VectorSurface::LineTo(PixelPoint from, PixelPoint to, Color color) {
         return add_lines(std::move(line), std::array{from, to}, false);
     }
     if (!texture_) {
-        texture_.emplace(TwipsPerPixelX(), TwipsPerPixelY(), fonts_);
-        texture_->Move(Width(), Height());
+        raster::RasterSurface texture(TwipsPerPixelX(), TwipsPerPixelY(), fonts_);
+        texture.Move(Width(), Height());
         std::uint32_t const b = background_;
-        texture_->state.BackColor = rgb(b >> 16 & 0xFF, b >> 8 & 0xFF, b & 0xFF);
-        texture_->Cls();
+        texture.state.BackColor = rgb(b >> 16 & 0xFF, b >> 8 & 0xFF, b & 0xFF);
+        texture.Cls();
+        texture_ = std::move(texture);
     }
     texture_->SelectClipPath({clip_.left * TwipsPerPixelX(), clip_.top * TwipsPerPixelY(),
                               (clip_.width() - 1) * TwipsPerPixelX(),
@@ -407,6 +409,11 @@ void VectorSurface::finish_cloud() {
 void VectorSurface::EndShape() {
     open_shapes_ = std::max(0, open_shapes_ - 1);
     if (open_shapes_ == 0) finish_cloud();
+}
+
+void VectorSurface::DropShape() noexcept {
+    open_shapes_ = std::max(0, open_shapes_ - 1);
+    cloud_.reset();
 }
 
 double VectorSurface::TextWidth(std::string_view line) {

@@ -49,6 +49,7 @@ public:
     void Symbols(SymbolBatch const& batch) override;
     void BeginShape() override { ++open_shapes_; }
     void EndShape() override;
+    void DropShape() noexcept override;
 
     double TextWidth(std::string_view line) override;
     double TextHeight(std::string_view line) override;

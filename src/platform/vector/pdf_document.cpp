@@ -3,23 +3,21 @@
 #include <cairo-pdf.h>
 
 namespace qv::vector {
-namespace {
 
 // Called from C, through which no exception may pass.
-cairo_status_t append_bytes(void* bytes, unsigned char const* data, unsigned int length) noexcept {
+cairo_status_t PdfDocument::append_bytes(void* file, unsigned char const* data,
+                                         unsigned int length) noexcept {
+    auto& target = *static_cast<File*>(file);
     try {
-        auto& target = *static_cast<std::vector<std::uint8_t>*>(bytes);
-        target.insert(target.end(), data, data + length);
-        return CAIRO_STATUS_SUCCESS;
+        target.bytes.insert(target.bytes.end(), data, data + length);
     } catch (std::exception const&) {
-        return CAIRO_STATUS_WRITE_ERROR;
+        target.is_cut = true;
     }
+    return target.is_cut ? CAIRO_STATUS_NO_MEMORY : CAIRO_STATUS_SUCCESS;
 }
 
-} // namespace
-
 PdfDocument::PdfDocument(double width, double height, FaultNumber fault)
-    : fault_(fault), surface_(cairo_pdf_surface_create_for_stream(append_bytes, &bytes_, width, height)),
+    : fault_(fault), surface_(cairo_pdf_surface_create_for_stream(append_bytes, &file_, width, height)),
       drawing_(cairo_create(surface_.get())) {
     cairo_pdf_surface_set_metadata(surface_.get(), CAIRO_PDF_METADATA_CREATE_DATE, "");
     check();
@@ -28,6 +26,7 @@ PdfDocument::PdfDocument(double width, double height, FaultNumber fault)
 void PdfDocument::check() const {
     cairo_status_t status = cairo_status(drawing_.get());
     if (status == CAIRO_STATUS_SUCCESS) status = cairo_surface_status(surface_.get());
+    if (file_.is_cut || status == CAIRO_STATUS_NO_MEMORY) raise_fault(FaultNumber::OutOfMemory);
     if (status != CAIRO_STATUS_SUCCESS)
         raise_fault(fault_, std::string("The PDF page cannot be drawn: ") + cairo_status_to_string(status));
 }
@@ -51,7 +50,7 @@ std::vector<std::uint8_t> PdfDocument::finish() {
     check();
     cairo_surface_finish(surface_.get());
     check();
-    return std::move(bytes_);
+    return std::move(file_.bytes);
 }
 
 } // namespace qv::vector

@@ -35,7 +35,14 @@ public:
 
 private:
     FaultNumber fault_;
-    std::vector<std::uint8_t> bytes_; // outlives the surface that writes to it
+    /// What the library writes to. It does not pass every failure on.
+    struct File {
+        std::vector<std::uint8_t> bytes;
+        bool is_cut = false; // memory has ended
+    };
+    static cairo_status_t append_bytes(void* file, unsigned char const* data, unsigned int length) noexcept;
+
+    File file_; // outlives the surface that writes to it
     CairoSurface surface_;
     std::unique_ptr<cairo_t, Release<cairo_destroy>> drawing_;
 };
