@@ -75,11 +75,12 @@ inline double divide(double dividend, double divisor) {
     return dividend / divisor;
 }
 
-/// Element `index` of a sequence; an index outside it is fault 9.
+/// Element `index` of a sequence; an index outside it is fault 9, whose text calls the elements `what`.
 template <class Sequence, std::integral Index>
-constexpr auto& at(Sequence& sequence, Index index) {
+constexpr auto& at(Sequence& sequence, Index index, char const* what = "entry") {
     if (index < 0 || static_cast<std::size_t>(index) >= sequence.size())
-        raise_fault(FaultNumber::SubscriptOutOfRange);
+        raise_subscript_fault(what, static_cast<std::int64_t>(index), 0,
+                              static_cast<std::int64_t>(sequence.size()) - 1);
     return sequence[static_cast<std::size_t>(index)];
 }
 

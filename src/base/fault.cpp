@@ -74,6 +74,20 @@ void raise_fault(FaultNumber number, std::string description) {
     throw Fault(number, std::move(description));
 }
 
+void raise_subscript_fault(std::string_view what, std::int64_t asked, std::int64_t first, std::int64_t last) {
+    std::string text(fault_text(FaultNumber::SubscriptOutOfRange));
+    text += ": ";
+    text += what;
+    text += " " + std::to_string(asked) + " was asked for, there ";
+    if (last < first)
+        text += "is none";
+    else if (last == first)
+        text += "is only " + std::to_string(first);
+    else
+        text += "are " + std::to_string(first) + " to " + std::to_string(last);
+    raise_fault(FaultNumber::SubscriptOutOfRange, std::move(text));
+}
+
 Fault as_fault(std::exception_ptr const& failure) {
     return tell(failure, [](std::int32_t number, std::string_view description) {
         return Fault(static_cast<FaultNumber>(number), std::string(description));

@@ -48,6 +48,10 @@ std::string_view fault_text(FaultNumber number);
 /// The same with a text of its own, which says what, where and what to do.
 [[noreturn]] void raise_fault(FaultNumber number, std::string description);
 
+/// Throws fault 9 with what was asked for and what there is: "axis 7 was asked for, there are 0 to 2".
+[[noreturn]] void raise_subscript_fault(std::string_view what, std::int64_t asked, std::int64_t first,
+                                        std::int64_t last);
+
 /// Turns any exception into a Fault: `std::bad_alloc` is 7, a foreign exception 5 with its own text.
 Fault as_fault(std::exception_ptr const& failure);
 

@@ -74,9 +74,9 @@ Graph* graph_with_data(ControlState& state) {
 
 void AutoDataStyle(ControlState& state, std::int16_t graph_index, std::int16_t data_index) {
     trapped(state, "AutoDataStyle", [&] {
-        Graph& graph = *at(state.Graphs, graph_index);
+        Graph& graph = *at(state.Graphs, graph_index, "graph");
         const std::int16_t index = std::max<std::int16_t>(data_index, 0);
-        DataSet& set = at(graph.DataSets, index);
+        DataSet& set = at(graph.DataSets, index, "data set");
         if (index == 0)
             start_series(state, set);
         else

@@ -171,7 +171,7 @@ void GetDataSetNames(ControlState& state, TextList& names, std::int16_t& count) 
 
 std::string GraphTitle(ControlState& state) {
     std::string title;
-    trapped(state, "GraphTitle", [&] { title = at(state.GraphTitles, state.CurrentGraph); });
+    trapped(state, "GraphTitle", [&] { title = at(state.GraphTitles, state.CurrentGraph, "graph"); });
     return title;
 }
 

@@ -109,7 +109,7 @@ namespace property {
 #include "graph/properties.def"
 
 void GraphTitle(ControlState& state, std::string_view title) {
-    at(state.GraphTitles, state.CurrentGraph) = title;
+    at(state.GraphTitles, state.CurrentGraph, "graph") = title;
 }
 
 } // namespace property

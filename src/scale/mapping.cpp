@@ -139,7 +139,7 @@ void PosY(graph::ControlState& state, double value, float& position) {
 
 void GetXCoord(graph::ControlState& state, std::int16_t index, float position, double& value) {
     trapped(state, "GetXCoord", [&] {
-        Graph& graph = *at(state.Graphs, index);
+        Graph& graph = *at(state.Graphs, index, "graph");
         Axis const& axis = selected_x_axis(graph);
         value = value_along<double>(x_track(graph, axis), axis, position);
     });
@@ -147,7 +147,7 @@ void GetXCoord(graph::ControlState& state, std::int16_t index, float position, d
 
 void GetYCoord(graph::ControlState& state, std::int16_t index, float position, double& value) {
     trapped(state, "GetYCoord", [&] {
-        Graph& graph = *at(state.Graphs, index);
+        Graph& graph = *at(state.Graphs, index, "graph");
         Axis const& axis = selected_y_axis(graph);
         const Track track = y_track(graph, axis);
         value = has_float_range(axis) ? value_along<float>(track, axis, position)

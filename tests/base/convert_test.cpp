@@ -53,6 +53,18 @@ TEST_CASE("indices are checked at both ends") {
     CHECK(at(three, 2) == 3);
     CHECK(fault_number([&] { at(three, 3); }) == 9);
     CHECK(fault_number([&] { at(three, -1); }) == 9);
+    auto const told = [](std::size_t size) -> std::string {
+        try {
+            std::vector<int> const numbers(size);
+            at(numbers, 7, "axis");
+        } catch (Fault const& fault) {
+            return fault.description;
+        }
+        return "";
+    };
+    CHECK(told(3) == "Subscript out of range: axis 7 was asked for, there are 0 to 2");
+    CHECK(told(1) == "Subscript out of range: axis 7 was asked for, there is only 0");
+    CHECK(told(0) == "Subscript out of range: axis 7 was asked for, there is none");
     CHECK(fault_number([] { divide(1, 0); }) == 11);
 }
 

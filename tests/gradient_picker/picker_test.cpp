@@ -233,8 +233,8 @@ TEST_CASE("named colours count from the next change on, and put the shades back"
     picker.List1.ListIndex = -1;
     picker.List1_Click();
     CHECK(picker.errors
-          == std::vector<std::string>{
-              "Error 9 has occured in qvGradient.ocx, DrawGradient: Subscript out of range"});
+          == std::vector<std::string>{"Error 9 has occured in qvGradient.ocx, DrawGradient: Subscript out of "
+                                      "range: entry -1 was asked for, there are 0 to 5"});
 }
 
 TEST_CASE("the angle is the number that its text begins with") {

@@ -82,11 +82,13 @@ void PointBlock::drop_oldest(std::size_t count) {
 }
 
 PointEntry PointStore::at(std::size_t index) const {
+    std::size_t before = 0;
     for (PointBlock const& block : blocks_) {
-        if (index < block.size()) return block.entry(index);
-        index -= block.size();
+        if (index - before < block.size()) return block.entry(index - before);
+        before += block.size();
     }
-    raise_fault(FaultNumber::SubscriptOutOfRange);
+    raise_subscript_fault("point", static_cast<std::int64_t>(index), 0,
+                          static_cast<std::int64_t>(before) - 1);
 }
 
 bool PointStore::x_rising() const {

@@ -6,22 +6,22 @@ namespace qv::graph {
 
 Axis& selected_axis(ControlState& state) {
     Graph& graph = current_graph(state);
-    return at(graph.Axes, graph.SelectedAxis);
+    return at(graph.Axes, graph.SelectedAxis, "axis");
 }
 
 Axis const& selected_axis(ControlState const& state) {
     Graph const& graph = current_graph(state);
-    return at(graph.Axes, graph.SelectedAxis);
+    return at(graph.Axes, graph.SelectedAxis, "axis");
 }
 
 DataSet& selected_data_set(ControlState& state) {
     Graph& graph = current_graph(state);
-    return at(graph.DataSets, graph.SelectedDataSet);
+    return at(graph.DataSets, graph.SelectedDataSet, "data set");
 }
 
 DataSet const& selected_data_set(ControlState const& state) {
     Graph const& graph = current_graph(state);
-    return at(graph.DataSets, graph.SelectedDataSet);
+    return at(graph.DataSets, graph.SelectedDataSet, "data set");
 }
 
 std::int16_t& selected_index(Graph& graph, AxisKind kind) {

@@ -10,10 +10,10 @@ namespace qv::graph {
 
 /// The selected graph; fault 9 when there is none.
 inline Graph& current_graph(ControlState& state) {
-    return *at(state.Graphs, state.CurrentGraph);
+    return *at(state.Graphs, state.CurrentGraph, "graph");
 }
 inline Graph const& current_graph(ControlState const& state) {
-    return *at(state.Graphs, state.CurrentGraph);
+    return *at(state.Graphs, state.CurrentGraph, "graph");
 }
 /// Whether `graph` is still the selected one; an event's handler may have discarded it.
 bool is_current(ControlState const& state, Graph const& graph);
@@ -25,10 +25,10 @@ DataSet& selected_data_set(ControlState& state);
 DataSet const& selected_data_set(ControlState const& state);
 
 inline Axis& selected_x_axis(Graph& graph) {
-    return at(graph.Axes, graph.SelectedXAxis);
+    return at(graph.Axes, graph.SelectedXAxis, "axis");
 }
 inline Axis& selected_y_axis(Graph& graph) {
-    return at(graph.Axes, graph.SelectedYAxis);
+    return at(graph.Axes, graph.SelectedYAxis, "axis");
 }
 /// Index field of the selected axis of a kind.
 std::int16_t& selected_index(Graph& graph, AxisKind kind);
