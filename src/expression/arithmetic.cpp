@@ -77,7 +77,8 @@ Operand negated(Operand const& operand) {
 }
 
 Operand concatenated(Operand const& a, Operand const& b) {
-    return joined_text(text_in(a), text_in(b));
+    std::string a_storage, b_storage;
+    return joined_text(text_view(a, a_storage), text_view(b, b_storage));
 }
 
 Operand absolute_value(Operand const& b) {

@@ -15,7 +15,7 @@ Operand difference(Operand const& a, Operand const& b);
 Operand product(Operand const& a, Operand const& b);
 Operand negated(Operand const& b);
 
-/// The text forms joined; a result above 16 Mi characters is faulted.
+/// The text forms joined; a result above 16 Mi characters throws fault 7.
 Operand concatenated(Operand const& a, Operand const& b);
 
 /// These keep the kind of an integer; the magnitude of the smallest integer of its kind is faulted.

@@ -76,11 +76,26 @@ void copy_values(ArrayRecord& record, qvArray const& source) {
     record.values = source.Values;
 }
 
+constexpr std::size_t max_array_name_bytes = std::size_t{16} << 20; // all names together
+
+// Names beyond what the engine may hold are an error.
+bool has_room_for_name(Engine& engine, std::string_view name) {
+    std::size_t bytes = name.size();
+    for (ArrayRecord const& record : engine.arrays) bytes += record.name.size();
+    if (bytes <= max_array_name_bytes) return true;
+    record_fault(engine,
+                 Fault(FaultNumber::OutOfMemory, "Out of memory: the names of all arrays may have 16 MiB"),
+                 "DefineArray");
+    return false;
+}
+
 constexpr std::string_view too_many_dimensions = ": Too many dimensions for array ";
 
 } // namespace
 
 void DefineArray(Engine& engine, std::string text) {
+    if (text.size() > max_definition_bytes)
+        return set_error(engine, ErrorNumber::InvalidArray, "an array definition may have 256 KiB");
     text = StripComments(text);
     auto const open = text.find('(');
     if (open == std::string::npos)
@@ -90,13 +105,14 @@ void DefineArray(Engine& engine, std::string text) {
     auto const bounds = split(rest.substr(0, rest.find(')')), ",");
     if (bounds.size() > max_dimensions)
         return set_error(engine, ErrorNumber::InvalidArray, name + std::string(too_many_dimensions));
-    resume_after([&] { define(engine, name, bounds); });
+    if (has_room_for_name(engine, name)) resume_after([&] { define(engine, name, bounds); });
 }
 
 void SetArrayValues(Engine& engine, std::string_view name, int dimensions, qvArray const& source) {
     if (dimensions > max_dimensions)
         return set_error(engine, ErrorNumber::ReservedName,
                          std::string(name) + std::string(too_many_dimensions));
+    if (!has_room_for_name(engine, name)) return;
     resume_after([&] {
         ArrayRecord& record = found_or_appended(engine, name);
         record.name = name;
@@ -111,18 +127,16 @@ void SetArrayValues(Engine& engine, std::string_view name, int dimensions, qvArr
     });
 }
 
-void set_array_value(Engine& engine, int number, double value, ArrayIndices const& indices) {
-    if (number < 1 || number > engine.NumArrays) return;
+double* array_place(Engine& engine, int number, ArrayIndices const& indices) {
+    if (number < 1 || number > engine.NumArrays) return nullptr;
     ArrayRecord& record = array_record(engine, number);
-    if (record.dimensions < 1 || above_bounds(record, indices)) return;
-    array_element(record, used_indices(record, indices)) = value;
+    if (record.dimensions < 1 || above_bounds(record, indices)) return nullptr;
+    return &array_element(record, used_indices(record, indices));
 }
 
 Variant GetArrayValue(Engine& engine, int number, ArrayIndices const& indices) {
-    if (number < 1 || number > engine.NumArrays) return std::int16_t{0};
-    ArrayRecord& record = array_record(engine, number);
-    if (record.dimensions < 1 || above_bounds(record, indices)) return std::int16_t{0};
-    return array_element(record, used_indices(record, indices));
+    double const* const value = array_place(engine, number, indices);
+    return value ? Variant(*value) : Variant(std::int16_t{0});
 }
 
 OpcodeNumber array_opcode(Engine const& engine, std::string_view name) {
@@ -133,7 +147,9 @@ OpcodeNumber array_opcode(Engine const& engine, std::string_view name) {
 }
 
 ArrayRecord& array_record(Engine& engine, int number) {
-    return at(engine.arrays, number);
+    if (number < 1 || static_cast<std::size_t>(number) >= engine.arrays.size())
+        raise_subscript_fault("array", number, 1, static_cast<std::int64_t>(engine.arrays.size()) - 1);
+    return engine.arrays[static_cast<std::size_t>(number)];
 }
 
 std::int16_t array_dimensions(Engine& engine, int number) {
@@ -155,10 +171,10 @@ double& array_element(ArrayRecord& record, std::span<std::int32_t const> indices
     std::size_t place = 0;
     for (std::size_t k = 0; k < indices.size(); ++k) {
         const std::int16_t bound = record.upper_bounds[k + 1];
-        if (indices[k] < 0 || indices[k] > bound) raise_fault(FaultNumber::SubscriptOutOfRange);
+        if (indices[k] < 0 || indices[k] > bound) raise_subscript_fault("index", indices[k], 0, bound);
         place = place * (static_cast<std::size_t>(bound) + 1) + static_cast<std::size_t>(indices[k]);
     }
-    return at(record.values, place);
+    return at(record.values, place, "element");
 }
 
 } // namespace qv::expression

@@ -31,8 +31,9 @@ using ArrayIndices = std::array<std::int32_t, max_dimensions>;
 void DefineArray(Engine& engine, std::string text);
 /// Stores an array under a name with the first `dimensions` bounds of `source` and its values.
 void SetArrayValues(Engine& engine, std::string_view name, int dimensions, qvArray const& source);
-/// Stores one element; an index above its bound does nothing, a negative one is error 11.
-void set_array_value(Engine& engine, int number, double value, ArrayIndices const& indices);
+/// The element to store into, or none where the array or an index above its bound does not exist; a negative
+/// index is fault 9.
+double* array_place(Engine& engine, int number, ArrayIndices const& indices);
 /// One element, or a 16-bit 0 when there is none.
 Variant GetArrayValue(Engine& engine, int number, ArrayIndices const& indices);
 

@@ -57,15 +57,21 @@ void Sampling::run_each(std::span<double const> x, std::span<double> y) {
 
 double Sampling::sample(double x) {
     variable_.Value = x;
+    engine_.ending = Ending::Complete;
     double const value = trapped(engine_, "ValueOver", [&] { return number_of_value(); });
     if (engine_.error.code == ErrorNumber::None) return value;
     keep_error();
     return mathematics::undefined;
 }
 
+// An error of the evaluation stays as it is; what ended it without one is told here.
 double Sampling::number_of_value() {
-    const Number number = number_in(operand_of(evaluate(engine_, number_)));
-    if (number.faulted()) raise_fault(FaultNumber::TypeMismatch);
+    const Operand value = operand_of(evaluate(engine_, number_));
+    if (engine_.error.code != ErrorNumber::None) return mathematics::undefined;
+    if (engine_.ending == Ending::Fault) raise_fault(FaultNumber::InvalidProcedureCall, engine_.ended_by);
+    const Number number = number_in(value);
+    if (number.faulted())
+        raise_fault(FaultNumber::TypeMismatch, "Type mismatch: the value is a text that reads as no number");
     return number.value;
 }
 

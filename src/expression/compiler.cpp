@@ -7,6 +7,8 @@
 #include "expression/characters.h"
 #include "expression/tokenizer.h"
 
+#include <utility>
+
 namespace qv::expression {
 namespace {
 
@@ -62,6 +64,7 @@ private:
     int ap_ = 0;
     int depth_ = 0; // values the program would leave so far
     bool expect_operator_ = false;
+    std::size_t steps_ = 0; // those that found no room included
 };
 
 void Compilation::run() {
@@ -210,8 +213,9 @@ Progress Compilation::read_variable(std::string_view name) {
     const WhenMissing when_missing = engine_.AutoCreateVariables ? WhenMissing::Create : WhenMissing::Leave;
     VariableTable::Entry variable = find_variable(engine_, name, when_missing);
     if (!variable) return stop(ErrorNumber::UndefinedVariable, "Undefined variable: " + std::string(name));
-    append_operand(opcode::push, variable_operand(variable.get()));
+    qvVariable const* const named = variable.get();
     if (slot_.steps.size() < max_steps) slot_.variables.push_back(std::move(variable));
+    append_operand(opcode::push, variable_operand(named));
     return Progress::Going;
 }
 
@@ -237,8 +241,18 @@ Progress Compilation::push_prefix(OpcodeNumber number) {
     return Progress::Going;
 }
 
+template <class Stack>
+auto& nested_entry(Stack& stack, int place) {
+    if (place > max_nesting)
+        raise_fault(FaultNumber::SubscriptOutOfRange,
+                    "Subscript out of range: brackets, functions and signs are nested "
+                        + std::to_string(place) + " deep, the formula itself counted; there is room for "
+                        + std::to_string(max_nesting));
+    return at(stack, place);
+}
+
 void Compilation::push(OpcodeNumber number) {
-    at(operators_, ++sp_) = number;
+    nested_entry(operators_, ++sp_) = number;
     if (number < 0)
         expect_arguments(array_dimensions(engine_, -number));
     else if (row(number).arguments > 0)
@@ -246,7 +260,7 @@ void Compilation::push(OpcodeNumber number) {
 }
 
 void Compilation::expect_arguments(std::int16_t count) {
-    at(arguments_, ++ap_) = count;
+    nested_entry(arguments_, ++ap_) = count;
     expect_operator_ = false;
 }
 
@@ -261,10 +275,11 @@ void Compilation::append_operand(OpcodeNumber number, Operand operand) {
 }
 
 void Compilation::AppendToCompiled(Step step) {
-    if (slot_.steps.size() < max_steps)
-        slot_.steps.push_back(std::move(step));
-    else
-        record_fault(engine_, FaultNumber::SubscriptOutOfRange, "AppendToCompiled");
+    ++steps_;
+    if (slot_.steps.size() < max_steps) return slot_.steps.push_back(std::move(step));
+    std::string text = "Subscript out of range: the formula takes " + std::to_string(steps_)
+                       + " steps, there is room for " + std::to_string(max_steps);
+    record_fault(engine_, Fault(FaultNumber::SubscriptOutOfRange, std::move(text)), "AppendToCompiled");
 }
 
 Progress Compilation::stop(ErrorNumber code, std::string description) {
@@ -285,6 +300,27 @@ std::string Compilation::name_of(OpcodeNumber number) const {
     return number < 0 ? ArrayNameWithDims(engine_, -number) : row(number).name;
 }
 
+// About the memory of a compiled slot. Its variables may have left the table and live by the slot alone.
+std::size_t bytes_of(Slot const& slot) {
+    std::size_t bytes = slot.text.capacity() + slot.steps.capacity() * sizeof(Step);
+    for (Step const& step : slot.steps) bytes += step.operand.text.size();
+    for (auto const& variable : slot.variables) bytes += VariableTable::bytes_of(variable->Name);
+    if (slot.numeric)
+        bytes += slot.numeric->nodes.size() * (sizeof(NumericNode) + sizeof(double))
+                 + slot.numeric->code.size() * sizeof(Instruction);
+    return bytes;
+}
+
+void require_room_for_formula(Engine const& engine, std::size_t length) {
+    if (length > max_formula_bytes)
+        raise_fault(FaultNumber::OutOfMemory,
+                    "Out of memory: a formula of " + std::to_string(length) + " bytes; it may have 16 MiB");
+    if (engine.compiled_bytes + length > max_compiled_bytes)
+        raise_fault(FaultNumber::OutOfMemory,
+                    "Out of memory: the formulas compiled so far fill the 96 MiB that there are for them; "
+                    "ResetCompiledExpressions removes them");
+}
+
 // The slot that a compilation is to fill, created when it lies above the highest.
 Slot& slot_for(Engine& engine, std::int16_t& index) {
     if (index <= 0) index = to_i16(engine.highest_slot() + 1);
@@ -297,6 +333,7 @@ Slot& slot_for(Engine& engine, std::int16_t& index) {
 
 void CompileExpression(Engine& engine) {
     Slot& slot = select_slot(engine, engine.current_slot);
+    engine.compiled_bytes -= std::exchange(slot.bytes, 0);
     slot.steps.clear();
     slot.variables.clear();
     slot.numeric.reset();
@@ -305,12 +342,16 @@ void CompileExpression(Engine& engine) {
     trapped(engine, "CompileExpression", [&] {
         slot.steps.reserve(std::min<std::size_t>(max_steps, slot.text.size()));
         Compilation(engine, slot).run();
+        if (slot.steps.capacity() > 2 * slot.steps.size() + 16) slot.steps.shrink_to_fit();
         if (engine.error.code == ErrorNumber::None) slot.numeric = numeric_form(slot.steps);
     });
+    slot.bytes = bytes_of(slot);
+    engine.compiled_bytes += slot.bytes;
 }
 
 void Compile(Engine& engine, std::string text, std::int16_t& index) {
     trapped(engine, "Compile", [&] {
+        require_room_for_formula(engine, text.size());
         text = StripComments(text);
         slot_for(engine, index).text = text.empty() ? "0" : std::move(text);
         CompileExpression(engine);

@@ -34,20 +34,34 @@ bool ReservedName(Engine& engine, std::string_view name, std::string_view pre_te
     return true;
 }
 
+namespace {
+
+void require_room_for(Engine& engine, std::string_view name) {
+    if (engine.m_Variables.bytes() + VariableTable::bytes_of(name) <= max_variable_bytes) return;
+    raise_fault(FaultNumber::OutOfMemory,
+                "Out of memory: " + std::to_string(engine.m_Variables.size())
+                    + " variables fill the 64 MiB that there are for them; ResetVariables removes them");
+}
+
+} // namespace
+
 VariableTable::Entry find_variable(Engine& engine, std::string_view name, WhenMissing when_missing) {
     VariableTable::Entry variable = engine.m_Variables.find(name, engine.name_match());
     if (variable || when_missing == WhenMissing::Leave) return variable;
+    require_room_for(engine, name);
     variable = std::make_shared<qvVariable>(qvVariable{std::string(name), std::int16_t{0}});
     engine.m_Variables.append(variable);
     return variable;
 }
 
 void append_variable(Engine& engine, std::string_view name, double value) {
+    require_room_for(engine, name);
     engine.m_Variables.append(std::make_shared<qvVariable>(qvVariable{std::string(name), value}));
 }
 
 void ResetCompiledExpressions(Engine& engine) {
     engine.ready_slot = 0;
+    engine.compiled_bytes = 0;
     engine.compiled.clear();
     engine.compiled.resize(1);
     engine.current_slot = 0;

@@ -23,6 +23,14 @@ constexpr int max_nesting = 40; ///< entries of the compiler's stacks
 constexpr int max_stack = 40;   ///< entries of the evaluator's stack
 constexpr int max_dimensions = 4;
 
+// What bounds the memory of an engine to less than a gigabyte, its arrays of 256 MiB included.
+constexpr std::size_t max_formula_bytes = std::size_t{16} << 20;
+constexpr std::size_t max_definition_bytes = std::size_t{256} << 10; ///< of a user function or an array
+constexpr std::size_t max_compiled_bytes = std::size_t{96} << 20;    ///< all slots
+constexpr std::size_t max_variable_bytes = std::size_t{64} << 20;
+/// Texts that one evaluation may read and write, every time counted: that many take about half a second.
+constexpr std::size_t max_text_bytes = std::size_t{144} << 20;
+
 /// Error codes that callers see in `ErrorCode`.
 enum class ErrorNumber : std::int32_t {
     None = 0,
@@ -42,9 +50,13 @@ enum class ErrorNumber : std::int32_t {
 struct ErrorState {
     ErrorNumber code = ErrorNumber::None;
     std::string description;
-    std::int32_t position = 0; ///< in characters, from 1
-    std::int32_t source = 0;   ///< slot, or -k for user function k
+    std::int32_t position = 0;            ///< in characters, from 1
+    std::int32_t source = 0;              ///< slot, or -k for user function k
+    std::int32_t definition_position = 0; ///< in the text of a user function, in characters from 1
 };
+
+/// How an evaluation ended: with the last step, with an error, or, without RaiseErrors, with a fault.
+enum class Ending { Complete, Error, Fault };
 
 /// One step of a postfix program; the operand belongs to `opcode::push` alone.
 struct Step {
@@ -58,6 +70,7 @@ struct Slot {
     std::vector<Step> steps;
     std::vector<std::shared_ptr<qvVariable>> variables;
     std::unique_ptr<NumericForm> numeric;
+    std::size_t bytes = 0; ///< that the compilation took
 };
 
 /// Element (i, j, ...) lies at the place counted with the last index running fastest.
@@ -87,6 +100,11 @@ struct UserFunctionRecord {
 };
 
 struct Engine : PublicFields {
+    Engine() = default;
+    explicit Engine(Engine& calling) : caller(&calling) {}
+    Engine(Engine const&) = delete;
+    Engine& operator=(Engine const&) = delete;
+
     OpcodeTable opcodes = new_opcode_table();
     std::vector<Slot> compiled = std::vector<Slot>(1);
     std::int32_t current_slot = 0;
@@ -97,7 +115,14 @@ struct Engine : PublicFields {
     std::array<UserFunctionRecord, max_user_functions> user_functions;
     ErrorState error;
     std::uint64_t random_state = 0;
+    Engine* const caller = nullptr; ///< whose user function this engine is
+    Ending ending = Ending::Complete;
+    std::string ended_by;            ///< what a fault that ended the evaluation was
+    std::size_t compiled_bytes = 0;  ///< all slots
+    std::size_t text_bytes_used = 0; ///< by the running evaluation; counted in the outermost caller
 
+    Engine& outermost() { return caller ? *caller : *this; }
+    bool passes_over_faults() const { return caller ? caller->RaiseErrors : RaiseErrors; }
     NameMatch name_match() const { return CaseSensitiveVariables ? NameMatch::SameCase : NameMatch::AnyCase; }
     std::int32_t highest_slot() const { return static_cast<std::int32_t>(compiled.size()) - 1; }
 };

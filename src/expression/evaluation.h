@@ -23,7 +23,10 @@ struct Evaluation {
     /// Puts a result into the accumulator; a faulted one is a fault and leaves it as it was.
     void store(Operand result);
     /// A fault ends the evaluation or is passed over.
-    void fault() { ended = ended || !engine.RaiseErrors; }
+    void fault() { ended = ended || !engine.passes_over_faults(); }
+    /// Counts the bytes of texts that are read or written; more than an evaluation may take is fault 7,
+    /// which is recorded as an error and ends it.
+    void count_text(std::size_t bytes);
     /// Records an error of a value outside a function's domain.
     void domain_error(std::string description) {
         set_error(engine, ErrorNumber::Domain, std::move(description));

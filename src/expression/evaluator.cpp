@@ -1,6 +1,7 @@
 #include "expression/evaluator.h"
 
 #include "base/text.h"
+#include "expression/arrays.h"
 #include "expression/evaluation.h"
 #include "expression/mathematics.h"
 
@@ -16,13 +17,31 @@ Slot* slot_to_run(Engine& engine, std::int32_t& number) {
     return slot.text.empty() || engine.error.code != ErrorNumber::None ? nullptr : &slot;
 }
 
+// What a fault in a step was: the step's operation or what ended the user function that it calls.
+std::string description_of_fault(Engine& engine, Step const& step) {
+    if (is_user_function(step.number)) return engine.ended_by;
+    if (step.number == opcode::push) return "more than " + std::to_string(max_stack) + " values are pending";
+    std::string const name =
+        step.number < 0 ? ArrayNameWithDims(engine, -step.number) : at(engine.opcodes, step.number).name;
+    return name
+           + " has no value here: an operand is outside its domain or no number, or the result is too large";
+}
+
+Variant end_early(Engine& engine, Step const& step) {
+    bool const is_fault = engine.error.code == ErrorNumber::None;
+    engine.ending = is_fault ? Ending::Fault : Ending::Error;
+    if (is_fault) engine.ended_by = description_of_fault(engine, step);
+    return engine.DefaultValue;
+}
+
 Variant run_program(Engine& engine, Slot const& slot) {
     Evaluation state{engine};
     for (Step const& step : slot.steps) {
         run_step(state, step);
-        if (state.ended) return engine.DefaultValue;
+        if (state.ended) return end_early(engine, step);
     }
-    return variant_of(state.top);
+    engine.ending = Ending::Complete;
+    return variant_of(std::move(state.top));
 }
 
 Variant trapped_program(Engine& engine, Slot const& slot) {
@@ -55,6 +74,8 @@ NumericForm* made_ready(Engine& engine, std::int32_t& number) {
 
 Variant evaluate_generally(Engine& engine, std::int32_t& number) {
     Slot const* const slot = slot_to_run(engine, number);
+    engine.ending = Ending::Error; // until the program has come to its end
+    if (!engine.caller) engine.text_bytes_used = 0;
     return slot ? trapped_program(engine, *slot) : Variant();
 }
 

@@ -84,13 +84,13 @@ Operand operand_of(Variant const& value) {
         static_cast<Variant::variant const&>(value));
 }
 
-Variant variant_of(Operand const& operand) {
+Variant variant_of(Operand operand) {
     switch (operand.kind) {
     case Kind::Int16: return static_cast<std::int16_t>(operand.number);
     case Kind::Int32: return static_cast<std::int32_t>(operand.number);
     case Kind::Single: return static_cast<float>(operand.number);
     case Kind::Double: return operand.number;
-    case Kind::Text: return operand.text;
+    case Kind::Text: return std::move(operand.text);
     case Kind::Variable: return operand.variable->Value;
     case Kind::Empty:
     case Kind::Faulted: break;
@@ -111,6 +111,19 @@ Number number_in(Operand const& operand) {
     if (operand.kind == Kind::Text)
         if (auto const value = numeric_text(operand.text)) return {Kind::Double, *value};
     return {Kind::Faulted, 0};
+}
+
+std::size_t text_bytes(Operand const& operand) {
+    if (operand.kind == Kind::Text) return operand.text.size();
+    if (operand.kind != Kind::Variable) return 0;
+    auto const* const text = std::get_if<std::string>(&operand.variable->Value);
+    return text ? text->size() : 0;
+}
+
+std::string_view text_view(Operand const& operand, std::string& storage) {
+    if (operand.kind == Kind::Text) return operand.text;
+    storage = text_in(operand);
+    return storage;
 }
 
 std::string text_in(Operand const& operand) {

@@ -4,6 +4,7 @@
 #include "base/variant.h"
 
 #include <string>
+#include <string_view>
 
 namespace qv {
 struct qvVariable;
@@ -37,7 +38,7 @@ Operand variable_operand(qvVariable const* variable);
 /// The value a variant holds: booleans are -1 and 0, bytes 16-bit; a list is faulted.
 Operand operand_of(Variant const& value);
 /// The value as a variant; a variable reference gives the variable's present value.
-Variant variant_of(Operand const& operand);
+Variant variant_of(Operand operand);
 /// The operand itself, or for a variable reference its present value, which is put into `storage`.
 Operand const& resolved(Operand const& operand, Operand& storage);
 
@@ -50,6 +51,10 @@ struct Number {
 };
 Number number_in(Operand const& operand);
 
+/// Bytes of the text that the operand holds or refers to, 0 for one that is no text.
+std::size_t text_bytes(Operand const& operand);
+/// The general text form of an operand, its own text or one that is put into `storage`.
+std::string_view text_view(Operand const& operand, std::string& storage);
 /// The general text form: "" for empty, seven digits for a single.
 std::string text_in(Operand const& operand);
 

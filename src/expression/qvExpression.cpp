@@ -6,6 +6,7 @@
 #include "expression/compiler.h"
 #include "expression/decimal.h"
 #include "expression/evaluator.h"
+#include "expression/mathematics.h"
 #include "expression/user_functions.h"
 
 #include <algorithm>
@@ -17,6 +18,10 @@ double number_of_variant(Variant const& value) {
     const expression::Number number = number_in(expression::operand_of(value));
     if (number.faulted()) raise_fault(FaultNumber::TypeMismatch);
     return number.value;
+}
+
+void require_name(std::string_view name) {
+    if (name.empty()) raise_fault(FaultNumber::InvalidProcedureCall, "the name of a variable is empty");
 }
 
 // The entry that an index names, halves to even; nothing above the last or below the first.
@@ -58,8 +63,15 @@ Variant qvExpression::Value(std::int32_t& ExprIndex) {
 
 void qvExpression::ValueOver(std::string_view VarName, std::span<double const> X, std::span<double> Y,
                              std::int32_t ExprIndex) {
-    auto const variable = find_variable(*this, VarName, expression::WhenMissing::Create);
-    ValueOver(*variable, X, Y, ExprIndex);
+    auto const variable = expression::trapped(*this, "ValueOver", [&]() -> expression::VariableTable::Entry {
+        require_name(VarName);
+        if (expression::numeric_text(VarName))
+            raise_fault(FaultNumber::InvalidProcedureCall,
+                        "\"" + std::string(VarName) + "\" is a number; the name of a variable is needed");
+        return find_variable(*this, VarName, expression::WhenMissing::Create);
+    });
+    if (variable) return ValueOver(*variable, X, Y, ExprIndex);
+    std::ranges::fill(Y, expression::mathematics::undefined);
 }
 
 void qvExpression::ValueOver(qvVariable& Variable, std::span<double const> X, std::span<double> Y,
@@ -75,14 +87,17 @@ bool qvExpression::ReservedName(std::string_view Name, std::string_view PreText)
 void qvExpression::set_named(std::string_view name, double& value) {
     if (name.empty() || !expression::is_letter(name.front()))
         if (auto const number = expression::numeric_text(name)) return void(value = *number);
-    set_variable(*this, name, value);
+    expression::trapped(*this, "Variable", [&] {
+        require_name(name);
+        set_variable(*this, name, value);
+    });
 }
 
 void qvExpression::Variable(NameOrNumber const& VarName, double& VarValue) {
     if (auto const number = VarName.number())
         VarValue = *number;
     else
-        set_variable(*this, VarName.text(), VarValue);
+        set_named(VarName.text(), VarValue);
 }
 
 void qvExpression::Variable(NameOrNumber const& VarName, double const& VarValue) {
@@ -120,7 +135,8 @@ void qvExpression::SetArrayValues(NameOrNumber const& VarName, std::uint8_t NumD
 void qvExpression::ArrayValue(std::int16_t Index, Variant const& Value, std::int16_t Dim1, std::int16_t Dim2,
                               std::int16_t Dim3, std::int16_t Dim4) {
     expression::trapped(*this, "ArrayValue", [&] {
-        set_array_value(*this, Index, number_of_variant(Value), {Dim1, Dim2, Dim3, Dim4});
+        if (double* const place = array_place(*this, Index, {Dim1, Dim2, Dim3, Dim4}))
+            *place = number_of_variant(Value);
     });
 }
 

@@ -17,6 +17,10 @@
 
 namespace qv {
 
+template <class T>
+concept is_character = std::is_same_v<T, char> || std::is_same_v<T, wchar_t> || std::is_same_v<
+    T, char8_t> || std::is_same_v<T, char16_t> || std::is_same_v<T, char32_t>;
+
 /// A variable's name, or a number (also as text) where a name is allowed to be one.
 class NameOrNumber {
 public:
@@ -25,8 +29,12 @@ public:
     NameOrNumber(std::string const& name) : text_(name) {}
     NameOrNumber(Variant const& value);
     template <class T>
-    requires std::is_arithmetic_v<T> NameOrNumber(T value)
+    requires(std::is_arithmetic_v<T> && !is_character<T>) NameOrNumber(T value)
         : NameOrNumber(Variant(static_cast<double>(value))) {}
+    /// A character is neither: a name of one letter is a text, "x".
+    template <class T>
+    requires is_character<T> NameOrNumber(T)
+    = delete;
 
     /// The name, or the number in its general text form.
     std::string_view text() const { return owned_.empty() ? text_ : owned_; }
@@ -70,7 +78,9 @@ public:
 
     /// Evaluates a slot once for each of `X`, put into the variable, and stores the values as doubles in
     /// `Y`, which has the same length. Each sample starts from a cleared error; one that fails gives
-    /// not-a-number, and the first failure is left in `ErrorCode`. The variable keeps the last of `X`.
+    /// not-a-number, and the first failure is left in `ErrorCode`: what `Value` gives early, a fault without
+    /// RaiseErrors, a text that reads as no number. The variable keeps the last of `X`. A name that is a
+    /// number or empty is an error.
     void ValueOver(std::string_view VarName, std::span<double const> X, std::span<double> Y,
                    std::int32_t ExprIndex = -1);
     void ValueOver(qvVariable& Variable, std::span<double const> X, std::span<double> Y,
@@ -83,13 +93,16 @@ public:
     std::string const& ErrorDescription() const { return error.description; }
     /// Position in the compiled text, in characters from 1; 0 for none.
     std::int32_t ErrorPos() const { return error.position; }
+    /// Position of the mistake in the whole text that `UserFunc` refused, its comment cut off; 0 for none.
+    std::int32_t DefinitionErrorPos() const { return error.definition_position; }
     /// The slot, or -k for the body of user function k.
     std::int32_t ErrorSource() const { return error.source; }
     void ClearError() { error = {}; }
     /// True when the name is taken by the language; this sets error 10 with a text that begins with PreText.
     bool ReservedName(std::string_view Name, std::string_view PreText);
 
-    /// Sets a variable, created when missing. A numeric name sets nothing and puts its number into VarValue.
+    /// Sets a variable, created when missing. A numeric name sets nothing and puts its number into VarValue;
+    /// an empty one is error 11.
     void Variable(NameOrNumber const& VarName, double& VarValue);
     void Variable(NameOrNumber const& VarName, double const& VarValue);
     void Variable(char const* VarName, double& VarValue) { set_named(VarName, VarValue); }
@@ -97,7 +110,7 @@ public:
         // A curve sets the one variable of its formula again and again; a number never begins with a letter.
         std::string_view const name = VarName;
         qvVariable* const first = m_Variables.first_if_named(name);
-        if (first && expression::is_letter(name.front()))
+        if (first && !name.empty() && expression::is_letter(name.front()))
             first->Value = VarValue;
         else
             set_known(name, VarValue);

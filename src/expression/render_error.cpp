@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "expression/characters.h"
 #include "expression/qvExpression.h"
+#include "expression/tokenizer.h"
 
 #include <algorithm>
 
@@ -62,6 +63,12 @@ std::string render_error(std::string_view text, std::int32_t position, std::stri
     std::string lines = excerpt.text + "\n";
     if (position > 0) lines += std::string(excerpt.column, ' ') + "^\n";
     return lines + message_lines(message);
+}
+
+std::string render_definition_error(std::string_view definition, qvExpression const& engine) {
+    std::string text(definition);
+    return render_error(expression::StripComments(text), engine.DefinitionErrorPos(),
+                        engine.ErrorDescription());
 }
 
 std::string render_error(qvExpression& engine) {

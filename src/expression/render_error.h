@@ -18,4 +18,7 @@ std::string render_error(std::string_view text, std::int32_t position, std::stri
 /// Empty when there is no error.
 std::string render_error(qvExpression& engine);
 
+/// The engine's pending error with the definition that `UserFunc` refused, a caret under the mistake.
+std::string render_definition_error(std::string_view definition, qvExpression const& engine);
+
 } // namespace qv

@@ -191,6 +191,25 @@ void internal_error(Evaluation& state) {
     state.fault();
 }
 
+// How many values below and with the accumulator a step reads.
+int operands_of(Engine const& engine, OpcodeNumber number) {
+    if (number == opcode::push || number == opcode::pi || number == opcode::degree) return 0;
+    if (number < 0)
+        return engine.arrays.size() > static_cast<std::size_t>(-number)
+                   ? engine.arrays[static_cast<std::size_t>(-number)].dimensions
+                   : 0;
+    if (number < opcode::pi) return number <= opcode::logical_not ? 1 : 2;
+    return engine.opcodes[static_cast<std::size_t>(number)].arguments;
+}
+
+// A text costs the time and the memory of its bytes wherever it is read.
+std::size_t bytes_read(Evaluation const& state, Step const& step) {
+    int const operands = operands_of(state.engine, step.number);
+    std::size_t bytes = operands > 0 ? text_bytes(state.top) : 0;
+    for (int depth = 0; depth + 1 < operands; ++depth) bytes += text_bytes(state.below(depth));
+    return bytes;
+}
+
 struct StepRow {
     OpcodeNumber number;
     StepCode run;
@@ -287,7 +306,18 @@ void Evaluation::store(Operand result) {
         top = std::move(result);
 }
 
-void run_step(Evaluation& state, Step const& step) {
+void Evaluation::count_text(std::size_t bytes) {
+    std::size_t& used = engine.outermost().text_bytes_used;
+    used += bytes;
+    if (used > max_text_bytes)
+        raise_fault(
+            FaultNumber::OutOfMemory,
+            "Out of memory: the texts that one evaluation reads and writes may have 144 MiB together");
+}
+
+namespace {
+
+void run_uncounted(Evaluation& state, Step const& step) {
     if (step.number == opcode::push)
         state.push(step.operand);
     else if (step.number < 0)
@@ -296,6 +326,14 @@ void run_step(Evaluation& state, Step const& step) {
         run_user_function(state, step.number);
     else
         step_codes[static_cast<std::size_t>(step.number)](state);
+}
+
+} // namespace
+
+void run_step(Evaluation& state, Step const& step) {
+    if (std::size_t const bytes = bytes_read(state, step)) state.count_text(bytes);
+    run_uncounted(state, step);
+    if (state.top.kind == Kind::Text) state.count_text(state.top.text.size());
 }
 
 } // namespace qv::expression

@@ -31,8 +31,12 @@ std::optional<std::size_t> count_of_characters(Operand const& operand) {
     return static_cast<std::size_t>(*count);
 }
 
+[[noreturn]] void raise_too_long() {
+    raise_fault(FaultNumber::OutOfMemory, "Out of memory: a text may have 16 Mi characters");
+}
+
 Operand copies(std::string_view character, std::size_t count) {
-    if (count > max_text_characters) return faulted();
+    if (count > max_text_characters) raise_too_long();
     std::string text;
     text.reserve(count * character.size());
     for (std::size_t i = 0; i < count; ++i) text += character;
@@ -75,20 +79,25 @@ std::size_t find_text(std::string_view text, std::string_view sought, std::size_
 
 } // namespace
 
-Operand joined_text(std::string first, std::string_view second) {
+Operand joined_text(std::string_view first, std::string_view second) {
     bool const surely_fits = first.size() + second.size() <= max_text_characters;
     if (!surely_fits && character_count(first) + character_count(second) > max_text_characters)
-        return faulted();
-    first += second;
-    return text_operand(std::move(first));
+        raise_too_long();
+    std::string text;
+    text.reserve(first.size() + second.size());
+    text += first;
+    text += second;
+    return text_operand(std::move(text));
 }
 
 Operand text_length(Operand const& text) {
-    return int32_operand(static_cast<std::int32_t>(character_count(text_in(text))));
+    std::string storage;
+    return int32_operand(static_cast<std::int32_t>(character_count(text_view(text, storage))));
 }
 
 Operand character_code(Operand const& operand) {
-    const std::string text = text_in(operand);
+    std::string storage;
+    const std::string_view text = text_view(operand, storage);
     if (text.empty()) return faulted();
     char32_t const code = character_at(text, 0).code;
     return int16_operand(code <= largest_single_byte ? static_cast<int>(code) : question_mark);
@@ -108,39 +117,45 @@ Operand repeated(Operand const& count, Operand const& character) {
 Operand left_part(Operand const& text, Operand const& count) {
     auto const number = count_of_characters(count);
     if (!number) return faulted();
-    std::string whole = text_in(text);
-    whole.resize(skip_characters(whole, *number));
-    return text_operand(std::move(whole));
+    std::string storage;
+    const std::string_view whole = text_view(text, storage);
+    return text_operand(std::string(whole.substr(0, skip_characters(whole, *number))));
 }
 
 Operand right_part(Operand const& text, Operand const& count) {
     auto const number = count_of_characters(count);
     if (!number) return faulted();
-    const std::string whole = text_in(text);
+    std::string storage;
+    const std::string_view whole = text_view(text, storage);
     const std::size_t length = character_count(whole);
-    return text_operand(whole.substr(skip_characters(whole, length - std::min(length, *number))));
+    return text_operand(
+        std::string(whole.substr(skip_characters(whole, length - std::min(length, *number)))));
 }
 
 Operand middle_part(Operand const& text, Operand const& start, Operand const& count) {
     auto const first = whole_number(start);
     auto const number = count_of_characters(count);
     if (!first || *first < 1 || !number) return faulted();
-    const std::string whole = text_in(text);
+    std::string storage;
+    const std::string_view whole = text_view(text, storage);
     const std::size_t begin = skip_characters(whole, static_cast<std::size_t>(*first - 1));
-    return text_operand(whole.substr(begin, skip_characters(whole, *number, begin) - begin));
+    return text_operand(std::string(whole.substr(begin, skip_characters(whole, *number, begin) - begin)));
 }
 
 Operand position_of_text(Operand const& start, Operand const& text, Operand const& sought) {
     auto const first = whole_number(start);
     if (!first || *first < 1) return faulted();
-    const std::string whole = to_upper(text_in(text));
-    const std::string part = to_upper(text_in(sought));
+    std::string text_storage, sought_storage;
+    const std::string whole = to_upper(text_view(text, text_storage));
+    const std::string part = to_upper(text_view(sought, sought_storage));
     const std::size_t begin = skip_characters(whole, static_cast<std::size_t>(*first - 1));
     if (begin >= whole.size()) return int32_operand(0);
     if (part.empty()) return int32_operand(*first);
+    if (part.size() > whole.size()) return int32_operand(0);
     const std::size_t found = find_text(whole, part, begin);
     if (found == std::string_view::npos) return int32_operand(0);
-    return int32_operand(static_cast<std::int32_t>(character_count(whole.substr(0, found)) + 1));
+    return int32_operand(
+        static_cast<std::int32_t>(character_count(std::string_view(whole).substr(0, found)) + 1));
 }
 
 } // namespace qv::expression

@@ -1,5 +1,5 @@
 // The text functions of the language. Lengths and positions count characters, positions from 1. A negative
-// length, a position below 1 and a result above 16 Mi characters are faulted.
+// length and a position below 1 are faulted; a result above 16 Mi characters throws fault 7.
 #pragma once
 
 #include "expression/operand.h"
@@ -10,7 +10,7 @@ namespace qv::expression {
 
 constexpr std::size_t max_text_characters = std::size_t{16} * 1024 * 1024;
 
-Operand joined_text(std::string first, std::string_view second);
+Operand joined_text(std::string_view first, std::string_view second);
 Operand text_length(Operand const& text);
 /// Code of the first character as a single byte, 63 ("?") for one that has none; faulted for "".
 Operand character_code(Operand const& text);

@@ -6,8 +6,10 @@
 #include <algorithm>
 
 namespace qv::expression {
+
 VariableTable::Entry const& VariableTable::item(std::int32_t position) const {
-    return at(variables_, position - 1);
+    if (position < 1 || position > size()) raise_subscript_fault("variable", position, 1, size());
+    return variables_[static_cast<std::size_t>(position - 1)];
 }
 
 std::int32_t VariableTable::position_of(std::string_view name, NameMatch match) const {
@@ -33,6 +35,7 @@ VariableTable::Entry VariableTable::find(std::string_view name, NameMatch match)
 
 void VariableTable::append(Entry variable) {
     variables_.push_back(std::move(variable));
+    bytes_ += bytes_of(variables_.back()->Name);
     add_to_index(variables_.size() - 1);
 }
 
@@ -44,12 +47,17 @@ void VariableTable::remove(std::int32_t position) {
     item(position);
     variables_.erase(variables_.begin() + (position - 1));
     index_.clear();
-    for (std::size_t place = 0; place < variables_.size(); ++place) add_to_index(place);
+    bytes_ = 0;
+    for (std::size_t place = 0; place < variables_.size(); ++place) {
+        bytes_ += bytes_of(variables_[place]->Name);
+        add_to_index(place);
+    }
 }
 
 void VariableTable::clear() {
     variables_.clear();
     index_.clear();
+    bytes_ = 0;
 }
 
 } // namespace qv::expression

@@ -60,6 +60,9 @@ public:
         return index_.empty() ? nullptr : find(name, match).get();
     }
     void append(Entry variable);
+    /// About the memory of all variables, and that of one of this name.
+    std::size_t bytes() const { return bytes_; }
+    static std::size_t bytes_of(std::string_view name) { return 192 + 2 * name.size(); }
     void remove(std::int32_t position);
     void clear();
 
@@ -74,6 +77,7 @@ private:
     void add_to_index(std::size_t place);
 
     std::vector<Entry> variables_;
+    std::size_t bytes_ = 0;
     // Upper-case names of the variables that the plain search does not reach.
     std::unordered_multimap<std::string, std::size_t> index_;
 };

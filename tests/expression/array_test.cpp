@@ -71,7 +71,16 @@ TEST_CASE("elements are stored and read by index, from outside and in formulas")
     CHECK(engine.ErrorCode() == 0);
     CHECK(engine.GetArrayValue(1, -1, 0) == Variant(std::int16_t{0}));
     CHECK(error_of(engine)
-          == "11 Error 9 has occured in qvMathExprE:GetArrayValue\r\nSubscript out of range");
+          == "11 Error 9 has occured in qvMathExprE:GetArrayValue\r\nSubscript out of range: index -1 was "
+             "asked for, there are 0 to 10");
+    engine.ClearError();
+    // A value that is stored nowhere need not be a number.
+    engine.ArrayValue(2, "text", 0);
+    engine.ArrayValue(1, "text", 11, 0);
+    CHECK(engine.ErrorCode() == 0);
+    engine.ArrayValue(1, "text", 1, 1);
+    CHECK(error_of(engine) == "11 Error 13 has occured in qvMathExprE:ArrayValue\r\nType mismatch");
+    CHECK(engine.GetArrayValue(1, 1, 1) == Variant(11.0));
     engine.ClearError();
     engine.ArrayValue(1, "five", 1, 1);
     CHECK(error_of(engine) == "11 Error 13 has occured in qvMathExprE:ArrayValue\r\nType mismatch");

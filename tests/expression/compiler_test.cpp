@@ -129,13 +129,29 @@ TEST_CASE("the stacks bound the nesting and the steps") {
     CHECK(value_of(engine, nested(39)) == Variant(1)); // the start marker takes the fortieth entry
     compile(engine, nested(40));
     CHECK(error_of(engine)
-          == "11 Error 9 has occured in qvMathExprE:CompileExpression\r\nSubscript out of range");
+          == "11 Error 9 has occured in qvMathExprE:CompileExpression\r\nSubscript out of range: brackets, "
+             "functions and signs are nested 41 deep, the formula itself counted; there is room for 40");
     CHECK(engine.ErrorPos() == 40);
 
     compile(engine, "1" + repeated("+1", 149)); // 299 steps
     CHECK(engine.ErrorCode() == 0);
     compile(engine, "1" + repeated("+1", 150)); // 301 steps
     CHECK(error_of(engine)
-          == "11 Error 9 has occured in qvMathExprE:AppendToCompiled\r\nSubscript out of range");
+          == "11 Error 9 has occured in qvMathExprE:AppendToCompiled\r\nSubscript out of range: the formula "
+             "takes 301 steps, there is room for 300");
     CHECK(value_of(engine, "1" + repeated("+1", 149)) == Variant(150));
+}
+
+TEST_CASE("every variable that a step refers to lives as long as the step") {
+    qvExpression engine;
+    // Steps 1 to 299 are numbers and their sums, step 300 is the variable, 301 the last sum.
+    compile(engine, "1" + repeated("+1", 149) + "+last");
+    CHECK(engine.ErrorCode() == 11);
+    std::weak_ptr<qvVariable> const last = engine.m_Variables.find("last");
+    engine.ClearError();
+    engine.ResetVariables();
+    CHECK_FALSE(last.expired());
+    engine.Value(-1);
+    engine.ResetCompiledExpressions();
+    CHECK(last.expired());
 }

@@ -102,6 +102,8 @@ TEST_CASE("errors are shown with a caret under their place") {
     CHECK(render_error(engine) == "");
     engine.UserFunc("f(x) = x + )");
     CHECK(render_error(engine) == "x + )\n    ^\nSyntax Error: Unknown symbol in User Function 'f'");
+    CHECK(render_definition_error("f(x) = x + )", engine)
+          == "f(x) = x + )\n           ^\nSyntax Error: Unknown symbol in User Function 'f'");
     compile(engine, repeated("1+", 100) + "?" + repeated("+1", 100));
     const std::string shown = render_error(engine);
     CHECK(shown

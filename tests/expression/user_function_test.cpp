@@ -19,7 +19,7 @@ TEST_CASE("a function computes from its parameters alone") {
         Variant value;
     } rows[] = {
         {"hyp(3, 4)", 5.0},      {"HYP(k, hyp(0, 4)) + 1", 6.0}, {"g(5)", 0}, {"1 + sub(10, 2, 3) * 2", 11},
-        {"sub(\"a\", 1, 1)", 0}, // the faults of the body stay in the body
+        {"sub(\"a\", 1, 1)", 0}, // faults in the body are passed over like others
         {"empty(1)", 2},
     };
     for (auto const& row : rows) {
@@ -67,16 +67,59 @@ TEST_CASE("a body that does not compile leaves its position and a function that 
     CHECK(engine.ErrorSource() == -1);
     CHECK(engine.ErrorPos() == 4);
     CHECK(engine.NumUserFunctions == 1);
-    CHECK(value_of(engine, "f(1)").is_empty());
-    CHECK(engine.ErrorCode() == 0);
+    for (int call = 0; call < 2; ++call) {
+        CHECK(value_of(engine, "f(1) + 1").is_empty());
+        CHECK(error_of(engine) == "1 Syntax Error: Unexpected end of expression in User Function 'f'");
+    }
 }
 
-TEST_CASE("an error inside a body stays there and the call yields empty") {
+TEST_CASE("a failure inside a body counts like any other, and the next call starts anew") {
     qvExpression engine;
+    engine.DefaultValue = "early";
     engine.UserFunc("inverse(x) = 1 / x");
-    CHECK(value_of(engine, "inverse(0) + 1") == Variant(1));
+    engine.UserFunc("many(x) = FACT(x)");
+    engine.UserFunc("root(x) = SQR(x)");
+    CHECK(value_of(engine, "inverse(0) + 1") == Variant("early"));
+    CHECK(error_of(engine) == "6 Div by zero in User Function 'inverse'");
+    engine.ClearError();
+    CHECK(value_of(engine, "inverse(2)") == Variant(0.5));
+    // An error after which an evaluation goes on does so across the call.
+    CHECK(value_of(engine, "many(170) + 1") == Variant(1.0));
+    CHECK(error_of(engine) == "6 FACT(170) in User Function 'many'");
+    // A fault follows the caller's mode.
+    CHECK(value_of(engine, "root(-4) + 1") == Variant(-3));
+    engine.RaiseErrors = false;
+    CHECK(value_of(engine, "root(-4) + 1") == Variant("early"));
     CHECK(engine.ErrorCode() == 0);
-    CHECK(value_of(engine, "inverse(2)").is_empty());
+    CHECK(value_of(engine, "root(4) + 1") == Variant(3.0));
+}
+
+TEST_CASE("a body creates variables where its engine may") {
+    qvExpression engine;
+    engine.AutoCreateVariables = false;
+    engine.UserFunc("f(a) = a * speed");
+    CHECK(error_of(engine) == "3 Undefined variable: speed in User Function 'f'");
+    engine.Reset();
+    engine.UserFunc("f(a) = a * speed");
+    CHECK(engine.ErrorCode() == 3);
+}
+
+TEST_CASE("the place of a mistake in a definition") {
+    const struct {
+        std::string text;
+        int position;
+    } rows[] = {
+        {"f(a) = 1/(a-)", 13},  {"  f( a )=  1 +", 15}, {"f(a) = \"\xC3\xA9\" + ?", 14},
+        {"f x = x", 3},         {"f(a, sin) = a", 6},   {"not(a) = a", 1},
+        {"f(a; b) = a", 4},     {"f(a) a", 6},          {"f(a) = 1/(1-a)", 0},
+        {" f(a) = ? ' why", 8},
+    };
+    for (auto const& row : rows) {
+        CAPTURE(row.text);
+        qvExpression engine;
+        engine.UserFunc(row.text);
+        CHECK(engine.DefinitionErrorPos() == row.position);
+    }
 }
 
 TEST_CASE("twenty functions, and again after a reset") {
@@ -109,4 +152,8 @@ TEST_CASE("two parameters of one name are one variable and a fault at the call")
     engine.RaiseErrors = false;
     CHECK(value_of(engine, "f(1, 2)").is_empty());
     CHECK(engine.ErrorCode() == 0);
+    double const x[] = {1};
+    double y[1];
+    engine.ValueOver("x", x, y);
+    CHECK(error_of(engine).find("a parameter of the user function") != std::string::npos);
 }

@@ -49,6 +49,7 @@ void show_postfix(qvExpression& engine) {
 struct Engines {
     qvExpression engine;
     expression::Engine twin;
+    bool random_functions = false;
 };
 
 struct Outcome {
@@ -108,14 +109,21 @@ void evaluate(Engines& engines, std::string const& formula) {
         require_finite(engine.Value(-1));
         engine.ClearError();
     }
-    // A random factor and an error that stays inside a function tell one evaluation from the next.
-    if (!is_random(formula) && engine.NumUserFunctions == 0) compare_evaluators(engines, formula);
+    // A random factor tells one evaluation from the next.
+    if (!is_random(formula) && !engines.random_functions) compare_evaluators(engines, formula);
 }
 
 void run_line(Engines& engines, std::string const& line) {
     std::string const rest = line.substr(line.empty() ? 0 : 1);
     if (line.starts_with('@')) {
         engines.engine.UserFunc(rest);
+        std::string definition = rest;
+        expression::UserFunc(engines.twin, definition);
+        engines.random_functions = engines.random_functions || is_random(rest);
+        auto const length = static_cast<std::int32_t>(expression::character_count(rest));
+        require(engines.engine.DefinitionErrorPos() >= 0
+                && engines.engine.DefinitionErrorPos() <= length + 2);
+        render_definition_error(rest, engines.engine);
     } else if (line.starts_with('#')) {
         engines.engine.DefineArray(rest);
         DefineArray(engines.twin, rest);
@@ -123,6 +131,7 @@ void run_line(Engines& engines, std::string const& line) {
         evaluate(engines, line);
     }
     engines.engine.ClearError();
+    engines.twin.error = {};
 }
 
 } // namespace
