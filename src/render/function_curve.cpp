@@ -1,7 +1,6 @@
 #include "render/function_curve.h"
 
 #include "base/convert.h"
-#include "expression/operand.h"
 #include "graph/model/selection.h"
 #include "graph/model/trap.h"
 #include "render/column_thinner.h"
@@ -11,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -24,6 +24,7 @@ using graph::Graph;
 using graph::trapped;
 
 constexpr char const* variable_name = "x";
+constexpr double no_place = std::numeric_limits<double>::quiet_NaN();
 
 /// Where a function is drawn, in data values.
 struct Interval {
@@ -80,27 +81,43 @@ void for_each_x(Interval const& interval, int count, bool is_log, Take take) {
     }
 }
 
-/// Once a sample has failed the engine answers with its default value, then with the empty value.
-std::vector<Point> sample_plainly(ControlState& state, Interval const& interval, LineMapping const& mapping) {
+/// The formula's values; not-a-number where it fails. An operation that cannot be done fails too: passed
+/// over, as in SQR(-4), it would leave a value that nobody computed.
+void evaluate_over(ControlState& state, std::span<double const> x, std::span<double> y) {
     qvExpression& engine = evaluator(state);
+    const graph::RestoreScope faults_end_samples(engine.RaiseErrors, false);
+    engine.ClearError(); // of a sample that has failed before
+    engine.ValueOver(variable_name, x, y);
+}
+
+struct PlainSamples {
+    std::vector<double> x, y;
+};
+
+PlainSamples sample(ControlState& state, Interval const& interval, scale::AxisMap const& x_map) {
+    PlainSamples samples;
+    for_each_x(interval, sample_count(state, x_map, interval), x_map.is_log,
+               [&](double x) { samples.x.push_back(x); });
+    samples.y.resize(samples.x.size());
+    evaluate_over(state, samples.x, samples.y);
+    return samples;
+}
+
+std::vector<Point> sample_plainly(ControlState& state, Interval const& interval, LineMapping const& mapping) {
+    const PlainSamples samples = sample(state, interval, mapping.x);
     std::vector<Point> places;
-    double y = 0;
-    for_each_x(interval, sample_count(state, mapping.x, interval), mapping.x.is_log, [&](double x) {
-        engine.Variable(variable_name, x);
-        auto const value = expression::number_in(expression::operand_of(engine.Value(-1)));
-        if (!value.faulted()) y = value.value;
-        places.push_back({mapping.x(x), mapping.y(y)});
-    });
+    places.reserve(samples.x.size());
+    for (std::size_t i = 0; i < samples.x.size(); ++i) {
+        double const y = samples.y[i];
+        bool const has_place = std::isfinite(y) && (!mapping.y.is_log || y > 0);
+        places.push_back({mapping.x(samples.x[i]), has_place ? mapping.y(y) : no_place});
+    }
     return places;
 }
 
 std::vector<Point> sample_adaptively(ControlState& state, Interval const& interval,
                                      LineMapping const& mapping, double twips_per_pixel) {
-    qvExpression& engine = evaluator(state);
-    auto const evaluate = [&](std::span<double const> x, std::span<double> y) {
-        engine.ClearError(); // of a sample that has failed before
-        engine.ValueOver(variable_name, x, y);
-    };
+    auto const evaluate = [&](std::span<double const> x, std::span<double> y) { evaluate_over(state, x, y); };
     return sample_curve(evaluate, {mapping, interval.from, interval.to, twips_per_pixel});
 }
 
@@ -114,11 +131,7 @@ void include_values(ControlState& state, DataSet const& set, graph::Extent& exte
     const scale::AxisMap map = scale::x_map(graph, x_axis);
     const Interval interval = interval_of(set, x_axis);
     if (lies_beside(interval, x_axis) || !compile(state, set.MathFunc)) return;
-    std::vector<double> x;
-    for_each_x(interval, sample_count(state, map, interval), map.is_log, [&](double at) { x.push_back(at); });
-    std::vector<double> y(x.size());
-    evaluator(state).ValueOver(variable_name, x, y);
-    for (double const value : y)
+    for (double const value : sample(state, interval, map).y)
         if (std::isfinite(value)) extent.include(value);
 }
 

@@ -10,6 +10,7 @@
 #include <doctest/doctest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <random>
 
 using namespace qv;
@@ -191,20 +192,72 @@ TEST_CASE("function curves: interval, samples, axes, failing and bad formulas") 
     CHECK(page.draw("line").empty());
     set.MathFuncX1 = set.MathFuncX2 = 0;
 
-    // Division by zero at once: the default value, then 0.
+    // A sample that fails is left out, and the curve goes on behind it.
     page.state.Evaluator->DefaultValue = 4.0;
-    set.MathFunc = "1/x";
-    CHECK(page.draw("line")[0] == "line 1000,7000 1100,11000 #000000 w1");
-    CHECK(page.page().lines("line")[1] == "line 1100,11000 1200,11000 #000000 w1");
+    set.MathFunc = "10/x";
+    CHECK(page.draw("line").size() == 99);
+    CHECK(page.page().lines("line")[98] == "line 10900,9990 11000,10000 #000000 w1");
+    CHECK(CheckError(page.state));
     set.MathFunc = "1/(";
     CHECK(page.draw("line").empty());
     CHECK(CheckError(page.state));
     CHECK(page.events.errors.empty());
-    set.MathFunc = "\"a\""; // a text that is no number keeps the value at hand
-    CHECK(page.draw("line")[0] == "line 1000,11000 1100,11000 #000000 w1");
+    set.MathFunc = "\"a\"";
+    CHECK(page.draw("line").empty());
     set.DataHide = true;
     set.MathFunc = "x";
     CHECK(page.draw("line").empty());
+}
+
+TEST_CASE("a curve shows no value that nobody computed, and no axis reaches for one") {
+    CurvePage page;
+    graph::Axis &x = page.graph.Axes[0], &y = page.graph.Axes[1];
+    x.AxisValue1 = -5;
+    x.AxisValue2 = 5;
+    y.AxisValue1 = -10;
+    graph::DataSet& set = page.add_function("");
+    DefineFunction(page.state, "inverse(a) = 1/a");
+    const struct {
+        char const* formula;
+        double from, to; // where it has values
+    } rows[] = {{"SQR(x)", 0, 5},
+                {"SQR(-x)", -5, 0},
+                {"LN(x)", 0, 5},
+                {"EXP(200*x^2)*1E-300", -2.7, 2.7},
+                {"0*inverse(FIX(x))+1", -5, 5},
+                {"ASIN(x)", -1, 1}};
+    for (auto const& row : rows)
+        for (bool const adaptive : {false, true}) {
+            CAPTURE(row.formula);
+            CAPTURE(adaptive);
+            set.MathFunc = row.formula;
+            page.state.AdaptiveCurves = adaptive;
+            auto const lines = page.draw("line");
+            REQUIRE(!lines.empty());
+            for (std::string const& line : lines) {
+                double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+                REQUIRE(std::sscanf(line.c_str(), "line %lf,%lf %lf,%lf", &x1, &y1, &x2, &y2) == 4);
+                CHECK(std::min(x1, x2) >= 1000 + (row.from + 5) * 1000 - 110);
+                CHECK(std::max(x1, x2) <= 1000 + (row.to + 5) * 1000 + 110);
+            }
+        }
+    // -1 < x < 1 is left out of the curve, and no 0 stands in for it.
+    set.MathFunc = "inverse(FIX(x))";
+    for (bool const adaptive : {false, true}) {
+        page.state.AdaptiveCurves = adaptive;
+        for (std::string const& line : page.draw("line")) {
+            double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+            std::sscanf(line.c_str(), "line %lf,%lf %lf,%lf", &x1, &y1, &x2, &y2);
+            CHECK((std::max(x1, x2) <= 5115 || std::min(x1, x2) >= 6885));
+        }
+    }
+
+    ResetAxis(page.state, y, "", graph::AxisKind::Y, 0, 0);
+    y.AxisLength = 10000;
+    set.MathFunc = "SQR(x)";
+    GraphAxes(page.state, page.page(), AxesPass::Full);
+    CHECK(y.AxisValue1 == 0);
+    CHECK(y.AxisValue2 < 5);
 }
 
 TEST_CASE("on a logarithmic axis samples are even on its scale") {
