@@ -50,7 +50,9 @@ int run(int argc, char const* const* argv) {
     EvalOptions eval_options;
     add_eval_options(eval, eval_options);
     try {
-        app.parse(argc, argv);
+        std::vector<std::string> arguments = with_formula_last(eval, {argv + std::min(argc, 1), argv + argc});
+        std::ranges::reverse(arguments); // as the parser takes them
+        app.parse(std::move(arguments));
     } catch (CLI::Success const& help) {
         return app.exit(help);
     } catch (PlotError const& error) {

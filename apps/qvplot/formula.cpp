@@ -84,16 +84,12 @@ Steps parse_steps(std::string const& text) {
 class Formula {
 public:
     Formula(std::string const& text, std::vector<std::string> const& definitions) {
-        // What cannot be computed, such as SQR(-2), gives a text instead of being passed over, and so no
-        // number.
-        engine_.RaiseErrors = false;
-        engine_.DefaultValue = "no value";
+        engine_.RaiseErrors = false; // what cannot be computed, such as SQR(-2), fails
         engine_.Variable(variable, 0.0);
         engine_.AutoCreateVariables = false;
         for (std::string const& definition : definitions) {
             engine_.UserFunc(definition);
-            if (engine_.ErrorCode() != 0)
-                throw FormulaError(render_error(definition, engine_.ErrorPos(), engine_.ErrorDescription()));
+            if (engine_.ErrorCode() != 0) throw FormulaError(render_definition_error(definition, engine_));
         }
         if (text.find_first_not_of(" \t") == std::string::npos) throw PlotError("the formula is empty");
         engine_.Compile(text, 0);
@@ -108,11 +104,11 @@ public:
         engine_.ClearError();
         return needed;
     }
+    /// What the engine says, without the line that names its procedure.
     std::string error() const {
         std::string const& text = engine_.ErrorDescription();
-        return text.find("Type mismatch") == std::string::npos
-                   ? text
-                   : "no number: outside a function's domain, too large, or a text";
+        auto const line_end = text.find("\r\n");
+        return line_end == std::string::npos ? text : text.substr(line_end + 2);
     }
     bool failed() const { return engine_.ErrorCode() != 0; }
 

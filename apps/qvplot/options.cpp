@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <optional>
@@ -120,6 +121,39 @@ XRange parse_x_range(std::string_view text) {
     throw PlotError("--x-range: \"" + std::string(text)
                     + "\" is not FROM:TO, the smaller number or date first, such as 0:10 or "
                       "2010-01-01:2010-12-31");
+}
+
+namespace {
+
+/// "-x^2" and "--2", but neither "--define" nor "-h": an option has letters alone behind two minus signs.
+bool is_negative_formula(CLI::App const& eval, std::string const& argument) {
+    if (argument.size() < 2 || argument[0] != '-') return false;
+    std::string const name = argument.substr(0, argument.find('='));
+    if (eval.get_option_no_throw(name)) return false;
+    return argument[1] != '-'
+           || (argument.size() > 2 && std::isalpha(static_cast<unsigned char>(argument[2])) == 0);
+}
+
+bool takes_value(CLI::App const& eval, std::string const& argument) {
+    CLI::Option const* const option = eval.get_option_no_throw(argument);
+    return option && option->get_items_expected_min() > 0;
+}
+
+} // namespace
+
+std::vector<std::string> with_formula_last(CLI::App const& eval, std::vector<std::string> arguments) {
+    if (arguments.empty() || arguments[0] != eval.get_name()) return arguments;
+    for (std::size_t i = 1; i < arguments.size() && arguments[i] != "--"; ++i) {
+        if (takes_value(eval, arguments[i])) {
+            ++i;
+        } else if (is_negative_formula(eval, arguments[i])) {
+            std::string formula = std::move(arguments[i]);
+            arguments.erase(arguments.begin() + static_cast<std::ptrdiff_t>(i));
+            arguments.insert(arguments.end(), {"--", std::move(formula)});
+            break;
+        }
+    }
+    return arguments;
 }
 
 void add_eval_options(CLI::App& app, EvalOptions& options) {

@@ -58,6 +58,10 @@ struct PlotOptions {
     bool shows_window() const { return show || (out.empty() && !print); }
 };
 
+/// The arguments of a command line in the order in which the parser takes a formula that begins with a minus
+/// sign, such as "-x^2", for a formula: behind "--". Such a formula stands where `eval` expects one.
+std::vector<std::string> with_formula_last(CLI::App const& eval, std::vector<std::string> arguments);
+
 struct EvalOptions;
 /// Declares the options of evaluating a formula.
 void add_eval_options(CLI::App& app, EvalOptions& options);

@@ -100,6 +100,21 @@ TEST_CASE("what is wrong is one line and status 2, and leaves no file") {
     }
 }
 
+TEST_CASE("a formula may begin with a minus sign") {
+    const TemporaryFolder folder;
+    for (char const* formula : {"-x^2 --x 0:3", "'-(x+1)' --x 1", "--x 2 -x", "-5", "--5", "'- 2*3'",
+                                "--x=1:2 '-f(x)' --define 'f(a)=-a'", "--x 1 -- -x^2", "--x -3:-1 -X"}) {
+        CAPTURE(formula);
+        const Outcome outcome = run(folder, std::string("eval ") + formula);
+        CHECK(outcome.errors == "");
+        CHECK(outcome.status == 0);
+    }
+    CHECK(run(folder, "--function -x^2 --out p.png").status == 0);
+    CHECK(run(folder, "eval --defin 'f(a)=a' 1").errors.find("--defin") != std::string::npos);
+    CHECK(run(folder, "eval -h").status == 0);
+    CHECK(run(folder, "eval -x+ --x 1").errors.find("Unexpected end of expression") != std::string::npos);
+}
+
 #ifdef QV_PLOT_WINDOW
 TEST_CASE("the window's module is found beside the program and reports as the program does") {
     const TemporaryFolder folder;

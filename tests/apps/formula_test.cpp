@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iostream>
 #include <sstream>
 
 using namespace qv::plot;
@@ -22,9 +23,10 @@ Table eval(std::string const& formula, std::optional<std::string> x = {},
     return {status, out.str()};
 }
 
-std::string refusal(std::string const& formula, std::optional<std::string> x = {}) {
+std::string refusal(std::string const& formula, std::optional<std::string> x = {},
+                    std::vector<std::string> definitions = {}) {
     try {
-        eval(formula, std::move(x));
+        eval(formula, std::move(x), std::move(definitions));
     } catch (PlotError const& error) {
         return error.what();
     }
@@ -58,7 +60,31 @@ TEST_CASE("a value that fails is empty, and the status tells") {
     }
 }
 
+TEST_CASE("a value that fails inside a function of one's own is empty too, and the reason is the true one") {
+    auto const [status, text] = eval("f(x)", "0:3:0.5", {"f(a)=1/(a-1)"});
+    CHECK(status == 1);
+    CHECK(text == "0\t-1\n0.5\t-2\n1\t\n1.5\t2\n2\t1\n2.5\t0.6666666666666666\n3\t0.5\n");
+    const struct {
+        char const *formula, *reason;
+    } rows[] = {{"1/0", "qvplot: Div by zero\n"},
+                {"f(1)", "qvplot: Div by zero in User Function 'f'\n"},
+                {"1 + SQR(-2)", "qvplot: SQR has no value here"},
+                {"\"text\"", "qvplot: Type mismatch: the value is a text"}};
+    for (auto const& row : rows) {
+        CAPTURE(row.formula);
+        std::ostringstream told;
+        std::streambuf* const before = std::cerr.rdbuf(told.rdbuf());
+        CHECK(eval(row.formula, {}, {"f(a)=1/(a-1)"}).status == 1);
+        std::cerr.rdbuf(before);
+        CHECK(told.str().starts_with(row.reason));
+    }
+}
+
 TEST_CASE("what cannot be evaluated is refused with a reason") {
+    CHECK(refusal("f(1)", {}, {"f(a)=1/(a-)1"})
+          == "f(a)=1/(a-)1\n          ^\nSyntax Error: Unknown symbol in User Function 'f'");
+    CHECK(refusal("f(1)", {}, {"f(a) a"}) == "f(a) a\n     ^\nInvalid User Function Definition: f");
+    CHECK(refusal("f(1)", {}, {"f(a) = a*speed"}).find("Undefined variable: speed") != std::string::npos);
     CHECK(refusal("x^2 + sin(", "0:1")
           == "x^2 + sin(\n          ^\nSyntax Error: Unexpected end of expression");
     CHECK(refusal("x + y", "0:1").find("Undefined variable: y") != std::string::npos);
