@@ -12,5 +12,6 @@ void register_data_entry();
 void register_redraw();
 void register_gradient();
 void register_interaction();
+void register_formulas();
 
 } // namespace qv::bench

@@ -1,4 +1,4 @@
-// qvbench: how fast points are added and pages are drawn. Run it with ./run-bench.
+// qvbench: how fast points are added, pages are drawn and formulas are evaluated. Run it with ./run-bench.
 #include "benchmarks.h"
 
 #include <benchmark/benchmark.h>
@@ -8,6 +8,7 @@ int main(int argc, char** argv) {
     qv::bench::register_redraw();
     qv::bench::register_gradient();
     qv::bench::register_interaction();
+    qv::bench::register_formulas();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     benchmark::RunSpecifiedBenchmarks();

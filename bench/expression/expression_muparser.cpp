@@ -1,5 +1,5 @@
 // muParser on the same formulas and samples, one value a call and in bulk.
-#include "formulas.h"
+#include "expression/formulas.h"
 
 #include <benchmark/benchmark.h>
 #include <muParser.h>
@@ -38,8 +38,8 @@ void muparser_bulk(benchmark::State& state, Formula const& formula) {
 bool const registered = [] {
     for (std::size_t k = 0; k < formulas.size(); ++k) {
         std::string const number = "/" + std::to_string(k + 1);
-        benchmark::RegisterBenchmark(("muparser" + number).c_str(), muparser, formulas[k]);
-        benchmark::RegisterBenchmark(("muparser_bulk" + number).c_str(), muparser_bulk, formulas[k]);
+        benchmark::RegisterBenchmark(("formula/muparser" + number).c_str(), muparser, formulas[k]);
+        benchmark::RegisterBenchmark(("formula/muparser_bulk" + number).c_str(), muparser_bulk, formulas[k]);
     }
     return true;
 }();

@@ -1,5 +1,5 @@
 // The loops a programmer would write by hand, apart from the measuring code so that nothing is folded away.
-#include "formulas.h"
+#include "expression/formulas.h"
 
 #include <cmath>
 

@@ -1,11 +1,11 @@
 // Speed of formulas: compiling, one value a call (variable by name, and bound), arrays in one call.
+#include "benchmarks.h"
+#include "expression/formulas.h"
 #include "expression/qvExpression.h"
-#include "formulas.h"
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <unistd.h>
+#include <string>
 
 namespace {
 
@@ -74,7 +74,11 @@ void native(benchmark::State& state, Formula const& formula) {
     count_items(state);
 }
 
-void register_all() {
+} // namespace
+
+namespace qv::bench {
+
+void register_formulas() {
     struct {
         char const* name;
         void (*run)(benchmark::State&, Formula const&);
@@ -85,23 +89,9 @@ void register_all() {
                       {"native", native}};
     for (std::size_t k = 0; k < formulas.size(); ++k)
         for (auto const& row : rows) {
-            std::string const name = row.name + ("/" + std::to_string(k + 1));
+            std::string const name = "formula/" + std::string(row.name) + "/" + std::to_string(k + 1);
             benchmark::RegisterBenchmark(name.c_str(), row.run, formulas[k]);
         }
 }
 
-// muParser's bulk mode takes every core unless this is set before the program starts.
-void use_one_thread(char** arguments) {
-    if (std::getenv("OMP_NUM_THREADS")) return;
-    setenv("OMP_NUM_THREADS", "1", 1);
-    execv("/proc/self/exe", arguments);
-}
-
-} // namespace
-
-int main(int count, char** arguments) {
-    use_one_thread(arguments);
-    benchmark::Initialize(&count, arguments);
-    register_all();
-    benchmark::RunSpecifiedBenchmarks();
-}
+} // namespace qv::bench
