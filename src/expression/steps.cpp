@@ -202,11 +202,23 @@ int operands_of(Engine const& engine, OpcodeNumber number) {
     return engine.opcodes[static_cast<std::size_t>(number)].arguments;
 }
 
+// A text that has to be read as a number is gone through again and again.
+constexpr std::size_t cost_of_number = 8;
+
+bool reads_numbers(OpcodeNumber number, Operand const& left, Operand const& right) {
+    if (number == opcode::add) return text_bytes(left) == 0 || text_bytes(right) == 0;
+    bool const is_function = number >= opcode::absolute && number <= opcode::permutations;
+    bool const selects = number == opcode::minimum || number == opcode::maximum;
+    return number <= opcode::subtract || number == opcode::modulo || (is_function && !selects)
+           || number == opcode::spaces;
+}
+
 // A text costs the time and the memory of its bytes wherever it is read.
 std::size_t bytes_read(Evaluation const& state, Step const& step) {
     int const operands = operands_of(state.engine, step.number);
     std::size_t bytes = operands > 0 ? text_bytes(state.top) : 0;
     for (int depth = 0; depth + 1 < operands; ++depth) bytes += text_bytes(state.below(depth));
+    if (bytes > 0 && reads_numbers(step.number, state.below(), state.top)) bytes *= cost_of_number;
     return bytes;
 }
 

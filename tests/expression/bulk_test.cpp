@@ -203,6 +203,11 @@ TEST_CASE("a sample reads and writes a bounded number of characters") {
     engine.UserFunc("f(t) = " + text);
     CHECK(value_of(engine, "f(SPACE(4000000))").is_empty());
     CHECK(engine.ErrorCode() == 11);
+    // Reading a number out of a text takes longest.
+    engine.UserFunc("g(t) = " + repeated("t * t + ", 30) + "1");
+    CHECK(value_of(engine, "g(STRING(100000, \"0\"))") == Variant(1.0));
+    CHECK(value_of(engine, "g(STRING(400000, \"0\"))").is_empty());
+    CHECK(error_of(engine).find("144 MiB") != std::string::npos);
     // A sample after one that took too much has the whole room again.
     double const x[] = {0, 1};
     double y[2];
