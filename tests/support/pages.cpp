@@ -60,7 +60,7 @@ void fill_with_bars(qvGraph& page) {
             page.BarStacked(i == 1);
         }
     }
-    add_series(page, -1, 0, 900);
+    add_series(page, -1, 0, 300);
 }
 
 void fill_with_areas(qvGraph& page) {
@@ -81,10 +81,11 @@ void fill_with_functions(qvGraph& page) {
     page.AdaptiveCurves(true);
     page.DefineFunction("bent(a) = a^2 / (a + 3)");
     page.NewGraph("functions", 0, 10, -10, 10);
-    for (char const* const text : {"10*sin(x)", "bent(x)", "1/(x-5)"}) {
-        page.NewDataSet(text);
-        page.AddMathFunc(text);
-    }
+    page.NewDataSet("sine");
+    page.AddMathFunc("10*sin(x)");
+    // Each call of a user function takes memory, so that a few samples do.
+    page.NewDataSet("bent");
+    page.AddMathFunc("bent(x)", 4, 4.2);
     page.AddText("a text over\r\nthe page", 20, 20, 0, "Font=Liberation Serif|12|Bold", 255, 30, true);
     page.SetSelectedAxis(1);
     page.AxisTextLabels("low,middle,quite a high one");
