@@ -196,7 +196,7 @@ TEST_CASE("function curves: interval, samples, axes, failing and bad formulas") 
     page.state.Evaluator->DefaultValue = 4.0;
     set.MathFunc = "10/x";
     CHECK(page.draw("line").size() == 99);
-    CHECK(page.page().lines("line")[98] == "line 10900,9990 11000,10000 #000000 w1");
+    CHECK(page.page().lines("line")[98] == "line 10900,9989.9 11000,10000 #000000 w1");
     CHECK(CheckError(page.state));
     set.MathFunc = "1/(";
     CHECK(page.draw("line").empty());
