@@ -13,6 +13,7 @@ struct Evaluation {
     Operand top{};                              ///< the accumulator
     std::array<Operand, max_stack + 1> stack{}; ///< entries 1 to 40, under the accumulator
     int sp = 0;
+    bool has_long_texts = false; ///< one has been there; programs of numbers and short texts count nothing
     bool ended = false; ///< by an error or, without RaiseErrors, by a fault: the default value is returned
 
     /// The entry `depth` places below the accumulator's neighbour; faulted outside the stack.

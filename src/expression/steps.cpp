@@ -340,12 +340,24 @@ void run_uncounted(Evaluation& state, Step const& step) {
         step_codes[static_cast<std::size_t>(step.number)](state);
 }
 
+// As many steps as there can be read no more of short texts than a moment takes.
+constexpr std::size_t short_text = 64;
+
+void count_result(Evaluation& state) {
+    if (state.top.text.size() <= short_text) return;
+    state.has_long_texts = true;
+    state.count_text(state.top.text.size());
+}
+
 } // namespace
 
 void run_step(Evaluation& state, Step const& step) {
-    if (std::size_t const bytes = bytes_read(state, step)) state.count_text(bytes);
+    if (state.has_long_texts) state.count_text(bytes_read(state, step));
     run_uncounted(state, step);
-    if (state.top.kind == Kind::Text) state.count_text(state.top.text.size());
+    if (state.top.kind == Kind::Text)
+        count_result(state);
+    else if (step.number == opcode::push && text_bytes(state.top) > short_text)
+        state.has_long_texts = true;
 }
 
 } // namespace qv::expression
