@@ -12,7 +12,7 @@ namespace {
 
 void fill_page(benchmark::State& state, std::int16_t style) {
     Page const page = line_page(2, Drawing::Flat);
-    graph::ControlState& control = page->control().state();
+    document::ControlState& control = page->control().state();
     control.PageFill = {.Color1 = rgb(255, 255, 255), .Color2 = rgb(20, 60, 140), .GradientAngle = 300};
     control.PageFill.gStyle = style;
     for (auto _ : state)

@@ -34,13 +34,13 @@ void drag(benchmark::State& state, headless::HeadlessHost& page, Point from, std
 
 void drag_graph(benchmark::State& state) {
     const Page page = page_with_legend();
-    graph::Graph const& graph = *page->control().state().Graphs[0];
+    document::Graph const& graph = *page->control().state().Graphs[0];
     drag(state, *page, {graph.FrameLeft + 300.0, graph.FrameTop + 300.0}, host::left_button);
 }
 
 void drag_legend(benchmark::State& state) {
     const Page page = page_with_legend();
-    graph::Graph const& graph = *page->control().state().Graphs[0];
+    document::Graph const& graph = *page->control().state().Graphs[0];
     drag(state, *page, {graph.LegendLeft + 100.0, graph.LegendTop + 100.0}, host::left_button);
 }
 
@@ -58,7 +58,7 @@ void cross_hair(benchmark::State& state) {
 
 void nearest_point(benchmark::State& state) {
     const Page page = page_with_legend();
-    graph::ControlState& control = page->control().state();
+    document::ControlState& control = page->control().state();
     for (auto _ : state)
         benchmark::DoNotOptimize(interact::nearest_point(control, 0, {9000, 6000}, 3 * control.UnitsPerMmX));
 }

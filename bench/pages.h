@@ -2,7 +2,7 @@
 // y, no grid, no legend, automatic ranges.
 #pragma once
 
-#include "platform/headless/HeadlessHost.h"
+#include "hosts/headless/HeadlessHost.h"
 
 #include <cstddef>
 #include <memory>

@@ -1,5 +1,5 @@
 // The smallest useful program: a page with one line on it.
-#include "platform/headless/HeadlessHost.h"
+#include "hosts/headless/HeadlessHost.h"
 
 #include <cmath>
 

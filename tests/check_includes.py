@@ -5,13 +5,13 @@ import re
 import sys
 
 # From the ground floor up; a header named here stands where it is listed, not where its folder does.
-FLOORS = ["base", "expression", "render/DrawSurface.h", "host", "graph/model", "scale", "render", "interact",
+FLOORS = ["base", "expression", "surface/DrawSurface.h", "host", "control/model", "scale", "render", "interact",
           "gradient_picker", "graph", "platform"]
 
 
 def floor_of(path):
-    if path in ("render/DrawSurface.h", "render/DrawSurface.cpp"):
-        return FLOORS.index("render/DrawSurface.h")
+    if path in ("surface/DrawSurface.h", "surface/DrawSurface.cpp"):
+        return FLOORS.index("surface/DrawSurface.h")
     matches = [f for f in FLOORS if path.startswith(f + "/")]
     return FLOORS.index(max(matches, key=len)) if matches else None
 

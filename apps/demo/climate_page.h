@@ -1,7 +1,7 @@
 // The demo page: four graphs of real measurements.
 #pragma once
 
-#include "graph/qvGraph.h"
+#include "control/qvGraph.h"
 
 #include <filesystem>
 

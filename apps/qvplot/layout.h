@@ -1,7 +1,7 @@
 // Layout of a page: margins from the texts that stand in them, and the axes that fit between.
 #pragma once
 
-#include "graph/qvGraph.h"
+#include "control/qvGraph.h"
 #include "qvplot/axis_plan.h"
 #include "qvplot/options.h"
 #include "qvplot/series.h"

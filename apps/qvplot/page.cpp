@@ -1,6 +1,6 @@
 #include "qvplot/page.h"
 
-#include "graph/model/selection.h"
+#include "document/selection.h"
 #include "interact/scroll_bars.h"
 #include "qvplot/layout.h"
 #include "qvplot/legend_place.h"
@@ -28,7 +28,7 @@ struct AxisLook {
 
 // Of the selected axis; its full range stays.
 void show_range(qvGraph& page, Extent range) {
-    graph::Axis& axis = graph::selected_axis(page.state());
+    document::Axis& axis = document::selected_axis(page.state());
     axis.AxisValue1 = range.low;
     axis.AxisValue2 = range.high;
 }
@@ -104,8 +104,8 @@ void style_graph(qvGraph& page, PageLayout const& layout) {
 }
 
 LegendRoom legend_room(qvGraph& page) {
-    graph::ControlState& state = page.state();
-    auto const size = render::legend_size(state, *state.host->make_surface(), graph::current_graph(state));
+    document::ControlState& state = page.state();
+    auto const size = render::legend_size(state, *state.host->make_surface(), document::current_graph(state));
     return {size.width / state.UnitsPerMmX, size.height / state.UnitsPerMmY};
 }
 
@@ -225,7 +225,7 @@ void style_page(qvGraph& page, PlotData const& data, PageLayout const& layout, P
 
 std::vector<Extent> shown_ranges(qvGraph const& page) {
     std::vector<Extent> ranges;
-    for (graph::Axis const& axis : graph::current_graph(page.state()).Axes)
+    for (document::Axis const& axis : document::current_graph(page.state()).Axes)
         ranges.push_back({axis.AxisValue1, axis.AxisValue2});
     return ranges;
 }
@@ -252,7 +252,7 @@ void PlotPage::draw() {
 }
 
 void PlotPage::fit() {
-    graph::Graph const& graph = graph::current_graph(page_.state());
+    document::Graph const& graph = document::current_graph(page_.state());
     bool const legend_was_moved = legend_place_
                                   && (graph.LegendTableLeft != static_cast<float>(legend_place_->x)
                                       || graph.LegendTableTop != static_cast<float>(legend_place_->y));
@@ -288,8 +288,8 @@ void PlotPage::place_legend(bool stays) {
 }
 
 ZoomedRanges PlotPage::zoomed_ranges() const {
-    auto const& axes = graph::current_graph(page_.state()).Axes;
-    auto const zoomed = [](graph::Axis const& axis) -> std::optional<Extent> {
+    auto const& axes = document::current_graph(page_.state()).Axes;
+    auto const zoomed = [](document::Axis const& axis) -> std::optional<Extent> {
         if (axis.AxisValue1 == axis.ScaleMin && axis.AxisValue2 == axis.ScaleMax) return std::nullopt;
         return Extent{axis.AxisValue1, axis.AxisValue2};
     };

@@ -1,7 +1,7 @@
 // Draws series of points on a page of the control.
 #pragma once
 
-#include "graph/qvGraph.h"
+#include "control/qvGraph.h"
 #include "qvplot/layout.h"
 #include "qvplot/options.h"
 #include "qvplot/series.h"

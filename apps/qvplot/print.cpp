@@ -1,7 +1,7 @@
 #include "qvplot/print.h"
 
-#include "platform/headless/HeadlessHost.h"
-#include "platform/qt/page_printer.h"
+#include "hosts/headless/HeadlessHost.h"
+#include "hosts/qt/page_printer.h"
 #include "qvplot/plot_error.h"
 #include "qvplot/report.h"
 #include "qvplot/whole_page.h"

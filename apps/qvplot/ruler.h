@@ -1,7 +1,7 @@
 // Lengths of a page in millimetres: its sides and the texts on it.
 #pragma once
 
-#include "graph/qvGraph.h"
+#include "control/qvGraph.h"
 #include "qvplot/look.h"
 
 #include <memory>

@@ -2,7 +2,7 @@
 // has.
 #pragma once
 
-#include "render/DrawSurface.h"
+#include "surface/DrawSurface.h"
 
 #include <cstdint>
 #include <memory>

@@ -3,7 +3,7 @@
 
 #include "base/fault.h"
 #include "host/Services.h"
-#include "render/DrawSurface.h"
+#include "surface/DrawSurface.h"
 
 #include <memory>
 #include <optional>

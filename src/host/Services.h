@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "render/DrawSurface.h"
+#include "surface/DrawSurface.h"
 
 #include <functional>
 #include <memory>

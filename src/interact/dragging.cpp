@@ -1,7 +1,7 @@
 #include "interact/dragging.h"
 
 #include "base/convert.h"
-#include "graph/model/trap.h"
+#include "document/trap.h"
 #include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/read_out.h"
@@ -19,10 +19,10 @@
 namespace qv::interact {
 namespace {
 
-using graph::ControlState;
-using graph::Corner;
-using graph::Graph;
-using graph::Pointing;
+using document::ControlState;
+using document::Corner;
+using document::Graph;
+using document::Pointing;
 using scale::Max;
 using scale::Min;
 using scale::MinMax;

@@ -1,6 +1,6 @@
 #include "interact/follow.h"
 
-#include "graph/model/trap.h"
+#include "document/trap.h"
 #include "interact/hit_test.h"
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
@@ -10,8 +10,8 @@
 namespace qv::interact {
 namespace {
 
-using graph::ControlState;
-using graph::Graph;
+using document::ControlState;
+using document::Graph;
 
 /// The graph whose span the scroll bars show; nullptr when there is none with axes.
 Graph const* graph_of_bars(ControlState& state) {

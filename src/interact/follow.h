@@ -3,21 +3,21 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 namespace qv::interact {
 
 /// The page shows another picture.
-void follow_page(graph::ControlState& state);
+void follow_page(document::ControlState& state);
 
 /// The pointer is at a place of the page.
-void point_at(graph::ControlState& state, Point place);
+void point_at(document::ControlState& state, Point place);
 
 /// `PointerX` and `PointerY` become the values under the pointer, on the page as it is shown. They stay while
 /// the pointer moves with a button held, and where there is no graph.
-void take_pointer_values(graph::ControlState& state);
+void take_pointer_values(document::ControlState& state);
 
 /// Other axes of a graph are selected: `Zoomed` and the scroll bars become theirs.
-void follow_selection(graph::ControlState& state);
+void follow_selection(document::ControlState& state);
 
 } // namespace qv::interact

@@ -1,7 +1,7 @@
 #include "interact/front.h"
 
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "interact/scroll_bars.h"
 #include "render/pipeline.h"
 #include "scale/zoomed.h"
@@ -10,7 +10,7 @@
 
 namespace qv::interact {
 
-using graph::ControlState;
+using document::ControlState;
 
 void BringGraphToFront(ControlState& state, std::int16_t graph) {
     trapped(state, "BringGraphToFront", [&] {

@@ -1,15 +1,15 @@
 #include "interact/hit_test.h"
 
-#include "graph/model/trap.h"
+#include "document/trap.h"
 #include "host/Input.h"
 #include "render/plot_geometry.h"
 
 namespace qv::interact {
 namespace {
 
-using graph::ControlState;
-using graph::Graph;
-using graph::HitFlags;
+using document::ControlState;
+using document::Graph;
+using document::HitFlags;
 using host::PointerShape;
 
 // How far inside an edge it is still grabbed: left and top, right and bottom.

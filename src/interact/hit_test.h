@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 #include "render/plot_geometry.h"
 
 #include <cstdint>
@@ -13,18 +13,18 @@ using render::holds;
 
 /// Hit flags and the index of the front-most graph at a place on the page, -1 for none; sets the hit flags
 /// and the mouse pointer. `button` is the one that is held, 0 for none; `reset` clears all flags first.
-std::int16_t PointingAt(graph::ControlState& state, std::uint8_t button, Point place, bool reset);
+std::int16_t PointingAt(document::ControlState& state, std::uint8_t button, Point place, bool reset);
 
 /// Gives the page another mouse pointer and tells the host when it is one.
-void set_pointer(graph::ControlState& state, host::PointerShape shape);
+void set_pointer(document::ControlState& state, host::PointerShape shape);
 
 /// The front-most graph at a place, -1 for none; nothing is changed by asking.
-std::int16_t graph_under(graph::ControlState& state, Point place);
+std::int16_t graph_under(document::ControlState& state, Point place);
 
 /// Whether a graph's selected axes are there; ClearGraphData leaves it without.
-bool has_selected_axes(graph::Graph const& graph);
+bool has_selected_axes(document::Graph const& graph);
 
 /// The graph at an index, nullptr outside the list.
-graph::Graph* graph_at(graph::ControlState& state, std::int16_t index);
+document::Graph* graph_at(document::ControlState& state, std::int16_t index);
 
 } // namespace qv::interact

@@ -1,8 +1,8 @@
 #include "interact/mouse.h"
 
 #include "base/convert.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "host/Input.h"
 #include "interact/dragging.h"
 #include "interact/follow.h"
@@ -21,13 +21,13 @@
 namespace qv::interact {
 namespace {
 
-using graph::Axis;
-using graph::AxisKind;
-using graph::ControlState;
-using graph::Graph;
-using graph::Pointing;
-using graph::ZoomBox;
-using graph::ZoomKind;
+using document::Axis;
+using document::AxisKind;
+using document::ControlState;
+using document::Graph;
+using document::Pointing;
+using document::ZoomBox;
+using document::ZoomKind;
 using host::alt_key;
 using host::ctrl_key;
 using host::left_button;
@@ -48,7 +48,7 @@ struct Gesture {
     }
 };
 
-graph::Corner rounded_offset(Point place, std::int32_t left, std::int32_t top) {
+document::Corner rounded_offset(Point place, std::int32_t left, std::int32_t top) {
     return {to_i32(place.x - left), to_i32(place.y - top)};
 }
 
@@ -71,7 +71,7 @@ void begin_legend_drag(ControlState& state, Graph const& graph, Point place) {
 }
 
 void fetch_legend(ControlState& state, Point place) {
-    static_cast<graph::HitFlags&>(state.pointing) = {.OnLegend = true};
+    static_cast<document::HitFlags&>(state.pointing) = {.OnLegend = true};
     state.pointing.LegendGrab = {};
     DragLegendTable(state, place, true);
 }
@@ -79,7 +79,7 @@ void fetch_legend(ControlState& state, Point place) {
 // The lines take the place of the pointer's own shape.
 void draw_cross_hair(ControlState& state) {
     render::update_cross_hair(state);
-    if (render::is_marked(state, graph::Mark::CrossHair)) set_pointer(state, host::PointerShape::Default);
+    if (render::is_marked(state, document::Mark::CrossHair)) set_pointer(state, host::PointerShape::Default);
 }
 
 void toggle_cross_hair(ControlState& state) {

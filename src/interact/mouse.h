@@ -3,14 +3,14 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 #include <cstdint>
 
 namespace qv::interact {
 
-void Picture1_MouseDown(graph::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
-void Picture1_MouseMove(graph::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
-void Picture1_MouseUp(graph::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
+void Picture1_MouseDown(document::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
+void Picture1_MouseMove(document::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
+void Picture1_MouseUp(document::ControlState& state, std::uint8_t button, std::uint8_t shift, Point place);
 
 } // namespace qv::interact

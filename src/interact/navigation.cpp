@@ -1,7 +1,7 @@
 #include "interact/navigation.h"
 
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "interact/dragging.h"
 #include "interact/follow.h"
 #include "interact/front.h"
@@ -16,10 +16,10 @@
 namespace qv::interact {
 namespace {
 
-using graph::ControlState;
-using graph::Graph;
-using graph::GraphPlace;
-using graph::ZoomKind;
+using document::ControlState;
+using document::Graph;
+using document::GraphPlace;
+using document::ZoomKind;
 using host::Key;
 
 constexpr double wheel_factor = 1.2; // of the displayed range, a notch
@@ -156,7 +156,7 @@ bool move_about(ControlState& state, Key key) {
 }
 
 bool answer_key(ControlState& state, host::KeyInput const& input) {
-    graph::Gestures const& on = state.gestures;
+    document::Gestures const& on = state.gestures;
     auto const [character, shift, key] = input;
     if (key == Key::Escape) return on.escape && shift == 0 && (cancel_drag(state) || stop_reading(state));
     if (key == Key::Tab && (shift & ~host::shift_key) == 0)

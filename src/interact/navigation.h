@@ -2,28 +2,28 @@
 // answer means that the input is used up.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 #include "host/Input.h"
 
 namespace qv::interact {
 
 /// Zooms the graph under the pointer about it.
-bool turn_wheel(graph::ControlState& state, host::WheelInput const& wheel);
+bool turn_wheel(document::ControlState& state, host::WheelInput const& wheel);
 
 /// The same for two fingers.
-bool pinch(graph::ControlState& state, host::PinchInput const& pinch);
+bool pinch(document::ControlState& state, host::PinchInput const& pinch);
 
 /// Arrows pan, + and - zoom about the middle, Home shows the full range, Tab goes to the next graph and on
 /// after the last, Escape takes a drag back, Alt with the arrows undoes and redoes zooming, Ctrl with
 /// the arrows reads points.
-bool press_key(graph::ControlState& state, host::KeyInput const& key);
+bool press_key(document::ControlState& state, host::KeyInput const& key);
 
 /// Remembers where a graph is when a button goes down, so that Escape can put it back.
-void begin_cancellable(graph::ControlState& state, graph::Graph const& graph, std::uint8_t button,
+void begin_cancellable(document::ControlState& state, document::Graph const& graph, std::uint8_t button,
                        std::uint8_t shift);
 /// The middle button is held: the displayed ranges follow the mouse.
-void drag_page(graph::ControlState& state, Point mouse);
+void drag_page(document::ControlState& state, Point mouse);
 /// Ends the drag or rubber band in progress and puts back what was before it; false when there is none.
-bool cancel_drag(graph::ControlState& state);
+bool cancel_drag(document::ControlState& state);
 
 } // namespace qv::interact

@@ -1,7 +1,7 @@
 #include "interact/nearest_point.h"
 
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "interact/hit_test.h"
 #include "interact/read_out.h"
 #include "render/plot_geometry.h"
@@ -15,10 +15,10 @@
 namespace qv::interact {
 namespace {
 
-using graph::ControlState;
-using graph::DataSet;
-using graph::Graph;
-using graph::PointBlock;
+using document::ControlState;
+using document::DataSet;
+using document::Graph;
+using document::PointBlock;
 
 constexpr double reach_mm = 3;
 
@@ -27,7 +27,7 @@ struct Range {
     double low = 0;
     double high = 0;
     bool holds(double value) const { return value >= low && value <= high; }
-    bool misses(graph::Extent const& extent) const { return extent.high < low || extent.low > high; }
+    bool misses(document::Extent const& extent) const { return extent.high < low || extent.low > high; }
 };
 
 /// Looks for a data set's nearest point, first by value, then by place.
@@ -92,7 +92,7 @@ std::optional<FoundPoint> nearest_point(ControlState& state, std::int16_t index,
     for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
         DataSet const& set = at(graph.DataSets, i);
         if (set.DataHide) continue;
-        const graph::SelectedAxesScope selection(graph);
+        const document::SelectedAxesScope selection(graph);
         graph.SelectedXAxis = set.xAxisIndex;
         graph.SelectedYAxis = set.yAxisIndex;
         Search search(graph, place, nearest ? nearest->distance : radius);
@@ -105,7 +105,7 @@ std::optional<FoundPoint> nearest_point(ControlState& state, std::int16_t index,
 std::string point_name(ControlState& state, std::int16_t index, FoundPoint const& found) {
     Graph& graph = *at(state.Graphs, index);
     DataSet const& set = at(graph.DataSets, found.data_set);
-    const graph::PointEntry point = set.points.at(found.point);
+    const document::PointEntry point = set.points.at(found.point);
     std::string name =
         set.DataLegend.empty() ? "Data set " + std::to_string(found.data_set + 1) : set.DataLegend;
     if (!point.DataID.empty()) name += ", " + std::string(point.DataID);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,13 +18,13 @@ struct FoundPoint {
 
 /// The point of the graph's visible data sets nearest to a place, no further than `radius` (twips) and inside
 /// the plot area. Where x rises, a block is searched by halves; blocks out of reach are passed over.
-std::optional<FoundPoint> nearest_point(graph::ControlState& state, std::int16_t graph, Point place,
+std::optional<FoundPoint> nearest_point(document::ControlState& state, std::int16_t graph, Point place,
                                         double radius);
 
 /// What a point is called: its data set, its DataID, and x and y as in the read-out.
-std::string point_name(graph::ControlState& state, std::int16_t graph, FoundPoint const& found);
+std::string point_name(document::ControlState& state, std::int16_t graph, FoundPoint const& found);
 
 /// Names the point within 3 mm of the pointer in `PointTooltip`, which is empty where there is none.
-void name_point_under(graph::ControlState& state, Point place);
+void name_point_under(document::ControlState& state, Point place);
 
 } // namespace qv::interact

@@ -1,6 +1,6 @@
 #include "interact/page_output.h"
 
-#include "graph/model/trap.h"
+#include "document/trap.h"
 #include "render/page_marks.h"
 #include "render/page_redraw.h"
 
@@ -9,8 +9,8 @@
 namespace qv::interact {
 namespace {
 
-using graph::ControlState;
-using graph::trapped;
+using document::ControlState;
+using document::trapped;
 
 constexpr double margin_inches = 1;
 

@@ -1,7 +1,7 @@
 // The page handed to the outside world: printed, saved, copied. Pixels are those last shown.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 #include <string>
 
@@ -14,13 +14,13 @@ Box place_on_paper(host::PaperSize const& paper, double height_to_width, bool la
 
 /// The page for a service, without cross-hair, rubber band and reading mark, which are off the visible page
 /// meanwhile; it must not outlive the control.
-std::unique_ptr<host::PagePicture> shown_page(graph::ControlState& state);
+std::unique_ptr<host::PagePicture> shown_page(document::ControlState& state);
 
 /// Prints the page on one sheet of the default printer. No printer is fault 482, reported.
-void PrintImage(graph::ControlState& state, bool landscape);
+void PrintImage(document::ControlState& state, bool landscape);
 /// Writes the page to a file whose name tells the format.
-void SaveImage(graph::ControlState& state, std::string const& file);
+void SaveImage(document::ControlState& state, std::string const& file);
 /// Replaces what is on the clipboard. A clipboard that cannot be opened is fault 521, reported.
-void CopyToClipboard(graph::ControlState& state);
+void CopyToClipboard(document::ControlState& state);
 
 } // namespace qv::interact

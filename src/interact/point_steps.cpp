@@ -1,7 +1,7 @@
 #include "interact/point_steps.h"
 
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "interact/hit_test.h"
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
@@ -17,12 +17,12 @@
 namespace qv::interact {
 namespace {
 
-using graph::ControlState;
-using graph::DataSet;
-using graph::Graph;
-using graph::PointBlock;
-using graph::PointStore;
-using graph::ReadPoint;
+using document::ControlState;
+using document::DataSet;
+using document::Graph;
+using document::PointBlock;
+using document::PointStore;
+using document::ReadPoint;
 using render::PointBeingRead;
 
 bool can_be_drawn(PointBlock const& block, std::size_t i) {

@@ -1,18 +1,18 @@
 // Going from point to point by key, and reading each.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 namespace qv::interact {
 
 /// Moves the reading on to the next (forward) or the previous point of the current graph that can be drawn,
 /// and shows it in the read-out. From nothing it starts at the first point, or the last. False at the end.
-bool step_point(graph::ControlState& state, bool forward);
+bool step_point(document::ControlState& state, bool forward);
 
 /// Moves the reading to the next or previous data set with points, to its point nearest in x.
-bool step_data_set(graph::ControlState& state, bool forward);
+bool step_data_set(document::ControlState& state, bool forward);
 
 /// Ends the reading and takes its mark away; False when nothing was read.
-bool stop_reading(graph::ControlState& state);
+bool stop_reading(document::ControlState& state);
 
 } // namespace qv::interact

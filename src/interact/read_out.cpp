@@ -1,8 +1,8 @@
 #include "interact/read_out.h"
 
 #include "base/text.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "interact/hit_test.h"
 #include "interact/scroll_bars.h"
 #include "render/plot_geometry.h"
@@ -16,10 +16,10 @@
 namespace qv::interact {
 namespace {
 
-using graph::Axis;
-using graph::AxisMode;
-using graph::ControlState;
-using graph::Graph;
+using document::Axis;
+using document::AxisMode;
+using document::ControlState;
+using document::Graph;
 
 constexpr double least_label_width = 1500; // twips
 constexpr double label_room = 1.1;         // of the text's width
@@ -48,7 +48,7 @@ std::string one_line(std::string_view text) {
 double text_width(ControlState& state, std::string const& text) {
     if (auto const width = state.host->read_out_width(text)) return *width;
     DrawSurface& page = *state.Picture1;
-    const graph::RestoreScope font(page.state.font, Font{});
+    const document::RestoreScope font(page.state.font, Font{});
     return page.TextWidth(text);
 }
 

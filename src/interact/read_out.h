@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 #include <cstdint>
 #include <string>
@@ -12,23 +12,23 @@ namespace qv::interact {
 
 /// Takes the pointer's data coordinates from the graph under it and shows them in `Label1`. While a button is
 /// held they stay as they are and the label is empty.
-void ShowGraphCoords(graph::ControlState& state, std::uint8_t button, Point place);
+void ShowGraphCoords(document::ControlState& state, std::uint8_t button, Point place);
 
 /// Takes the values that a place stands for on a graph's selected axes, on the page as it is shown. An axis
 /// that has none there leaves the pointer's as it is.
-void take_values(graph::ControlState& state, std::int16_t graph, Point place);
+void take_values(document::ControlState& state, std::int16_t graph, Point place);
 
 /// The coordinates of a place as the read-out writes them; empty outside the plot area, and where the graph
 /// shows none or has none.
-std::string coordinates_at(graph::ControlState& state, std::int16_t graph, Point place);
+std::string coordinates_at(document::ControlState& state, std::int16_t graph, Point place);
 
 /// Shows a text in the label, on one line; an empty one hides it.
-void show_read_out(graph::ControlState& state, std::string_view text);
+void show_read_out(document::ControlState& state, std::string_view text);
 
 /// A value on an axis as the read-out writes it: with digits enough to tell it from those of the pixels
 /// beside it, which are `pixel_step` away.
-std::string coordinate_text(graph::Axis const& axis, double value, double pixel_step);
+std::string coordinate_text(document::Axis const& axis, double value, double pixel_step);
 /// The same for pixels of a device-independent size.
-std::string coordinate_text(graph::Axis const& axis, double value);
+std::string coordinate_text(document::Axis const& axis, double value);
 
 } // namespace qv::interact

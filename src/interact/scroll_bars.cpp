@@ -1,8 +1,8 @@
 #include "interact/scroll_bars.h"
 
 #include "base/convert.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "interact/zoom.h"
 #include "scale/mapping.h"
 #include "scale/numeric.h"
@@ -12,8 +12,8 @@
 namespace qv::interact {
 namespace {
 
-using graph::Axis;
-using graph::ControlState;
+using document::Axis;
+using document::ControlState;
 using host::ScrollBar;
 using scale::Max;
 using scale::MinMax;
@@ -62,10 +62,10 @@ void set_thumb(ScrollBar& bar, Axis const& axis, Direction direction) {
 void SetScrollBars(ControlState& state) {
     trapped(state, "SetScrollBars", [&] {
         // A host's bars may answer a new value at once; what they ask for then is passed over.
-        const graph::RestoreScope silent(state.NoRedraw, true);
+        const document::RestoreScope silent(state.NoRedraw, true);
         state.BarsGraph = state.CurrentGraph;
         if (state.Zoomed) {
-            graph::Graph& graph = current_graph(state);
+            document::Graph& graph = current_graph(state);
             set_thumb(state.HScroll1, selected_x_axis(graph), Direction::Horizontal);
             set_thumb(state.VScroll1, selected_y_axis(graph), Direction::Vertical);
         }

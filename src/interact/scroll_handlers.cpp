@@ -1,7 +1,7 @@
 #include "interact/scroll_handlers.h"
 
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/zoom.h"
@@ -12,9 +12,9 @@
 namespace qv::interact {
 namespace {
 
-using graph::Axis;
-using graph::AxisKind;
-using graph::ControlState;
+using document::Axis;
+using document::AxisKind;
+using document::ControlState;
 
 /// Moves an axis so that `place` of the room it has lies before its displayed range: 0 is the start of the
 /// full range, 1 its end. On the axis's own scale the length stays.
@@ -31,9 +31,9 @@ void move_to(Axis& axis, double place) {
 }
 
 void move_axes(ControlState& state, AxisKind kind, host::ScrollBar const& bar) {
-    graph::Graph* const graph = graph_at(state, state.BarsGraph);
+    document::Graph* const graph = graph_at(state, state.BarsGraph);
     if (!graph || state.NoRedraw) return;
-    const ZoomStepScope step(state, state.BarsGraph, graph::ZoomKind::Scroll);
+    const ZoomStepScope step(state, state.BarsGraph, document::ZoomKind::Scroll);
     double const from_start = static_cast<double>(bar.Value) / bar.Max;
     // The top of a vertical bar stands for the high end.
     double const low_to_high = kind == AxisKind::X ? from_start : 1 - from_start;

@@ -1,7 +1,7 @@
 #include "interact/zoom.h"
 
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "interact/front.h"
 #include "interact/hit_test.h"
 #include "interact/scroll_bars.h"
@@ -16,12 +16,12 @@
 namespace qv::interact {
 namespace {
 
-using graph::Axis;
-using graph::AxisKind;
-using graph::ControlState;
-using graph::Graph;
-using graph::Shown;
-using graph::ZoomStep;
+using document::Axis;
+using document::AxisKind;
+using document::ControlState;
+using document::Graph;
+using document::Shown;
+using document::ZoomStep;
 using scale::AxisMap;
 using scale::Max;
 using scale::Min;
@@ -121,7 +121,7 @@ double value_under(Axis const& axis, AxisMap const& map, double position) {
 std::vector<double> values_under(ControlState& state, std::int16_t index, Point place) {
     constexpr double reach_pixels = 0.5;
     Graph const& graph = *at(state.Graphs, index);
-    graph::ZoomAnchor& anchor = state.zoom_anchor;
+    document::ZoomAnchor& anchor = state.zoom_anchor;
     bool const same = anchor.graph == index && anchor.place.x == place.x && anchor.place.y == place.y
                       && anchor.values.size() == graph.Axes.size();
     double const reach_twips = reach_pixels * state.Picture1->TwipsPerPixelX();
@@ -270,7 +270,7 @@ bool shows(Graph const& graph, std::vector<Shown> const& ranges) {
 
 } // namespace
 
-ZoomStepScope::ZoomStepScope(ControlState& state, std::int16_t graph, graph::ZoomKind kind)
+ZoomStepScope::ZoomStepScope(ControlState& state, std::int16_t graph, document::ZoomKind kind)
     : state_(state), graph_(graph_at(state, graph)), step_{graph, kind, {}} {
     if (!graph_) return;
     step_.ranges = shown_ranges(*graph_);
@@ -281,7 +281,7 @@ ZoomStepScope::~ZoomStepScope() {
     // A handler may have emptied the page, and filled it anew.
     if (!graph_ || graph_at(state_, step_.graph) != graph_ || shows(*graph_, step_.ranges)) return;
     auto& [undo, redo] = state_.zoom_history;
-    bool const goes_on = step_.kind >= graph::ZoomKind::Wheel && redo.empty() && !undo.empty()
+    bool const goes_on = step_.kind >= document::ZoomKind::Wheel && redo.empty() && !undo.empty()
                          && undo.back().kind == step_.kind && undo.back().graph == step_.graph;
     redo.clear();
     if (goes_on) return;

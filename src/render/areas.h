@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "graph/model/records.h"
-#include "render/DrawSurface.h"
+#include "document/records.h"
+#include "surface/DrawSurface.h"
 #include "render/data_line.h"
 
 namespace qv::render {
@@ -11,6 +11,6 @@ namespace qv::render {
 /// Fills between the polyline and the start of the y axis it is mapped through, in the symbol colour, each
 /// piece between two points outlined on demand in the line's pen; the polyline goes on top. Pieces of which
 /// nothing can be seen are left out.
-void draw_area(DrawSurface& surface, graph::DataSet const& set, LineMapping const& mapping, bool outlined);
+void draw_area(DrawSurface& surface, document::DataSet const& set, LineMapping const& mapping, bool outlined);
 
 } // namespace qv::render

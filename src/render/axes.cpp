@@ -1,8 +1,8 @@
 #include "render/axes.h"
 
 #include "base/convert.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "render/axis_frame.h"
 #include "render/axis_range.h"
 #include "render/pipeline.h"
@@ -17,13 +17,13 @@
 namespace qv::render {
 namespace {
 
-using graph::Axis;
-using graph::AxisKind;
-using graph::ControlState;
-using graph::current_graph;
-using graph::Graph;
-using graph::RestoreScope;
-using graph::trapped;
+using document::Axis;
+using document::AxisKind;
+using document::ControlState;
+using document::current_graph;
+using document::Graph;
+using document::RestoreScope;
+using document::trapped;
 
 constexpr double minor_tick_share = 0.7;
 constexpr double smallest_axis_length = 100; // twips
@@ -137,7 +137,7 @@ void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis const& ax
 void draw_axis(ControlState& state, DrawSurface& surface, std::int16_t index, AxisKind kind, bool first,
                AxesPass pass) {
     Graph& graph = current_graph(state);
-    const graph::SelectedAxesScope selection(graph);
+    const document::SelectedAxesScope selection(graph);
     selected_index(graph, kind) = index;
     if (first) stack_offset(state, kind, false) = stack_offset(state, kind, true) = 0;
     Axis& axis = at(graph.Axes, index);

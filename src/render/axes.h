@@ -1,7 +1,7 @@
 // Axis drawing: line, ticks, grids, labels and titles of every axis of the current graph.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 #include <string_view>
 
@@ -13,21 +13,21 @@ enum class AxesPass {
     WithoutMarks, // the same, but axes only take their space
     MarksOnly     // only the axes, with the ranges settled before, over the data
 };
-void GraphAxes(graph::ControlState& state, DrawSurface& surface, AxesPass pass);
+void GraphAxes(document::ControlState& state, DrawSurface& surface, AxesPass pass);
 
 /// Draws one axis; the first of its kind in a pass starts the stacks of its two sides anew. A hidden axis
 /// settles its range too.
-void DrawXAxis(graph::ControlState& state, DrawSurface& surface, std::int16_t axis, bool first,
+void DrawXAxis(document::ControlState& state, DrawSurface& surface, std::int16_t axis, bool first,
                AxesPass pass = AxesPass::Full);
-void DrawYAxis(graph::ControlState& state, DrawSurface& surface, std::int16_t axis, bool first,
+void DrawYAxis(document::ControlState& state, DrawSurface& surface, std::int16_t axis, bool first,
                AxesPass pass = AxesPass::Full);
 
 struct GridLineStyle {
-    graph::AxisKind kind = graph::AxisKind::X;
+    document::AxisKind kind = document::AxisKind::X;
     bool major = true;
 };
 /// A line across the plot area at a position (twips) on the selected axis of that kind, if it shows grids.
-void GridLine(graph::ControlState& state, DrawSurface& surface, double position, GridLineStyle style);
+void GridLine(document::ControlState& state, DrawSurface& surface, double position, GridLineStyle style);
 
 /// Takes the text before the first "," off the front of `text`.
 std::string_view NextToken(std::string_view& text);

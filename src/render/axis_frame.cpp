@@ -6,21 +6,21 @@
 
 namespace qv::render {
 
-using graph::AxisKind;
+using document::AxisKind;
 
 namespace {
 
 // Of an odd number of pixels as many lie on either side of the middle one; an even number has one more inside
 // or outside, which counts on both.
-double half_line(DrawSurface const& surface, graph::Axis const& axis) {
+double half_line(DrawSurface const& surface, document::Axis const& axis) {
     double const pixel = axis.AxisXY == AxisKind::X ? surface.TwipsPerPixelY() : surface.TwipsPerPixelX();
     return axis.AxisThickness / 2 * pixel;
 }
 
 // The same of the line on the edge opposite to an axis that has ticks there: of the axis that stands there,
 // else its own.
-double opposite_half_line(graph::ControlState& state, DrawSurface const& surface, graph::Axis const& axis) {
-    for (graph::Axis const& other : graph::current_graph(state).Axes)
+double opposite_half_line(document::ControlState& state, DrawSurface const& surface, document::Axis const& axis) {
+    for (document::Axis const& other : document::current_graph(state).Axes)
         if (other.AxisXY == axis.AxisXY && other.AxisFarSide != axis.AxisFarSide && !other.AxisHide)
             return half_line(surface, other);
     return half_line(surface, axis);
@@ -28,16 +28,16 @@ double opposite_half_line(graph::ControlState& state, DrawSurface const& surface
 
 } // namespace
 
-std::int32_t& stack_offset(graph::ControlState& state, AxisKind kind, bool far_side) {
+std::int32_t& stack_offset(document::ControlState& state, AxisKind kind, bool far_side) {
     auto& offsets = state.AxisStackOffsets;
     if (kind == AxisKind::X) return far_side ? offsets.far : offsets.near;
     return far_side ? offsets.right : offsets.left;
 }
 
-double reach_of_opposite_axes(graph::ControlState& state, DrawSurface const& surface, AxisKind kind,
+double reach_of_opposite_axes(document::ControlState& state, DrawSurface const& surface, AxisKind kind,
                               bool far_side) {
     double reach = 0;
-    for (graph::Axis const& axis : graph::current_graph(state).Axes) {
+    for (document::Axis const& axis : document::current_graph(state).Axes) {
         bool const is_here = axis.AxisXY == kind && axis.AxisFarSide != far_side && axis.AxisTicksBothEnds;
         if (!is_here || axis.AxisHide) continue;
         double const outside = axis.AxisTicksOutside ? axis.AxisTickLength : 0;
@@ -46,11 +46,11 @@ double reach_of_opposite_axes(graph::ControlState& state, DrawSurface const& sur
     return reach;
 }
 
-AxisFrame axis_frame(graph::ControlState& state, DrawSurface const& surface, graph::Axis const& axis) {
+AxisFrame axis_frame(document::ControlState& state, DrawSurface const& surface, document::Axis const& axis) {
     AxisFrame frame;
     frame.kind = axis.AxisXY;
     frame.far_side = axis.AxisFarSide;
-    frame.plot = plot_box(graph::current_graph(state));
+    frame.plot = plot_box(document::current_graph(state));
     bool const is_x = frame.kind == AxisKind::X;
     frame.units_per_mm = is_x ? state.UnitsPerMmY : state.UnitsPerMmX;
     const AxisEdge near = is_x ? AxisEdge{frame.plot.bottom(), 1, 0} : AxisEdge{frame.plot.left, -1, 0};

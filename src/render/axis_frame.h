@@ -2,7 +2,7 @@
 // between x and y axes, near and far sides, is a value here.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 namespace qv::render {
 
@@ -15,7 +15,7 @@ struct AxisEdge {
 };
 
 struct AxisFrame {
-    graph::AxisKind kind = graph::AxisKind::X;
+    document::AxisKind kind = document::AxisKind::X;
     bool far_side = false;
     Box plot;
     AxisEdge own;            // where the axis line lies, moved out by the axes before it
@@ -23,23 +23,23 @@ struct AxisFrame {
     double units_per_mm = 0; // across the axis
     double taken = 0;        // twips out of the plot area that ticks of axes on the other side take here
 
-    double along_low() const { return kind == graph::AxisKind::X ? plot.left : plot.top; }
-    double along_high() const { return kind == graph::AxisKind::X ? plot.right() : plot.bottom(); }
+    double along_low() const { return kind == document::AxisKind::X ? plot.left : plot.top; }
+    double along_high() const { return kind == document::AxisKind::X ? plot.right() : plot.bottom(); }
     double along_middle() const { return (along_low() + along_high()) / 2; }
     /// The page point at a coordinate along the axis and one across it.
     Point at(double along, double across) const {
-        return kind == graph::AxisKind::X ? Point{along, across} : Point{across, along};
+        return kind == document::AxisKind::X ? Point{along, across} : Point{across, along};
     }
 };
 
-AxisFrame axis_frame(graph::ControlState& state, DrawSurface const& surface, graph::Axis const& axis);
+AxisFrame axis_frame(document::ControlState& state, DrawSurface const& surface, document::Axis const& axis);
 
 /// How far axes that stand on the other side, and have ticks on both ends, reach out of this edge of the
 /// current graph's plot area, twips.
-double reach_of_opposite_axes(graph::ControlState& state, DrawSurface const& surface, graph::AxisKind kind,
+double reach_of_opposite_axes(document::ControlState& state, DrawSurface const& surface, document::AxisKind kind,
                               bool far_side);
 
 /// The running offset of the side an axis stands on.
-std::int32_t& stack_offset(graph::ControlState& state, graph::AxisKind kind, bool far_side);
+std::int32_t& stack_offset(document::ControlState& state, document::AxisKind kind, bool far_side);
 
 } // namespace qv::render

@@ -1,6 +1,6 @@
 #include "render/axis_range.h"
 
-#include "graph/model/selection.h"
+#include "document/selection.h"
 #include "render/function_curve.h"
 #include "scale/axis_range.h"
 
@@ -9,14 +9,14 @@
 namespace qv::render {
 namespace {
 
-using graph::Axis;
-using graph::AxisMode;
-using graph::ControlState;
+using document::Axis;
+using document::AxisMode;
+using document::ControlState;
 
 // An automatic axis without points shows the functions drawn on it, or 0..1. A zoomed one is left alone.
 void range_over_functions(ControlState& state, Axis& axis) {
     if (!axis.AxisNoData || axis.AxisValue1 != axis.ScaleMin || axis.AxisValue2 != axis.ScaleMax) return;
-    graph::Extent extent = extent_of_functions(state, axis.AxisXY);
+    document::Extent extent = extent_of_functions(state, axis.AxisXY);
     if (extent.empty() || !std::isfinite(extent.high - extent.low)) extent = {0, 1};
     if (axis.DataMin == extent.low && axis.DataMax == extent.high) return;
     axis.DataMin = extent.low;
@@ -68,8 +68,8 @@ AxisSpan range_to_draw(ControlState& state, Axis& axis) {
 // is drawn anew where another graph has become current.
 void announce_range(ControlState& state) {
     std::int16_t const index = state.CurrentGraph;
-    graph::Graph const& drawn = graph::current_graph(state);
-    graph::raise_scale_changed(state);
+    document::Graph const& drawn = document::current_graph(state);
+    document::raise_scale_changed(state);
     if (is_current(state, drawn)) return;
     state.refresh_asked_meanwhile = true;
     if (index < state.NumGraphs() && state.Graphs[static_cast<std::size_t>(index)].get() == &drawn)

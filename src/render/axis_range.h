@@ -1,7 +1,7 @@
 // The range an axis is drawn with, settled when it is drawn.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 namespace qv::render {
 
@@ -12,9 +12,9 @@ struct AxisSpan {
 
 /// Decides the range from the axis's mode, rounds automatic ones, stores a rescaled range and raises
 /// GraphScaleChanged, and clears AxisLog where the range is not wholly positive.
-AxisSpan settle_axis_range(graph::ControlState& state, graph::Axis& axis);
+AxisSpan settle_axis_range(document::ControlState& state, document::Axis& axis);
 
 /// The range that an axis was settled to, which its data were drawn by.
-AxisSpan settled_axis_range(graph::Axis const& axis);
+AxisSpan settled_axis_range(document::Axis const& axis);
 
 } // namespace qv::render

@@ -2,8 +2,8 @@
 
 #include "base/convert.h"
 #include "base/system_color.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "render/color_table.h"
 #include "scale/mapping.h"
 
@@ -13,11 +13,11 @@
 namespace qv::render {
 namespace {
 
-using graph::ControlState;
-using graph::current_graph;
-using graph::DataSet;
-using graph::Graph;
-using graph::trapped;
+using document::ControlState;
+using document::current_graph;
+using document::DataSet;
+using document::Graph;
+using document::trapped;
 
 constexpr double half_width_share = 0.9; // of the symbol's half size
 constexpr double half_sample_length_mm = 1.5;
@@ -91,7 +91,7 @@ void Draw3DBar(ControlState& state, DrawSurface& surface, BarBox const& box, Bar
         const std::int32_t count = to_i32(to_i32(std::abs(across)) / 2.0);
         if (count <= 0) return draw_box(surface, box, LineShape::FilledBox, shade.face);
         const std::vector<Color> colors = BlendColors(state, shade.edge, shade.face, count);
-        const graph::RestoreScope width(surface.state.DrawWidth, 1);
+        const document::RestoreScope width(surface.state.DrawWidth, 1);
         // Neighbouring twips fall into one pixel; only the last of them would be seen.
         const double pixel = shade.horizontal ? surface.TwipsPerPixelY() : surface.TwipsPerPixelX();
         const auto stride = static_cast<std::int32_t>(std::max(1.0, std::floor(pixel / 2)));

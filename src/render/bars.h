@@ -1,7 +1,7 @@
 // Bars: flat or shaded like a cylinder, upright or lying, with or without a shadow.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 #include "render/symbols.h"
 #include "scale/mapping.h"
 
@@ -22,7 +22,7 @@ struct BarBox {
 class BarLayout {
 public:
     /// `point` tells data set and half size; its place does not matter.
-    BarLayout(graph::ControlState& state, DataPointPlace const& point);
+    BarLayout(document::ControlState& state, DataPointPlace const& point);
     BarBox box(Point place, BarBase base) const;
 
 private:
@@ -35,7 +35,7 @@ private:
 };
 
 /// Draws the bar of a data point, or a sample of it, with the brush and pen that are set.
-void Bar(graph::ControlState& state, DrawSurface& surface, DataPointPlace const& point);
+void Bar(document::ControlState& state, DrawSurface& surface, DataPointPlace const& point);
 
 struct BarShade {
     bool horizontal = false;
@@ -43,9 +43,9 @@ struct BarShade {
     Color face = 0;
 };
 /// Shades a bar along its length, from the edge colour at both sides to the face colour in the middle.
-void Draw3DBar(graph::ControlState& state, DrawSurface& surface, BarBox const& box, BarShade const& shade);
+void Draw3DBar(document::ControlState& state, DrawSurface& surface, BarBox const& box, BarShade const& shade);
 
 /// `count` colours (at least 2) from one colour to another, evenly by channel.
-std::vector<Color> BlendColors(graph::ControlState& state, Color from, Color to, int count);
+std::vector<Color> BlendColors(document::ControlState& state, Color from, Color to, int count);
 
 } // namespace qv::render

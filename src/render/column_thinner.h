@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "render/DrawSurface.h"
+#include "surface/DrawSurface.h"
 #include "render/dense_columns.h"
 
 #include <cstdint>

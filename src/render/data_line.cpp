@@ -6,8 +6,8 @@
 namespace qv::render {
 namespace {
 
-using graph::PointBlock;
-using graph::PointStore;
+using document::PointBlock;
+using document::PointStore;
 
 constexpr std::size_t worth_searching = 8; // points a column must hold for a search to pay
 
@@ -48,7 +48,7 @@ private:
         return {mapping_.x(block.x()[i]), mapping_.y(block.y()[i])};
     }
 
-    static bool wholly_beyond(scale::AxisMap const& map, graph::Extent const& extent, double low,
+    static bool wholly_beyond(scale::AxisMap const& map, document::Extent const& extent, double low,
                               double high) {
         if (!map.valid || (map.is_log && extent.low <= 0)) return false;
         auto const [from, to] = std::minmax({map(extent.low), map(extent.high)});

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "graph/model/PointStore.h"
+#include "document/PointStore.h"
 #include "render/column_thinner.h"
 #include "scale/mapping.h"
 
@@ -18,6 +18,6 @@ struct LineMapping {
 /// The line through a store's points as polylines, cut where a point is not finite. Blocks that lie wholly
 /// on one side of the visible box contribute their ends only; where x rises, a column is found by search
 /// and its points are merely compared.
-void draw_data_line(DrawSurface& surface, graph::PointStore const& points, LineMapping const& mapping);
+void draw_data_line(DrawSurface& surface, document::PointStore const& points, LineMapping const& mapping);
 
 } // namespace qv::render

@@ -1,8 +1,8 @@
 #include "render/data_sets.h"
 
 #include "base/convert.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "render/areas.h"
 #include "render/bar_batch.h"
 #include "render/data_line.h"
@@ -21,11 +21,11 @@
 namespace qv::render {
 namespace {
 
-using graph::ControlState;
-using graph::DataSet;
-using graph::Graph;
-using graph::PointBlock;
-using graph::trapped;
+using document::ControlState;
+using document::DataSet;
+using document::Graph;
+using document::PointBlock;
+using document::trapped;
 
 // Ends of the bars drawn last, by position in their data set, in data values.
 struct BarStack {
@@ -185,7 +185,7 @@ void draw_symbols(Plotting& plotting, DataSet const& set, std::int16_t index) {
 void draw_points(Plotting& plotting, DataSet const& set, std::int16_t index) {
     if (set.points.size() == 0) return;
     if (set.DataSymbol == symbol_bar && !set.BarStacked) plotting.bars.ends.clear();
-    const graph::SelectedAxesScope selection(plotting.graph);
+    const document::SelectedAxesScope selection(plotting.graph);
     plotting.graph.SelectedXAxis = set.xAxisIndex;
     plotting.graph.SelectedYAxis = set.yAxisIndex;
     plotting.surface.state.draw_style = DrawStyle::Solid;
@@ -196,7 +196,7 @@ void draw_points(Plotting& plotting, DataSet const& set, std::int16_t index) {
 void draw_curve(Plotting& plotting, DataSet const& set) {
     auto const style = curve_style(set);
     if (!style) return;
-    const graph::SelectedAxesScope selection(plotting.graph);
+    const document::SelectedAxesScope selection(plotting.graph);
     plotting.graph.SelectedXAxis = set.xAxisIndex;
     plotting.graph.SelectedYAxis = set.yAxisIndex;
     set_line_pen(plotting.surface, set, *style);
@@ -230,7 +230,7 @@ std::optional<DrawStyle> curve_style(DataSet const& set) {
 
 void PlotDataSets(ControlState& state, DrawSurface& surface) {
     trapped(state, "PlotDataSets", [&] {
-        Graph& graph = graph::current_graph(state);
+        Graph& graph = document::current_graph(state);
         ClipGraphArea(state, surface, Area::PlotArea);
         Plotting plotting{state, surface, graph, {}};
         for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {

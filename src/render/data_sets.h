@@ -1,7 +1,7 @@
 // Plotting of data sets: lines, symbols, bars and texts.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 #include <cstdint>
 #include <optional>
@@ -18,9 +18,9 @@ constexpr std::int16_t line_area = 4;
 constexpr std::int16_t line_outlined_area = 5;
 
 /// The pen of a data set's function; none where no function is drawn.
-std::optional<DrawStyle> curve_style(graph::DataSet const& set);
+std::optional<DrawStyle> curve_style(document::DataSet const& set);
 
 /// Draws all data sets of the current graph, clipped to its plot area.
-void PlotDataSets(graph::ControlState& state, DrawSurface& surface);
+void PlotDataSets(document::ControlState& state, DrawSurface& surface);
 
 } // namespace qv::render

@@ -1,16 +1,16 @@
 #include "render/error_bars.h"
 
 #include "base/convert.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 
 #include <cmath>
 
 namespace qv::render {
 namespace {
 
-using graph::ControlState;
-using graph::trapped;
+using document::ControlState;
+using document::trapped;
 
 double whole_pixels(double twips, double twips_per_pixel) {
     return round_half_even(twips / twips_per_pixel) * twips_per_pixel;
@@ -25,8 +25,8 @@ void draw_bar(DrawSurface& surface, Color color, Point from, Point to, Point cap
     for (const Point end : {from, to}) line({end.x - cap.x, end.y - cap.y}, {end.x + cap.x, end.y + cap.y});
 }
 
-graph::DataSet const& data_set_of(ControlState& state, std::int16_t data_set) {
-    return at(graph::current_graph(state).DataSets, data_set);
+document::DataSet const& data_set_of(ControlState& state, std::int16_t data_set) {
+    return at(document::current_graph(state).DataSets, data_set);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // Error bars: a line with a cap at either end.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 namespace qv::render {
 
@@ -13,9 +13,9 @@ struct ErrorBarPlace {
 };
 
 /// An upright error bar in the data set's ErrorBarColor, snapped to whole pixels.
-void ErrorBar(graph::ControlState& state, DrawSurface& surface, std::int16_t data_set, ErrorBarPlace place);
+void ErrorBar(document::ControlState& state, DrawSurface& surface, std::int16_t data_set, ErrorBarPlace place);
 /// A lying error bar in the symbol's edge colour.
-void HorizErrorBar(graph::ControlState& state, DrawSurface& surface, std::int16_t data_set,
+void HorizErrorBar(document::ControlState& state, DrawSurface& surface, std::int16_t data_set,
                    ErrorBarPlace place);
 
 } // namespace qv::render

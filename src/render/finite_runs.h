@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "graph/model/PointStore.h"
+#include "document/PointStore.h"
 
 #include <cmath>
 #include <span>
@@ -13,14 +13,14 @@ namespace qv::render {
 
 /// Calls `take(std::span<Point const>)` with the data values of each run, in order of arrival.
 template <class Take>
-void for_each_finite_run(graph::PointStore const& points, Take take) {
+void for_each_finite_run(document::PointStore const& points, Take take) {
     std::vector<Point> run;
     run.reserve(points.size());
     auto const hand_over = [&] {
         if (!run.empty()) take(std::span<Point const>(run));
         run.clear();
     };
-    for (graph::PointBlock const& block : points.blocks()) {
+    for (document::PointBlock const& block : points.blocks()) {
         auto const x = block.x(), y = block.y();
         for (std::size_t i = 0; i < block.size(); ++i) {
             if (std::isfinite(x[i]) && std::isfinite(y[i]))

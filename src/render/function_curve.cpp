@@ -1,8 +1,8 @@
 #include "render/function_curve.h"
 
 #include "base/convert.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "render/column_thinner.h"
 #include "render/curve_sampling.h"
 #include "render/plot_geometry.h"
@@ -17,11 +17,11 @@
 namespace qv::render {
 namespace {
 
-using graph::Axis;
-using graph::ControlState;
-using graph::DataSet;
-using graph::Graph;
-using graph::trapped;
+using document::Axis;
+using document::ControlState;
+using document::DataSet;
+using document::Graph;
+using document::trapped;
 
 constexpr char const* variable_name = "x";
 constexpr double no_place = std::numeric_limits<double>::quiet_NaN();
@@ -85,7 +85,7 @@ void for_each_x(Interval const& interval, int count, bool is_log, Take take) {
 /// over, as in SQR(-4), it would leave a value that nobody computed.
 void evaluate_over(ControlState& state, std::span<double const> x, std::span<double> y) {
     qvExpression& engine = evaluator(state);
-    const graph::RestoreScope faults_end_samples(engine.RaiseErrors, false);
+    const document::RestoreScope faults_end_samples(engine.RaiseErrors, false);
     engine.ClearError(); // of a sample that has failed before
     engine.ValueOver(variable_name, x, y);
 }
@@ -125,8 +125,8 @@ bool has_curve(DataSet const& set) {
     return !set.DataHide && !set.MathFunc.empty() && set.DataLineStyle != 0;
 }
 
-void include_values(ControlState& state, DataSet const& set, graph::Extent& extent) {
-    Graph& graph = graph::current_graph(state);
+void include_values(ControlState& state, DataSet const& set, document::Extent& extent) {
+    Graph& graph = document::current_graph(state);
     Axis const& x_axis = at(graph.Axes, set.xAxisIndex);
     const scale::AxisMap map = scale::x_map(graph, x_axis);
     const Interval interval = interval_of(set, x_axis);
@@ -135,7 +135,7 @@ void include_values(ControlState& state, DataSet const& set, graph::Extent& exte
         if (std::isfinite(value)) extent.include(value);
 }
 
-void include_interval(DataSet const& set, graph::Extent& extent) {
+void include_interval(DataSet const& set, document::Extent& extent) {
     if (set.MathFuncX1 == 0 && set.MathFuncX2 == 0) return;
     if (!std::isfinite(set.MathFuncX1) || !std::isfinite(set.MathFuncX2)) return;
     extent.include(set.MathFuncX1);
@@ -165,7 +165,7 @@ void DefineFunction(ControlState& state, std::string_view text) {
 
 void draw_function(ControlState& state, DrawSurface& surface, DataSet const& set,
                    LineMapping const& mapping) {
-    Axis const& x_axis = selected_x_axis(graph::current_graph(state));
+    Axis const& x_axis = selected_x_axis(document::current_graph(state));
     const Interval interval = interval_of(set, x_axis);
     if (lies_beside(interval, x_axis)) return;
     if (!compile(state, set.MathFunc) || sample_count(state, mapping.x, interval) == 0) return;
@@ -183,14 +183,14 @@ void draw_function(ControlState& state, DrawSurface& surface, DataSet const& set
     line.finish();
 }
 
-graph::Extent extent_of_functions(ControlState& state, graph::AxisKind kind) {
-    Graph const& graph = graph::current_graph(state);
-    graph::Extent extent;
+document::Extent extent_of_functions(ControlState& state, document::AxisKind kind) {
+    Graph const& graph = document::current_graph(state);
+    document::Extent extent;
     for (DataSet const& set : graph.DataSets) {
         if (!has_curve(set)) continue;
-        if (kind == graph::AxisKind::X && set.xAxisIndex == graph.SelectedXAxis)
+        if (kind == document::AxisKind::X && set.xAxisIndex == graph.SelectedXAxis)
             include_interval(set, extent);
-        if (kind == graph::AxisKind::Y && set.yAxisIndex == graph.SelectedYAxis)
+        if (kind == document::AxisKind::Y && set.yAxisIndex == graph.SelectedYAxis)
             include_values(state, set, extent);
     }
     return extent;

@@ -1,8 +1,8 @@
 // The curve of a data set's function, evaluated by the control's own formula engine.
 #pragma once
 
-#include "graph/model/ControlState.h"
-#include "render/DrawSurface.h"
+#include "document/ControlState.h"
+#include "surface/DrawSurface.h"
 #include "render/data_line.h"
 
 #include <string_view>
@@ -10,23 +10,23 @@
 namespace qv::render {
 
 /// The control's engine for function curves, made when first asked for.
-qvExpression& evaluator(graph::ControlState& state);
+qvExpression& evaluator(document::ControlState& state);
 
 /// Whether the engine holds an error.
-bool CheckError(graph::ControlState& state);
+bool CheckError(document::ControlState& state);
 
 /// Hands a user function such as "f(a) = a^2" to the engine. A text that defines none is reported through
 /// ErrorMsg with the engine's message.
-void DefineFunction(graph::ControlState& state, std::string_view text);
+void DefineFunction(document::ControlState& state, std::string_view text);
 
 /// Draws the function of a data set on the graph's selected axes, in the surface's pen. A formula that does
 /// not compile draws nothing; the engine keeps its error. With `AdaptiveCurves` the curve is true to a pixel
 /// and broken where it has gaps, else it has one sample a millimetre.
-void draw_function(graph::ControlState& state, DrawSurface& surface, graph::DataSet const& set,
+void draw_function(document::ControlState& state, DrawSurface& surface, document::DataSet const& set,
                    LineMapping const& mapping);
 
 /// What the functions drawn on the graph's selected axis of a kind need to be seen: on an x axis their
 /// intervals, on a y axis their values. Empty when there is no such function.
-graph::Extent extent_of_functions(graph::ControlState& state, graph::AxisKind kind);
+document::Extent extent_of_functions(document::ControlState& state, document::AxisKind kind);
 
 } // namespace qv::render

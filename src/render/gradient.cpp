@@ -1,6 +1,6 @@
 #include "render/gradient.h"
 
-#include "graph/model/trap.h"
+#include "document/trap.h"
 #include "render/clsGradient.h"
 #include "render/plot_geometry.h"
 
@@ -12,7 +12,7 @@ namespace {
 // The scratch surface is larger than the area by a millimetre and this many twips, and so is the gradient.
 constexpr double scratch_margin = 100;
 
-clsGradient painter_of(graph::FillSpec const& fill) {
+clsGradient painter_of(document::FillSpec const& fill) {
     clsGradient painter;
     painter.Color1(fill.Color1);
     painter.Color2(fill.Color2);
@@ -22,21 +22,21 @@ clsGradient painter_of(graph::FillSpec const& fill) {
     return painter;
 }
 
-void paint_scratch(graph::ControlState& state, Box const& area, graph::FillSpec const& fill) {
+void paint_scratch(document::ControlState& state, Box const& area, document::FillSpec const& fill) {
     DrawSurface& scratch = *state.ScratchPic1;
     scratch.Move(area.width + state.UnitsPerMmX + scratch_margin,
                  area.height + state.UnitsPerMmY + scratch_margin);
     scratch.SelectClipPath({0, 0, scratch.Width(), scratch.Height()});
     bool painted = false;
     if (fill.Color1 != fill.Color2)
-        graph::trapped(state, clsGradient::error_source, [&] { painted = painter_of(fill).Draw(scratch); });
+        document::trapped(state, clsGradient::error_source, [&] { painted = painter_of(fill).Draw(scratch); });
     if (painted) return;
     scratch.state.BackColor = fill.Color1;
     scratch.Cls();
 }
 
 // Exactly the area's pixels: the legend table has no clip of its own that would cut the larger scratch.
-void copy_scratch(graph::ControlState const& state, DrawSurface& surface, Box const& area) {
+void copy_scratch(document::ControlState const& state, DrawSurface& surface, Box const& area) {
     auto const pixel = [](double twips, double twips_per_pixel) {
         return std::floor(twips / twips_per_pixel + 0.5);
     };
@@ -49,9 +49,9 @@ void copy_scratch(graph::ControlState const& state, DrawSurface& surface, Box co
 
 } // namespace
 
-void DrawGradient(graph::ControlState& state, DrawSurface& surface, Area area, graph::FillSpec const& fill,
+void DrawGradient(document::ControlState& state, DrawSurface& surface, Area area, document::FillSpec const& fill,
                   std::span<Box const> parts) {
-    graph::trapped(state, "DrawGradient", [&] {
+    document::trapped(state, "DrawGradient", [&] {
         if (state.Graphs.empty() || fill.Transparent) return;
         ClipGraphArea(state, surface, area);
         const Box box = area_box(state, area);

@@ -2,8 +2,8 @@
 
 #include "base/convert.h"
 #include "base/text.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "render/data_sets.h"
 #include "render/gradient.h"
 #include "render/plot_geometry.h"
@@ -19,11 +19,11 @@
 namespace qv::render {
 namespace {
 
-using graph::ControlState;
-using graph::DataSet;
-using graph::FillSpec;
-using graph::Graph;
-using graph::trapped;
+using document::ControlState;
+using document::DataSet;
+using document::FillSpec;
+using document::Graph;
+using document::trapped;
 
 // Across the table, millimetres: the samples before the texts, and all that is not text.
 constexpr double text_start_mm = 10;
@@ -196,7 +196,7 @@ void LegendTable(ControlState& state, DrawSurface& surface, std::int16_t index) 
     trapped(state, "LegendTable", [&] {
         Graph& graph = *at(state.Graphs, index);
         if (!graph.LegendShow) return;
-        const graph::CurrentGraphScope current(state, index); // fills and symbols are of the current graph
+        const document::CurrentGraphScope current(state, index); // fills and symbols are of the current graph
         ClipGraphArea(state, surface, Area::GraphFrame);
         const Table table = measure(state, surface, graph);
         if (place(state, graph, table)) draw_table(state, surface, graph, table);

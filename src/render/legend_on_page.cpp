@@ -9,9 +9,9 @@
 namespace qv::render {
 namespace {
 
-using graph::ControlState;
-using graph::Graph;
-using graph::LegendOnPage;
+using document::ControlState;
+using document::Graph;
+using document::LegendOnPage;
 
 // The pixels of the table, those of its right and bottom edge included, before anything is drawn over them.
 void keep_picture(ControlState& state, Graph const& graph) {

@@ -1,6 +1,6 @@
 #include "render/page_marks.h"
 
-#include "graph/model/selection.h"
+#include "document/selection.h"
 #include "render/plot_geometry.h"
 #include "scale/mapping.h"
 
@@ -10,11 +10,11 @@
 namespace qv::render {
 namespace {
 
-using graph::ControlState;
-using graph::DataSet;
-using graph::Graph;
-using graph::InvertedShape;
-using graph::Mark;
+using document::ControlState;
+using document::DataSet;
+using document::Graph;
+using document::InvertedShape;
+using document::Mark;
 using Shapes = std::vector<InvertedShape>;
 
 Shapes& shapes_of(ControlState& state, Mark mark) {
@@ -22,7 +22,7 @@ Shapes& shapes_of(ControlState& state, Mark mark) {
 }
 
 void invert(DrawSurface& page, InvertedShape const& shape) {
-    const graph::RestoreScope drawing(page.state);
+    const document::RestoreScope drawing(page.state);
     page.state.draw_mode = DrawMode::Invert;
     page.state.draw_style = DrawStyle::Solid;
     page.state.DrawWidth = 1;
@@ -90,10 +90,10 @@ Shapes read_mark(ControlState& state) {
     if (!read || read->graph.GraphNotDrawn) return {};
     auto& [graph, set, index] = *read;
     const Box plot = plot_box(graph);
-    const graph::SelectedAxesScope selection(graph);
+    const document::SelectedAxesScope selection(graph);
     graph.SelectedXAxis = set.xAxisIndex;
     graph.SelectedYAxis = set.yAxisIndex;
-    const graph::PointEntry point = set.points.at(index);
+    const document::PointEntry point = set.points.at(index);
     const Point place{scale::x_map(graph, selected_x_axis(graph))(point.X),
                       scale::y_map(graph, selected_y_axis(graph))(point.Y)};
     if (!std::isfinite(place.x) || !std::isfinite(place.y)) return {};

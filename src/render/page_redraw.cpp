@@ -8,9 +8,9 @@
 namespace qv::render {
 namespace {
 
-using graph::ControlState;
-using graph::DataSet;
-using graph::Graph;
+using document::ControlState;
+using document::DataSet;
+using document::Graph;
 
 class SurfacesOnly : public host::Host {
 public:
@@ -22,7 +22,7 @@ private:
 };
 
 void copy_settings(ControlState const& from, ControlState& to) {
-    static_cast<graph::PageSettings&>(to) = from;
+    static_cast<document::PageSettings&>(to) = from;
     to.CurrentGraph = from.CurrentGraph;
     to.GraphTitles = from.GraphTitles;
     to.GraphOrder = from.GraphOrder;
@@ -31,10 +31,10 @@ void copy_settings(ControlState const& from, ControlState& to) {
 
 std::unique_ptr<Graph> without_points(Graph const& graph) {
     auto copy = std::make_unique<Graph>();
-    static_cast<graph::GraphSettings&>(*copy) = graph;
-    for (graph::Axis const& axis : graph.Axes) copy->Axes.push_back(axis);
+    static_cast<document::GraphSettings&>(*copy) = graph;
+    for (document::Axis const& axis : graph.Axes) copy->Axes.push_back(axis);
     for (DataSet const& set : graph.DataSets)
-        static_cast<graph::DataSetSettings&>(copy->DataSets.emplace_back()) = set;
+        static_cast<document::DataSetSettings&>(copy->DataSets.emplace_back()) = set;
     return copy;
 }
 

@@ -1,8 +1,8 @@
 #include "render/pipeline.h"
 
 #include "base/convert.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "render/axes.h"
 #include "render/data_sets.h"
 #include "render/gradient.h"
@@ -20,14 +20,14 @@
 namespace qv::render {
 namespace {
 
-using graph::Axis;
-using graph::AxisKind;
-using graph::ControlState;
-using graph::current_graph;
-using graph::FillSpec;
-using graph::Graph;
-using graph::RestoreScope;
-using graph::trapped;
+using document::Axis;
+using document::AxisKind;
+using document::ControlState;
+using document::current_graph;
+using document::FillSpec;
+using document::Graph;
+using document::RestoreScope;
+using document::trapped;
 
 void copy_page(DrawSurface& target, DrawSurface const& source) {
     target.SelectClipPath({0, 0, target.Width(), target.Height()});
@@ -90,8 +90,8 @@ bool is_there(ControlState const& state, std::int16_t index, Graph const& graph)
     return index < state.NumGraphs() && at(state.Graphs, index).get() == &graph;
 }
 
-graph::PageGround ground_now(ControlState const& state) {
-    graph::PageGround ground{state, {}, state.GraphImage->GetClientRect()};
+document::PageGround ground_now(ControlState const& state) {
+    document::PageGround ground{state, {}, state.GraphImage->GetClientRect()};
     for (std::int16_t const index : state.GraphOrder) ground.graphs.push_back(at(state.Graphs, index).get());
     return ground;
 }
@@ -99,7 +99,7 @@ graph::PageGround ground_now(ControlState const& state) {
 // Everything but the front graph, kept in Picture2 for quick redraws.
 void compose_ground(ControlState& state) {
     state.ground.reset();
-    graph::PageGround ground = ground_now(state);
+    document::PageGround ground = ground_now(state);
     auto const failures = state.failures;
     DrawPageBackground(state);
     for (std::size_t i = 0; i + 1 < state.GraphOrder.size(); ++i)
@@ -133,7 +133,7 @@ void finish_page(ControlState& state, std::int16_t index) {
 void finish_ground(ControlState& state, std::int16_t index) {
     Graph const& graph = *at(state.Graphs, index);
     if (graph.GraphInclude) {
-        const graph::CurrentGraphScope current(state, index);
+        const document::CurrentGraphScope current(state, index);
         LegendTable(state, *state.GraphImage, index);
         if (!graph.LegendInFront && is_current(state, graph)) PlotDataSets(state, *state.GraphImage);
     }

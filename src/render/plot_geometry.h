@@ -1,8 +1,8 @@
 // Where a graph's parts lie on the page, and the two ways to paint a box there.
 #pragma once
 
-#include "graph/model/ControlState.h"
-#include "graph/model/selection.h"
+#include "document/ControlState.h"
+#include "document/selection.h"
 #include "render/pipeline.h"
 
 #include <algorithm>
@@ -10,25 +10,25 @@
 
 namespace qv::render {
 
-inline Box frame_box(graph::Graph const& graph) {
+inline Box frame_box(document::Graph const& graph) {
     return {static_cast<double>(graph.FrameLeft), static_cast<double>(graph.FrameTop),
             static_cast<double>(graph.FrameWidth), static_cast<double>(graph.FrameHeight)};
 }
 
 /// The plot area: inside the frame's borders, as long as the selected axes.
-inline Box plot_box(graph::Graph& graph) {
+inline Box plot_box(document::Graph& graph) {
     return {graph.FrameLeft + static_cast<double>(graph.BorderLeft),
             graph.FrameTop + static_cast<double>(graph.BorderTop),
-            static_cast<double>(graph::selected_x_axis(graph).AxisLength),
-            static_cast<double>(graph::selected_y_axis(graph).AxisLength)};
+            static_cast<double>(document::selected_x_axis(graph).AxisLength),
+            static_cast<double>(document::selected_y_axis(graph).AxisLength)};
 }
 
-inline Box legend_box(graph::Graph const& graph) {
+inline Box legend_box(document::Graph const& graph) {
     return {static_cast<double>(graph.LegendLeft), static_cast<double>(graph.LegendTop),
             static_cast<double>(graph.LegendWidth), static_cast<double>(graph.LegendHeight)};
 }
 
-inline Box page_box(graph::ControlState const& state) {
+inline Box page_box(document::ControlState const& state) {
     return {0, 0, static_cast<double>(state.PageWidth), static_cast<double>(state.PageHeight)};
 }
 
@@ -38,10 +38,10 @@ inline bool holds(Box const& box, Point place) {
 }
 
 /// The front-most graph whose frame holds a place, -1 for none.
-inline std::int16_t front_graph_at(graph::ControlState const& state, Point place) {
+inline std::int16_t front_graph_at(document::ControlState const& state, Point place) {
     auto const is_there = [&](std::int16_t index) {
         if (index < 0 || index >= state.NumGraphs()) return false;
-        graph::Graph const& graph = *at(state.Graphs, index);
+        document::Graph const& graph = *at(state.Graphs, index);
         return graph.GraphInclude && holds(frame_box(graph), place);
     };
     auto const found = std::find_if(state.GraphOrder.rbegin(), state.GraphOrder.rend(), is_there);
@@ -49,9 +49,9 @@ inline std::int16_t front_graph_at(graph::ControlState const& state, Point place
 }
 
 /// The rectangle of an area of the current graph.
-inline Box area_box(graph::ControlState& state, Area area) {
+inline Box area_box(document::ControlState& state, Area area) {
     if (area == Area::Page) return page_box(state);
-    graph::Graph& graph = graph::current_graph(state);
+    document::Graph& graph = document::current_graph(state);
     if (area == Area::GraphFrame) return frame_box(graph);
     if (area == Area::PlotArea) return plot_box(graph);
     return legend_box(graph);

@@ -17,8 +17,8 @@ double CubicWeight(double t) {
 }
 
 /// Those of all runs of the data set, one behind the other.
-std::vector<double> const& second_derivatives(graph::DataSet const& set) {
-    graph::CurveMemory& memory = set.curve;
+std::vector<double> const& second_derivatives(document::DataSet const& set) {
+    document::CurveMemory& memory = set.curve;
     bool const known = !memory.second_derivatives.empty() && memory.size == set.points.size()
                        && memory.dropped == set.points.dropped();
     if (known) return memory.second_derivatives;
@@ -32,7 +32,7 @@ std::vector<double> const& second_derivatives(graph::DataSet const& set) {
 
 class SplineCurve {
 public:
-    SplineCurve(DrawSurface& surface, graph::DataSet const& set, LineMapping const& mapping)
+    SplineCurve(DrawSurface& surface, document::DataSet const& set, LineMapping const& mapping)
         : set_(set), mapping_(mapping), line_(surface, mapping.visible) {}
 
     void add(std::span<Point const> run) {
@@ -77,7 +77,7 @@ private:
         }
     }
 
-    graph::DataSet const& set_;
+    document::DataSet const& set_;
     LineMapping const& mapping_;
     ThinnedPolyline line_;
     std::size_t first_of_run_ = 0;
@@ -109,7 +109,7 @@ std::vector<double> SplineCoefficients(std::span<Point const> points) {
     return second;
 }
 
-void draw_spline(DrawSurface& surface, graph::DataSet const& set, LineMapping const& mapping) {
+void draw_spline(DrawSurface& surface, document::DataSet const& set, LineMapping const& mapping) {
     const ShapeScope one_shape(surface);
     SplineCurve curve(surface, set, mapping);
     for_each_finite_run(set.points, [&](std::span<Point const> run) { curve.add(run); });

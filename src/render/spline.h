@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "graph/model/records.h"
-#include "render/DrawSurface.h"
+#include "document/records.h"
+#include "surface/DrawSurface.h"
 #include "render/data_line.h"
 
 #include <span>
@@ -18,6 +18,6 @@ std::vector<double> SplineCoefficients(std::span<Point const> points);
 
 /// Draws the curve in the surface's pen, a step for every 50 twips across, at most 100 between two points.
 /// Two points of equal x leave a gap.
-void draw_spline(DrawSurface& surface, graph::DataSet const& set, LineMapping const& mapping);
+void draw_spline(DrawSurface& surface, document::DataSet const& set, LineMapping const& mapping);
 
 } // namespace qv::render

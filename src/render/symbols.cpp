@@ -1,8 +1,8 @@
 #include "render/symbols.h"
 
 #include "base/convert.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "render/bars.h"
 #include "render/error_bars.h"
 #include "render/text.h"
@@ -16,13 +16,13 @@
 namespace qv::render {
 namespace {
 
-using graph::Axis;
-using graph::ControlState;
-using graph::current_graph;
-using graph::DataSet;
-using graph::FillSpec;
-using graph::Graph;
-using graph::trapped;
+using document::Axis;
+using document::ControlState;
+using document::current_graph;
+using document::DataSet;
+using document::FillSpec;
+using document::Graph;
+using document::trapped;
 
 constexpr int range_tolerance = 1000; // a point this share of the range outside it is still drawn
 

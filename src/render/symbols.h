@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/convert.h"
-#include "graph/model/ControlState.h"
-#include "render/DrawSurface.h"
+#include "document/ControlState.h"
+#include "surface/DrawSurface.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -35,13 +35,13 @@ struct BarBase {
 /// A point in data values, to be drawn in the style of a data set of the current graph.
 struct DataPointValues {
     std::int16_t data_set = 0;
-    graph::PointEntry point;
+    document::PointEntry point;
     BarBase base;
 };
 
 /// Draws a point that is visible on the graph's selected axes: error bar first, then symbol and text. Bars
 /// are always drawn and left to the clip.
-void DataPointXY(graph::ControlState& state, DrawSurface& surface, DataPointValues const& values);
+void DataPointXY(document::ControlState& state, DrawSurface& surface, DataPointValues const& values);
 
 /// A point on the page.
 struct DataPointPlace {
@@ -53,7 +53,7 @@ struct DataPointPlace {
     bool legend_sample = false;
     BarBase base;
 };
-void DataPoint(graph::ControlState& state, DrawSurface& surface, DataPointPlace const& point);
+void DataPoint(document::ControlState& state, DrawSurface& surface, DataPointPlace const& point);
 
 /// A place on the page in whole twips, the grid on which symbols stand.
 inline Point whole_twips(Point place) {
@@ -65,7 +65,7 @@ inline Point whole_twips(Point place) {
 
 /// Sets the fore colour from a code: 0 black, 1 blue, 2 red, 3 green, 4 yellow, 5 magenta, 6 cyan, 7 white;
 /// any other value is the colour itself.
-void SetLineColor(graph::ControlState& state, DrawSurface& surface, std::int32_t code);
+void SetLineColor(document::ControlState& state, DrawSurface& surface, std::int32_t code);
 
 /// The part of a data range, in data values, in which points are drawn: the range of an axis and a
 /// thousandth more.
@@ -74,6 +74,6 @@ struct VisibleRange {
     double high = 0;
     bool contains(double value) const { return value >= low && value <= high; }
 };
-VisibleRange visible_range(graph::Axis const& axis);
+VisibleRange visible_range(document::Axis const& axis);
 
 } // namespace qv::render

@@ -2,8 +2,8 @@
 
 #include "base/convert.h"
 #include "base/text.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +11,7 @@
 namespace qv::render {
 namespace {
 
-using graph::trapped;
+using document::trapped;
 
 // Degrees to radians as the layout of turned text has always used it; not quite pi / 180.
 constexpr double radians_per_degree = 0.01745;
@@ -70,7 +70,7 @@ void print_lines(DrawSurface& surface, std::string_view text, TextPlace const& p
 
 } // namespace
 
-FontDetails GetFontDetails(graph::ControlState& state, std::string_view specification) {
+FontDetails GetFontDetails(document::ControlState& state, std::string_view specification) {
     FontDetails details;
     trapped(state, "GetFontDetails", [&] {
         for (const std::string_view token : split(specification, "|")) read_token(token, details);
@@ -78,7 +78,7 @@ FontDetails GetFontDetails(graph::ControlState& state, std::string_view specific
     return details;
 }
 
-void SetGraphFont(graph::ControlState& state, DrawSurface& surface, std::string_view specification) {
+void SetGraphFont(document::ControlState& state, DrawSurface& surface, std::string_view specification) {
     trapped(state, "SetGraphFont", [&] {
         const FontDetails details = GetFontDetails(state, specification);
         if (details.font.name.empty()) return;
@@ -95,7 +95,7 @@ TextBlock text_block(DrawSurface& surface, std::string_view text) {
     return block;
 }
 
-void PrintText(graph::ControlState& state, DrawSurface& surface, std::string_view text,
+void PrintText(document::ControlState& state, DrawSurface& surface, std::string_view text,
                TextPlace const& place, TextStyle const& style) {
     trapped(state, "PrintText", [&] {
         // Copies, because a font that cannot be read raises ErrorMsg, whose handler may change the document
@@ -103,7 +103,7 @@ void PrintText(graph::ControlState& state, DrawSurface& surface, std::string_vie
         const std::string own_text(text);
         bool const color_in_font = style.font.find('#') != std::string_view::npos;
         SetGraphFont(state, surface, std::string(style.font));
-        const graph::RestoreScope fore_color(surface.state.ForeColor);
+        const document::RestoreScope fore_color(surface.state.ForeColor);
         if (!color_in_font && style.color != -1) surface.state.ForeColor = style.color;
         print_lines(surface, own_text, place);
     });

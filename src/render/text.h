@@ -1,8 +1,8 @@
 // Text: font specifications, and lines placed at an anchor with an alignment and an angle.
 #pragma once
 
-#include "graph/model/ControlState.h"
-#include "render/DrawSurface.h"
+#include "document/ControlState.h"
+#include "surface/DrawSurface.h"
 
 #include <string_view>
 
@@ -18,10 +18,10 @@ struct FontDetails {
 /// Reads a specification: tokens separated by "|", recognised without regard to case: "Font=" with a name,
 /// "Bold", "Italic", "#" with a colour number, and a size in points. Default: Arial, 9 points. A number too
 /// large for its field is reported; what was read before it counts.
-FontDetails GetFontDetails(graph::ControlState& state, std::string_view specification);
+FontDetails GetFontDetails(document::ControlState& state, std::string_view specification);
 
 /// Applies a specification to a surface; an empty font name leaves the surface's font as it is.
-void SetGraphFont(graph::ControlState& state, DrawSurface& surface, std::string_view specification);
+void SetGraphFont(document::ControlState& state, DrawSurface& surface, std::string_view specification);
 
 enum class Align : std::int16_t { Start = 0, Centre = 1, End = 2 };
 
@@ -49,7 +49,7 @@ struct TextBlock {
 TextBlock text_block(DrawSurface& surface, std::string_view text);
 
 /// Prints a text whose lines are separated by "\n" or "\r\n".
-void PrintText(graph::ControlState& state, DrawSurface& surface, std::string_view text,
+void PrintText(document::ControlState& state, DrawSurface& surface, std::string_view text,
                TextPlace const& place, TextStyle const& style);
 
 } // namespace qv::render

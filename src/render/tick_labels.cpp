@@ -12,9 +12,9 @@
 namespace qv::render {
 namespace {
 
-using graph::Axis;
-using graph::AxisKind;
-using graph::AxisMode;
+using document::Axis;
+using document::AxisKind;
+using document::AxisMode;
 
 constexpr std::int16_t label_digits = 6;
 constexpr double label_tolerance = 0.01; // of the distance to the next major tick
@@ -98,10 +98,10 @@ bool overlap_with_stride(std::vector<PlacedTick const*> const& labelled, std::si
 
 } // namespace
 
-std::vector<PlacedTick> place_ticks(graph::ControlState& state, DrawSurface& surface, AxisFrame const& frame,
+std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface, AxisFrame const& frame,
                                     Axis const& axis, AxisSpan range) {
     bool const is_x = frame.kind == AxisKind::X;
-    graph::Graph const& graph = graph::current_graph(state);
+    document::Graph const& graph = document::current_graph(state);
     const scale::AxisMap map = is_x ? scale::x_map(graph, axis) : scale::y_map(graph, axis);
     double const pixel = is_x ? surface.TwipsPerPixelX() : surface.TwipsPerPixelY();
     double const length = std::max(frame.along_high() - frame.along_low(), 1.0);

@@ -21,8 +21,8 @@ struct PlacedTick {
 };
 
 /// The ticks that lie on the axis. Labels are measured in the surface's current font.
-std::vector<PlacedTick> place_ticks(graph::ControlState& state, DrawSurface& surface, AxisFrame const& frame,
-                                    graph::Axis const& axis, AxisSpan range);
+std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface, AxisFrame const& frame,
+                                    document::Axis const& axis, AxisSpan range);
 
 /// How the labels of an axis lie beside it: outside its line, whatever their angle. Lengths are twips across
 /// the axis, from the middle of its line.
@@ -39,11 +39,11 @@ struct LabelLayout {
         return gap + (flush ? extent : 0) + height_inside * tick.label_size.height;
     }
 };
-LabelLayout label_layout(DrawSurface& surface, AxisFrame const& frame, graph::Axis const& axis,
+LabelLayout label_layout(DrawSurface& surface, AxisFrame const& frame, document::Axis const& axis,
                          std::vector<PlacedTick> const& ticks);
 
 /// Hides labels so that those left, every second, third, ... one, do not overlap along the axis.
-void thin_labels(DrawSurface& surface, AxisFrame const& frame, graph::Axis const& axis,
+void thin_labels(DrawSurface& surface, AxisFrame const& frame, document::Axis const& axis,
                  std::vector<PlacedTick>& ticks);
 
 } // namespace qv::render

@@ -1,5 +1,5 @@
 #include "base/convert.h"
-#include "graph/model/trap.h"
+#include "document/trap.h"
 #include "scale/axis_range.h"
 #include "scale/number_format.h"
 #include "scale/numeric.h"
@@ -143,7 +143,7 @@ void auto_scale(AxisRange& range) {
         scale_linear(range);
 }
 
-void AutoScale(graph::ControlState& state, AxisRange& range) {
+void AutoScale(document::ControlState& state, AxisRange& range) {
     trapped(state, "AutoScale", [&] { auto_scale(range); });
 }
 

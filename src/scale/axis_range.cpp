@@ -1,14 +1,14 @@
 #include "scale/axis_range.h"
 
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 
 namespace qv::scale {
 
-using graph::Axis;
-using graph::AxisMode;
+using document::Axis;
+using document::AxisMode;
 
-void SetAxisScale(graph::ControlState& state) {
+void SetAxisScale(document::ControlState& state) {
     trapped(state, "SetAxisScale", [&] {
         Axis& axis = selected_axis(state);
         if (axis.has_mode(AxisMode::Automatic)) {

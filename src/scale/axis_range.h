@@ -1,7 +1,7 @@
 // Axis ranges: rounded automatic ranges and the full range that goes with a range mode.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 namespace qv::scale {
 
@@ -24,9 +24,9 @@ struct AxisRange {
 void auto_scale(AxisRange& range);
 
 /// The same as a procedure of a control: a failure is reported and leaves what was already rewritten.
-void AutoScale(graph::ControlState& state, AxisRange& range);
+void AutoScale(document::ControlState& state, AxisRange& range);
 
 /// Sets the full range of the current graph's selected axis from its range mode.
-void SetAxisScale(graph::ControlState& state);
+void SetAxisScale(document::ControlState& state);
 
 } // namespace qv::scale

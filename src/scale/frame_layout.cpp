@@ -1,6 +1,6 @@
 #include "base/convert.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "scale/mapping.h"
 #include "scale/numeric.h"
 
@@ -26,9 +26,9 @@ std::int32_t legend_start(double percent, FrameSpan frame) {
 
 } // namespace
 
-void CalcBorders(graph::ControlState& state) {
+void CalcBorders(document::ControlState& state) {
     trapped(state, "CalcBorders", [&] {
-        graph::Graph& graph = current_graph(state);
+        document::Graph& graph = current_graph(state);
         const bool whole_page = graph.GraphWholePage;
         const FrameSpan across = whole_page ? FrameSpan{0, state.PageWidth}
                                             : frame_span(graph.GraphLeft, graph.GraphWidth, state.PageWidth);

@@ -1,8 +1,8 @@
 #include "scale/mapping.h"
 
 #include "base/convert.h"
-#include "graph/model/selection.h"
-#include "graph/model/trap.h"
+#include "document/selection.h"
+#include "document/trap.h"
 #include "scale/numeric.h"
 
 #include <algorithm>
@@ -10,8 +10,8 @@
 namespace qv::scale {
 namespace {
 
-using graph::Axis;
-using graph::Graph;
+using document::Axis;
+using document::Graph;
 
 /// The plot area along one axis, in twips.
 struct Track {
@@ -31,7 +31,7 @@ Track y_track(Graph const& graph, Axis const& axis) {
 }
 
 /// The map of a range that begins at one place and ends at another.
-AxisMap map_of(graph::ShownScale const& scale) {
+AxisMap map_of(document::ShownScale const& scale) {
     AxisMap map;
     map.start = scale.start;
     map.length = scale.length;
@@ -47,7 +47,7 @@ AxisMap map_of(graph::ShownScale const& scale) {
     return map;
 }
 
-graph::ShownScale scale_along(Track const& track, Axis const& axis) {
+document::ShownScale scale_along(Track const& track, Axis const& axis) {
     double const near_end = static_cast<double>(track.frame) + static_cast<double>(track.border);
     double const length = track.length;
     return {.first = axis.AxisValue1,
@@ -57,8 +57,8 @@ graph::ShownScale scale_along(Track const& track, Axis const& axis) {
             .length = track.mirrored ? -length : length};
 }
 
-graph::ShownScale present_scale(Graph const& graph, Axis const& axis) {
-    return scale_along(axis.AxisXY == graph::AxisKind::X ? x_track(graph, axis) : y_track(graph, axis), axis);
+document::ShownScale present_scale(Graph const& graph, Axis const& axis) {
+    return scale_along(axis.AxisXY == document::AxisKind::X ? x_track(graph, axis) : y_track(graph, axis), axis);
 }
 
 constexpr double largest_x = 1e10; // PosX tells no larger position
@@ -121,7 +121,7 @@ AxisMap shown_map(Graph const& graph, Axis const& axis) {
     return map_of(axis.shown ? *axis.shown : present_scale(graph, axis));
 }
 
-void PosX(graph::ControlState& state, double value, float& position) {
+void PosX(document::ControlState& state, double value, float& position) {
     trapped(state, "PosX", [&] {
         Graph& graph = current_graph(state);
         double const place = x_map(graph, selected_x_axis(graph))(value);
@@ -130,14 +130,14 @@ void PosX(graph::ControlState& state, double value, float& position) {
     });
 }
 
-void PosY(graph::ControlState& state, double value, float& position) {
+void PosY(document::ControlState& state, double value, float& position) {
     trapped(state, "PosY", [&] {
         Graph& graph = current_graph(state);
         position = nearest_float(y_map(graph, selected_y_axis(graph))(value));
     });
 }
 
-void GetXCoord(graph::ControlState& state, std::int16_t index, float position, double& value) {
+void GetXCoord(document::ControlState& state, std::int16_t index, float position, double& value) {
     trapped(state, "GetXCoord", [&] {
         Graph& graph = *at(state.Graphs, index, "graph");
         Axis const& axis = selected_x_axis(graph);
@@ -145,7 +145,7 @@ void GetXCoord(graph::ControlState& state, std::int16_t index, float position, d
     });
 }
 
-void GetYCoord(graph::ControlState& state, std::int16_t index, float position, double& value) {
+void GetYCoord(document::ControlState& state, std::int16_t index, float position, double& value) {
     trapped(state, "GetYCoord", [&] {
         Graph& graph = *at(state.Graphs, index, "graph");
         Axis const& axis = selected_y_axis(graph);

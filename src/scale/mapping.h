@@ -1,7 +1,7 @@
 // Frame layout, and the way from data values to page positions and back.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,7 @@
 namespace qv::scale {
 
 /// Lays out the current graph's frame and the position of its legend.
-void CalcBorders(graph::ControlState& state);
+void CalcBorders(document::ControlState& state);
 
 /// An axis's own scale reckoned from one of its values: the way from there to another value, on a logarithmic
 /// axis the ln of their ratio. Narrow ranges of large values stay exact.
@@ -67,28 +67,28 @@ struct AxisMap {
                             : ScaleFrom{last, is_log}.value_at((share - 1) * span);
     }
 };
-AxisMap x_map(graph::Graph const& graph, graph::Axis const& axis);
-AxisMap y_map(graph::Graph const& graph, graph::Axis const& axis);
+AxisMap x_map(document::Graph const& graph, document::Axis const& axis);
+AxisMap y_map(document::Graph const& graph, document::Axis const& axis);
 
 /// Remembers the scales on which the page shows the axes of a graph that is being drawn.
-void keep_shown_scales(graph::Graph& graph);
+void keep_shown_scales(document::Graph& graph);
 /// The map of the page as it is shown, whatever was changed since; of an axis that was never drawn, the map
 /// it would be drawn with. What a place on the page stands for is told by this one alone.
-AxisMap shown_map(graph::Graph const& graph, graph::Axis const& axis);
+AxisMap shown_map(document::Graph const& graph, document::Axis const& axis);
 
 /// Page position in twips of a value on the current graph's selected x (y) axis, as a 32-bit float. A value
 /// that cannot be mapped lies one axis length outside the plot area; an x position beyond 1e10 becomes 10000.
-void PosX(graph::ControlState& state, double value, float& position);
-void PosY(graph::ControlState& state, double value, float& position);
+void PosX(document::ControlState& state, double value, float& position);
+void PosY(document::ControlState& state, double value, float& position);
 
 /// The data value at a page position, on the given graph's selected x (y) axis; reversed axes are read the
 /// way they are drawn. The y value has the precision of a 32-bit float, unless the axis's range does not
 /// fit into one. An axis without length is fault 11; a failure is reported and leaves `value` alone.
-void GetXCoord(graph::ControlState& state, std::int16_t graph, float position, double& value);
-void GetYCoord(graph::ControlState& state, std::int16_t graph, float position, double& value);
+void GetXCoord(document::ControlState& state, std::int16_t graph, float position, double& value);
+void GetYCoord(document::ControlState& state, std::int16_t graph, float position, double& value);
 
 /// How far the values of two places on an axis are apart that lie this many twips from one another, one of
 /// them that of `value` and the other towards zero where the axis is logarithmic; 0 where there is no scale.
-double step_at(graph::Axis const& axis, double value, double twips);
+double step_at(document::Axis const& axis, double value, double twips);
 
 } // namespace qv::scale

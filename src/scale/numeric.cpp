@@ -1,7 +1,7 @@
 #include "scale/numeric.h"
 
 #include "base/fault.h"
-#include "graph/model/trap.h"
+#include "document/trap.h"
 
 #include <cmath>
 
@@ -29,13 +29,13 @@ double xxExp(double value, bool is_log) {
     return power;
 }
 
-double xxLog(graph::ControlState& state, double value, bool is_log) {
+double xxLog(document::ControlState& state, double value, bool is_log) {
     double result = 0;
     trapped(state, "xxLog", [&] { result = xxLog(value, is_log); });
     return result;
 }
 
-double xxExp(graph::ControlState& state, double value, bool is_log) {
+double xxExp(document::ControlState& state, double value, bool is_log) {
     double result = 0;
     trapped(state, "xxExp", [&] { result = xxExp(value, is_log); });
     return result;

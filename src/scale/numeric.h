@@ -1,7 +1,7 @@
 // Small numeric functions that scaling, drawing and interaction share.
 #pragma once
 
-#include "graph/model/ControlState.h"
+#include "document/ControlState.h"
 
 #include <cstdint>
 
@@ -37,7 +37,7 @@ double xxLog(double value, bool is_log);
 double xxExp(double value, bool is_log);
 
 /// The same as procedures of a control: a failure is reported under their own name and yields 0.
-double xxLog(graph::ControlState& state, double value, bool is_log);
-double xxExp(graph::ControlState& state, double value, bool is_log);
+double xxLog(document::ControlState& state, double value, bool is_log);
+double xxExp(document::ControlState& state, double value, bool is_log);
 
 } // namespace qv::scale

@@ -1,7 +1,7 @@
 #include "qvplot/page.h"
 
-#include "graph/model/selection.h"
-#include "platform/headless/HeadlessHost.h"
+#include "document/selection.h"
+#include "hosts/headless/HeadlessHost.h"
 #include "qvplot/look.h"
 #include "qvplot/report.h"
 
@@ -45,7 +45,7 @@ struct DrawnPage {
     std::uint32_t pixel(int x, int y) const {
         return host.picture().pixels()[static_cast<std::size_t>(y * host.picture().stride() + x)] & 0xFFFFFF;
     }
-    graph::Graph const& graph() { return graph::current_graph(host.control().state()); }
+    document::Graph const& graph() { return document::current_graph(host.control().state()); }
 
     /// The legend's pixels, its edge included.
     struct Pixels {
@@ -131,7 +131,7 @@ TEST_CASE("bars of several columns stand side by side without touching the next"
     double const mm = page.host.control().state().UnitsPerMmX;
     double const width = 2 * 0.9 * sets[0].DataSymbolSize / mm; // as bars are drawn
     CHECK(sets[1].BarOffset - sets[0].BarOffset == doctest::Approx(width).epsilon(0.05));
-    graph::Axis const& x = page.graph().Axes[0];
+    document::Axis const& x = page.graph().Axes[0];
     double const distance = x.AxisLength / (x.AxisValue2 - x.AxisValue1) / mm;
     CHECK(2 * width < distance);
     CHECK(page.graph().Axes[1].AxisValue1 == 0);
@@ -144,7 +144,7 @@ TEST_CASE("ticks follow what is shown, and a page laid out anew is that of its s
     qvGraph& control = host.control();
     PlotPage page(control, data, options);
     page.draw();
-    graph::Axis& x = graph::current_graph(control.state()).Axes[0];
+    document::Axis& x = document::current_graph(control.state()).Axes[0];
     double const low = x.AxisValue1, high = x.AxisValue2;
     x.AxisValue1 = 40010;
     x.AxisValue2 = 40012;
@@ -194,7 +194,7 @@ TEST_CASE("a small page shows the data before titles and labels") {
             }
         CHECK(right - left > 0.35 * size.width);
         CHECK(bottom - top > 0.25 * size.height);
-        graph::Axis const& y = page.graph().Axes[1];
+        document::Axis const& y = page.graph().Axes[1];
         CHECK(y.AxisValue2 - y.AxisValue1 <= 100);
     }
 }
@@ -205,7 +205,7 @@ TEST_CASE("a line breaks where points are missing, and a point between gaps is s
         "x", false, {{"y", {0, 4, none, 5, none, 6, 10}, {1, 1, none, 1, none, 1, 1}, false}}};
     const PlotOptions options = sized({800, 300});
     DrawnPage page(data, options);
-    graph::Axis const& x = page.graph().Axes[0];
+    document::Axis const& x = page.graph().Axes[0];
     auto const colored_at = [&](double value) {
         double const share = (value - x.AxisValue1) / (x.AxisValue2 - x.AxisValue1);
         double const left = page.graph().BorderLeft / 15.0;
@@ -227,8 +227,8 @@ TEST_CASE("a range of x is what the axis shows, and y fits the line within it") 
     PlotOptions options = sized({800, 600});
     options.x_range = XRange{0.98, 2.01};
     DrawnPage page(data, options);
-    graph::Axis const& x = page.graph().Axes[0];
-    graph::Axis const& y = page.graph().Axes[1];
+    document::Axis const& x = page.graph().Axes[0];
+    document::Axis const& y = page.graph().Axes[1];
     CHECK(x.AxisValue1 == 0.98);
     CHECK(x.AxisValue2 == 2.01);
     CHECK(y.AxisValue1 == 0);
@@ -289,7 +289,7 @@ TEST_CASE("the legend stands in the plot area where it hides no data") {
                 CHECK((left > 400) == row.at_right);
                 CHECK((top < 300) == row.at_top);
             }
-            graph::Graph const& graph = page.graph();
+            document::Graph const& graph = page.graph();
             CHECK(left > graph.BorderLeft / 15);
             CHECK(top > graph.BorderTop / 15);
             CHECK(right < 800 - graph.BorderRight / 15);

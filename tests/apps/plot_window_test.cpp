@@ -1,7 +1,7 @@
 // The real window: what a person does to it, and its ticks, scroll bars and legend afterwards.
 #include "qvplot/plot_window.h"
 
-#include "graph/model/selection.h"
+#include "document/selection.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QMouseEvent>
@@ -45,8 +45,8 @@ struct Window {
     static void settle() {
         for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
     }
-    graph::Graph const& graph() { return graph::current_graph(widget.control().state()); }
-    graph::Axis const& axis(std::size_t i) { return graph().Axes[i]; }
+    document::Graph const& graph() { return document::current_graph(widget.control().state()); }
+    document::Axis const& axis(std::size_t i) { return graph().Axes[i]; }
 
     void resize(int width, int height) {
         widget.resize(width, height);
@@ -94,7 +94,7 @@ struct Window {
         return true;
     }
     /// Where the thumb's middle stands along its bar, and where what is seen stands in all there is.
-    void check_bar(QScrollBar& bar, graph::Axis const& shown, bool upwards) {
+    void check_bar(QScrollBar& bar, document::Axis const& shown, bool upwards) {
         double const room = (shown.ScaleMax - shown.ScaleMin) - (shown.AxisValue2 - shown.AxisValue1);
         double const place = (shown.AxisValue1 - shown.ScaleMin) / room;
         double const at = static_cast<double>(bar.value() - bar.minimum()) / (bar.maximum() - bar.minimum());
@@ -139,7 +139,7 @@ TEST_CASE("ticks are round after every wheel turn, pan, box, scroll and step bac
 
 TEST_CASE("a new size keeps what is zoomed and where the legend was put") {
     Window window;
-    graph::Graph const& graph = window.graph();
+    document::Graph const& graph = window.graph();
     REQUIRE(graph.LegendShow);
     auto const pixels = [](std::int32_t twips) { return static_cast<int>(twips / 15); };
     const QPoint legend{pixels(graph.LegendLeft + graph.LegendWidth / 2),

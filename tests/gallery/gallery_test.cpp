@@ -1,5 +1,5 @@
 // The pictures of docs/gallery.md are what the examples draw.
-#include "platform/raster/png.h"
+#include "raster/png.h"
 #include "rendered_page.h"
 
 #include <doctest/doctest.h>

@@ -2,7 +2,7 @@
 #include "gradient_picker/qvGradientForm2.h"
 
 #include "base/fault.h"
-#include "platform/headless/HeadlessHost.h"
+#include "hosts/headless/HeadlessHost.h"
 
 #include <doctest/doctest.h>
 

@@ -5,7 +5,7 @@
 #include "base/fault.h"
 #include "gradient_picker/color_names.h"
 #include "host/Input.h"
-#include "platform/headless/HeadlessHost.h"
+#include "hosts/headless/HeadlessHost.h"
 
 #include <doctest/doctest.h>
 

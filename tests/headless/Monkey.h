@@ -3,8 +3,8 @@
 
 #include "Person.h"
 
-#include "graph/members_by_name.h"
-#include "graph/model/selection.h"
+#include "control/members_by_name.h"
+#include "document/selection.h"
 
 #include <array>
 #include <cmath>
@@ -46,7 +46,7 @@ public:
 
     bool ranges_are_sound() const {
         for (auto const& graph : state.Graphs)
-            for (graph::Axis const& axis : graph->Axes) {
+            for (document::Axis const& axis : graph->Axes) {
                 double const span = axis.AxisValue2 - axis.AxisValue1;
                 if (!std::isfinite(span) || (!axis.AxisNoData && !graph->GraphNotDrawn && span == 0))
                     return false;
@@ -174,7 +174,7 @@ private:
         constexpr int deepest = 3;
         if (depth_ >= deepest || below(4) != 0) return;
         if (below(16) == 0) throw FromHandler();
-        const graph::RestoreScope deeper(depth_, depth_ + 1);
+        const document::RestoreScope deeper(depth_, depth_ + 1);
         do_anything();
     }
     void do_anything() {
@@ -190,7 +190,7 @@ private:
         }
     }
 
-    Variant argument(graph::Accepts accepts) {
+    Variant argument(control::Accepts accepts) {
         static constexpr double numbers[] = {
             0,  0,    1,    1,        2,   3,      5,     10,     100,        0.25, -0.5,
             -1, -3,   255,  1e-300,   1e9, -1e300, 32767, -32768, 2147483647, 1e20, 1.7976931348623157e308,
@@ -198,11 +198,11 @@ private:
         static std::string const texts[] = {"",      "graph", "10*sin(x)", "1/x",
                                             "x+",    "f(a)=", "f(a)=a^2",  "Font=Arial|9|Bold",
                                             "a,b,c", "0.00",  "d mmm yy",  std::string(300, 'W')};
-        if (accepts == graph::Accepts::Text) return any_of(texts);
+        if (accepts == control::Accepts::Text) return any_of(texts);
         return any_of(numbers);
     }
     void call() {
-        auto const& method = any_of(graph::method_table());
+        auto const& method = any_of(control::method_table());
         if (method.name == "SaveImage") return;
         std::vector<Variant> arguments;
         for (auto const& parameter : method.parameters)
@@ -211,7 +211,7 @@ private:
         method.call(page_, arguments);
     }
     void set() {
-        auto const& property = any_of(graph::property_table());
+        auto const& property = any_of(control::property_table());
         if (property.let) property.let(page_, argument(property.accepts));
     }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/EventSink.h"
-#include "platform/headless/HeadlessHost.h"
+#include "hosts/headless/HeadlessHost.h"
 #include "render/plot_geometry.h"
 
 #include <string>
@@ -38,13 +38,13 @@ struct Person {
     headless::HeadlessHost host{PixelSize{800, 600}};
     HeardEvents heard;
     qvGraph& page = host.control();
-    graph::ControlState& state = page.state();
+    document::ControlState& state = page.state();
 
     Person() { page.set_events(&heard); }
 
-    graph::Graph& graph(std::size_t index = 0) { return *state.Graphs[index]; }
-    graph::Axis& x_axis() { return graph().Axes[0]; }
-    graph::Axis& y_axis() { return graph().Axes[1]; }
+    document::Graph& graph(std::size_t index = 0) { return *state.Graphs[index]; }
+    document::Axis& x_axis() { return graph().Axes[0]; }
+    document::Axis& y_axis() { return graph().Axes[1]; }
     Box plot() { return render::plot_box(graph()); }
     /// A place in the plot area of the first graph, as shares of its width and height from the top left.
     Point in_plot(double across, double down) {

@@ -1,5 +1,5 @@
 // Gradients on a page: which pixels each fill reaches.
-#include "platform/headless/HeadlessHost.h"
+#include "hosts/headless/HeadlessHost.h"
 #include "render/gradient.h"
 #include "render/plot_geometry.h"
 
@@ -20,7 +20,7 @@ constexpr Color green = rgb(0, 128, 0), bright_green = rgb(0, 255, 0);
 struct GradientPage {
     HeadlessHost host;
     qvGraph& page = host.control();
-    graph::ControlState& state = page.state();
+    document::ControlState& state = page.state();
 
     explicit GradientPage(double dots_per_inch = 96) : host({300, 200}, dots_per_inch) {
         page.NewGraph("");
@@ -28,7 +28,7 @@ struct GradientPage {
         page.PageEdgeThickness(0);
         page.GraphPosition({.Left = 11, .Top = 13, .Width = 77, .Height = 71});
         page.BorderEdgeThickness(0);
-        graph::Graph& graph = *state.Graphs.front();
+        document::Graph& graph = *state.Graphs.front();
         page.Refresh();
         graph.LegendLeft = 1003;
         graph.LegendTop = 711;

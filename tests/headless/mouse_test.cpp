@@ -10,7 +10,7 @@
 
 using namespace qv;
 using namespace qv::testing;
-using graph::HitFlags;
+using document::HitFlags;
 using host::PointerShape;
 using Names = std::vector<std::string>;
 
@@ -168,7 +168,7 @@ TEST_CASE("a box of less than three pixels of 96 dots per inch both ways is a cl
         host.control().set_events(&heard);
         host.control().NewGraph("graph", 0, 10, 0, 10);
         host.control().Refresh();
-        graph::Graph& graph = *host.control().state().Graphs[0];
+        document::Graph& graph = *host.control().state().Graphs[0];
         const Box plot = render::plot_box(graph);
         const Point from{std::round(plot.left + plot.width / 2), std::round(plot.top + plot.height / 2)};
         const Point to = shifted(from, row.width, row.height);
@@ -179,13 +179,13 @@ TEST_CASE("a box of less than three pixels of 96 dots per inch both ways is a cl
         mouse(host::MouseKind::Move, to);
         mouse(host::MouseKind::Release, to);
         CHECK((heard.names == Names{"MouseMove", "Click"}) == row.is_click);
-        CHECK((interact::shown_ranges(graph) == std::vector<graph::Shown>{{0, 10}, {0, 10}}) == row.is_click);
+        CHECK((interact::shown_ranges(graph) == std::vector<document::Shown>{{0, 10}, {0, 10}}) == row.is_click);
     }
 }
 
 TEST_CASE("Shift zooms by two on the axis's own scale, down to MaxZoomFactor and up to the full range") {
     PersonAtGraph person;
-    graph::Axis& y = person.y_axis();
+    document::Axis& y = person.y_axis();
     y.AxisLog = true;
     y.AxisValue1 = y.ScaleMin = 1;
     y.AxisValue2 = y.ScaleMax = 10000;
@@ -211,7 +211,7 @@ TEST_CASE("dragging a graph moves it with its legend; its edges stop at the plot
     PersonAtGraph person;
     person.page.GraphPosition({.Left = 10, .Top = 10, .Width = 50, .Height = 50});
     person.page.Refresh();
-    graph::Graph& graph = person.graph();
+    document::Graph& graph = person.graph();
     double const legend_offset = graph.LegendLeft - graph.FrameLeft;
     const Point body{graph.FrameLeft + 100.0, graph.FrameTop + 100.0};
     person.take_events();
@@ -240,7 +240,7 @@ TEST_CASE("dragging as far as numbers reach turns no place round") {
     for (double const far : {2147480000.0, -2147480000.0}) {
         CAPTURE(far);
         PersonAtGraph person;
-        graph::Graph& graph = person.graph();
+        document::Graph& graph = person.graph();
         person.press({graph.LegendLeft + 30.0, graph.LegendTop + 30.0});
         person.state.pointing.LegendGrab = {far > 0 ? -30000 : 30000, far > 0 ? -30000 : 30000};
         person.move({far, far}, host::left_button);
@@ -259,7 +259,7 @@ TEST_CASE("position events tell of what has moved, and of nothing else") {
     PersonAtGraph person;
     person.page.GraphPosition({.Left = 10, .Top = 10, .Width = 50, .Height = 50});
     person.page.Refresh();
-    graph::Graph const& graph = person.graph();
+    document::Graph const& graph = person.graph();
     auto const events_of = [&](Point from, std::vector<Point> const& ways) {
         person.take_events();
         person.press(from);
@@ -301,7 +301,7 @@ TEST_CASE("a graph that fills the page stays there; its plot's margins can be dr
     PersonAtGraph person;
     person.page.GraphWholePage(true);
     person.page.Refresh();
-    graph::Graph const& graph = person.graph();
+    document::Graph const& graph = person.graph();
     auto const place = [&] {
         return std::array{graph.GraphLeft, graph.GraphTop, graph.GraphWidth, graph.GraphHeight};
     };
@@ -322,7 +322,7 @@ TEST_CASE("a graph that fills the page stays there; its plot's margins can be dr
 
 TEST_CASE("a legend is dragged inside its frame; Ctrl fetches and hides it") {
     PersonAtGraph person;
-    graph::Graph& graph = person.graph();
+    document::Graph& graph = person.graph();
     const Box legend = render::legend_box(graph);
     auto const page_before = person.pixels();
     person.press({legend.left + 30, legend.top + 30});
@@ -432,11 +432,11 @@ TEST_CASE("scroll bars move the span, keep its length, agree with reversed and l
     for (bool const reversed : {false, true}) {
         CAPTURE(reversed);
         PersonAtGraph person;
-        for (graph::Axis& axis : person.graph().Axes) axis.AxisReverse = reversed;
+        for (document::Axis& axis : person.graph().Axes) axis.AxisReverse = reversed;
         person.page.Refresh();
         person.drag(person.in_plot(0.2, 0.2), person.in_plot(0.6, 0.6));
-        graph::Axis const& x = person.x_axis();
-        graph::Axis const& y = person.y_axis();
+        document::Axis const& x = person.x_axis();
+        document::Axis const& y = person.y_axis();
         person.scroll(host::Bar::HScroll1, 0);
         CHECK((reversed ? x.AxisValue2 : x.AxisValue1) == doctest::Approx(reversed ? 10 : 0));
         CHECK(x.AxisValue2 - x.AxisValue1 == doctest::Approx(4));

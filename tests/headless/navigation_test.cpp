@@ -27,10 +27,10 @@ struct Navigator : PersonAtGraph {
         scale::GetXCoord(state, 0, static_cast<float>(place.x), value);
         return value;
     }
-    std::vector<graph::Shown> shown() { return interact::shown_ranges(graph()); }
+    std::vector<document::Shown> shown() { return interact::shown_ranges(graph()); }
 };
 
-std::vector<graph::Shown> const full{{0, 10}, {0, 10}};
+std::vector<document::Shown> const full{{0, 10}, {0, 10}};
 
 } // namespace
 
@@ -114,7 +114,7 @@ TEST_CASE("Escape takes a rubber band or a drag back") {
     person.release(person.in_plot(0.5, 0.5));
     CHECK(person.shown() == full);
 
-    graph::Graph& graph = person.graph();
+    document::Graph& graph = person.graph();
     for (const Point grip : {Point{graph.FrameLeft + 200.0, graph.FrameTop + 200.0},
                              Point{graph.FrameLeft + 5.0, graph.FrameTop + 2000.0},
                              Point{person.plot().left + 5, person.plot().top + 500},
@@ -232,7 +232,7 @@ TEST_CASE("undo leaves out ranges that the page no longer has, and steps of a gr
     person.page.Refresh();
     auto const y = person.shown()[1];
     CHECK(person.key(Key::Left, host::alt_key));
-    CHECK(person.shown() == std::vector<graph::Shown>{{0, 10}, y});
+    CHECK(person.shown() == std::vector<document::Shown>{{0, 10}, y});
 
     struct Refiller : host::EventSink {
         qvGraph* page = nullptr;
@@ -277,7 +277,7 @@ TEST_CASE("an axis without a scale is left alone by every gesture") {
 
 TEST_CASE("no gesture turns an axis round or leaves its full range") {
     struct Row {
-        graph::Shown shown, full;
+        document::Shown shown, full;
         bool reverse = false, is_log = false;
     };
     Row const rows[] = {
@@ -298,7 +298,7 @@ TEST_CASE("no gesture turns an axis round or leaves its full range") {
         CAPTURE(row.shown.first);
         CAPTURE(row.shown.last);
         Navigator person;
-        for (graph::Axis& axis : person.graph().Axes) {
+        for (document::Axis& axis : person.graph().Axes) {
             axis.AxisValue1 = row.shown.first;
             axis.AxisValue2 = row.shown.last;
             axis.ScaleMin = row.full.first;
@@ -335,7 +335,7 @@ TEST_CASE("no gesture turns an axis round or leaves its full range") {
                 bool const was_inside = std::min(before[axis].first, before[axis].last) >= low
                                         && std::max(before[axis].first, before[axis].last) <= high;
                 bool const is_inside = std::min(first, last) >= low && std::max(first, last) <= high;
-                bool const is_as_before = graph::Shown{first, last} == before[axis];
+                bool const is_as_before = document::Shown{first, last} == before[axis];
                 REQUIRE((is_inside || (!was_inside && is_as_before)));
             }
         }
@@ -350,7 +350,7 @@ TEST_CASE("undo keeps the direction of an axis that the host has turned, and to 
     person.page.AxisScaleStyle({.Value1 = 8, .Value2 = 1});
     person.page.Refresh();
     CHECK(person.key(Key::Left, host::alt_key));
-    CHECK(person.shown()[0] == graph::Shown{8, 1});
+    CHECK(person.shown()[0] == document::Shown{8, 1});
 }
 
 TEST_CASE("two fingers zoom about the place between them") {
@@ -379,7 +379,7 @@ TEST_CASE("the nearest point is the one that looking at all of them finds") {
             const Point place = person.in_plot(static_cast<double>(random() % 1000) / 1000,
                                                static_cast<double>(random() % 1000) / 1000);
             double least = 200;
-            for (graph::DataSet const& set : person.graph().DataSets)
+            for (document::DataSet const& set : person.graph().DataSets)
                 for (std::size_t i = 0; i < set.points.size(); i += 1) {
                     auto const point = set.points.at(i);
                     least = std::min(least, std::hypot(x_map(point.X) - place.x, y_map(point.Y) - place.y));

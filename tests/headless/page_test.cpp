@@ -1,6 +1,6 @@
 #include "picture_check.h"
-#include "platform/headless/HeadlessHost.h"
-#include "platform/raster/png.h"
+#include "hosts/headless/HeadlessHost.h"
+#include "raster/png.h"
 
 #include <doctest/doctest.h>
 
@@ -186,7 +186,7 @@ TEST_CASE("a legend changes pixels only inside its edge") {
         LegendCase hidden = asked;
         hidden.shown = false;
         draw_with_legend(without.control(), hidden);
-        graph::Graph const& graph = *with.control().state().Graphs[0];
+        document::Graph const& graph = *with.control().state().Graphs[0];
         double const edge = asked.edge / 2.0 + 1;
         int changed = 0, outside = 0;
         for (int y = 0; y < asked.page.height; ++y)

@@ -109,7 +109,7 @@ TEST_CASE("a page during and after the drag of a legend is one that has its lege
         add_graph(host.control(), look);
         host.control().Refresh();
         auto const before = shown(host);
-        graph::Graph const& graph = *host.control().state().Graphs[0];
+        document::Graph const& graph = *host.control().state().Graphs[0];
         const Point place{graph.LegendLeft + 60.0, graph.LegendTop + 60.0};
         auto const mouse = [&](host::MouseKind kind, Point at) {
             host.input(host::MouseInput{kind, host::left_button, 0, at});
@@ -141,7 +141,7 @@ TEST_CASE("a legend changed since it was drawn leaves nothing behind when it is 
     auto const drag_after = [&](std::string const& what, auto change) {
         CAPTURE(what);
         change();
-        graph::Graph const& graph = person.graph();
+        document::Graph const& graph = person.graph();
         const Point place{graph.LegendLeft + 60.0, graph.LegendTop + 60.0};
         person.press(place);
         person.move({place.x - 600, place.y + 300}, host::left_button);
@@ -219,7 +219,7 @@ TEST_CASE("graphs dragged over others leave no trail") {
     } const grips[]{{0, 0.02, 0.02}, {2, 0.98, 0.98}, {1, 0.98, 0.02}};
     for (auto const& grip : grips) {
         CAPTURE(grip.graph);
-        graph::Graph const& graph = person.graph(grip.graph);
+        document::Graph const& graph = person.graph(grip.graph);
         const Point place{graph.FrameLeft + grip.across * graph.FrameWidth,
                           graph.FrameTop + grip.down * graph.FrameHeight};
         person.press(place);
@@ -275,8 +275,8 @@ TEST_CASE("data and functions on hidden automatic axes are drawn, and their rang
         visible.control().Refresh();
         CHECK(heard.scale_changes == 2);
         for (std::size_t const axis : {0U, 1U}) {
-            graph::Axis const& hidden = host.control().state().Graphs[0]->Axes[axis];
-            graph::Axis const& seen = visible.control().state().Graphs[0]->Axes[axis];
+            document::Axis const& hidden = host.control().state().Graphs[0]->Axes[axis];
+            document::Axis const& seen = visible.control().state().Graphs[0]->Axes[axis];
             CHECK(hidden.AxisValue1 == seen.AxisValue1);
             CHECK(hidden.AxisValue2 == seen.AxisValue2);
             CHECK(hidden.AxisValue1 < hidden.AxisValue2);

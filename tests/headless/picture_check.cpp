@@ -1,7 +1,7 @@
 #include "picture_check.h"
 
-#include "platform/raster/FontLibrary.h"
-#include "platform/raster/png.h"
+#include "raster/FontLibrary.h"
+#include "raster/png.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -39,7 +39,7 @@ struct Reader : Person {
     /// What the drawing says of a place, reckoned here in another way than the control does.
     Point drawn_at(Point place) {
         const Box box = plot();
-        auto const value = [](graph::Axis const& axis, long double share) {
+        auto const value = [](document::Axis const& axis, long double share) {
             if (axis.AxisReverse) share = 1 - share;
             long double const first = axis.AxisValue1, last = axis.AxisValue2;
             if (axis.AxisLog) return static_cast<double>(first * std::pow(last / first, share));
@@ -70,7 +70,7 @@ TEST_CASE("a hundred zooms keep a value under the pointer to the pixel") {
             CAPTURE(row.is_log);
             CAPTURE(share.x);
             Reader person(row.first, row.last);
-            for (graph::Axis* axis : {&person.x_axis(), &person.y_axis()}) {
+            for (document::Axis* axis : {&person.x_axis(), &person.y_axis()}) {
                 axis->AxisLog = row.is_log;
                 axis->AxisReverse = row.reversed;
             }
@@ -101,7 +101,7 @@ TEST_CASE("a hundred zooms keep a value under the pointer to the pixel") {
 TEST_CASE("a box, and a box in it, and one in that show exactly those boxes") {
     for (bool const is_log : {false, true}) {
         Reader person(1e6, 1e6 + 1);
-        for (graph::Axis* axis : {&person.x_axis(), &person.y_axis()}) axis->AxisLog = is_log;
+        for (document::Axis* axis : {&person.x_axis(), &person.y_axis()}) axis->AxisLog = is_log;
         person.page.Refresh();
         for (int depth = 0; depth < 3; ++depth) {
             const Point from{person.in_plot(0.31, 0.27)}, to{person.in_plot(0.35, 0.3)};
@@ -327,7 +327,7 @@ TEST_CASE("Zoomed and the scroll bars are those of the selected axes, whatever e
 TEST_CASE("a scroll bar at its end shows the end of the full range, not a bit beyond") {
     for (bool const is_log : {false, true}) {
         Reader person(1.1, 7.3e6);
-        for (graph::Axis* axis : {&person.x_axis(), &person.y_axis()}) axis->AxisLog = is_log;
+        for (document::Axis* axis : {&person.x_axis(), &person.y_axis()}) axis->AxisLog = is_log;
         person.page.Refresh();
         person.drag(person.in_plot(0.21, 0.17), person.in_plot(0.63, 0.48));
         person.scroll(Bar::HScroll1, 1000);

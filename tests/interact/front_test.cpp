@@ -58,7 +58,7 @@ TEST_CASE("the scroll bars become those of the new front graph, with redraws off
     for (bool const no_redraw : {false, true}) {
         Panels panels(2);
         panels.state.NoRedraw = no_redraw;
-        for (graph::Axis& axis : panels.state.Graphs[0]->Axes) {
+        for (document::Axis& axis : panels.state.Graphs[0]->Axes) {
             axis.AxisRescale = false;
             axis.AxisValue1 = 5;
         }
@@ -76,7 +76,7 @@ TEST_CASE("the scroll bars become those of the new front graph, with redraws off
 
 TEST_CASE("a handler that empties the document while a graph comes to the front does no harm") {
     Panels panels(3);
-    graph::ControlState& state = panels.state;
+    document::ControlState& state = panels.state;
     panels.log.on_scale_change = [&] {
         for (auto& graph : state.Graphs) state.discarded_graphs.push_back(std::move(graph));
         state.Graphs.clear();

@@ -15,7 +15,7 @@ namespace {
 constexpr double none = NAN;
 
 struct Reader : testing::TestControl {
-    graph::Graph& graph = add_graph();
+    document::Graph& graph = add_graph();
 
     /// The index of the point that is read now, among those of its data set.
     std::size_t here() const {
@@ -82,7 +82,7 @@ TEST_CASE("from data set to data set the reading goes to the point nearest in x 
                 if (is_drawable(point)) least = std::min(least, std::abs(point.x - x));
             CHECK(std::abs(points[reader.here()].x - x) == least);
             CHECK(is_drawable(points[reader.here()]));
-            reader.state.read_point = graph::ReadPoint{0, 0, i};
+            reader.state.read_point = document::ReadPoint{0, 0, i};
             if (i < 5) CHECK(step_point(reader.state, true));
         }
     }

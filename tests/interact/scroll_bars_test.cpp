@@ -11,7 +11,7 @@ using namespace qv::interact;
 
 namespace {
 
-void set_ranges(graph::Axis& axis, double first, double last, double full_first, double full_last) {
+void set_ranges(document::Axis& axis, double first, double last, double full_first, double full_last) {
     axis.AxisValue1 = first;
     axis.AxisValue2 = last;
     axis.ScaleMin = full_first;
@@ -20,7 +20,7 @@ void set_ranges(graph::Axis& axis, double first, double last, double full_first,
 
 // A host whose bars answer every change as a user's would.
 struct AnsweringHost : testing::RecordingHost {
-    graph::ControlState* state = nullptr;
+    document::ControlState* state = nullptr;
     bool always_silent = true;
     int calls = 0;
     void child_controls_changed() override {
@@ -53,8 +53,8 @@ TEST_CASE("the thumbs show where the visible span lies") {
         CAPTURE(row.first);
         CAPTURE(row.last);
         testing::TestControl control;
-        graph::Graph& graph = control.add_graph();
-        for (graph::Axis& axis : graph.Axes) {
+        document::Graph& graph = control.add_graph();
+        for (document::Axis& axis : graph.Axes) {
             set_ranges(axis, row.first, row.last, row.full_first, row.full_last);
             axis.AxisLog = row.is_log;
             axis.AxisReverse = row.reversed;
@@ -77,7 +77,7 @@ TEST_CASE("the thumbs show where the visible span lies") {
 
 TEST_CASE("both bars are hidden unless the graph is zoomed and may be") {
     testing::TestControl control;
-    graph::Graph& graph = control.add_graph();
+    document::Graph& graph = control.add_graph();
     for (bool const zoomed : {false, true}) {
         for (bool const allowed : {false, true}) {
             control.state.Zoomed = zoomed;
@@ -92,7 +92,7 @@ TEST_CASE("both bars are hidden unless the graph is zoomed and may be") {
 
 TEST_CASE("the host hears of new thumbs while redraws are off, and the switch returns on every way out") {
     AnsweringHost host;
-    graph::ControlState state(host);
+    document::ControlState state(host);
     testing::EventLog events;
     host.state = &state;
     state.events = &events;
@@ -121,7 +121,7 @@ TEST_CASE("the bars lie along the inner edges and leave room for the read-out") 
                            {500, 300, true, {1650, 1000, 1000, 250}, {1000, 0, 200, 1000}},
                            {500, 300, false, {0, 1000, 1000, 250}, {1000, 0, 200, 1000}}}) {
         testing::TestControl control;
-        graph::ControlState& state = control.state;
+        document::ControlState& state = control.state;
         state.inner_width = row.width;
         state.inner_height = row.height;
         state.HScroll1.Height = 250;

@@ -3,9 +3,9 @@
 #include "pages.h"
 
 #include "base/fault.h"
-#include "graph/qvGraph.h"
-#include "platform/headless/HeadlessHost.h"
-#include "platform/raster/coverage_mask.h"
+#include "control/qvGraph.h"
+#include "hosts/headless/HeadlessHost.h"
+#include "raster/coverage_mask.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>

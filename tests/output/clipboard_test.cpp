@@ -1,6 +1,6 @@
 #include "pages.h"
-#include "platform/raster/bmp.h"
-#include "platform/raster/png.h"
+#include "raster/bmp.h"
+#include "raster/png.h"
 
 #include <doctest/doctest.h>
 

@@ -1,6 +1,6 @@
 #include "pages.h"
-#include "platform/raster/file_replacement.h"
-#include "platform/raster/png.h"
+#include "raster/file_replacement.h"
+#include "raster/png.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>

@@ -1,5 +1,5 @@
 // What the control takes of each kind of input.
-#include "platform/headless/HeadlessHost.h"
+#include "hosts/headless/HeadlessHost.h"
 
 #include "base/fault.h"
 

@@ -2,8 +2,8 @@
 #include "widget.h"
 
 #include "gradient_picker/qvGradientForm2.h"
-#include "platform/qt/child_widgets.h"
-#include "platform/qt/page_image.h"
+#include "hosts/qt/child_widgets.h"
+#include "hosts/qt/page_image.h"
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>

@@ -51,8 +51,8 @@ struct Both {
         host.input(host::MouseInput{host::MouseKind::Release, host::left_button, shift, place(to)});
     }
 
-    graph::Graph& in_widget(std::size_t i) { return *shown.widget.control().state().Graphs[i]; }
-    graph::Graph& in_host(std::size_t i) { return *host.control().state().Graphs[i]; }
+    document::Graph& in_widget(std::size_t i) { return *shown.widget.control().state().Graphs[i]; }
+    document::Graph& in_host(std::size_t i) { return *host.control().state().Graphs[i]; }
     void compare() {
         for (std::size_t i = 0; i < 2; ++i) {
             CHECK(interact::shown_ranges(in_widget(i)) == interact::shown_ranges(in_host(i)));
@@ -122,7 +122,7 @@ TEST_CASE("two fingers on the page zoom it about the place between them") {
     fingers(20, press);
     for (int apart = 25; apart <= 60; apart += 5) fingers(apart, move);
     fingers(60, release);
-    graph::Shown const across = interact::shown_ranges(both.in_widget(0))[0];
+    document::Shown const across = interact::shown_ranges(both.in_widget(0))[0];
     CHECK(across.last - across.first < 10 * 0.6); // the first steps only tell that it is a pinch
     CHECK(across.last - across.first > 10 * 0.2);
     CHECK(interact::shown_ranges(both.in_widget(1))[0].last == 10);

@@ -1,6 +1,6 @@
 #include "interact/page_output.h"
-#include "platform/output/page_file.h"
-#include "platform/raster/file_replacement.h"
+#include "hosts/output/page_file.h"
+#include "raster/file_replacement.h"
 #include "printed_sheet.h"
 #include "temporary_folder.h"
 #include "widget.h"

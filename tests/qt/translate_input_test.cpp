@@ -1,4 +1,4 @@
-#include "platform/qt/translate_input.h"
+#include "hosts/qt/translate_input.h"
 
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>

@@ -1,9 +1,9 @@
 // A widget with a page worth looking at, and the same page drawn without a window.
 #pragma once
 
-#include "platform/headless/HeadlessHost.h"
-#include "platform/qt/QvGraphWidget.h"
-#include "platform/qt/page_image.h"
+#include "hosts/headless/HeadlessHost.h"
+#include "hosts/qt/QvGraphWidget.h"
+#include "hosts/qt/page_image.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtTest/QTest>

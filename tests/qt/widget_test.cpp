@@ -2,7 +2,7 @@
 #include "widget.h"
 
 #include "base/fault.h"
-#include "graph/model/selection.h"
+#include "document/selection.h"
 #include "interact/scroll_bars.h"
 
 #include <QtWidgets/QLabel>
@@ -48,7 +48,7 @@ void zoom(qvGraph& page) {
     page.SetSelectedAxis(0);
     double first = 0, last = 0;
     page.GetAxisRange(first, last);
-    graph::Axis& axis = graph::selected_x_axis(graph::current_graph(page.state()));
+    document::Axis& axis = document::selected_x_axis(document::current_graph(page.state()));
     axis.AxisValue1 = first + (last - first) / 4;
     axis.AxisValue2 = last - (last - first) / 4;
     page.state().Zoomed = true;
@@ -168,7 +168,7 @@ TEST_CASE("scroll bars and read-out stand where the control puts them") {
     CHECK(down.isVisible());
     CHECK(across.geometry() == QRect(0, 400, 600, shown.widget.height() - 400));
     CHECK(down.geometry() == QRect(600, 0, shown.widget.width() - 600, 400));
-    graph::ControlState const& state = page.state();
+    document::ControlState const& state = page.state();
     CHECK(across.maximum() == 1000);
     CHECK(across.minimum() == 0);
     CHECK(across.value() == state.HScroll1.Value);

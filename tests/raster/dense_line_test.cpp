@@ -1,7 +1,7 @@
 // A line of many points covers what its segments cover, each drawn on its own.
 #include "RecordingSurface.h"
-#include "platform/raster/coverage_mask.h"
-#include "platform/raster/stroke.h"
+#include "raster/coverage_mask.h"
+#include "raster/stroke.h"
 #include "render/data_line.h"
 
 #include <doctest/doctest.h>
@@ -63,9 +63,9 @@ double value_of(Values values, double x, double noise, double& walk) {
     return value_of(stretch, x, noise * (x < 5 ? 0.02 : 0.5), walk);
 }
 
-graph::PointStore points_of(Series const& series, std::mt19937& random) {
+document::PointStore points_of(Series const& series, std::mt19937& random) {
     std::uniform_real_distribution<double> noise(-1, 1);
-    graph::PointStore store;
+    document::PointStore store;
     double walk = 0, uneven = 0;
     for (std::size_t i = 0; i < series.count; ++i) {
         double const part = static_cast<double>(i) / static_cast<double>(series.count);
@@ -100,7 +100,7 @@ struct Difference {
     int slit = 0; // the most that is missing where a row of three pixels is covered in full
 };
 
-Difference difference(graph::PointStore const& store, LineMapping const& map, int pen, bool smooth) {
+Difference difference(document::PointStore const& store, LineMapping const& map, int pen, bool smooth) {
     MaskSurface thinned, plain;
     for (MaskSurface* surface : {&thinned, &plain}) {
         surface->state.DrawWidth = pen;
@@ -134,7 +134,7 @@ TEST_CASE("a dense line of whole pixels covers what its segments cover, each dra
             for (std::size_t const count : {300, 2000, 30000}) {
                 const Series series{spacing, values, spacing == Spacing::Scattered ? count / 10 : count,
                                     random() % 3 == 0};
-                const graph::PointStore store = points_of(series, random);
+                const document::PointStore store = points_of(series, random);
                 bool const reversed_x = random() % 3 == 0, reversed_y = random() % 3 == 0;
                 bool const log_x = random() % 4 == 0, log_y = random() % 4 == 0;
                 int const pen = std::array{1, 1, 2, 3, 6}[random() % 5];
@@ -160,7 +160,7 @@ TEST_CASE("a dense line of whole pixels covers what its segments cover, each dra
 TEST_CASE("a column of noise whose first and last points are its extremes is full") {
     std::mt19937 random(2);
     std::uniform_real_distribution<double> noise(0, 1);
-    graph::PointStore store;
+    document::PointStore store;
     for (int i = 0; i < 1000; ++i)
         store.append({i * 0.001, i == 0 ? 0 : i == 999 ? 1 : noise(random), 0, {}});
     const LineMapping map{axis(293, 438, false), axis(750, -5250, false), {75, 60, 900, 795}};

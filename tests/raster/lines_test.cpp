@@ -1,6 +1,6 @@
 #include "pictures.h"
-#include "platform/raster/coverage_mask.h"
-#include "platform/raster/stroke.h"
+#include "raster/coverage_mask.h"
+#include "raster/stroke.h"
 
 #include <doctest/doctest.h>
 

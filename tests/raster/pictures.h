@@ -1,9 +1,9 @@
 // Surfaces for tests, and what can be read off their pictures.
 #pragma once
 
-#include "platform/raster/FontLibrary.h"
-#include "platform/raster/RasterSurface.h"
-#include "platform/raster/pixels.h"
+#include "raster/FontLibrary.h"
+#include "raster/RasterSurface.h"
+#include "raster/pixels.h"
 
 #include <cmath>
 #include <cstdint>

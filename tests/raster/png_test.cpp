@@ -1,6 +1,6 @@
 #include "base/fault.h"
 #include "pictures.h"
-#include "platform/raster/png.h"
+#include "raster/png.h"
 
 #include <doctest/doctest.h>
 

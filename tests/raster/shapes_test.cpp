@@ -1,6 +1,6 @@
 #include "pictures.h"
-#include "platform/raster/polygon.h"
-#include "platform/raster/symbol_sprites.h"
+#include "raster/polygon.h"
+#include "raster/symbol_sprites.h"
 
 #include <doctest/doctest.h>
 

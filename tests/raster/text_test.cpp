@@ -1,6 +1,6 @@
 #include "base/fault.h"
 #include "pictures.h"
-#include "platform/raster/unicode.h"
+#include "raster/unicode.h"
 
 #include <doctest/doctest.h>
 

@@ -1,6 +1,6 @@
 // docs/reference.md, made of the tables of members and of docs/members.txt, and compared with what is there.
-#include "graph/members_by_name.h"
-#include "platform/headless/HeadlessHost.h"
+#include "control/members_by_name.h"
+#include "hosts/headless/HeadlessHost.h"
 
 #include <doctest/doctest.h>
 
@@ -106,7 +106,7 @@ std::string properties(Section const& section) {
     host.control().NewGraph("");
     host.control().NewDataSet("");
     std::string text = "| property | of | kind | default | |\n|---|---|---|---|---|\n";
-    for (auto const& row : graph::property_table()) {
+    for (auto const& row : control::property_table()) {
         Variant const value = row.get(host.control());
         text += "| `" + std::string(row.name) + "` | " + std::string(row.target) + " | "
                 + std::string(row.kind) + (row.let ? "" : ", read only") + " | "
@@ -118,7 +118,7 @@ std::string properties(Section const& section) {
 
 std::string methods(Section const& section) {
     std::string text;
-    for (auto const& row : graph::method_table()) {
+    for (auto const& row : control::method_table()) {
         text += "* `" + std::string(row.name) + "(";
         char const* separator = "";
         for (auto const& parameter : row.parameters) {
@@ -172,8 +172,8 @@ std::string reference(std::map<std::string, Section> const& sections) {
 TEST_CASE("every member has its sentence in docs/members.txt, and none is invented") {
     auto const sections = read_descriptions();
     std::set<std::string> property_names, method_names;
-    for (auto const& row : graph::property_table()) property_names.emplace(row.name);
-    for (auto const& row : graph::method_table()) method_names.emplace(row.name);
+    for (auto const& row : control::property_table()) property_names.emplace(row.name);
+    for (auto const& row : control::method_table()) method_names.emplace(row.name);
     CHECK(difference(names_of(sections.at("properties")), property_names) == "");
     CHECK(difference(names_of(sections.at("methods")), method_names) == "");
     std::set<std::string> rest = members_of("src/graph/qvGraph.h", "class qvGraph {");

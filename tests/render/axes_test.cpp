@@ -15,13 +15,13 @@
 
 using namespace qv;
 using namespace qv::render;
-using graph::Axis;
+using document::Axis;
 using qv::testing::TestControl;
 
 namespace {
 
 struct AxisPage : TestControl {
-    graph::Graph& graph = add_graph();
+    document::Graph& graph = add_graph();
     Axis& x = graph.Axes[0];
     Axis& y = graph.Axes[1];
 
@@ -51,7 +51,7 @@ struct Reach {
 
 /// How far a place lies out of a side of the plot area.
 double outward(Axis const& axis, Point place) {
-    if (axis.AxisXY == graph::AxisKind::X) return axis.AxisFarSide ? 1000 - place.y : place.y - 11000;
+    if (axis.AxisXY == document::AxisKind::X) return axis.AxisFarSide ? 1000 - place.y : place.y - 11000;
     return axis.AxisFarSide ? place.x - 11000 : 1000 - place.x;
 }
 
@@ -80,7 +80,7 @@ Reach reach_of_ticks(std::vector<std::string> const& log, Axis const& axis) {
     for (std::string const& line : log) {
         Point from, to;
         if (std::sscanf(line.c_str(), "line %lf,%lf %lf,%lf", &from.x, &from.y, &to.x, &to.y) != 4) continue;
-        bool const is_x = axis.AxisXY == graph::AxisKind::X;
+        bool const is_x = axis.AxisXY == document::AxisKind::X;
         if (is_x ? from.x != to.x : from.y != to.y) continue;
         reach.take(outward(axis, from));
         reach.take(outward(axis, to));
@@ -305,7 +305,7 @@ TEST_CASE("divisions of any number draw in under a second") {
 
 TEST_CASE("labels lie outside line and ticks, titles outside labels: any angle, side, thickness, lines") {
     constexpr double rounding = 3; // twips: turned texts are placed with a rounded angle
-    for (auto const kind : {graph::AxisKind::X, graph::AxisKind::Y})
+    for (auto const kind : {document::AxisKind::X, document::AxisKind::Y})
         for (bool const far_side : {false, true})
             for (int const thickness : {1, 9})
                 for (bool const ticks_across : {false, true})
@@ -316,8 +316,8 @@ TEST_CASE("labels lie outside line and ticks, titles outside labels: any angle, 
                         CAPTURE(ticks_across);
                         CAPTURE(angle);
                         AxisPage axes;
-                        Axis& axis = kind == graph::AxisKind::X ? axes.x : axes.y;
-                        Axis& other = kind == graph::AxisKind::X ? axes.y : axes.x;
+                        Axis& axis = kind == document::AxisKind::X ? axes.x : axes.y;
+                        Axis& other = kind == document::AxisKind::X ? axes.y : axes.x;
                         set_range(axis, 0, 20000, 2);
                         axis.AxisFarSide = far_side;
                         axis.AxisThickness = static_cast<std::uint8_t>(thickness);

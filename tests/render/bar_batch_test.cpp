@@ -41,13 +41,13 @@ TEST_CASE("very many bars cover the pixels that they would cover one by one") {
             CAPTURE(lying);
             CAPTURE(based);
             TestControl page;
-            graph::Graph& graph = page.add_graph();
+            document::Graph& graph = page.add_graph();
             for (int set = 0; set < 2; ++set) {
                 std::vector<Point> points;
                 for (int i = 0; i < 3000; ++i)
                     points.push_back({static_cast<double>(random() % 1200) / 100 - 1,
                                       static_cast<double>(random() % 1200) / 100 - 1});
-                graph::DataSet& bars = page.add_data_set(graph, points);
+                document::DataSet& bars = page.add_data_set(graph, points);
                 bars.DataSymbol = 1;
                 bars.DataSymbolSize = 30;
                 bars.BarHoriz = lying;
@@ -60,7 +60,7 @@ TEST_CASE("very many bars cover the pixels that they would cover one by one") {
             auto const together = covered(page.page().log, plot);
             CHECK(together.size() > 10000);
             // An error of zero length takes a set off the way that draws bars together.
-            for (graph::DataSet& set : graph.DataSets) {
+            for (document::DataSet& set : graph.DataSets) {
                 set.ShowErrorBar = true;
                 set.points.append({50, 50, 1e-300, {}});
             }

@@ -15,10 +15,10 @@ namespace {
 
 // The filled boxes of all bars, drawn with a half width of 90 twips.
 struct BarPage : TestControl {
-    graph::Graph& graph = add_graph();
+    document::Graph& graph = add_graph();
 
-    graph::DataSet& add_bars(std::vector<Point> const& points, bool stacked = false) {
-        graph::DataSet& set = add_data_set(graph, points);
+    document::DataSet& add_bars(std::vector<Point> const& points, bool stacked = false) {
+        document::DataSet& set = add_data_set(graph, points);
         set.DataSymbol = 1;
         set.DataSymbolSize = 100;
         set.BarStacked = stacked;
@@ -36,7 +36,7 @@ struct BarPage : TestControl {
 
 TEST_CASE("a bar starts below the plot area, or at its base value") {
     BarPage bars;
-    graph::DataSet& set = bars.add_bars({{5, 4}});
+    document::DataSet& set = bars.add_bars({{5, 4}});
     CHECK(bars.fills() == std::vector<std::string>{"fill 5910,12090 6090,7000 #000000 w1"});
     set.BarBase = true;
     set.BarBaseValue = 2;
@@ -63,7 +63,7 @@ TEST_CASE("a stacked set stands on the set before it, by position and not by val
 
 TEST_CASE("shadow lies one millimetre right and below, the edge on top") {
     BarPage bars;
-    graph::DataSet& set = bars.add_bars({{5, 4}});
+    document::DataSet& set = bars.add_bars({{5, 4}});
     set.BarBase = set.BarShadow = true;
     set.BarShadowColor = 0x646464;
     set.DataSymbolFill.EdgeThickness = 2;
@@ -78,7 +78,7 @@ TEST_CASE("shadow lies one millimetre right and below, the edge on top") {
 
 TEST_CASE("a shaded bar runs from the edge colour to the face colour") {
     BarPage bars;
-    graph::DataSet& set = bars.add_bars({{5, 4}});
+    document::DataSet& set = bars.add_bars({{5, 4}});
     set.BarBase = set.Bar3D = true;
     set.DataSymbolFill.EdgeColor = 0x000000;
     set.DataSymbolFill.Color1 = 0xFFFFFF;

@@ -21,20 +21,20 @@ namespace {
 
 /// The plot area is 10000 x 10000 twips at (1000, 1000), both axes 0..10.
 struct CurvePage : TestControl {
-    graph::Graph& graph = add_graph();
+    document::Graph& graph = add_graph();
 
     std::vector<std::string> draw(std::string_view kind) {
         page().log.clear();
         PlotDataSets(state, page());
         return page().lines(kind);
     }
-    graph::DataSet& add_curve(std::int16_t style, std::vector<Point> const& points) {
-        graph::DataSet& set = add_data_set(graph, points);
+    document::DataSet& add_curve(std::int16_t style, std::vector<Point> const& points) {
+        document::DataSet& set = add_data_set(graph, points);
         set.DataLineStyle = style;
         return set;
     }
-    graph::DataSet& add_function(std::string const& formula) {
-        graph::DataSet& set = add_curve(1, {});
+    document::DataSet& add_function(std::string const& formula) {
+        document::DataSet& set = add_curve(1, {});
         set.MathFunc = formula;
         return set;
     }
@@ -70,12 +70,12 @@ TEST_CASE("a natural spline satisfies its equations and is straight where it sho
 
 TEST_CASE("a smooth curve has a step each 50 twips, at most 100 an interval, and a gap at equal x") {
     CurvePage page;
-    graph::DataSet& set = page.add_curve(3, {{0, 0}, {0.5, 1}, {10, 2}});
+    document::DataSet& set = page.add_curve(3, {{0, 0}, {0.5, 1}, {10, 2}});
     CHECK(page.draw("line").size() == 10 + 100);
     CHECK(page.page().has("line 1500,10000 1595,9832 #000000 w1") == false);
     for (auto const& line : page.page().lines("line")) CHECK(line.find("nan") == std::string::npos);
 
-    set.points = graph::PointStore();
+    set.points = document::PointStore();
     CHECK(page.draw("line").empty());
     for (Point const point : {Point{1, 1}, {5, 1}, {5, 9}, {9, 9}})
         set.points.append({point.x, point.y, 0, {}});
@@ -91,7 +91,7 @@ TEST_CASE("a smooth curve has a step each 50 twips, at most 100 an interval, and
     CHECK(page.draw("line") == longer);
 
     // Distances that overflow the equations leave straight lines.
-    set.points = graph::PointStore();
+    set.points = document::PointStore();
     for (Point const point : {Point{0, 0}, {1e-309, 5}, {5, 5}, {10, 0}})
         set.points.append({point.x, point.y, 0, {}});
     CHECK(page.draw("line").size() == 1 + 100 + 100);
@@ -99,7 +99,7 @@ TEST_CASE("a smooth curve has a step each 50 twips, at most 100 an interval, and
 
 TEST_CASE("areas are filled to the start of the range and skip what lies outside") {
     CurvePage page;
-    graph::DataSet& set = page.add_curve(4, {{-2, 5}, {-1, 5}, {1, 20}, {3, 4}, {5, -1}, {7, -1}, {9, 3}});
+    document::DataSet& set = page.add_curve(4, {{-2, 5}, {-1, 5}, {1, 20}, {3, 4}, {5, -1}, {7, -1}, {9, 3}});
     set.DataSymbolFill.Color1 = 0x00FF00;
     set.DataLineThickness = 2;
     auto const polygons = page.draw("polygon");
@@ -114,7 +114,7 @@ TEST_CASE("areas are filled to the start of the range and skip what lies outside
 
 TEST_CASE("an area needs no point inside the plot, and a point above it bends no edge") {
     CurvePage page;
-    graph::DataSet& set = page.add_curve(4, {{0, 5}, {10, 5}});
+    document::DataSet& set = page.add_curve(4, {{0, 5}, {10, 5}});
     auto const polygons = page.draw("polygon");
     REQUIRE(polygons.size() == 1);
     CHECK(polygons[0].find("66.67,733.33 66.67,400 733.33,400 733.33,733.33") != std::string::npos);
@@ -122,16 +122,16 @@ TEST_CASE("an area needs no point inside the plot, and a point above it bends no
     // Above the range on either side, and wholly above it: then all is filled.
     for (std::vector<Point> const& points :
          {std::vector<Point>{{0, 30}, {5, -20}, {10, 5}}, {{-5, 12}, {15, 40}}}) {
-        set.points = graph::PointStore();
+        set.points = document::PointStore();
         for (const Point point : points) set.points.append({point.x, point.y, 0, {}});
         CHECK(page.draw("polygon").size() == 1);
     }
-    set.points = graph::PointStore();
+    set.points = document::PointStore();
     for (const Point point : {Point{0, 30}, {5, 5}}) set.points.append({point.x, point.y, 0, {}});
     page.draw("polygon");
     CHECK(page.page().has("line 1000,-19000 6000,6000 #000000 w1"));
     // A line along the start of the range has no area, but it is there.
-    set.points = graph::PointStore();
+    set.points = document::PointStore();
     for (const Point point : {Point{0, 0}, {10, 0}}) set.points.append({point.x, point.y, 0, {}});
     page.draw("polygon");
     CHECK(page.page().has("line 1000,11000 11000,11000 #000000 w1"));
@@ -139,7 +139,7 @@ TEST_CASE("an area needs no point inside the plot, and a point above it bends no
 
 TEST_CASE("areas follow ranges from high to low and the data set's own axes") {
     CurvePage page;
-    graph::DataSet& set = page.add_curve(4, {{2, 3}, {8, 3}});
+    document::DataSet& set = page.add_curve(4, {{2, 3}, {8, 3}});
     std::swap(page.graph.Axes[0].AxisValue1, page.graph.Axes[0].AxisValue2);
     std::swap(page.graph.Axes[1].AxisValue1, page.graph.Axes[1].AxisValue2);
     auto polygons = page.draw("polygon");
@@ -148,12 +148,12 @@ TEST_CASE("areas follow ranges from high to low and the data set's own axes") {
     std::swap(page.graph.Axes[0].AxisValue1, page.graph.Axes[0].AxisValue2);
     std::swap(page.graph.Axes[1].AxisValue1, page.graph.Axes[1].AxisValue2);
 
-    graph::Axis second = page.graph.Axes[1];
+    document::Axis second = page.graph.Axes[1];
     second.AxisValue1 = 1000;
     second.AxisValue2 = 2000;
     page.graph.Axes.push_back(second);
     set.yAxisIndex = 2;
-    set.points = graph::PointStore();
+    set.points = document::PointStore();
     for (const Point point : {Point{2, 1500}, {8, 1500}}) set.points.append({point.x, point.y, 0, {}});
     polygons = page.draw("polygon");
     REQUIRE(polygons.size() == 1);
@@ -175,7 +175,7 @@ TEST_CASE("an edge of an area to a place far away keeps its slope") {
 
 TEST_CASE("function curves: interval, samples, axes, failing and bad formulas") {
     CurvePage page;
-    graph::DataSet& set = page.add_function("x");
+    document::DataSet& set = page.add_function("x");
     CHECK(page.draw("line").size() == 100); // one a millimetre
     CHECK(page.page().has("line 1000,11000 1100,10900 #000000 w1"));
     set.DataLineStyle = -3;
@@ -211,11 +211,11 @@ TEST_CASE("function curves: interval, samples, axes, failing and bad formulas") 
 
 TEST_CASE("a curve shows no value that nobody computed, and no axis reaches for one") {
     CurvePage page;
-    graph::Axis &x = page.graph.Axes[0], &y = page.graph.Axes[1];
+    document::Axis &x = page.graph.Axes[0], &y = page.graph.Axes[1];
     x.AxisValue1 = -5;
     x.AxisValue2 = 5;
     y.AxisValue1 = -10;
-    graph::DataSet& set = page.add_function("");
+    document::DataSet& set = page.add_function("");
     DefineFunction(page.state, "inverse(a) = 1/a");
     const struct {
         char const* formula;
@@ -252,7 +252,7 @@ TEST_CASE("a curve shows no value that nobody computed, and no axis reaches for 
         }
     }
 
-    ResetAxis(page.state, y, "", graph::AxisKind::Y, 0, 0);
+    ResetAxis(page.state, y, "", document::AxisKind::Y, 0, 0);
     y.AxisLength = 10000;
     set.MathFunc = "SQR(x)";
     GraphAxes(page.state, page.page(), AxesPass::Full);
@@ -294,14 +294,14 @@ TEST_CASE("user functions serve all curves; a text that defines none is reported
 
 TEST_CASE("an automatic axis without points shows the functions drawn on it") {
     CurvePage page;
-    for (graph::Axis& axis : page.graph.Axes) ResetAxis(page.state, axis, "", axis.AxisXY, 0, 0);
+    for (document::Axis& axis : page.graph.Axes) ResetAxis(page.state, axis, "", axis.AxisXY, 0, 0);
     auto const ranges = [&] {
         GraphAxes(page.state, page.page(), AxesPass::Full);
         auto const& [x, y] = std::pair(page.graph.Axes[0], page.graph.Axes[1]);
         return std::vector{x.AxisValue1, x.AxisValue2, y.AxisValue1, y.AxisValue2};
     };
     CHECK(ranges() == std::vector<double>{0, 1, 0, 1});
-    graph::DataSet& set = page.add_function("x^2");
+    document::DataSet& set = page.add_function("x^2");
     set.MathFuncX1 = -2;
     set.MathFuncX2 = 10;
     page.graph.Axes[0].AxisLength = page.graph.Axes[1].AxisLength = 10000;

@@ -44,10 +44,10 @@ LineMapping mapping(double x_factor = 100, bool is_log = false) {
             {985, 985, 10030, 10030}};
 }
 
-graph::PointStore noisy_points(std::size_t count, double x_span, double x_jitter) {
+document::PointStore noisy_points(std::size_t count, double x_span, double x_jitter) {
     std::mt19937 random(7);
     std::uniform_real_distribution<double> noise(-1, 1);
-    graph::PointStore store;
+    document::PointStore store;
     for (std::size_t i = 0; i < count; ++i) {
         double const x = x_span * static_cast<double>(i) / static_cast<double>(count);
         store.append({x + x_jitter * noise(random), 30 * noise(random), 0, {}});
@@ -55,7 +55,7 @@ graph::PointStore noisy_points(std::size_t count, double x_span, double x_jitter
     return store;
 }
 
-CoverageSurface plain(graph::PointStore const& store, LineMapping const& map) {
+CoverageSurface plain(document::PointStore const& store, LineMapping const& map) {
     CoverageSurface surface;
     std::vector<Point> all;
     for (std::size_t i = 0; i < store.size(); ++i)
@@ -71,7 +71,7 @@ TEST_CASE("a thinned line covers the columns that the whole line covers") {
         for (double const factor : {100.0, -100.0}) {
             CAPTURE(jitter);
             CAPTURE(factor);
-            const graph::PointStore store = noisy_points(200000, 100, jitter);
+            const document::PointStore store = noisy_points(200000, 100, jitter);
             CoverageSurface thinned;
             thinned.state.Smooth = false;
             const LineMapping map = mapping(factor);
@@ -88,14 +88,14 @@ TEST_CASE("a thinned line covers the columns that the whole line covers") {
 }
 
 TEST_CASE("sparse points reach the surface as they are") {
-    const graph::PointStore store = noisy_points(50, 100, 0.1);
+    const document::PointStore store = noisy_points(50, 100, 0.1);
     CoverageSurface surface;
     draw_data_line(surface, store, mapping());
     CHECK(surface.points == plain(store, mapping()).points);
 }
 
 TEST_CASE("a point that is not finite breaks the line on both sides") {
-    graph::PointStore store;
+    document::PointStore store;
     for (double const y : {1.0, 2.0, std::nan(""), 3.0, 4.0}) store.append({y == y ? y : 2.5, y, 0, {}});
     qv::testing::RecordingSurface surface;
     draw_data_line(surface, store, mapping());
@@ -105,7 +105,7 @@ TEST_CASE("a point that is not finite breaks the line on both sides") {
 }
 
 TEST_CASE("blocks out of sight cost two points and keep the line's way into view") {
-    graph::PointStore store;
+    document::PointStore store;
     for (int i = 0; i < 100000; ++i) store.append({-1000 + i * 0.01, std::sin(i * 0.1), 0, {}});
     store.append({50, 5, 0, {}});
     CoverageSurface surface;
@@ -117,7 +117,7 @@ TEST_CASE("blocks out of sight cost two points and keep the line's way into view
 }
 
 TEST_CASE("a logarithmic x finds its columns as the plain path does") {
-    graph::PointStore store;
+    document::PointStore store;
     for (int i = 1; i < 100000; ++i) store.append({i * 0.001, std::cos(i * 0.37) * 20, 0, {}});
     CoverageSurface thinned;
     thinned.state.Smooth = false;

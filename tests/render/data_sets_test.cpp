@@ -13,7 +13,7 @@ using qv::testing::TestControl;
 namespace {
 
 struct DataPage : TestControl {
-    graph::Graph& graph = add_graph();
+    document::Graph& graph = add_graph();
 
     std::vector<std::string> draw() {
         page().log.clear();
@@ -26,7 +26,7 @@ struct DataPage : TestControl {
 
 TEST_CASE("line styles: none, solid, dotted; other positive ones are solid") {
     DataPage page;
-    graph::DataSet& set = page.add_data_set(page.graph, {{0, 0}, {10, 10}});
+    document::DataSet& set = page.add_data_set(page.graph, {{0, 0}, {10, 10}});
     struct Row {
         std::int16_t style;
         char const* line;
@@ -47,7 +47,7 @@ TEST_CASE("line styles: none, solid, dotted; other positive ones are solid") {
 
 TEST_CASE("drawing is clipped to the plot area and then to the frame; hidden sets draw nothing") {
     DataPage page;
-    graph::DataSet& set = page.add_data_set(page.graph, {{5, 5}});
+    document::DataSet& set = page.add_data_set(page.graph, {{5, 5}});
     set.DataSymbol = 3;
     set.DataText = "note";
     auto log = page.draw();
@@ -60,7 +60,7 @@ TEST_CASE("drawing is clipped to the plot area and then to the frame; hidden set
 
 TEST_CASE("plain symbols drawn as a batch look like symbols drawn one by one") {
     DataPage page;
-    graph::DataSet& set =
+    document::DataSet& set =
         page.add_data_set(page.graph, {{1, 1}, {10.02, 5}, {3.3333, 7.7777}, {std::nan(""), 1}});
     set.DataSymbolSize = 60;
     for (std::int16_t symbol = 2; symbol <= 11; ++symbol) {
@@ -70,7 +70,7 @@ TEST_CASE("plain symbols drawn as a batch look like symbols drawn one by one") {
         auto const batch = page.draw();
         // An error of zero draws nothing but takes the set off the batch path.
         set.ShowErrorBar = true;
-        graph::PointStore with_error;
+        document::PointStore with_error;
         for (std::size_t i = 0; i < set.points.size(); ++i) with_error.append(set.points.at(i));
         with_error.append({1e9, 0, 1, {}});
         std::swap(set.points, with_error);
@@ -81,10 +81,10 @@ TEST_CASE("plain symbols drawn as a batch look like symbols drawn one by one") {
 
 TEST_CASE("points are mapped through the data set's own axes, which are put back") {
     DataPage page;
-    graph::Axis second = page.graph.Axes[1];
+    document::Axis second = page.graph.Axes[1];
     second.AxisValue2 = 100;
     page.graph.Axes.push_back(second);
-    graph::DataSet& set = page.add_data_set(page.graph, {{5, 50}});
+    document::DataSet& set = page.add_data_set(page.graph, {{5, 50}});
     set.yAxisIndex = 2;
     set.DataSymbol = 2;
     page.draw();
@@ -109,7 +109,7 @@ TEST_CASE("points are numbered within their data set") {
 
 TEST_CASE("data texts: percent of the plot area from the bottom, or data values; also without points") {
     DataPage page;
-    graph::DataSet& set = page.add_data_set(page.graph, {});
+    document::DataSet& set = page.add_data_set(page.graph, {});
     set.DataText = "T";
     set.DataTextX = 25;
     set.DataTextY = 25;

@@ -16,17 +16,17 @@ using qv::testing::TestControl;
 namespace {
 
 struct GradientPage : TestControl {
-    graph::Graph& graph = add_graph();
+    document::Graph& graph = add_graph();
     RecordingSurface& scratch = static_cast<RecordingSurface&>(*state.ScratchPic1);
 
-    void draw(Area area, graph::FillSpec const& fill) {
+    void draw(Area area, document::FillSpec const& fill) {
         page().log.clear();
         scratch.log.clear();
         DrawGradient(state, page(), area, fill);
     }
 };
 
-constexpr graph::FillSpec blue_to_white{.Color1 = 0xFF0000, .Color2 = 0xFFFFFF};
+constexpr document::FillSpec blue_to_white{.Color1 = 0xFF0000, .Color2 = 0xFFFFFF};
 
 } // namespace
 

@@ -10,14 +10,14 @@
 
 using namespace qv;
 using namespace qv::render;
-using graph::DataSet;
+using document::DataSet;
 using qv::testing::TestControl;
 
 namespace {
 
 /// A graph in a frame of 8000 x 6000 twips at (2000, 1000), whose legend stands at (3000, 2000).
 struct LegendPage : TestControl {
-    graph::Graph& graph = add_graph();
+    document::Graph& graph = add_graph();
 
     LegendPage() {
         graph.FrameLeft = 2000;

@@ -17,13 +17,13 @@ std::ptrdiff_t place_of(std::vector<std::string> const& log, std::string_view st
 }
 
 struct TwoGraphs : TestControl {
-    graph::Graph& back = add_graph();
-    graph::Graph& front = add_graph();
+    document::Graph& back = add_graph();
+    document::Graph& front = add_graph();
 
     TwoGraphs() {
         state.GraphTitles = {"back", "front"};
-        for (graph::Graph* graph : {&back, &front}) {
-            for (graph::Axis& axis : graph->Axes) {
+        for (document::Graph* graph : {&back, &front}) {
+            for (document::Axis& axis : graph->Axes) {
                 axis.AxisHide = true;
                 axis.AxisRescale = false;
             }
@@ -105,7 +105,7 @@ TEST_CASE("border, plot area and frame lines") {
 
 TEST_CASE("an edge of the plot area is as thick as the axis that stands on it, and no other's") {
     TwoGraphs page;
-    graph::Graph& graph = page.back;
+    document::Graph& graph = page.back;
     graph.Axes.push_back(graph.Axes[0]);
     auto &first = graph.Axes[0], &second = graph.Axes[2];
     first.AxisHide = second.AxisHide = false;
@@ -148,7 +148,7 @@ TEST_CASE("a two-coloured border goes round a transparent plot area") {
 
 TEST_CASE("one graph is drawn alone only over what would be drawn behind it now") {
     TwoGraphs page;
-    graph::ControlState& state = page.state;
+    document::ControlState& state = page.state;
     auto const draws_all = [&](std::int16_t which) {
         page.page().log.clear();
         RefreshGraphs(state, which, true);
@@ -176,7 +176,7 @@ TEST_CASE("one graph is drawn alone only over what would be drawn behind it now"
 
 TEST_CASE("an event handler may refresh or fail without ending the drawing") {
     struct Handler : qv::testing::EventLog {
-        graph::ControlState* state = nullptr;
+        document::ControlState* state = nullptr;
         void GraphScaleChanged() override {
             EventLog::GraphScaleChanged();
             if (state) Refresh(*state);

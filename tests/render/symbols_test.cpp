@@ -38,8 +38,8 @@ TEST_CASE("colour codes") {
 
 TEST_CASE("a point is drawn while it lies within a thousandth of the range") {
     TestControl control;
-    graph::Graph& graph = control.add_graph();
-    graph::DataSet& set = control.add_data_set(graph, {});
+    document::Graph& graph = control.add_graph();
+    document::DataSet& set = control.add_data_set(graph, {});
     set.DataSymbol = 3;
     set.DataSymbolSize = 50;
     set.ShowErrorBar = true;
@@ -61,8 +61,8 @@ TEST_CASE("a point is drawn while it lies within a thousandth of the range") {
 
 TEST_CASE("error bars stand upright for a positive E and lie for a negative one, at their points") {
     TestControl control;
-    graph::Graph& graph = control.add_graph();
-    graph::DataSet& set = control.add_data_set(graph, {});
+    document::Graph& graph = control.add_graph();
+    document::DataSet& set = control.add_data_set(graph, {});
     set.DataSymbolFill.EdgeColor = 0x00AA00;
     set.ErrorBarColor = 0x0000BB;
     set.ShowErrorBar = true;
@@ -78,8 +78,8 @@ TEST_CASE("error bars stand upright for a positive E and lie for a negative one,
 
 TEST_CASE("a transparent symbol hides the point and its text but not its error bar") {
     TestControl control;
-    graph::Graph& graph = control.add_graph();
-    graph::DataSet& set = control.add_data_set(graph, {});
+    document::Graph& graph = control.add_graph();
+    document::DataSet& set = control.add_data_set(graph, {});
     set.DataSymbol = 4;
     set.DataSymbolSize = 45;
     set.ShowErrorBar = true;

@@ -8,7 +8,7 @@ namespace qv::scale {
 /// One graph at frame (1000, 500) with borders of 100 twips, an x axis of 8000 twips and a y axis of 4000.
 struct Fixture : testing::TestControl {
     Fixture() {
-        graph::Graph& graph = add_graph();
+        document::Graph& graph = add_graph();
         graph.FrameLeft = 1000;
         graph.FrameTop = 500;
         graph.BorderLeft = graph.BorderTop = 100;
@@ -16,9 +16,9 @@ struct Fixture : testing::TestControl {
         y_axis().AxisLength = 4000;
     }
 
-    graph::Graph& graph() { return *state.Graphs.front(); }
-    graph::Axis& x_axis() { return graph().Axes[0]; }
-    graph::Axis& y_axis() { return graph().Axes[1]; }
+    document::Graph& graph() { return *state.Graphs.front(); }
+    document::Axis& x_axis() { return graph().Axes[0]; }
+    document::Axis& y_axis() { return graph().Axes[1]; }
     std::vector<std::string>& errors() { return events.errors; }
 };
 

@@ -26,7 +26,7 @@ TEST_CASE("the frame is a share of the page and the legend's corner stays in it"
         Fixture control;
         control.state.PageWidth = 10000;
         control.state.PageHeight = 20000;
-        graph::Graph& graph = control.graph();
+        document::Graph& graph = control.graph();
         graph.GraphWholePage = row.whole_page;
         graph.GraphLeft = graph.GraphTop = row.left;
         graph.GraphWidth = graph.GraphHeight = row.width;
@@ -65,7 +65,7 @@ TEST_CASE("the full range follows the range mode of the selected axis") {
          {std::tuple(0, 1.0, 2.0), {1, 3.0, 4.0}, {2, 3.0, 4.0}, {7, 5.0, 6.0}}) {
         Fixture control;
         control.graph().SelectedAxis = 1;
-        graph::Axis& axis = control.y_axis();
+        document::Axis& axis = control.y_axis();
         axis.AxisScale = static_cast<std::uint8_t>(mode);
         std::tie(axis.DataMin, axis.DataMax) = std::pair(1, 2);
         std::tie(axis.AxisValue1, axis.AxisValue2) = std::pair(3, 4);

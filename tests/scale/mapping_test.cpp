@@ -15,7 +15,7 @@ namespace {
 
 constexpr double largest = std::numeric_limits<double>::max();
 
-void set_range(graph::Axis& axis, double first, double last, bool is_log, bool reversed) {
+void set_range(document::Axis& axis, double first, double last, bool is_log, bool reversed) {
     axis.AxisValue1 = first;
     axis.AxisValue2 = last;
     axis.AxisLog = is_log;
@@ -165,7 +165,7 @@ TEST_CASE("what cannot be mapped back is reported and leaves the value alone") {
                            {0, 100, 1, largest, "Error 6"}}) {
         CAPTURE(row.error);
         Fixture control;
-        for (graph::Axis& axis : control.graph().Axes) {
+        for (document::Axis& axis : control.graph().Axes) {
             set_range(axis, row.first, row.last, true, false);
             axis.AxisLength = row.length;
         }

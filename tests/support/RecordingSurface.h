@@ -1,7 +1,7 @@
 // RecordingSurface: a surface that writes a readable log of what was drawn on it.
 #pragma once
 
-#include "render/DrawSurface.h"
+#include "surface/DrawSurface.h"
 
 #include <string>
 #include <vector>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "RecordingSurface.h"
-#include "graph/model/ControlState.h"
-#include "graph/model/selection.h"
+#include "document/ControlState.h"
+#include "document/selection.h"
 
 #include <memory>
 #include <string>
@@ -31,7 +31,7 @@ public:
 struct TestControl {
     RecordingHost host;
     EventLog events;
-    graph::ControlState state{host};
+    document::ControlState state{host};
 
     TestControl() {
         state.events = &events;
@@ -39,7 +39,7 @@ struct TestControl {
         for (auto* surface :
              {&state.Picture1, &state.GraphImage, &state.Picture2, &state.ScratchPic1, &state.ScratchPic2}) {
             *surface = host.make_surface();
-            (*surface)->Move(15000 + graph::page_inset, 12000 + graph::page_inset);
+            (*surface)->Move(15000 + document::page_inset, 12000 + document::page_inset);
         }
         state.PageWidth = 15000;
         state.PageHeight = 12000;
@@ -49,28 +49,28 @@ struct TestControl {
     RecordingSurface& shown() { return static_cast<RecordingSurface&>(*state.Picture1); }
 
     /// Appends a graph whose plot area is 10000 x 10000 twips at (1000, 1000), with fixed axes 0..10.
-    graph::Graph& add_graph() {
-        state.Graphs.push_back(std::make_unique<graph::Graph>(graph::fresh_graph(100, 100)));
+    document::Graph& add_graph() {
+        state.Graphs.push_back(std::make_unique<document::Graph>(document::fresh_graph(100, 100)));
         state.GraphTitles.emplace_back("title");
         state.CurrentGraph = static_cast<std::int16_t>(state.Graphs.size() - 1);
         state.GraphOrder.push_back(state.CurrentGraph);
-        graph::Graph& graph = *state.Graphs.back();
+        document::Graph& graph = *state.Graphs.back();
         graph.BorderLeft = graph.BorderTop = 1000;
         graph.BorderRight = 4000;
         graph.BorderBottom = 1000;
         graph.FrameWidth = 15000;
         graph.FrameHeight = 12000;
-        for (auto const kind : {graph::AxisKind::X, graph::AxisKind::Y}) {
-            graph::Axis& axis = graph.Axes.emplace_back();
-            ResetAxis(state, axis, kind == graph::AxisKind::X ? "x" : "y", kind, 0, 10);
+        for (auto const kind : {document::AxisKind::X, document::AxisKind::Y}) {
+            document::Axis& axis = graph.Axes.emplace_back();
+            ResetAxis(state, axis, kind == document::AxisKind::X ? "x" : "y", kind, 0, 10);
             axis.AxisLength = 10000;
         }
         graph.SelectedYAxis = 1;
         return graph;
     }
 
-    graph::DataSet& add_data_set(graph::Graph& graph, std::vector<Point> const& points) {
-        graph::DataSet& set = graph.DataSets.emplace_back();
+    document::DataSet& add_data_set(document::Graph& graph, std::vector<Point> const& points) {
+        document::DataSet& set = graph.DataSets.emplace_back();
         set.yAxisIndex = 1;
         for (const Point point : points) set.points.append({point.x, point.y, 0, {}});
         return set;

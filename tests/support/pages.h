@@ -1,7 +1,7 @@
 // Pages of every kind, small enough to be drawn thousands of times.
 #pragma once
 
-#include "graph/qvGraph.h"
+#include "control/qvGraph.h"
 
 #include <array>
 

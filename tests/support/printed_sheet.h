@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/geometry.h"
-#include "platform/raster/png.h"
+#include "raster/png.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>

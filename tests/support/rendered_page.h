@@ -1,7 +1,7 @@
 // Pages of shapes, drawn by other programs, and how far such a picture is from another.
 #pragma once
 
-#include "platform/raster/png.h"
+#include "raster/png.h"
 #include "printed_sheet.h"
 
 #include <doctest/doctest.h>

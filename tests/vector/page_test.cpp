@@ -1,5 +1,5 @@
-#include "platform/headless/HeadlessHost.h"
-#include "platform/output/page_file.h"
+#include "hosts/headless/HeadlessHost.h"
+#include "hosts/output/page_file.h"
 #include "rendered_page.h"
 
 #include <doctest/doctest.h>

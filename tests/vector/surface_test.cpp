@@ -1,6 +1,6 @@
 #include "base/fault.h"
-#include "platform/vector/VectorSurface.h"
-#include "platform/vector/svg.h"
+#include "vector/VectorSurface.h"
+#include "vector/svg.h"
 
 #include <doctest/doctest.h>
 

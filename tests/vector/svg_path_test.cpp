@@ -1,4 +1,4 @@
-#include "platform/vector/svg_path.h"
+#include "vector/svg_path.h"
 
 #include <doctest/doctest.h>
 

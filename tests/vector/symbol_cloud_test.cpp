@@ -1,6 +1,6 @@
-#include "platform/vector/symbol_cloud.h"
+#include "vector/symbol_cloud.h"
 
-#include "platform/vector/symbol_shapes.h"
+#include "vector/symbol_shapes.h"
 
 #include <doctest/doctest.h>
 

@@ -1,0 +1,191 @@
+#include "control/point_entry.h"
+
+#include "base/convert.h"
+#include "control/data_entry.h"
+#include "document/selection.h"
+#include "document/trap.h"
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+// The little functions that run for every point are inlined by force: left alone, the compiler saves and
+// restores registers around them that cost as much as their work.
+#define QV_EVERY_POINT [[gnu::always_inline]] inline
+
+namespace qv::control {
+namespace {
+
+constexpr std::int32_t most_points = std::numeric_limits<std::int32_t>::max();
+
+// The upper end first, because most series rise.
+QV_EVERY_POINT bool widen_end(double& first, double& second, double value) {
+    bool const upwards = first <= second;
+    if (upwards ? value > second : value < second)
+        second = value;
+    else if (upwards ? value < first : value > first)
+        first = value;
+    else
+        return false;
+    return true;
+}
+
+/// Moves the range drawn, and with it the full range, so far that it holds `value`. An automatic axis that
+/// shows all it has is rescaled at its next drawing, so that its ends are round again.
+QV_EVERY_POINT bool widen_range(Axis& axis, double value) {
+    bool const zoomed = axis.AxisValue1 != axis.ScaleMin || axis.AxisValue2 != axis.ScaleMax;
+    if (!widen_end(axis.AxisValue1, axis.AxisValue2, value)) return false;
+    widen_end(axis.ScaleMin, axis.ScaleMax, value);
+    if (axis.has_mode(AxisMode::Automatic) && !zoomed) axis.AxisRescale = true;
+    return true;
+}
+
+/// Takes a finite value into the extent of the data and the range drawn; true when the range has moved.
+QV_EVERY_POINT bool take_in(Axis& axis, double value) {
+    if (value > axis.DataMax) axis.DataMax = value;
+    if (value < axis.DataMin) axis.DataMin = value;
+    if (axis.AxisValue1 <= value && value <= axis.AxisValue2) return false;
+    return widen_range(axis, value);
+}
+
+QV_EVERY_POINT bool is_finite(double x, double y) {
+    return (x - x) + (y - y) == 0; // infinite and not-a-number values make it not-a-number
+}
+
+void begin_axis(Axis& axis, double value) {
+    if (!axis.AxisNoData) return;
+    if (axis.has_mode(AxisMode::Automatic)) InitAxisLimits(axis, value);
+    axis.AxisNoData = false;
+}
+
+/// The axes on which new points lie.
+struct PointAxes {
+    Axis* x = nullptr;
+    Axis* y = nullptr;
+
+    explicit operator bool() const { return x != nullptr; }
+    /// Before the first point that an axis takes in.
+    void begin(double x_value, double y_value) const {
+        begin_axis(*x, x_value);
+        begin_axis(*y, y_value);
+    }
+    /// Takes in a point; true when a range has moved. A point that is not finite moves nothing.
+    QV_EVERY_POINT bool extend(double x_value, double y_value) const {
+        if (!is_finite(x_value, y_value)) return false;
+        bool const x_changed = take_in(*x, x_value);
+        bool const y_changed = take_in(*y, y_value);
+        return x_changed || y_changed;
+    }
+};
+
+PointAxes selected_axes(Graph& graph) {
+    return {&selected_x_axis(graph), &selected_y_axis(graph)};
+}
+
+DataSet& numbered_data_set(Graph& graph, std::int16_t number) {
+    bool const named = number >= 1 && static_cast<std::size_t>(number) <= graph.DataSets.size();
+    return named ? graph.DataSets[static_cast<std::size_t>(number) - 1] : graph.DataSets.back();
+}
+
+void check_room(Graph const& graph, std::size_t added) {
+    if (added > static_cast<std::size_t>(most_points - graph.NumPoints)) raise_fault(FaultNumber::Overflow);
+}
+
+/// Keeps the way to where a point went, for the next one.
+void remember(ControlState& state, Graph& graph, PointAxes const& axes, PointStore& points,
+              std::int16_t data_set) {
+    state.point_target = {.graph = &graph,
+                          .x = axes.x,
+                          .y = axes.y,
+                          .points = &points,
+                          .selected_x = graph.SelectedXAxis,
+                          .selected_y = graph.SelectedYAxis,
+                          .current_graph = state.CurrentGraph,
+                          .data_set = data_set,
+                          .data_sets = graph.DataSets.size()};
+}
+
+/// Adds any point, wherever it has to go.
+[[gnu::noinline]] void add_point(ControlState& state, PointEntry const& point, std::int16_t data_set) {
+    Graph* graph = nullptr;
+    PointAxes axes;
+    trapped(state, "AddDataPoint", [&] {
+        Graph* const found = graph_with_data(state);
+        if (found && is_finite(point.X, point.Y)) axes = selected_axes(*found);
+        graph = found;
+    });
+    if (!graph) return;
+    check_room(*graph, 1);
+    PointStore& points = numbered_data_set(*graph, data_set).points;
+    points.append(point);
+    ++graph->NumPoints;
+    if (!axes) return;
+    axes.begin(point.X, point.Y);
+    remember(state, *graph, axes, points, data_set);
+    if (axes.extend(point.X, point.Y)) raise_scale_changed(state);
+}
+
+std::size_t first_finite(PointColumns const& points) {
+    std::size_t i = 0;
+    while (i < points.x.size() && !is_finite(points.x[i], points.y[i])) ++i;
+    return i;
+}
+
+/// One after the other: whether a point finds its axis zoomed depends on those before it.
+bool extend_all(PointAxes const& axes, PointColumns const& points, std::size_t first) {
+    bool changed = false;
+    for (std::size_t i = first; i < points.x.size(); ++i) changed |= axes.extend(points.x[i], points.y[i]);
+    return changed;
+}
+
+void check_lengths(PointColumns const& points) {
+    if (points.y.size() == points.x.size() && (points.e.empty() || points.e.size() == points.x.size()))
+        return;
+    raise_fault(FaultNumber::InvalidProcedureCall,
+                "AddDataPoints needs columns of one length, but x has " + std::to_string(points.x.size())
+                    + ", y " + std::to_string(points.y.size()) + " and e " + std::to_string(points.e.size())
+                    + " values. Nothing was added.");
+}
+
+} // namespace
+
+void AddDataPoint(ControlState& state, double x, double y, double e, std::int16_t data_set,
+                  std::string_view data_id) {
+    PointTarget const& target = state.point_target;
+    bool const plain = e == 0 && data_id.empty();
+    if (!plain || !target.leads_on(state.CurrentGraph, data_set) || target.graph->NumPoints == most_points
+        || !target.points->append_plain(x, y))
+        return add_point(state, {x, y, e, data_id}, data_set);
+    ++target.graph->NumPoints;
+    if (PointAxes{target.x, target.y}.extend(x, y)) raise_scale_changed(state);
+}
+
+void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t data_set) {
+    check_lengths(points);
+    Graph* const graph = graph_with_data(state);
+    if (!graph) return;
+    const std::size_t first = first_finite(points);
+    const PointAxes axes = first < points.x.size() ? selected_axes(*graph) : PointAxes();
+    check_room(*graph, points.x.size());
+    numbered_data_set(*graph, data_set).points.append(points.x, points.y, points.e);
+    graph->NumPoints += static_cast<std::int32_t>(points.x.size());
+    if (!axes) return;
+    axes.begin(points.x[first], points.y[first]);
+    if (extend_all(axes, points, first)) raise_scale_changed(state);
+}
+
+void DropDataPoints(ControlState& state, std::int32_t count, std::int16_t data_set) {
+    trapped(state, "DropDataPoints", [&] {
+        if (count < 0)
+            raise_fault(FaultNumber::InvalidProcedureCall,
+                        "DropDataPoints cannot drop a negative number of points.");
+        Graph* const graph = graph_with_data(state);
+        if (!graph) return;
+        PointStore& points = numbered_data_set(*graph, data_set).points;
+        const std::size_t before = points.size();
+        points.drop_oldest(static_cast<std::size_t>(count));
+        graph->NumPoints -= static_cast<std::int32_t>(before - points.size());
+    });
+}
+
+} // namespace qv::control

@@ -1,0 +1,32 @@
+// Point entry: adding points to data sets and dropping them again. Without a graph or a data set nothing
+// happens.
+#pragma once
+
+#include "control/document_names.h"
+
+#include <span>
+#include <string_view>
+
+namespace qv::control {
+
+/// Appends a point to a data set, counted from 1; a number outside 1..NumDataSets means the newest one. The
+/// graph's selected axes widen to hold the point; one GraphScaleChanged tells when a range drawn did. A point
+/// with a coordinate that is not finite is kept but moves no axis.
+/// Failures up to the axes are reported through ErrorMsg, later ones thrown.
+void AddDataPoint(ControlState& state, double x, double y, double e, std::int16_t data_set,
+                  std::string_view data_id);
+
+/// Columns of equal length; E may be empty.
+struct PointColumns {
+    std::span<double const> x;
+    std::span<double const> y;
+    std::span<double const> e;
+};
+/// The same for many points, with at most one GraphScaleChanged. Unequal lengths are fault 5 and add nothing.
+void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t data_set);
+
+/// Forgets the `count` oldest points of a data set (all when there are fewer). No axis changes. A negative
+/// count is fault 5.
+void DropDataPoints(ControlState& state, std::int32_t count, std::int16_t data_set);
+
+} // namespace qv::control

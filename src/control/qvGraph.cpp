@@ -1,0 +1,253 @@
+#include "control/qvGraph.h"
+
+#include "control/color_requests.h"
+#include "control/data_entry.h"
+#include "control/document.h"
+#include "control/lifecycle.h"
+#include "control/members_by_name.h"
+#include "control/point_entry.h"
+#include "control/settings.h"
+#include "interact/mouse.h"
+#include "interact/page_output.h"
+#include "interact/scroll_handlers.h"
+#include "render/function_curve.h"
+#include "render/pipeline.h"
+
+namespace qv {
+
+qvGraph::qvGraph(host::Host& host) : state_(host) {
+    control::UserControl_Initialize(state_);
+}
+
+qvGraph::~qvGraph() {
+    control::withdraw_requests(state_);
+}
+
+void qvGraph::set_events(host::EventSink* events) {
+    state_.events = events ? events : &state_.silent;
+}
+
+void qvGraph::UserControl_Resize(double width_twips, double height_twips) {
+    control::UserControl_Resize(state_, width_twips, height_twips);
+}
+
+void qvGraph::Picture1_MouseDown(std::uint8_t Button, std::uint8_t Shift, double X, double Y) {
+    interact::Picture1_MouseDown(state_, Button, Shift, {X, Y});
+}
+
+void qvGraph::Picture1_MouseMove(std::uint8_t Button, std::uint8_t Shift, double X, double Y) {
+    interact::Picture1_MouseMove(state_, Button, Shift, {X, Y});
+}
+
+void qvGraph::Picture1_MouseUp(std::uint8_t Button, std::uint8_t Shift, double X, double Y) {
+    interact::Picture1_MouseUp(state_, Button, Shift, {X, Y});
+}
+
+void qvGraph::HScroll1_Change() {
+    interact::HScroll1_Change(state_);
+}
+
+void qvGraph::VScroll1_Change() {
+    interact::VScroll1_Change(state_);
+}
+
+void qvGraph::HScroll1_Scroll() {
+    interact::HScroll1_Scroll(state_);
+}
+
+void qvGraph::VScroll1_Scroll() {
+    interact::VScroll1_Scroll(state_);
+}
+
+void qvGraph::Picture1_DblClick() {
+    control::Picture1_DblClick(state_);
+}
+
+void qvGraph::Picture1_KeyPress(std::int16_t& KeyAscii) {
+    control::Picture1_KeyPress(state_, KeyAscii);
+}
+
+std::string qvGraph::Version() const {
+    return std::string(control::version);
+}
+
+void qvGraph::Reset() {
+    control::Reset(state_);
+}
+
+void qvGraph::NewGraph(std::string_view GraphName, double x1, double x2, double y1, double y2) {
+    control::NewGraph(state_, GraphName, {x1, x2, y1, y2});
+}
+
+void qvGraph::NewXAxis(std::string_view AxisName, double a1, double a2) {
+    control::NewXAxis(state_, AxisName, a1, a2);
+}
+
+void qvGraph::NewYAxis(std::string_view AxisName, double y1, double y2) {
+    control::NewYAxis(state_, AxisName, y1, y2);
+}
+
+void qvGraph::SetSelectedGraph(Checked<std::int16_t> GraphIndex) {
+    control::SetSelectedGraph(state_, GraphIndex);
+}
+
+std::int16_t qvGraph::GetSelectedGraph() const {
+    return state_.CurrentGraph;
+}
+
+void qvGraph::GetGraphNames(TextList& GraphTitles, std::int16_t& NumGraphs) {
+    control::GetGraphNames(state_, GraphTitles, NumGraphs);
+}
+
+std::string qvGraph::GraphTitle() {
+    return control::GraphTitle(state_);
+}
+
+std::int16_t qvGraph::SelectXaxis(Checked<std::int16_t> Index) {
+    return control::SelectXaxis(state_, Index);
+}
+
+std::int16_t qvGraph::SelectYaxis(Checked<std::int16_t> Index) {
+    return control::SelectYaxis(state_, Index);
+}
+
+std::int16_t qvGraph::SetSelectedAxis(Checked<std::int16_t> AxisIndex) {
+    return control::SetSelectedAxis(state_, AxisIndex);
+}
+
+std::int16_t qvGraph::GetSelectedAxisIndex(Checked<std::int16_t> XY) {
+    return control::GetSelectedAxisIndex(state_, XY);
+}
+
+void qvGraph::GetAxisNames(TextList& AxisNames, std::int16_t& NumAxes) {
+    control::GetAxisNames(state_, AxisNames, NumAxes);
+}
+
+void qvGraph::SetSelectedData(Checked<std::int16_t> DataIndex) {
+    control::SetSelectedData(state_, DataIndex);
+}
+
+void qvGraph::GetSelectedData(std::int16_t& DataIndex) {
+    control::GetSelectedData(state_, DataIndex);
+}
+
+void qvGraph::GetDataSetNames(TextList& DataSetNames, std::int16_t& NumDataSets) {
+    control::GetDataSetNames(state_, DataSetNames, NumDataSets);
+}
+
+void qvGraph::SetShowXYcoords(Checked<bool> TF) {
+    control::SetShowXYcoords(state_, TF);
+}
+
+void qvGraph::NewDataSet(std::string_view Legend, Checked<bool> InLegendTable) {
+    control::NewDataSet(state_, Legend, InLegendTable);
+}
+
+void qvGraph::AddDataPoint(double X, double Y, double E, Checked<std::int16_t> DataSet,
+                           std::string_view DataID) {
+    control::AddDataPoint(state_, X, Y, E, DataSet, DataID);
+}
+
+void qvGraph::AddDataPoints(std::span<double const> X, std::span<double const> Y, std::span<double const> E,
+                            Checked<std::int16_t> DataSet) {
+    control::AddDataPoints(state_, {X, Y, E}, DataSet);
+}
+
+void qvGraph::DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet) {
+    control::DropDataPoints(state_, Count, DataSet);
+}
+
+void qvGraph::AddMathFunc(std::string_view MathFunc, double Fromx, double Tox) {
+    control::AddMathFunc(state_, MathFunc, Fromx, Tox);
+}
+
+void qvGraph::DefineFunction(std::string_view Text) {
+    render::DefineFunction(state_, Text);
+}
+
+void qvGraph::AddText(std::string_view Text, double TextX, double TextY, Checked<std::uint8_t> TextOri,
+                      std::string_view TextFont, ColorValue TextColor, Checked<std::int16_t> TextAngle,
+                      Checked<bool> TextPercent) {
+    control::AddText(state_, {std::string(Text), TextX, TextY, TextOri, std::string(TextFont), TextColor,
+                            TextAngle, TextPercent});
+}
+
+#define QV_STYLE(method, target)                                                                             \
+    void qvGraph::method(method##Arguments& arguments) {                                                     \
+        control::method(state_, arguments);                                                                    \
+    }                                                                                                        \
+    void qvGraph::method(method##Arguments const& arguments) {                                               \
+        method##Arguments copy = arguments;                                                                  \
+        control::method(state_, copy);                                                                         \
+    }
+#define QV_PARAMETER(method, name, kind_, default_, rule, property_)
+#define QV_STYLE_END(method, then)
+#include "control/styles.def"
+
+void qvGraph::GetAxisRange(double& a1, double& a2) const {
+    control::GetAxisRange(state_, a1, a2);
+}
+
+void qvGraph::SetAxisTicks(std::span<double const> Major, std::span<double const> Minor) {
+    control::SetAxisTicks(state_, Major, Minor);
+}
+
+void qvGraph::SetTooltip(std::string_view Tooltip) {
+    control::SetTooltip(state_, Tooltip);
+}
+
+void qvGraph::SetCrossHair(Checked<std::int16_t> Style) {
+    control::SetCrossHair(state_, Style);
+}
+
+void qvGraph::Refresh() {
+    render::Refresh(state_);
+}
+
+void qvGraph::RefreshCurrentGraph() {
+    render::RefreshCurrentGraph(state_);
+}
+
+void qvGraph::RefreshGraphs(Checked<std::int16_t> WhichIndex, Checked<bool> LegndOnPic1) {
+    render::RefreshGraphs(state_, WhichIndex, LegndOnPic1);
+}
+
+void qvGraph::PrintImage(Checked<bool> Landscape) {
+    interact::PrintImage(state_, Landscape);
+}
+
+void qvGraph::SaveImage(std::string_view Filename) {
+    interact::SaveImage(state_, std::string(Filename));
+}
+
+void qvGraph::CopyToClipboard() {
+    interact::CopyToClipboard(state_);
+}
+
+void qvGraph::GetGradient(Color& QvColor1, Color& QvColor2, float& gAngle, float& gShift,
+                          std::int16_t& gStyle) {
+    control::GetGradient(state_, QvColor1, QvColor2, gAngle, gShift, gStyle);
+}
+
+void qvGraph::GetColor(Color& QvColor1) {
+    control::GetColor(state_, QvColor1);
+}
+
+Variant qvGraph::Get(std::string_view property) const {
+    return control::get_property(*this, property);
+}
+
+void qvGraph::Let(std::string_view property, Variant const& value) {
+    control::let_property(*this, property, value);
+}
+
+Variant qvGraph::Call(std::string_view method, std::span<Variant> arguments) {
+    return control::call_method(*this, method, arguments);
+}
+
+Variant qvGraph::Call(std::string_view method, std::initializer_list<Variant> arguments) {
+    std::vector<Variant> copies(arguments);
+    return control::call_method(*this, method, copies);
+}
+
+} // namespace qv

@@ -1,0 +1,188 @@
+// qvGraph: the graphing control. One instance holds one page with any number of graphs, each with its axes,
+// data sets, functions, texts and styles. A host makes it, resizes it, drives it through the members here and
+// hears of events through an EventSink. Nothing is drawn before Refresh or RefreshGraphs is called once.
+//
+// Members whose failures are reported through the event ErrorMsg return normally; properties, GraphIndex,
+// Version, GetAxisRange, SetTooltip, the two input handlers and Get, Let and Call throw a qv::Fault instead.
+// Numbers given to any member must fit its type, else the call throws fault 6 before anything is done.
+#pragma once
+
+#include "control/kinds.h"
+#include "document/ControlState.h"
+#include "control/styles.h"
+
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace qv {
+
+class qvGraph {
+public:
+    explicit qvGraph(host::Host& host);
+    /// Not from inside its own events or members, but for GetGradient and GetColor while they wait.
+    ~qvGraph();
+
+    /// \name For the host that holds the control
+    /// \{
+    /// Events go to this sink, or nowhere when it is null. It must outlive the control or be taken back.
+    void set_events(host::EventSink* events);
+    document::ControlState& state() { return state_; }
+    document::ControlState const& state() const { return state_; }
+    /// The control's inner size has changed (also once after creation).
+    void UserControl_Resize(double width_twips, double height_twips);
+    /// Buttons and moves of the mouse on the page, twips; Button and Shift as in host/Input.h. Of a move,
+    /// Button is what is held.
+    void Picture1_MouseDown(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
+    void Picture1_MouseMove(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
+    void Picture1_MouseUp(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
+    /// A scroll bar stands at a new value, or its thumb is on the way there.
+    void HScroll1_Change();
+    void VScroll1_Change();
+    void HScroll1_Scroll();
+    void VScroll1_Scroll();
+    /// Double click and key press on the page; KeyAscii comes back as the event's handler leaves it.
+    void Picture1_DblClick();
+    void Picture1_KeyPress(std::int16_t& KeyAscii);
+    /// \}
+
+    /// \name Identity, lifecycle
+    /// \{
+    std::string Version() const;
+    /// Discards all graphs; the page fill and AxisMarksInFront go back to their defaults.
+    void Reset();
+    /// \}
+
+    /// \name Graphs, axes and data sets
+    /// Graphs, axes and data sets count from 0. What they are set on is the current graph, its selected axis
+    /// and its selected data set.
+    /// \{
+    /// Appends a graph and makes it current. An axis with different ends is fixed, else automatic.
+    void NewGraph(std::string_view GraphName, double x1 = 0, double x2 = 0, double y1 = 0, double y2 = 0);
+    void NewXAxis(std::string_view AxisName, double a1 = 0, double a2 = 0);
+    void NewYAxis(std::string_view AxisName, double y1 = 0, double y2 = 0);
+    /// Brings a graph to the front and makes it current.
+    void SetSelectedGraph(Checked<std::int16_t> GraphIndex);
+    std::int16_t GetSelectedGraph() const;
+    /// Entries 1 to NumGraphs are the names.
+    void GetGraphNames(TextList& GraphTitles, std::int16_t& NumGraphs);
+    std::string GraphTitle();
+    /// Selects the Index-th x (y) axis counting from 1 and returns its number among all axes, 0 when there
+    /// is none.
+    std::int16_t SelectXaxis(Checked<std::int16_t> Index = 1);
+    std::int16_t SelectYaxis(Checked<std::int16_t> Index = 1);
+    /// Returns 0 for an x axis, 1 for a y axis, -1 when there is no such axis.
+    std::int16_t SetSelectedAxis(Checked<std::int16_t> AxisIndex);
+    /// XY is 0 for the x axis, 1 for the y axis; -1 for anything else.
+    std::int16_t GetSelectedAxisIndex(Checked<std::int16_t> XY);
+    /// Entries 0 to NumAxes - 1 are the titles; an empty one follows.
+    void GetAxisNames(TextList& AxisNames, std::int16_t& NumAxes);
+    void SetSelectedData(Checked<std::int16_t> DataIndex);
+    void GetSelectedData(std::int16_t& DataIndex);
+    /// Entries 0 to NumDataSets - 1 are the legends; an empty one follows.
+    void GetDataSetNames(TextList& DataSetNames, std::int16_t& NumDataSets);
+    void SetShowXYcoords(Checked<bool> TF);
+    /// \}
+
+    /// \name Data entry
+    /// \{
+    void NewDataSet(std::string_view Legend, Checked<bool> InLegendTable = true);
+    /// DataSet counts from 1; 0 means the newest one. E is half the length of the error bar.
+    void AddDataPoint(double X, double Y, double E = 0, Checked<std::int16_t> DataSet = 0,
+                      std::string_view DataID = {});
+    /// Many points at once: columns of equal length, E may be left out. GraphScaleChanged comes at most once.
+    void AddDataPoints(std::span<double const> X, std::span<double const> Y, std::span<double const> E = {},
+                       Checked<std::int16_t> DataSet = 0);
+    /// Forgets the Count oldest points of a data set, numbered as in AddDataPoint; no axis changes.
+    void DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet = 0);
+    /// Makes the newest data set a function of x; Fromx = Tox = 0 draws it along the whole x axis.
+    void AddMathFunc(std::string_view MathFunc, double Fromx = 0, double Tox = 0);
+    /// Defines a function, such as "f(a) = a^2", for the functions of all data sets; it stays until the
+    /// control goes. A text that is none is reported through ErrorMsg.
+    void DefineFunction(std::string_view Text);
+    void AddText(std::string_view Text, double TextX, double TextY, Checked<std::uint8_t> TextOri,
+                 std::string_view TextFont, ColorValue TextColor, Checked<std::int16_t> TextAngle,
+                 Checked<bool> TextPercent);
+    /// \}
+
+    /// \name Style methods
+    /// Rows of styles.def. An omitted Color2 becomes Color1; a caller who passes a variable finds it there.
+    /// \{
+#define QV_STYLE(method, target)                                                                             \
+    void method(method##Arguments& arguments);                                                               \
+    void method(method##Arguments const& arguments = {});
+#define QV_PARAMETER(method, name, kind_, default_, rule, property_)
+#define QV_STYLE_END(method, then)
+#include "control/styles.def"
+    /// \}
+
+    /// \name Other settings
+    /// \{
+    void GetAxisRange(double& a1, double& a2) const;
+    /// Puts the selected axis's ticks at these values, where even divisions would not do (months have
+    /// unequal lengths); without major ones the axis is divided evenly again.
+    void SetAxisTicks(std::span<double const> Major, std::span<double const> Minor = {});
+    void SetTooltip(std::string_view Tooltip);
+    /// 0 switches the cross-hair off, n on with style n - 1.
+    void SetCrossHair(Checked<std::int16_t> Style);
+    /// \}
+
+    /// \name Drawing
+    /// \{
+    void Refresh();
+    void RefreshCurrentGraph();
+    /// Redraws all graphs (WhichIndex < 0) or one over the kept picture of the others.
+    void RefreshGraphs(Checked<std::int16_t> WhichIndex, Checked<bool> LegndOnPic1);
+    /// \}
+
+    /// \name Out of the page
+    /// The picture as it was last shown; nothing is redrawn but for .svg and .pdf files.
+    /// \{
+    /// Prints the picture on one sheet of the default printer, fitted inside margins of one inch.
+    void PrintImage(Checked<bool> Landscape = false);
+    /// Writes the picture to a file, as the name's ending tells: .png; .svg and .pdf with shapes and text
+    /// instead of pixels; any other name a bitmap. What a file of that name held stays when writing fails.
+    void SaveImage(std::string_view Filename);
+    /// Puts the picture on the clipboard in place of what is there.
+    void CopyToClipboard();
+    /// \}
+
+    /// \name Asking a person
+    /// Both show the one gradient dialog of the process, which keeps what was left in it, and return when it
+    /// is hidden. -1 is the colour after a Cancel; given to a style method it leaves the colour as it is.
+    /// \{
+    /// A fill, in the order of the style methods. The colours are the base colours, before shading.
+    void GetGradient(Color& QvColor1, Color& QvColor2, float& gAngle, float& gShift, std::int16_t& gStyle);
+    /// The first colour of a fill.
+    void GetColor(Color& QvColor1);
+    /// \}
+
+    /// \name Properties
+    /// Rows of properties.def.
+    /// \{
+#define QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_)                                     \
+    control::kind::kind_::value name() const;
+#define QV_PROPERTY(name, kind_, target_, field_, conversion_, then_)                                        \
+    control::kind::kind_::value name() const;                                                                  \
+    void name(control::kind::kind_::argument value);
+#include "control/properties.def"
+    /// \}
+
+    /// \name Members by name
+    /// Names are found whatever their case. An unknown name is fault 438, a text where a number belongs (or
+    /// the reverse) 13, a wrong number of arguments 450.
+    /// \{
+    Variant Get(std::string_view property) const;
+    void Let(std::string_view property, Variant const& value);
+    /// Arguments go by position; an empty one, like an omitted one, takes the parameter's default. What a
+    /// method returns through its parameters is written back into `arguments`.
+    Variant Call(std::string_view method, std::span<Variant> arguments);
+    Variant Call(std::string_view method, std::initializer_list<Variant> arguments = {});
+    /// \}
+
+private:
+    document::ControlState state_;
+};
+
+} // namespace qv

@@ -1,0 +1,235 @@
+// The document records: fills, axes, data sets and graphs, field by field. Fields are named by the public
+// property that reads or writes them.
+#pragma once
+
+#include "base/geometry.h"
+#include "document/PointStore.h"
+#include "document/StableList.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qv::document {
+
+/// The fill of an area: page, graph border, plot area, legend table or a data set's symbols.
+struct FillSpec {
+    Color EdgeColor = 0;
+    std::uint8_t EdgeThickness = 0; // pixels, 0 = no outline
+    Color Color1 = 0;               // the only colour of a plain fill
+    Color Color2 = 0;
+    std::int16_t GradientAngle = 0; // degrees
+    float gShift = 0;               // place of the gradient's midpoint, -1..1
+    std::int16_t gStyle = 0;
+    bool Transparent = false; // the area is not filled
+
+    bool operator==(FillSpec const&) const = default;
+};
+
+enum class AxisKind : std::int16_t { X = 0, Y = 1 };
+
+/// How an axis gets its range.
+enum class AxisMode : std::uint8_t { Automatic = 0, Fixed = 1, TextLabels = 2 };
+
+/// The range that an automatic axis was drawn with, and the fields that it had then.
+struct DrawnRange {
+    double low = 0; // rounded: beyond AxisValue1 where the axis is zoomed
+    double high = 0;
+    double AxisValue1 = 0;
+    double AxisValue2 = 0;
+    std::int16_t AxisMajorDivs = 0;
+    std::int16_t AxisMinorDivs = 0;
+    bool AxisLog = false;
+};
+
+/// The scale on which the page shows an axis: a range, and where on the page it begins and how far it goes.
+struct ShownScale {
+    double first = 0;
+    double last = 0;
+    bool is_log = false;
+    double start = 0;  // twips
+    double length = 0; // twips, negative leftward and upward
+};
+
+struct Axis {
+    AxisKind AxisXY = AxisKind::X;
+    bool AxisRescale = true; // the range must be computed at the next drawing
+    bool AxisHide = false;
+    Color AxisMajGridColor = rgb(210, 210, 210);
+    Color AxisMinGridColor = rgb(225, 225, 225);
+    Color AxisColor = 0;
+    Color AxisLabelColor = 0;
+    Color AxisTitleColor = 0;
+    double AxisValue1 = 0; // range drawn
+    double AxisValue2 = 0;
+    double ScaleMin = 0; // full range, to which unzooming returns
+    double ScaleMax = 0;
+    double DataMin = 0; // extent of the data
+    double DataMax = 0;
+    float ZoomFrom = 0;              // twips along the axis where a zoom drag started
+    float ZoomTo = 0;                // its current end, 0 while no rubber band is drawn
+    std::int32_t AxisLength = 0;     // twips
+    std::int16_t AxisTickLength = 0; // twips
+    bool AxisTicksBothEnds = true;
+    bool AxisTicksInside = true;
+    bool AxisTicksOutside = false;
+    std::uint8_t AxisThickness = 1;     // pixels
+    std::uint8_t AxisTickThickness = 1; // pixels
+    std::string AxisTitle;
+    bool AxisLog = false;
+    bool AxisGridMajor = false;
+    bool AxisGridMinor = false;
+    std::int16_t AxisMajorDivs = 5;
+    std::int16_t AxisMinorDivs = 1;
+    std::int16_t AxisDP = 1;
+    bool AxisReverse = false;
+    std::uint8_t AxisScale = 0; // AxisMode; other values are kept but mean nothing
+    std::string AxisTextLabels; // labels separated by ",", or the format of numeric labels
+    std::string AxisLabelFont = "Font=Arial|9";
+    std::string AxisTitleFont = "Font=Arial|9";
+    bool AxisShowLabels = true;
+    bool AxisShowTitle = true;
+    std::int16_t AxisLabelsHoriz = 0; // degrees
+    float AxisLabelShift = 0;         // millimetres
+    float AxisTitleShift = 0;         // millimetres
+    bool AxisFarSide = false;
+    bool AxisNoData = true;                // no point has been added on this axis yet
+    std::vector<double> major_tick_values; // where ticks stand; empty: evenly divided by AxisMajorDivs
+    std::vector<double> minor_tick_values; // count only beside given major ones
+    std::optional<DrawnRange> drawn;       // the last time, if it was automatic then
+    std::optional<ShownScale> shown;       // by the last drawing
+
+    bool has_mode(AxisMode mode) const { return AxisScale == static_cast<std::uint8_t>(mode); }
+};
+
+/// A text that belongs to a data set.
+struct GraphText {
+    std::string DataText;
+    double DataTextX = 0;
+    double DataTextY = 0;
+    std::uint8_t DataTextOri = 0; // horizontal alignment in the remainder by 3, vertical in the quotient
+    std::string DataTextFont;
+    Color DataTextColor = 0;
+    std::int16_t DataTextAngle = 0; // degrees
+    bool DataTextPercent = false;   // position in percent of the plot area, y from the bottom
+};
+
+/// Second derivatives of the smooth curve through a data set's points, kept while the points stay.
+struct CurveMemory {
+    std::vector<double> second_derivatives;
+    std::size_t size = 0; // of the points they belong to
+    std::size_t dropped = 0;
+};
+
+/// Everything of a data set but its points.
+struct DataSetSettings : GraphText {
+    std::string DataLegend;
+    bool DataInLegendTable = false;
+    std::int16_t DataSymbol = 0;
+    std::int16_t DataSymbolSize = 0; // half the size, twips
+    FillSpec DataSymbolFill;
+    std::int16_t DataLineStyle = 0;
+    Color DataLineColor = 0;
+    std::int16_t DataLineThickness = 0; // pixels
+    bool DataHide = false;
+    bool ShowErrorBar = false;
+    Color ErrorBarColor = 0;
+    bool BarHoriz = false;
+    bool Bar3D = false;
+    bool BarStacked = false;
+    bool BarBase = false;
+    double BarBaseValue = 0;
+    double BarOffset = 0; // millimetres across the bar
+    bool BarShadow = false;
+    Color BarShadowColor = 0;
+    std::string MathFunc;
+    double MathFuncX1 = 0;
+    double MathFuncX2 = 0;
+    std::int16_t xAxisIndex = 0;
+    std::int16_t yAxisIndex = 0;
+};
+
+struct DataSet : DataSetSettings {
+    PointStore points;
+    mutable CurveMemory curve; // written by drawing
+
+    std::int32_t DataSetPointCount() const { return static_cast<std::int32_t>(points.size()); }
+};
+
+/// Everything of a graph but its axes and data sets.
+struct GraphSettings {
+    float GraphLeft = 0; // position and size as fractions of the page
+    float GraphTop = 0;
+    float GraphWidth = 1;
+    float GraphHeight = 1;
+    bool GraphWholePage = false;
+    float TopAxesHeight = 0;    // twips taken above the plot area by far-side x axes
+    std::int32_t FrameLeft = 0; // twips, from the layout
+    std::int32_t FrameTop = 0;
+    std::int32_t FrameWidth = 0;
+    std::int32_t FrameHeight = 0;
+    float BorderLeft = 0; // twips between frame and plot area
+    float BorderTop = 0;
+    float BorderRight = 0;
+    float BorderBottom = 0;
+    std::int16_t SelectedAxis = 0;
+    std::int16_t SelectedXAxis = 0;
+    std::int16_t SelectedYAxis = 0;
+    std::int16_t SelectedDataSet = 0;
+    std::int32_t NumPoints = 0; // of all data sets together
+    bool GraphNotDrawn = true;
+    FillSpec PlotAreaFill;
+    FillSpec BorderFill;
+    Color GraphTitleColor = 0;
+    std::string GraphTitleFont;
+    std::string LegendFont;
+    bool LegendShow = true;
+    bool LegendInFront = true;
+    bool LegendDragging = true;
+    float LegendTableTop = 0;    // percent of the frame
+    float LegendTableLeft = 100; // percent of the frame
+    std::int32_t LegendTop = 0;  // twips on the page
+    std::int32_t LegendLeft = 0;
+    std::int32_t LegendWidth = 0;
+    std::int32_t LegendHeight = 0;
+    FillSpec LegendFill;
+    Color LegendFontColor = 0;
+    bool ShowDataID = true;
+    bool GraphInclude = true;
+    bool GraphShowTitle = true;
+    bool GraphAllowZoom = true;
+    bool GraphShowXY = true;
+    bool GraphAllowDragging = true;
+    float GraphTitleVShift = 0; // millimetres
+    float GraphTitleHShift = 0; // millimetres
+};
+
+/// A plot panel.
+struct Graph : GraphSettings {
+    StableList<Axis> Axes;
+    StableList<DataSet> DataSets;
+
+    std::int16_t NumAxes() const { return static_cast<std::int16_t>(Axes.size()); }
+    std::int16_t NumDataSets() const { return static_cast<std::int16_t>(DataSets.size()); }
+};
+
+/// A graph as NewGraph starts it, without axes and data.
+inline Graph fresh_graph(float units_per_mm_x, float units_per_mm_y) {
+    constexpr Color tooltip_yellow = system_color(0x18);
+    constexpr Color light_yellow = 0xC0FFFF;
+    Graph graph;
+    graph.BorderLeft = 14 * units_per_mm_x;
+    graph.BorderRight = 7 * units_per_mm_x;
+    graph.BorderTop = 7 * units_per_mm_y;
+    graph.BorderBottom = 10 * units_per_mm_y;
+    auto const fill = [](Color color) {
+        return FillSpec{.EdgeThickness = 1, .Color1 = color, .Color2 = color, .GradientAngle = 90};
+    };
+    graph.PlotAreaFill = graph.LegendFill = fill(tooltip_yellow);
+    graph.BorderFill = fill(light_yellow);
+    return graph;
+}
+
+} // namespace qv::document

@@ -1,0 +1,90 @@
+// QvGraphWidget: the graphing control as a Qt widget.
+#pragma once
+
+#include "control/qvGraph.h"
+#include "host/Input.h"
+
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+#include <QtGui/QImage>
+#include <QtWidgets/QWidget>
+
+#include <memory>
+
+class QLabel;
+class QPrinter;
+class QScrollBar;
+
+namespace qv::qt {
+
+class WidgetHost;
+
+/// Holds one control and shows its page without copying it. The page fills the widget but for a strip at the
+/// right and at the bottom, where the scroll bars appear. One device-independent pixel is 15 twips; the page
+/// has as many pixels as the screen shows, and is drawn anew when the widget comes to a screen of another
+/// density. Use it on the thread of the user interface, as any widget.
+class QvGraphWidget : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit QvGraphWidget(QWidget* parent = nullptr);
+    ~QvGraphWidget() override;
+
+    /// The control with all its members. Its events become the signals below; whoever gives it a sink of
+    /// their own takes the signals away.
+    qvGraph& control();
+    qvGraph const& control() const;
+
+    /// \name Properties by name
+    /// Values as the control's own Get and Let take them; a colour may also be a QColor. They throw a
+    /// qv::Fault, so no slot should let one out.
+    /// \{
+    QVariant Get(QString const& property) const;
+    void Let(QString const& property, QVariant const& value);
+    /// \}
+
+    /// The page as it is shown. The image shares the page's pixels: it changes with the page and must be
+    /// copied before it may outlive the next change of size.
+    QImage page() const;
+    /// PrintImage goes to this printer, such as one that a print dialog has set up, instead of the system's
+    /// default; nullptr leads back to that. It must outlive the widget or be taken back. Printing turns it
+    /// upright or sideways and lets places count from the corner of the paper.
+    void set_printer(QPrinter* printer);
+    /// \name Parts
+    /// The widget that shows the page, takes mouse and keys and carries the tooltip, and those beside it.
+    /// \{
+    QWidget& page_view();
+    QScrollBar& HScroll1();
+    QScrollBar& VScroll1();
+    QLabel& Label1();
+    /// \}
+
+    QSize sizeHint() const override { return {640, 480}; }
+
+Q_SIGNALS:
+    void Click(double X, double Y);
+    void DblClick(double X, double Y);
+    void MouseMove(double X, double Y);
+    void KeyPress(short KeyAscii, double X, double Y);
+    void NewGraphInFront();
+    void GraphScaleChanged();
+    void GraphPositionChanged();
+    void LegendPositionChanged();
+    void ErrorMsg(QString const& Source, QString const& Description);
+
+protected:
+    /// Takes what a person did to the page or a scroll bar and hands it to the control. True when it was
+    /// used up; other wheel turns and keys go on to the parent widget. What it throws becomes ErrorMsg.
+    virtual bool input(host::Input const& input);
+
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    bool take(host::Input const& input);
+    std::unique_ptr<WidgetHost> host_;
+};
+
+} // namespace qv::qt

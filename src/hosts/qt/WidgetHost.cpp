@@ -1,0 +1,188 @@
+#include "hosts/qt/WidgetHost.h"
+
+#include "base/text.h"
+#include "interact/read_out.h"
+#include "interact/scroll_bars.h"
+#include "hosts/output/page_file.h"
+#include "hosts/qt/GradientDialog.h"
+#include "hosts/qt/QvGraphWidget.h"
+#include "hosts/qt/page_clipboard.h"
+#include "hosts/qt/page_image.h"
+#include "hosts/qt/page_printer.h"
+#include "hosts/qt/qvariants.h"
+#include "hosts/qt/translate_input.h"
+#include "render/page_marks.h"
+
+#include <QtGui/QAccessible>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QColorDialog>
+#include <QtWidgets/QMessageBox>
+
+namespace qv::qt {
+namespace {
+
+PageView::Picture page_of(WidgetHost const& host) {
+    return [&host] { return host.page(); };
+}
+
+} // namespace
+
+void SignalSink::Click(double& X, double& Y) {
+    Q_EMIT widget_.Click(X, Y);
+}
+
+void SignalSink::DblClick(double& X, double& Y) {
+    Q_EMIT widget_.DblClick(X, Y);
+}
+
+void SignalSink::MouseMove(double& X, double& Y) {
+    Q_EMIT widget_.MouseMove(X, Y);
+}
+
+void SignalSink::KeyPress(std::int16_t& KeyAscii, double& X, double& Y) {
+    Q_EMIT widget_.KeyPress(KeyAscii, X, Y);
+}
+
+void SignalSink::NewGraphInFront() {
+    Q_EMIT widget_.NewGraphInFront();
+}
+
+void SignalSink::GraphScaleChanged() {
+    Q_EMIT widget_.GraphScaleChanged();
+}
+
+void SignalSink::GraphPositionChanged() {
+    Q_EMIT widget_.GraphPositionChanged();
+}
+
+void SignalSink::LegendPositionChanged() {
+    Q_EMIT widget_.LegendPositionChanged();
+}
+
+void SignalSink::ErrorMsg(std::string& Source, std::string& Description) {
+    Q_EMIT widget_.ErrorMsg(QString::fromStdString(Source), QString::fromStdString(Description));
+}
+
+WidgetHost::WidgetHost(QvGraphWidget& widget, PageView::InputHandler const& handler)
+    : widget_(widget), signals_(widget), page_view_(&widget, page_of(*this), handler),
+      children_(&widget, handler, [this] { measure_read_out(); }),
+      fonts_(std::make_shared<raster::FontLibrary>()),
+      twips_per_pixel_(twips_per_unit / widget.devicePixelRatioF()) {
+    control_ = std::make_unique<qvGraph>(*this); // calls back at once, when all else stands
+    control_->set_events(&signals_);
+    fit();
+}
+
+raster::RasterSurface const& WidgetHost::picture() const {
+    return static_cast<raster::RasterSurface const&>(*control_->state().Picture1);
+}
+
+// Made anew whenever it is wanted: it costs nothing, and no image can outlive the pixels it was made on.
+QImage WidgetHost::page() const {
+    return image_of(picture());
+}
+
+QRgb WidgetHost::margin_color() const {
+    return picture().pixels().back();
+}
+
+void WidgetHost::fit() {
+    bool const same_density = !follow_density();
+    if (same_density && size_ == widget_.size()) return;
+    resize_control();
+    // A page that shows no graph is not redrawn by a change of size, and would keep pixels of the old scale.
+    if (!same_density && control_->state().Graphs.empty()) control_->Refresh();
+}
+
+void WidgetHost::measure_children() {
+    document::ControlState& state = control_->state();
+    state.HScroll1.Height = state.VScroll1.Width = scroll_bar_thickness();
+    measure_read_out();
+    resize_control();
+}
+
+void WidgetHost::measure_read_out() {
+    if (!control_) return; // called while the label gets its first look
+    document::ControlState& state = control_->state();
+    state.Label1.Height = label_height();
+    if (state.Label1.Visible)
+        interact::show_read_out(state, state.Label1.Caption);
+    else
+        interact::ResizeScrollBars(state);
+}
+
+bool WidgetHost::follow_density() {
+    double const twips_per_pixel = twips_per_unit / widget_.devicePixelRatioF();
+    if (twips_per_pixel == twips_per_pixel_) return false;
+    twips_per_pixel_ = twips_per_pixel;
+    document::ControlState& state = control_->state();
+    render::erase_marks(state); // at the density at which they were drawn
+    for (auto* surface :
+         {&state.Picture1, &state.GraphImage, &state.Picture2, &state.ScratchPic1, &state.ScratchPic2})
+        static_cast<raster::RasterSurface&>(**surface).set_twips_per_pixel(twips_per_pixel, twips_per_pixel);
+    return true;
+}
+
+void WidgetHost::resize_control() {
+    size_ = widget_.size();
+    document::ControlState const& state = control_->state();
+    const QRect page = in_units({.Width = size_.width() * twips_per_unit - state.VScroll1.Width,
+                                 .Height = size_.height() * twips_per_unit - state.HScroll1.Height});
+    page_view_.setGeometry(page);
+    control_->UserControl_Resize(size_.width() * twips_per_unit, size_.height() * twips_per_unit);
+}
+
+std::unique_ptr<DrawSurface> WidgetHost::make_surface() {
+    return std::make_unique<raster::RasterSurface>(twips_per_pixel_, twips_per_pixel_, fonts_);
+}
+
+void WidgetHost::page_shown() {
+    page_view_.update();
+    if (std::exchange(shown_margin_, margin_color()) != shown_margin_) widget_.update();
+}
+
+void WidgetHost::point_read(std::string const& text) {
+    QAccessibleValueChangeEvent event(&widget_, QString::fromStdString(text));
+    QAccessible::updateAccessibility(&event);
+    page_view_.setAccessibleDescription(QString::fromStdString(text)); // it has the focus
+}
+
+std::unique_ptr<host::Printer> WidgetHost::default_printer() {
+    if (printer_) return std::make_unique<PagePrinter>(*printer_);
+    return open_default_printer();
+}
+
+std::unique_ptr<host::Clipboard> WidgetHost::open_clipboard() {
+    return std::make_unique<PageClipboard>(fonts_);
+}
+
+void WidgetHost::save_picture(std::string const& file, host::PagePicture const& picture) {
+    output::save_page(file, picture, fonts_);
+}
+
+void WidgetHost::show_modal(gradient_picker::qvGradientForm2& form) {
+    GradientDialog(form, widget_).exec();
+}
+
+std::optional<Color> WidgetHost::choose_color(Color opened_at) {
+    const QColor chosen = QColorDialog::getColor(to_qcolor(opened_at), QApplication::activeModalWidget());
+    if (!chosen.isValid()) return std::nullopt;
+    return from_qcolor(chosen);
+}
+
+void WidgetHost::show_message(std::string const& text) {
+    QMessageBox message(QMessageBox::NoIcon, {}, QString::fromStdString(replace_all(text, "\r\n", "\n")),
+                        QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore,
+                        QApplication::activeModalWidget());
+    message.setTextFormat(Qt::PlainText);
+    message.exec();
+}
+
+void WidgetHost::child_controls_changed() {
+    if (!control_) return; // called from its constructor
+    children_.follow(control_->state());
+    page_view_.show_pointer(control_->state().MousePointer);
+    page_view_.setToolTip(QString::fromStdString(control_->state().shown_tooltip()));
+}
+
+} // namespace qv::qt

@@ -1,0 +1,89 @@
+#include "hosts/qt/child_widgets.h"
+
+#include "hosts/qt/translate_input.h"
+
+#include <QtCore/QSignalBlocker>
+#include <QtWidgets/QStyle>
+
+#include <cmath>
+#include <utility>
+
+namespace qv::qt {
+namespace {
+
+void tell(QScrollBar& widget, host::Bar bar, ChildWidgets::ScrollHandler const& handler) {
+    QObject::connect(&widget, &QScrollBar::valueChanged, &widget, [&widget, bar, handler](int value) {
+        handler({.bar = bar, .value = value, .dragging = widget.isSliderDown()});
+    });
+    QObject::connect(&widget, &QScrollBar::sliderReleased, &widget,
+                     [&widget, bar, handler] { handler({.bar = bar, .value = widget.value()}); });
+}
+
+} // namespace
+
+void follow(QScrollBar& widget, host::ScrollBar const& bar, double twips_a_unit) {
+    const QSignalBlocker silent(widget);
+    widget.setRange(0, bar.Max);
+    widget.setPageStep(bar.LargeChange);
+    widget.setSingleStep(bar.SmallChange);
+    widget.setValue(bar.Value);
+    widget.setGeometry(in_units(bar, twips_a_unit));
+    widget.setVisible(bar.Visible);
+}
+
+void follow(QLabel& widget, host::Label const& label, double twips_a_unit) {
+    widget.setText(QString::fromStdString(label.Caption));
+    widget.setFrameStyle(label.Border ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
+    widget.setGeometry(in_units(label, twips_a_unit));
+    widget.setVisible(label.Visible);
+}
+
+ReadOut::ReadOut(QWidget* parent, std::function<void()> looks_changed)
+    : QLabel(parent), looks_changed_(std::move(looks_changed)) {}
+
+void ReadOut::changeEvent(QEvent* event) {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) looks_changed_();
+}
+
+ChildWidgets::ChildWidgets(QWidget* parent, ScrollHandler const& handler, LabelHandler const& label_changed)
+    : across_(Qt::Horizontal, parent), down_(Qt::Vertical, parent), label_(parent, label_changed) {
+    label_.setTextFormat(Qt::PlainText);
+    label_.setAutoFillBackground(true); // its text has the desktop's colours, which the page may not suit
+    across_.hide();
+    down_.hide();
+    label_.hide();
+    tell(across_, host::Bar::HScroll1, handler);
+    tell(down_, host::Bar::VScroll1, handler);
+}
+
+double ChildWidgets::scroll_bar_thickness() const {
+    return across_.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &across_) * twips_per_unit;
+}
+
+double ChildWidgets::label_height() const {
+    constexpr int room_for_border = 2;
+    return (label_.fontMetrics().height() + room_for_border) * twips_per_unit;
+}
+
+// Asked of the label itself, because frame, indent and style sheet add to the text.
+double ChildWidgets::read_out_width(std::string const& text) {
+    label_.setText(QString::fromStdString(text));
+    label_.ensurePolished();
+    return label_.sizeHint().width() * twips_per_unit;
+}
+
+void ChildWidgets::follow(document::ControlState const& state) {
+    qt::follow(across_, state.HScroll1);
+    qt::follow(down_, state.VScroll1);
+    qt::follow(label_, state.Label1);
+}
+
+QRect in_units(host::Placement const& placement, double twips_a_unit) {
+    auto const unit = [=](double twips) { return static_cast<int>(std::floor(twips / twips_a_unit + 0.5)); };
+    const QPoint left_top(unit(placement.Left), unit(placement.Top));
+    const QPoint end(unit(placement.Left + placement.Width), unit(placement.Top + placement.Height));
+    return {left_top, QSize(end.x() - left_top.x(), end.y() - left_top.y())};
+}
+
+} // namespace qv::qt

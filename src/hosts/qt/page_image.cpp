@@ -1,0 +1,31 @@
+#include "hosts/qt/page_image.h"
+
+#include "hosts/qt/translate_input.h"
+#include "raster/RasterSurface.h"
+
+#include <QtGui/QPainter>
+
+namespace qv::qt {
+
+QImage image_of(DrawSurface const& surface) {
+    auto const& picture = static_cast<raster::RasterSurface const&>(surface);
+    QImage image(reinterpret_cast<uchar const*>(picture.pixels().data()), picture.width(), picture.height(),
+                 picture.stride() * static_cast<qsizetype>(sizeof(std::uint32_t)), QImage::Format_RGB32);
+    image.setDevicePixelRatio(twips_per_unit / picture.TwipsPerPixelX());
+    return image;
+}
+
+void paint_pixels(QPainter& painter, QRect const& widget, QImage image) {
+    double const density = image.devicePixelRatio();
+    // At a broken scale the widget may reach part of a pixel beyond the picture.
+    if (QSizeF(image.size()) != QSizeF(widget.size()) * density)
+        painter.fillRect(widget, image.pixelColor(image.width() - 1, image.height() - 1));
+    // Scaled back to the screen's pixels, so that they are copied and not resampled.
+    painter.save();
+    painter.scale(1 / density, 1 / density);
+    image.setDevicePixelRatio(1);
+    painter.drawImage(0, 0, image);
+    painter.restore();
+}
+
+} // namespace qv::qt

@@ -1,0 +1,80 @@
+// RasterSurface: a drawing surface in memory, 32 bits a pixel.
+#pragma once
+
+#include "surface/DrawSurface.h"
+
+#include <memory>
+
+namespace qv::raster {
+
+class FontLibrary;
+
+/// How large the current font comes out on a surface.
+struct LineMetrics {
+    double em_pixels = 0;
+    double ascent_pixels = 0; // from the top of a line to its baseline
+};
+
+class RasterSurface final : public DrawSurface {
+public:
+    /// One white pixel, to be resized with `Move`. Twips per pixel: any positive numbers, else fault 5.
+    RasterSurface(double twips_per_pixel_x, double twips_per_pixel_y, std::shared_ptr<FontLibrary> fonts);
+    ~RasterSurface() override;
+    RasterSurface(RasterSurface&&) noexcept;
+    RasterSurface& operator=(RasterSurface&&) noexcept;
+
+    /// For a window that moves to another screen. The pixels stay; what is drawn later has the new scale.
+    void set_twips_per_pixel(double x, double y);
+
+    /// The picture as rows of 0xFFRRGGBB, top row first, `stride` pixels from row to row. It is complete when
+    /// no shape is open, and stays in place until the next `Move`.
+    std::span<std::uint32_t const> pixels() const;
+    int width() const;
+    int height() const;
+    int stride() const { return width(); }
+
+    bool ShowsPixels() const override { return true; }
+    double TwipsPerPixelX() const override { return twips_per_pixel_x_; }
+    double TwipsPerPixelY() const override { return twips_per_pixel_y_; }
+    PixelSize GetClientRect() const override;
+    /// A change of size keeps the picture in the corner and lifts the clip. More than 32767 pixels a side or
+    /// 2^28 in all is fault 7; a size that is not a number is fault 5.
+    void Move(double width_twips, double height_twips) override;
+
+    void Cls() override;
+    void SelectClipPath(Box const& box) override;
+    /// The source must be a RasterSurface, else fault 5.
+    void BitBlt(PixelPoint target, PixelSize size, DrawSurface const& source, PixelPoint origin) override;
+
+    void Line(Point from, Point to, LineShape shape, Color color) override;
+    void PSet(Point point) override;
+    void Circle(Point centre, double radius_twips) override;
+    void Polygon(std::span<PixelPoint const> corners) override;
+    void Rectangle(PixelPoint left_top, PixelPoint right_bottom) override;
+    void Ellipse(PixelPoint left_top, PixelPoint right_bottom) override;
+    void LineTo(PixelPoint from, PixelPoint to, Color color) override;
+    void Polyline(std::span<Point const> points) override;
+    void Symbols(SymbolBatch const& batch) override;
+    void BeginShape() override;
+    void EndShape() override;
+    void DropShape() noexcept override;
+
+    /// Without any font the first attempt of all surfaces of a library to print is fault 53; later ones draw
+    /// nothing, and extents are estimates.
+    double TextWidth(std::string_view line) override;
+    double TextHeight(std::string_view line) override;
+    LineMetrics line_metrics() const;
+    void Print(std::string_view line) override;
+    void TextOutA(PixelPoint top_left, double angle_degrees, std::string_view line) override;
+
+private:
+    struct Canvas;
+    class TextPainter;
+
+    double twips_per_pixel_x_ = 15;
+    double twips_per_pixel_y_ = 15;
+    std::shared_ptr<FontLibrary> fonts_;
+    std::unique_ptr<Canvas> canvas_;
+};
+
+} // namespace qv::raster

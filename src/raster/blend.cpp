@@ -1,0 +1,104 @@
+#include "raster/blend.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <utility>
+
+namespace qv::raster {
+namespace {
+
+constexpr int linear_steps = 4095;
+
+double to_light(double value) {
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+double to_stored(double light) {
+    return light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
+}
+
+// Between stored values (sRGB transfer curve) and light in steps of 1/4095.
+struct LightTables {
+    std::array<std::uint16_t, 256> light;
+    std::array<std::uint8_t, linear_steps + 1> stored;
+
+    LightTables() {
+        for (std::size_t i = 0; i < light.size(); ++i)
+            light[i] = static_cast<std::uint16_t>(
+                std::lround(to_light(static_cast<double>(i) / 255) * linear_steps));
+        for (std::size_t i = 0; i < stored.size(); ++i)
+            stored[i] = static_cast<std::uint8_t>(
+                std::lround(to_stored(static_cast<double>(i) / linear_steps) * 255));
+    }
+};
+
+LightTables const& tables() {
+    static const LightTables instance;
+    return instance;
+}
+
+// Calls visit(i) for each i with coverage above 0 and visit_full(i) for eight in full, passing over empty
+// stretches eight at a time.
+template <class Visit, class VisitFull>
+void for_each_covered(std::uint8_t const* coverage, int count, Visit visit, VisitFull visit_full) {
+    int i = 0;
+    for (; i + 8 <= count; i += 8) {
+        std::uint64_t eight;
+        std::memcpy(&eight, coverage + i, 8);
+        if (eight == 0) continue;
+        if (eight == ~std::uint64_t{0}) {
+            visit_full(i);
+            continue;
+        }
+        for (int k = i; k < i + 8; ++k)
+            if (coverage[k] != 0) visit(k);
+    }
+    for (; i < count; ++i)
+        if (coverage[i] != 0) visit(i);
+}
+
+} // namespace
+
+LinearMixer::LinearMixer(std::uint32_t color)
+    : color_(color), to_light_(tables().light.data()), to_stored_(tables().stored.data()) {
+    for (std::size_t channel = 0; channel < 3; ++channel)
+        light_[channel] = to_light_[color >> (8 * channel) & 0xFF];
+}
+
+std::uint32_t LinearMixer::mixture(std::uint32_t below, std::uint32_t coverage) const {
+    std::uint32_t result = 0xFF000000U;
+    for (std::size_t channel = 0; channel < 3; ++channel) {
+        const std::uint32_t from = to_light_[below >> (8 * channel) & 0xFF];
+        const std::uint32_t sum = from * (255 - coverage) + light_[channel] * coverage;
+        result |= static_cast<std::uint32_t>(to_stored_[(sum + 127) / 255]) << (8 * channel);
+    }
+    return result;
+}
+
+// A value seen a few times may be the edge of something; only what comes often in a row is worth a table.
+bool LinearMixer::becomes_background(std::uint32_t below) {
+    constexpr int often = 8;
+    repeats_ = std::exchange(last_, below) == below ? repeats_ + 1 : 0;
+    if (repeats_ < often) return false;
+    background_ = below;
+    mixed_.fill(0);
+    return true;
+}
+
+void paint_shape_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count, LinearMixer& mixer) {
+    for_each_covered(
+        coverage, count, [&](int i) { pixels[i] = mixer.mix(pixels[i], coverage[i]); },
+        [&](int i) { std::fill_n(pixels + i, 8, mixer.color()); });
+}
+
+void invert_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count) {
+    auto const invert = [&](int i) { pixels[i] ^= 0x00FFFFFF; };
+    for_each_covered(coverage, count, invert, [&](int i) {
+        for (int k = i; k < i + 8; ++k) invert(k);
+    });
+}
+
+} // namespace qv::raster

@@ -1,0 +1,53 @@
+// What a RasterSurface is made of: its pixels, its clip and the shapes being drawn.
+#pragma once
+
+#include "raster/RasterSurface.h"
+#include "raster/polygon.h"
+#include "raster/shape_layers.h"
+#include "raster/symbol_sprites.h"
+
+namespace qv::raster {
+
+struct RasterSurface::Canvas {
+    PixelBuffer buffer;
+    PixelBox clip = buffer.bounds(); // always within the buffer
+    ShapeLayers layers;
+    int open_shapes = 0;
+    PolygonFiller filler;
+    SymbolStamper stamper;
+    ColumnBand band;
+    std::vector<PixelPoint> points; // of the polyline or batch at hand, in pixels
+
+    /// The mask of the shape in this colour, or of the pixels to invert.
+    CoverageMask& mask(DrawState const& state, Color color) {
+        return layers.mask(state.draw_mode == DrawMode::Invert ? Paint{} : Paint{pixel_value(color)}, buffer);
+    }
+    /// Whether whole pixels in a colour may be written without a mask.
+    bool paints_at_once(DrawState const& state) const {
+        return open_shapes == 0 && state.draw_mode != DrawMode::Invert;
+    }
+    /// Ends one operation: paints what it covered, unless a shape is open.
+    void finish() {
+        if (open_shapes == 0) layers.paint(buffer);
+    }
+    /// Before pixels are written past the masks: what was drawn earlier must lie below.
+    void paint_open_shapes() {
+        drop_what_failed();
+        layers.paint(buffer);
+    }
+    /// Outside of shapes only an operation that has failed leaves a mask.
+    void drop_what_failed() {
+        if (open_shapes == 0) layers.drop();
+    }
+};
+
+/// Whether edges are smooth: inverting is exact only with whole pixels.
+inline Edge edge_of(DrawState const& state) {
+    return state.Smooth && state.draw_mode != DrawMode::Invert ? Edge::Smooth : Edge::Whole;
+}
+
+inline Pen pen_of(DrawState const& state) {
+    return {pen_width(state.DrawWidth), state.draw_style, edge_of(state)};
+}
+
+} // namespace qv::raster

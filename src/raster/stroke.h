@@ -1,0 +1,49 @@
+// Strokes: segments drawn with a pen into a coverage mask.
+#pragma once
+
+#include "raster/column_band.h"
+#include "raster/coverage_mask.h"
+#include "raster/segment.h"
+#include "surface/DrawSurface.h"
+
+#include <span>
+
+namespace qv::raster {
+
+enum class Edge { Smooth, Whole }; // antialiased, or whole pixels only
+
+struct Pen {
+    double width = 1; // pixels
+    DrawStyle style = DrawStyle::Solid;
+    Edge edge = Edge::Smooth;
+    bool operator==(Pen const&) const = default;
+};
+
+/// The pen width that drawing uses: at least one pixel, and no more than could matter.
+inline double pen_width(int DrawWidth) {
+    return std::clamp(DrawWidth, 1, 4096);
+}
+
+/// Lengths of the shown and hidden stretches of a dashed line in turn, in pen widths; a last 0, 0 means
+/// nothing. Empty for a line without gaps.
+std::span<int const> dash_lengths(DrawStyle style);
+
+/// Whether a line of this style has gaps.
+bool is_dashed(DrawStyle style);
+
+/// Whether a dashed line shows at this pixel coordinate along its major axis. Counted from the page's
+/// origin, so that the pieces of a split line show the dashes of the whole.
+bool dash_shows(DrawStyle style, double width, int coordinate);
+
+/// A segment as a capsule: coverage = clamp(width / 2 + 0.5 - distance, 0, 1). With whole edges a one-pixel
+/// line has exactly one pixel for each step along its major axis. Points must be finite.
+void stroke_segment(CoverageMask& mask, PixelBox const& clip, Segment const& segment, Pen const& pen);
+
+/// Connected segments; points that are not finite break the line. The band is scratch space.
+void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPoint const> points,
+                     Pen const& pen, ColumnBand& band);
+
+/// An axis-parallel line between two pixels, both included, or a dot of the pen: whole pixels, square ends.
+void stroke_snapped(CoverageMask& mask, PixelBox const& clip, PixelBox const& ends, Pen const& pen);
+
+} // namespace qv::raster
