@@ -1,6 +1,6 @@
 // add_point/N and add_points/N: handing N points to a new data set; bytes_per_point/N: what they take.
 #include "benchmarks.h"
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 #include "series.h"
 
 #include <benchmark/benchmark.h>

@@ -2,7 +2,7 @@
 // y, no grid, no legend, automatic ranges.
 #pragma once
 
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 
 #include <cstddef>
 #include <memory>

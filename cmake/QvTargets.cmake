@@ -19,7 +19,7 @@ target_compile_options(qv_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -W
 # Applied after the cache options are known; QV_WERROR, QV_SANITIZE and QV_FUZZ come from the presets.
 function(qv_apply_options target)
   target_link_libraries(${target} PRIVATE qv_options)
-  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
   if(QV_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()

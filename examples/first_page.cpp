@@ -1,5 +1,5 @@
 // The smallest useful program: a page with one line on it.
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 
 #include <cmath>
 

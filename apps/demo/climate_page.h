@@ -1,7 +1,7 @@
 // The demo page: four graphs of real measurements.
 #pragma once
 
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 
 #include <filesystem>
 

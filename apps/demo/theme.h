@@ -1,7 +1,7 @@
 // The look of the demo page: colours, and graphs and axes in one style.
 #pragma once
 
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 
 #include <span>
 

@@ -1,7 +1,7 @@
 #include "demo/window.h"
 
 #include "demo/climate_page.h"
-#include "hosts/qt/QvGraphWidget.h"
+#include "qvgraph/QvGraphWidget.h"
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>

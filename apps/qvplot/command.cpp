@@ -1,6 +1,6 @@
 #include "qvplot/command.h"
 
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 #include "qvplot/desktop.h"
 #include "qvplot/formula.h"
 #include "qvplot/options.h"

@@ -1,6 +1,6 @@
 #include "qvplot/formula.h"
 
-#include "expression/render_error.h"
+#include "qvgraph/render_error.h"
 #include "qvplot/axis_plan.h"
 #include "qvplot/report.h"
 

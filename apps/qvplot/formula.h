@@ -1,7 +1,7 @@
 // Formulas on the command line: ranges of x, evaluation into a table, functions as series of a page.
 #pragma once
 
-#include "expression/qvExpression.h"
+#include "qvgraph/qvExpression.h"
 #include "qvplot/options.h"
 #include "qvplot/plot_error.h"
 #include "qvplot/series.h"

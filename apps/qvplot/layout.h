@@ -1,7 +1,7 @@
 // Layout of a page: margins from the texts that stand in them, and the axes that fit between.
 #pragma once
 
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 #include "qvplot/axis_plan.h"
 #include "qvplot/options.h"
 #include "qvplot/series.h"

@@ -1,7 +1,7 @@
 // Where a page's legend stands in its plot area.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "qvplot/layout.h"
 #include "qvplot/options.h"
 #include "qvplot/series.h"

@@ -1,7 +1,7 @@
 // The look of a page: colours, fonts and lengths.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 
 #include <array>
 #include <cstddef>

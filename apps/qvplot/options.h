@@ -1,7 +1,7 @@
 // What the command line asks for.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 
 #include <filesystem>
 #include <optional>

@@ -1,7 +1,7 @@
 // Draws series of points on a page of the control.
 #pragma once
 
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 #include "qvplot/layout.h"
 #include "qvplot/options.h"
 #include "qvplot/series.h"

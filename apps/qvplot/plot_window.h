@@ -1,7 +1,7 @@
 // The page in a window.
 #pragma once
 
-#include "hosts/qt/QvGraphWidget.h"
+#include "qvgraph/QvGraphWidget.h"
 #include "qvplot/options.h"
 #include "qvplot/page.h"
 #include "qvplot/series.h"

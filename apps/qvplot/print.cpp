@@ -1,6 +1,6 @@
 #include "qvplot/print.h"
 
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 #include "hosts/qt/page_printer.h"
 #include "qvplot/plot_error.h"
 #include "qvplot/report.h"

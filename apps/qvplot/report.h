@@ -1,7 +1,7 @@
 // Turning what went wrong into one line on standard error and an exit status.
 #pragma once
 
-#include "host/EventSink.h"
+#include "qvgraph/EventSink.h"
 
 #include <functional>
 #include <string>

@@ -1,7 +1,7 @@
 // Lengths of a page in millimetres: its sides and the texts on it.
 #pragma once
 
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 #include "qvplot/look.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 // From the command line's options to a drawn page.
 #pragma once
 
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 #include "qvplot/options.h"
 #include "qvplot/series.h"
 

@@ -1,7 +1,7 @@
 // Speed of formulas: compiling, one value a call (variable by name, and bound), arrays in one call.
 #include "benchmarks.h"
 #include "expression/formulas.h"
-#include "expression/qvExpression.h"
+#include "qvgraph/qvExpression.h"
 
 #include <benchmark/benchmark.h>
 

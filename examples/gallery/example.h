@@ -1,7 +1,7 @@
 // What the examples share: a page of one look, and a main function that writes it as a PNG file.
 #pragma once
 
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 
 #include <string>
 

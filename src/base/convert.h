@@ -1,7 +1,7 @@
 // Checked numeric conversions and checked indexing: what would be undefined or silent in C++ is a fault here.
 #pragma once
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 
 #include <cmath>
 #include <concepts>

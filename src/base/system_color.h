@@ -1,7 +1,7 @@
 // System colours: what a colour with its top bit set stands for.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 
 #include <array>
 #include <cstddef>

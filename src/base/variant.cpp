@@ -1,4 +1,4 @@
-#include "base/variant.h"
+#include "qvgraph/variant.h"
 
 #include "base/text.h"
 

@@ -1,6 +1,6 @@
 #include "control/color_requests.h"
 
-#include "gradient_picker/qvGradientForm2.h"
+#include "qvgraph/qvGradientForm2.h"
 #include "document/trap.h"
 
 #include <utility>

@@ -1,8 +1,8 @@
 // The way from input to the control, the same for every host.
 #pragma once
 
-#include "control/qvGraph.h"
-#include "host/Input.h"
+#include "qvgraph/qvGraph.h"
+#include "qvgraph/Input.h"
 #include "interact/follow.h"
 #include "interact/navigation.h"
 

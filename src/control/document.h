@@ -2,7 +2,7 @@
 // under the procedure's name; what a procedure returns is then unchanged, or the value stated here.
 #pragma once
 
-#include "base/variant.h"
+#include "qvgraph/variant.h"
 #include "control/document_names.h"
 
 #include <string_view>

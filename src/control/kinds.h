@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/convert.h"
-#include "base/geometry.h"
-#include "base/variant.h"
+#include "qvgraph/geometry.h"
+#include "qvgraph/variant.h"
 
 #include <cstdint>
 #include <string>

@@ -1,8 +1,8 @@
 #include "control/members_by_name.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "base/text.h"
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 
 #include <algorithm>
 #include <numeric>

@@ -2,7 +2,7 @@
 // scripts and the reference page are made from these tables.
 #pragma once
 
-#include "base/variant.h"
+#include "qvgraph/variant.h"
 #include "control/kinds.h"
 
 #include <span>

@@ -1,5 +1,5 @@
 #include "control/members_by_name.h"
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 #include "control/style_rules.h"
 
 #include <array>

@@ -1,5 +1,5 @@
 #include "control/property_access.h"
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 #include "scale/axis_range.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 
 #include "control/color_requests.h"
 #include "control/data_entry.h"

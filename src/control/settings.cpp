@@ -1,7 +1,7 @@
 #include "control/settings.h"
 
 #include "base/convert.h"
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "document/selection.h"
 #include "document/trap.h"
 #include "interact/scroll_bars.h"

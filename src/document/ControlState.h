@@ -1,14 +1,14 @@
 // ControlState: everything that one control owns. Procedures of the other folders are free functions on it.
 #pragma once
 
-#include "base/fault.h"
-#include "expression/qvExpression.h"
+#include "qvgraph/fault.h"
+#include "qvgraph/qvExpression.h"
 #include "document/interaction.h"
 #include "document/records.h"
-#include "host/ChildControls.h"
-#include "host/EventSink.h"
-#include "host/Host.h"
-#include "surface/DrawSurface.h"
+#include "qvgraph/ChildControls.h"
+#include "qvgraph/EventSink.h"
+#include "qvgraph/Host.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <array>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "document/PointStore.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "base/text.h"
 
 #include <algorithm>

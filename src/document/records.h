@@ -2,7 +2,7 @@
 // property that reads or writes them.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "document/PointStore.h"
 #include "document/StableList.h"
 

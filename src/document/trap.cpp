@@ -1,6 +1,6 @@
 #include "document/trap.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 
 #include <utility>
 

@@ -2,8 +2,8 @@
 // the headers of the subjects: compiler, evaluator, arrays, user functions.
 #pragma once
 
-#include "base/fault.h"
-#include "base/variant.h"
+#include "qvgraph/fault.h"
+#include "qvgraph/variant.h"
 #include "expression/numeric_form.h"
 #include "expression/opcodes.h"
 #include "expression/operand.h"

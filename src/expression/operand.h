@@ -1,7 +1,7 @@
 // Operands: the values that programs push and operations compute.
 #pragma once
 
-#include "base/variant.h"
+#include "qvgraph/variant.h"
 
 #include <string>
 #include <string_view>

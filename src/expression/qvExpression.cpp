@@ -1,4 +1,4 @@
-#include "expression/qvExpression.h"
+#include "qvgraph/qvExpression.h"
 
 #include "base/convert.h"
 #include "base/text.h"

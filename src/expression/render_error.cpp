@@ -1,8 +1,8 @@
-#include "expression/render_error.h"
+#include "qvgraph/render_error.h"
 
 #include "base/text.h"
 #include "expression/characters.h"
-#include "expression/qvExpression.h"
+#include "qvgraph/qvExpression.h"
 #include "expression/tokenizer.h"
 
 #include <algorithm>

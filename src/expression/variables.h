@@ -1,7 +1,7 @@
 // Named values and the ordered table that holds them.
 #pragma once
 
-#include "base/variant.h"
+#include "qvgraph/variant.h"
 
 #include <cstdint>
 #include <memory>

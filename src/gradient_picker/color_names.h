@@ -1,7 +1,7 @@
 // The 140 colours that the picker offers by name.
 #pragma once
 
-#include "host/ChildControls.h"
+#include "qvgraph/ChildControls.h"
 
 #include <span>
 

@@ -1,11 +1,11 @@
-#include "gradient_picker/qvGradient.h"
+#include "qvgraph/qvGradient.h"
 
 #include "base/convert.h"
 #include "base/picture_format.h"
 #include "base/text.h"
 #include "gradient_picker/color_names.h"
 #include "gradient_picker/shading.h"
-#include "host/Input.h"
+#include "qvgraph/Input.h"
 
 #include <algorithm>
 #include <cmath>

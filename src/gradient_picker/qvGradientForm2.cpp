@@ -1,6 +1,6 @@
-#include "gradient_picker/qvGradientForm2.h"
+#include "qvgraph/qvGradientForm2.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 
 #include <algorithm>
 

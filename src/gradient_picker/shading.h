@@ -1,7 +1,7 @@
 // The picker's mathematics: shades of a colour, and the angle of a place seen from the preview's centre.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 
 #include <cstdint>
 #include <optional>

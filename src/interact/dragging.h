@@ -1,7 +1,7 @@
 // Dragging graphs, their edges and plot margins, and legends.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
 
 #include <array>

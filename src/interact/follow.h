@@ -2,7 +2,7 @@
 // the name of the point under the pointer.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
 
 namespace qv::interact {

@@ -1,7 +1,7 @@
 #include "interact/hit_test.h"
 
 #include "document/trap.h"
-#include "host/Input.h"
+#include "qvgraph/Input.h"
 #include "render/plot_geometry.h"
 
 namespace qv::interact {

@@ -1,7 +1,7 @@
 // What lies under the mouse.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
 #include "render/plot_geometry.h"
 

@@ -3,7 +3,7 @@
 #include "base/convert.h"
 #include "document/selection.h"
 #include "document/trap.h"
-#include "host/Input.h"
+#include "qvgraph/Input.h"
 #include "interact/dragging.h"
 #include "interact/follow.h"
 #include "interact/front.h"

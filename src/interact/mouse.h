@@ -2,7 +2,7 @@
 // `shift` are those of host/Input.h.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
 
 #include <cstdint>

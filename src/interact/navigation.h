@@ -3,7 +3,7 @@
 #pragma once
 
 #include "document/ControlState.h"
-#include "host/Input.h"
+#include "qvgraph/Input.h"
 
 namespace qv::interact {
 

@@ -1,7 +1,7 @@
 // The data point under the pointer.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
 
 #include <cstddef>

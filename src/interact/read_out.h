@@ -1,7 +1,7 @@
 // The read-out of the coordinates under the mouse.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // Zooming: the ranges that the axes of a graph show of their full ranges.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
 
 #include <cstdint>

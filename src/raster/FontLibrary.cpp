@@ -1,6 +1,6 @@
 #include "raster/FontLibrary.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "raster/bounded_cache.h"
 #include "raster/glyph_images.h"
 #include "raster/text_shaping.h"

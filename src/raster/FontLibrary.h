@@ -1,7 +1,7 @@
 // FontLibrary: the installed fonts, and all that is kept about them. Shared by surfaces of one thread.
 #pragma once
 
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <memory>
 #include <string_view>

@@ -1,6 +1,6 @@
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "raster/canvas.h"
 #include "raster/round_shapes.h"
 #include "raster/stroke.h"

@@ -1,7 +1,7 @@
 // What a RasterSurface is made of: its pixels, its clip and the shapes being drawn.
 #pragma once
 
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 #include "raster/polygon.h"
 #include "raster/shape_layers.h"
 #include "raster/symbol_sprites.h"

@@ -1,6 +1,6 @@
 #include "raster/file_replacement.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 
 #include <array>
 #include <cerrno>

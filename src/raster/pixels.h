@@ -1,7 +1,7 @@
 // Whole pixels: boxes of them, the buffer that holds them, and the rounding that leads to them.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "base/system_color.h"
 
 #include <algorithm>

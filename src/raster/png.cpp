@@ -1,7 +1,7 @@
 #include "raster/png.h"
 
-#include "base/fault.h"
-#include "raster/RasterSurface.h"
+#include "qvgraph/fault.h"
+#include "qvgraph/RasterSurface.h"
 #include "raster/file_replacement.h"
 
 #include <bit>

@@ -1,5 +1,5 @@
 // Text on a RasterSurface.
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "raster/FontLibrary.h"
 #include "raster/blend.h"
 #include "raster/canvas.h"

@@ -4,7 +4,7 @@
 #include "raster/column_band.h"
 #include "raster/coverage_mask.h"
 #include "raster/segment.h"
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <span>
 

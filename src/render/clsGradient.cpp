@@ -1,4 +1,4 @@
-#include "render/clsGradient.h"
+#include "qvgraph/clsGradient.h"
 
 #include "base/system_color.h"
 #include "render/color_table.h"

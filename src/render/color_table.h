@@ -1,7 +1,7 @@
 // Colour tables: the colours on the way from one colour to another.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 // Adaptive sampling: where to evaluate a function so that its curve on the page is true to a pixel.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "render/data_line.h"
 
 #include <functional>

@@ -1,7 +1,7 @@
 // The line through the points of a data set, thinned to what the surface can show.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "document/PointStore.h"
 #include "render/column_thinner.h"
 #include "scale/mapping.h"

@@ -2,7 +2,7 @@
 // line that lie nearest to the pixels.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "scale/mapping.h"
 
 #include <cstdint>

@@ -2,7 +2,7 @@
 // starts another.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "document/PointStore.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "render/gradient.h"
 
 #include "document/trap.h"
-#include "render/clsGradient.h"
+#include "qvgraph/clsGradient.h"
 #include "render/plot_geometry.h"
 
 #include <cmath>

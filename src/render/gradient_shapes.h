@@ -2,7 +2,7 @@
 // every pixel of the surface.
 #pragma once
 
-#include "render/clsGradient.h"
+#include "qvgraph/clsGradient.h"
 
 namespace qv::render {
 

@@ -1,6 +1,6 @@
 #include "render/page_redraw.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "render/pipeline.h"
 
 #include <utility>

@@ -3,7 +3,7 @@
 
 #include "base/convert.h"
 #include "document/ControlState.h"
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "document/ControlState.h"
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #include "scale/numeric.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "document/trap.h"
 
 #include <cmath>

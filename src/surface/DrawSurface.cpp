@@ -1,4 +1,4 @@
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include "base/convert.h"
 

@@ -1,6 +1,6 @@
 #include "vector/VectorSurface.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "raster/segment.h"
 #include "raster/stroke.h"
 #include "vector/symbol_shapes.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "raster/FontLibrary.h"
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 #include "vector/shapes.h"
 #include "vector/symbol_cloud.h"
 #include "vector/symbol_shapes.h"

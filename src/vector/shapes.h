@@ -4,9 +4,9 @@
 // 0xFFRRGGBB.
 #pragma once
 
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 #include "raster/pixels.h"
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <memory>
 #include <string>

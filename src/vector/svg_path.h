@@ -1,7 +1,7 @@
 // The text of SVG paths: as short as two decimals allow.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 
 #include <string>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "raster/pixels.h"
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <vector>
 

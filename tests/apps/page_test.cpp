@@ -1,7 +1,7 @@
 #include "qvplot/page.h"
 
 #include "document/selection.h"
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 #include "qvplot/look.h"
 #include "qvplot/report.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "document/selection.h"
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // What most tests of the engine need: a formula's value, and an error with its text and place.
 #pragma once
 
-#include "expression/qvExpression.h"
+#include "qvgraph/qvExpression.h"
 
 #include <string>
 

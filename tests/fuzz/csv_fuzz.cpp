@@ -2,7 +2,7 @@
 // the file. The file is read into series, drawn on a page, zoomed and laid out anew in another size. What
 // must hold is checked here; crashes, leaks and undefined behaviour are the sanitizers' to find.
 #include "document/selection.h"
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 #include "qvplot/formula.h"
 #include "qvplot/options.h"
 #include "qvplot/page.h"

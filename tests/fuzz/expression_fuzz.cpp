@@ -4,8 +4,8 @@
 #include "base/text.h"
 #include "expression/characters.h"
 #include "expression/compiler.h"
-#include "expression/qvExpression.h"
-#include "expression/render_error.h"
+#include "qvgraph/qvExpression.h"
+#include "qvgraph/render_error.h"
 
 #include <array>
 #include <bit>

@@ -1,8 +1,8 @@
 // The dialog: its buttons, its layout, and what happens to the host that shows it.
-#include "gradient_picker/qvGradientForm2.h"
+#include "qvgraph/qvGradientForm2.h"
 
-#include "base/fault.h"
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/fault.h"
+#include "qvgraph/HeadlessHost.h"
 
 #include <doctest/doctest.h>
 

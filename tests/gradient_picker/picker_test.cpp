@@ -1,11 +1,11 @@
 // The picker's rules, its pictures painted in memory.
-#include "gradient_picker/qvGradient.h"
+#include "qvgraph/qvGradient.h"
 
 #include "RecordingSurface.h"
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "gradient_picker/color_names.h"
-#include "host/Input.h"
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/Input.h"
+#include "qvgraph/HeadlessHost.h"
 
 #include <doctest/doctest.h>
 

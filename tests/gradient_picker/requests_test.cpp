@@ -1,7 +1,7 @@
 // GetGradient and GetColor of the control, answered by a script.
-#include "base/fault.h"
-#include "gradient_picker/qvGradientForm2.h"
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/fault.h"
+#include "qvgraph/qvGradientForm2.h"
+#include "qvgraph/HeadlessHost.h"
 
 #include <doctest/doctest.h>
 

@@ -1,8 +1,8 @@
 // A person before a page: presses, moves and releases as plain input, and what the host hears of it.
 #pragma once
 
-#include "host/EventSink.h"
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/EventSink.h"
+#include "qvgraph/HeadlessHost.h"
 #include "render/plot_geometry.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 // Values far out of range, through the public members onto real pixels: no crash, no hang, the page still
 // drawn, and no complaint but the stated ones.
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 
 #include <doctest/doctest.h>
 

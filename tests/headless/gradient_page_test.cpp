@@ -1,5 +1,5 @@
 // Gradients on a page: which pixels each fill reaches.
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 #include "render/gradient.h"
 #include "render/plot_geometry.h"
 

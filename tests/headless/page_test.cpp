@@ -1,5 +1,5 @@
 #include "picture_check.h"
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 #include "raster/png.h"
 
 #include <doctest/doctest.h>

@@ -1,7 +1,7 @@
 // Comparing a page with a picture kept in tests/pictures.
 #pragma once
 
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // Pages for tests, and what is heard while they are saved.
 #pragma once
 
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 
 #include <cmath>
 #include <string>

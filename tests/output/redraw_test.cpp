@@ -1,7 +1,7 @@
 #include "render/page_redraw.h"
 
 #include "pages.h"
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 #include "rendered_page.h"
 
 #include <doctest/doctest.h>

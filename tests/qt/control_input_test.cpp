@@ -1,7 +1,7 @@
 // What the control takes of each kind of input.
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 
 #include <doctest/doctest.h>
 

@@ -1,7 +1,7 @@
 // Two screens side by side, the right one twice as dense.
 #include "widget.h"
 
-#include "gradient_picker/qvGradientForm2.h"
+#include "qvgraph/qvGradientForm2.h"
 
 #include <QtCore/QTimer>
 #include <QtGui/QScreen>

@@ -1,7 +1,7 @@
 // From a person's input to the control, and from the control's events to signals.
 #include "widget.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 
 #include <QtGui/QPointingDevice>
 #include <QtGui/QWheelEvent>

@@ -1,5 +1,5 @@
 #include "interact/page_output.h"
-#include "hosts/output/page_file.h"
+#include "qvgraph/page_file.h"
 #include "raster/file_replacement.h"
 #include "printed_sheet.h"
 #include "temporary_folder.h"

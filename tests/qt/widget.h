@@ -1,8 +1,8 @@
 // A widget with a page worth looking at, and the same page drawn without a window.
 #pragma once
 
-#include "hosts/headless/HeadlessHost.h"
-#include "hosts/qt/QvGraphWidget.h"
+#include "qvgraph/HeadlessHost.h"
+#include "qvgraph/QvGraphWidget.h"
 #include "hosts/qt/page_image.h"
 
 #include <QtCore/QElapsedTimer>

@@ -1,7 +1,7 @@
 // The page on the screen, the child widgets, and what both cost.
 #include "widget.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "document/selection.h"
 #include "interact/scroll_bars.h"
 

@@ -1,7 +1,7 @@
 // The shapes of gradients, compared with plain drawings of what each shape is.
 #include "pictures.h"
 #include "plain_drawing.h"
-#include "render/clsGradient.h"
+#include "qvgraph/clsGradient.h"
 
 #include <doctest/doctest.h>
 

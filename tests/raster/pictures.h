@@ -2,7 +2,7 @@
 #pragma once
 
 #include "raster/FontLibrary.h"
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 #include "raster/pixels.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 // docs/reference.md, made of the tables of members and of docs/members.txt, and compared with what is there.
 #include "control/members_by_name.h"
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 
 #include <doctest/doctest.h>
 

@@ -2,7 +2,7 @@
 
 #include "TestControl.h"
 #include "base/system_color.h"
-#include "render/clsGradient.h"
+#include "qvgraph/clsGradient.h"
 
 #include <doctest/doctest.h>
 

@@ -1,7 +1,7 @@
 // RecordingSurface: a surface that writes a readable log of what was drawn on it.
 #pragma once
 
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // Pages of every kind, small enough to be drawn thousands of times.
 #pragma once
 
-#include "control/qvGraph.h"
+#include "qvgraph/qvGraph.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 // What a PDF reader makes of a printed sheet.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 #include "raster/png.h"
 #include "temporary_folder.h"
 

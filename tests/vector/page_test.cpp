@@ -1,5 +1,5 @@
-#include "hosts/headless/HeadlessHost.h"
-#include "hosts/output/page_file.h"
+#include "qvgraph/HeadlessHost.h"
+#include "qvgraph/page_file.h"
 #include "rendered_page.h"
 
 #include <doctest/doctest.h>

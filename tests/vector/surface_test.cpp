@@ -1,4 +1,4 @@
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "vector/VectorSurface.h"
 #include "vector/svg.h"
 

@@ -1,9 +1,9 @@
-#include "hosts/headless/HeadlessHost.h"
+#include "qvgraph/HeadlessHost.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "interact/page_output.h"
 #include "control/control_input.h"
-#include "hosts/output/page_file.h"
+#include "qvgraph/page_file.h"
 #include "hosts/output/pdf_sheet.h"
 
 namespace qv::headless {

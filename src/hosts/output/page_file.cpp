@@ -1,6 +1,6 @@
-#include "hosts/output/page_file.h"
+#include "qvgraph/page_file.h"
 
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 #include "raster/bmp.h"
 #include "raster/file_replacement.h"
 #include "raster/png.h"
@@ -8,7 +8,7 @@
 #include "vector/pdf.h"
 #include "vector/svg.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 
 #include <algorithm>
 

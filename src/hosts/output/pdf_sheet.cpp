@@ -1,6 +1,6 @@
 #include "hosts/output/pdf_sheet.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "raster/file_replacement.h"
 #include "vector/pdf_document.h"
 

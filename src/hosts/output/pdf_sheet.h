@@ -1,7 +1,7 @@
 // A printer whose sheet is a PDF file: for machines without a printer and for tests.
 #pragma once
 
-#include "host/Services.h"
+#include "qvgraph/Services.h"
 
 #include <cstdint>
 #include <memory>

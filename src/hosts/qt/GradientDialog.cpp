@@ -2,7 +2,7 @@
 
 #include "hosts/qt/child_widgets.h"
 #include "hosts/qt/dialog_controls.h"
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 
 #include <QtCore/QEvent>
 #include <QtGui/QScreen>

@@ -1,7 +1,7 @@
 // GradientDialog: the gradient form with real widgets, laid out as the form's model says.
 #pragma once
 
-#include "gradient_picker/qvGradientForm2.h"
+#include "qvgraph/qvGradientForm2.h"
 #include "hosts/qt/picture_widgets.h"
 
 #include <QtWidgets/QButtonGroup>

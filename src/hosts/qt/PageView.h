@@ -1,8 +1,8 @@
 // PageView: the part of the widget that shows the page picture and takes what a person does to it.
 #pragma once
 
-#include "host/ChildControls.h"
-#include "host/Input.h"
+#include "qvgraph/ChildControls.h"
+#include "qvgraph/Input.h"
 
 #include <QtGui/QImage>
 #include <QtWidgets/QWidget>

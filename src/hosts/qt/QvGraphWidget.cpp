@@ -1,4 +1,4 @@
-#include "hosts/qt/QvGraphWidget.h"
+#include "qvgraph/QvGraphWidget.h"
 
 #include "document/trap.h"
 #include "control/control_input.h"

@@ -1,13 +1,13 @@
 // WidgetHost: the widget's side of the control: surfaces, child widgets, and events turned into signals.
 #pragma once
 
-#include "control/qvGraph.h"
-#include "host/EventSink.h"
-#include "host/Host.h"
+#include "qvgraph/qvGraph.h"
+#include "qvgraph/EventSink.h"
+#include "qvgraph/Host.h"
 #include "hosts/qt/PageView.h"
 #include "hosts/qt/child_widgets.h"
 #include "raster/FontLibrary.h"
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 
 #include <memory>
 #include <optional>

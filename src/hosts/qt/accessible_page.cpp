@@ -3,7 +3,7 @@
 #include "document/selection.h"
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
-#include "hosts/qt/QvGraphWidget.h"
+#include "qvgraph/QvGraphWidget.h"
 #include "hosts/qt/translate_input.h"
 #include "render/plot_geometry.h"
 

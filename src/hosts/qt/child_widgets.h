@@ -2,7 +2,7 @@
 #pragma once
 
 #include "document/ControlState.h"
-#include "host/Input.h"
+#include "qvgraph/Input.h"
 #include "hosts/qt/translate_input.h"
 
 #include <QtCore/QEvent>

@@ -1,7 +1,7 @@
 // The controls of a dialog as real widgets: each follows its model in place, state and text.
 #pragma once
 
-#include "host/ChildControls.h"
+#include "qvgraph/ChildControls.h"
 
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLineEdit>

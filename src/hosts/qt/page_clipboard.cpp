@@ -1,7 +1,7 @@
 #include "hosts/qt/page_clipboard.h"
 
-#include "base/fault.h"
-#include "hosts/output/page_file.h"
+#include "qvgraph/fault.h"
+#include "qvgraph/page_file.h"
 #include "hosts/qt/page_image.h"
 
 #include <QtCore/QMimeData>

@@ -1,7 +1,7 @@
 // The desktop's clipboard.
 #pragma once
 
-#include "host/Services.h"
+#include "qvgraph/Services.h"
 #include "raster/FontLibrary.h"
 
 #include <memory>

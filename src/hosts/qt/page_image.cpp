@@ -1,7 +1,7 @@
 #include "hosts/qt/page_image.h"
 
 #include "hosts/qt/translate_input.h"
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 
 #include <QtGui/QPainter>
 

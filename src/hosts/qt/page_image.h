@@ -1,7 +1,7 @@
 // The pixels of a surface as an image.
 #pragma once
 
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <QtCore/QRect>
 #include <QtGui/QImage>

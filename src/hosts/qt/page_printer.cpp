@@ -1,6 +1,6 @@
 #include "hosts/qt/page_printer.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "hosts/qt/page_image.h"
 
 #include <QtPrintSupport/QPrinter>

@@ -1,7 +1,7 @@
 // One sheet of a QPrinter.
 #pragma once
 
-#include "host/Services.h"
+#include "qvgraph/Services.h"
 
 #include <QtGui/QPainter>
 

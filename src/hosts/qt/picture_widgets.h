@@ -1,8 +1,8 @@
 // Widgets of the gradient dialog that paint themselves.
 #pragma once
 
-#include "host/ChildControls.h"
-#include "host/Input.h"
+#include "qvgraph/ChildControls.h"
+#include "qvgraph/Input.h"
 
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QScrollBar>

@@ -1,6 +1,6 @@
 #include "hosts/qt/qvariants.h"
 
-#include "base/fault.h"
+#include "qvgraph/fault.h"
 #include "base/system_color.h"
 
 #include <QtCore/QStringList>

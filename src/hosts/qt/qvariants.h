@@ -1,8 +1,8 @@
 // Values of members called by name, as Qt's variants.
 #pragma once
 
-#include "base/geometry.h"
-#include "base/variant.h"
+#include "qvgraph/geometry.h"
+#include "qvgraph/variant.h"
 
 #include <QtCore/QVariant>
 #include <QtGui/QColor>

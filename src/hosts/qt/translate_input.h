@@ -1,8 +1,8 @@
 // Qt's events as the control's input. All that depends on Qt's codes for buttons and keys stands here.
 #pragma once
 
-#include "host/ChildControls.h"
-#include "host/Input.h"
+#include "qvgraph/ChildControls.h"
+#include "qvgraph/Input.h"
 
 #include <QtCore/qnamespace.h>
 

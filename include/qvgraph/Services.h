@@ -1,8 +1,8 @@
 // Services: what the control asks of the machine around it when a picture leaves the page.
 #pragma once
 
-#include "base/geometry.h"
-#include "surface/DrawSurface.h"
+#include "qvgraph/geometry.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 // DrawSurface: the operations that all drawing uses, and the state that governs them.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 
 #include <cstdint>
 #include <exception>

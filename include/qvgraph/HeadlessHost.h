@@ -1,11 +1,11 @@
 // HeadlessHost: a control without a window, for servers, tests and the command line.
 #pragma once
 
-#include "control/qvGraph.h"
-#include "host/Host.h"
-#include "host/Input.h"
+#include "qvgraph/qvGraph.h"
+#include "qvgraph/Host.h"
+#include "qvgraph/Input.h"
 #include "raster/FontLibrary.h"
-#include "raster/RasterSurface.h"
+#include "qvgraph/RasterSurface.h"
 
 #include <cstdint>
 #include <deque>

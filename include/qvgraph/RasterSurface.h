@@ -1,7 +1,7 @@
 // RasterSurface: a drawing surface in memory, 32 bits a pixel.
 #pragma once
 
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <memory>
 

@@ -1,8 +1,8 @@
 // QvGraphWidget: the graphing control as a Qt widget.
 #pragma once
 
-#include "control/qvGraph.h"
-#include "host/Input.h"
+#include "qvgraph/qvGraph.h"
+#include "qvgraph/Input.h"
 
 #include <QtCore/QString>
 #include <QtCore/QVariant>

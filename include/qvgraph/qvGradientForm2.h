@@ -1,7 +1,7 @@
 // qvGradientForm2: the dialog around the picker, with its buttons and its answer.
 #pragma once
 
-#include "gradient_picker/qvGradient.h"
+#include "qvgraph/qvGradient.h"
 
 #include <atomic>
 #include <string>

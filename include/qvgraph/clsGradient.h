@@ -1,7 +1,7 @@
 // clsGradient: paints a gradient of two colours over the whole of a surface.
 #pragma once
 
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <cstdint>
 #include <string_view>

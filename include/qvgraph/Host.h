@@ -1,9 +1,9 @@
 // Host: what a control asks of the program or widget that holds it.
 #pragma once
 
-#include "base/fault.h"
-#include "host/Services.h"
-#include "surface/DrawSurface.h"
+#include "qvgraph/fault.h"
+#include "qvgraph/Services.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <memory>
 #include <optional>

@@ -2,10 +2,10 @@
 // what a person did into them and calls the handler of that event; afterwards it shows them again.
 #pragma once
 
-#include "gradient_picker/GradientChoice.h"
-#include "host/ChildControls.h"
-#include "host/Host.h"
-#include "render/clsGradient.h"
+#include "qvgraph/GradientChoice.h"
+#include "qvgraph/ChildControls.h"
+#include "qvgraph/Host.h"
+#include "qvgraph/clsGradient.h"
 
 #include <array>
 #include <cstdint>

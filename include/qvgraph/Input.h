@@ -2,7 +2,7 @@
 // events.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 
 #include <cstdint>
 #include <variant>

@@ -2,7 +2,7 @@
 // has.
 #pragma once
 
-#include "surface/DrawSurface.h"
+#include "qvgraph/DrawSurface.h"
 
 #include <cstdint>
 #include <memory>

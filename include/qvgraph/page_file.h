@@ -1,7 +1,7 @@
 // The page as a file, in the format that the file's name asks for.
 #pragma once
 
-#include "host/Services.h"
+#include "qvgraph/Services.h"
 #include "raster/FontLibrary.h"
 
 #include <array>

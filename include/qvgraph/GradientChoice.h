@@ -1,7 +1,7 @@
 // GradientChoice: a fill as a person chooses it.
 #pragma once
 
-#include "base/geometry.h"
+#include "qvgraph/geometry.h"
 
 #include <cstdint>
 
