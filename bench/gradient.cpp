@@ -1,4 +1,5 @@
 // gradient/STYLE: filling a page of 1200 x 800 pixels with a gradient of this style.
+#include "control/state_of.h"
 #include "render/gradient.h"
 #include "benchmarks.h"
 #include "pages.h"
@@ -12,7 +13,7 @@ namespace {
 
 void fill_page(benchmark::State& state, std::int16_t style) {
     Page const page = line_page(2, Drawing::Flat);
-    document::ControlState& control = page->control().state();
+    document::ControlState& control = control::state_of(page->control());
     control.PageFill = {.Color1 = rgb(255, 255, 255), .Color2 = rgb(20, 60, 140), .GradientAngle = 300};
     control.PageFill.gStyle = style;
     for (auto _ : state)

@@ -1,5 +1,6 @@
 // What a person's hand waits for: drag_graph/N (a step of dragging a graph with a line of N points),
 // drag_legend, cross_hair (a move of the mouse), nearest_point/N.
+#include "control/state_of.h"
 #include "benchmarks.h"
 #include "interact/nearest_point.h"
 #include "pages.h"
@@ -34,13 +35,13 @@ void drag(benchmark::State& state, headless::HeadlessHost& page, Point from, std
 
 void drag_graph(benchmark::State& state) {
     const Page page = page_with_legend();
-    document::Graph const& graph = *page->control().state().Graphs[0];
+    document::Graph const& graph = *control::state_of(page->control()).Graphs[0];
     drag(state, *page, {graph.FrameLeft + 300.0, graph.FrameTop + 300.0}, host::left_button);
 }
 
 void drag_legend(benchmark::State& state) {
     const Page page = page_with_legend();
-    document::Graph const& graph = *page->control().state().Graphs[0];
+    document::Graph const& graph = *control::state_of(page->control()).Graphs[0];
     drag(state, *page, {graph.LegendLeft + 100.0, graph.LegendTop + 100.0}, host::left_button);
 }
 
@@ -58,7 +59,7 @@ void cross_hair(benchmark::State& state) {
 
 void nearest_point(benchmark::State& state) {
     const Page page = page_with_legend();
-    document::ControlState& control = page->control().state();
+    document::ControlState& control = control::state_of(page->control());
     for (auto _ : state)
         benchmark::DoNotOptimize(interact::nearest_point(control, 0, {9000, 6000}, 3 * control.UnitsPerMmX));
 }

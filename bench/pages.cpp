@@ -1,3 +1,4 @@
+#include "control/state_of.h"
 #include "pages.h"
 
 #include "series.h"
@@ -16,7 +17,7 @@ constexpr double symbol_mm = 6 * 25.4 / 96; // six pixels at 96 dots per inch
 
 Page empty_page(Drawing drawing) {
     auto page = std::make_unique<headless::HeadlessHost>(page_size);
-    page->control().state().Smooth = drawing == Drawing::Smooth;
+    control::state_of(page->control()).Smooth = drawing == Drawing::Smooth;
     return page;
 }
 

@@ -2,6 +2,8 @@
 # Defines need_packages, build_preset and build_folder.
 
 QV_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# Another folder that compiles the same file the same way finds it in the compiler's cache.
+export CCACHE_BASEDIR=$QV_ROOT CCACHE_NOHASHDIR=1
 QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev libharfbuzz-dev libfontconfig-dev
   libpng-dev libcairo2-dev libcsv-dev libcli11-dev fonts-liberation fonts-dejavu-core"
 QV_QT_PACKAGES="qt6-base-dev"

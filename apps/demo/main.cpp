@@ -1,6 +1,7 @@
 // qvdemo: draws real measurements on a page, in a window where there is a display, else into a PNG file.
 #include "demo/climate_page.h"
 #include "demo/window.h"
+#include "qvgraph/EventSink.h"
 #include "qvgraph/HeadlessHost.h"
 
 #include <CLI/CLI.hpp>

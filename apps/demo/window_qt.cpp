@@ -47,7 +47,7 @@ void tell_color(char const* name, Color color) {
 }
 
 void see_through_to_page(qvGraph& page) {
-    for (std::int16_t graph = 0; graph < page.state().NumGraphs(); ++graph) {
+    for (std::int16_t graph = 0; graph < page.NumGraphs(); ++graph) {
         page.SetSelectedGraph(graph);
         page.BorderTransparent(true);
     }
@@ -84,7 +84,7 @@ void ask_for_title_color(qvGraph& page) {
         return;
     }
     tell_color("GraphTitleColor", color);
-    for (std::int16_t graph = 0; graph < page.state().NumGraphs(); ++graph) {
+    for (std::int16_t graph = 0; graph < page.NumGraphs(); ++graph) {
         page.SetSelectedGraph(graph);
         page.GraphTitleColor(color);
     }

@@ -1,6 +1,8 @@
 // Printing the page and showing it in a window, through a module of its own that is loaded only then.
 #pragma once
 
+#include "qvgraph/export.h"
+
 namespace qv::plot {
 
 struct Arguments {
@@ -16,4 +18,4 @@ int use_desktop(Arguments const& arguments, bool shows_window);
 
 /// The module's entry: reads what the arguments name, prints or shows it, returns the exit status and reports
 /// its own errors. It gets arguments and no objects, because module and program each hold their own code.
-extern "C" int qvplot_desktop(int argc, char const* const* argv);
+extern "C" QV_EXPORT int qvplot_desktop(int argc, char const* const* argv);

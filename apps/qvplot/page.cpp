@@ -1,3 +1,4 @@
+#include "control/state_of.h"
 #include "qvplot/page.h"
 
 #include "document/selection.h"
@@ -28,7 +29,7 @@ struct AxisLook {
 
 // Of the selected axis; its full range stays.
 void show_range(qvGraph& page, Extent range) {
-    document::Axis& axis = document::selected_axis(page.state());
+    document::Axis& axis = document::selected_axis(control::state_of(page));
     axis.AxisValue1 = range.low;
     axis.AxisValue2 = range.high;
 }
@@ -104,7 +105,7 @@ void style_graph(qvGraph& page, PageLayout const& layout) {
 }
 
 LegendRoom legend_room(qvGraph& page) {
-    document::ControlState& state = page.state();
+    document::ControlState& state = control::state_of(page);
     auto const size = render::legend_size(state, *state.host->make_surface(), document::current_graph(state));
     return {size.width / state.UnitsPerMmX, size.height / state.UnitsPerMmY};
 }
@@ -225,7 +226,7 @@ void style_page(qvGraph& page, PlotData const& data, PageLayout const& layout, P
 
 std::vector<Extent> shown_ranges(qvGraph const& page) {
     std::vector<Extent> ranges;
-    for (document::Axis const& axis : document::current_graph(page.state()).Axes)
+    for (document::Axis const& axis : document::current_graph(control::state_of(page)).Axes)
         ranges.push_back({axis.AxisValue1, axis.AxisValue2});
     return ranges;
 }
@@ -252,14 +253,14 @@ void PlotPage::draw() {
 }
 
 void PlotPage::fit() {
-    document::Graph const& graph = document::current_graph(page_.state());
+    document::Graph const& graph = document::current_graph(control::state_of(page_));
     bool const legend_was_moved = legend_place_
                                   && (graph.LegendTableLeft != static_cast<float>(legend_place_->x)
                                       || graph.LegendTableTop != static_cast<float>(legend_place_->y));
     arrange(zoomed_ranges());
     place_legend(legend_was_moved);
     page_.Refresh();
-    interact::ResizeScrollBars(page_.state());
+    interact::ResizeScrollBars(control::state_of(page_));
 }
 
 void PlotPage::follow_zoom() {
@@ -288,7 +289,7 @@ void PlotPage::place_legend(bool stays) {
 }
 
 ZoomedRanges PlotPage::zoomed_ranges() const {
-    auto const& axes = document::current_graph(page_.state()).Axes;
+    auto const& axes = document::current_graph(control::state_of(page_)).Axes;
     auto const zoomed = [](document::Axis const& axis) -> std::optional<Extent> {
         if (axis.AxisValue1 == axis.ScaleMin && axis.AxisValue2 == axis.ScaleMax) return std::nullopt;
         return Extent{axis.AxisValue1, axis.AxisValue2};

@@ -1,6 +1,7 @@
 // Lengths of a page in millimetres: its sides and the texts on it.
 #pragma once
 
+#include "control/state_of.h"
 #include "qvgraph/qvGraph.h"
 #include "qvplot/look.h"
 
@@ -10,17 +11,17 @@
 namespace qv::plot {
 
 inline double page_width(qvGraph const& page) {
-    return page.state().PageWidth / static_cast<double>(page.state().UnitsPerMmX);
+    return control::state_of(page).PageWidth / static_cast<double>(control::state_of(page).UnitsPerMmX);
 }
 inline double page_height(qvGraph const& page) {
-    return page.state().PageHeight / static_cast<double>(page.state().UnitsPerMmY);
+    return control::state_of(page).PageHeight / static_cast<double>(control::state_of(page).UnitsPerMmY);
 }
 
 /// Measures texts as the control draws them.
 class Ruler {
 public:
     explicit Ruler(qvGraph const& page)
-        : surface_(page.state().host->make_surface()), twips_per_mm_(page.state().UnitsPerMmX) {}
+        : surface_(control::state_of(page).host->make_surface()), twips_per_mm_(control::state_of(page).UnitsPerMmX) {}
 
     double height(PageFont const& font) const {
         use(font);

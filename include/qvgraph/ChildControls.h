@@ -48,6 +48,15 @@ struct Label : Placement {
     bool operator==(Label const&) const = default;
 };
 
+/// What stands beside the page of a control and over it.
+struct ChildControls {
+    ScrollBar HScroll1;
+    ScrollBar VScroll1;
+    Label Label1; // the coordinate read-out
+    PointerShape MousePointer = PointerShape::Default;
+    std::string ToolTipText;
+};
+
 /// \name Controls of dialogs
 /// \{
 struct PushButton : Placement {

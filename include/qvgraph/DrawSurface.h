@@ -1,6 +1,7 @@
 // DrawSurface: the operations that all drawing uses, and the state that governs them.
 #pragma once
 
+#include "qvgraph/export.h"
 #include "qvgraph/geometry.h"
 
 #include <cstdint>
@@ -75,7 +76,7 @@ struct SymbolBatch {
 /// One rounding leads from twips to pixels everywhere: pixel = floor(twips / twips per pixel + 0.5).
 /// `Line` segments that are horizontal or vertical, and all boxes, lie on whole pixels and include both
 /// ends; `Polyline`, symbols and slanted segments keep their fractions while `Smooth` is on.
-class DrawSurface {
+class QV_EXPORT DrawSurface {
 public:
     DrawState state;
 
@@ -170,6 +171,6 @@ private:
 };
 
 /// Draws one symbol with the surface's single operations, pen and brush.
-void draw_symbol(DrawSurface& surface, SymbolShape shape, Point centre, std::int32_t half_size);
+QV_EXPORT void draw_symbol(DrawSurface& surface, SymbolShape shape, Point centre, std::int32_t half_size);
 
 } // namespace qv

@@ -1,6 +1,8 @@
 // EventSink: the nine events a control raises, in the order of their dispatch identifiers.
 #pragma once
 
+#include "qvgraph/export.h"
+
 #include <cstdint>
 #include <string>
 
@@ -8,7 +10,7 @@ namespace qv::host {
 
 /// A host overrides what it wants to hear. Events come synchronously, on the thread of the member or input
 /// handler that causes them; X and Y are the pointer's data coordinates in the graph under it.
-class EventSink {
+class QV_EXPORT EventSink {
 public:
     virtual ~EventSink() = default;
 

@@ -1,10 +1,11 @@
 // HeadlessHost: a control without a window, for servers, tests and the command line.
 #pragma once
 
+#include "qvgraph/export.h"
 #include "qvgraph/qvGraph.h"
+#include "qvgraph/EventSink.h"
 #include "qvgraph/Host.h"
 #include "qvgraph/Input.h"
-#include "raster/FontLibrary.h"
 #include "qvgraph/RasterSurface.h"
 
 #include <cstdint>
@@ -20,11 +21,12 @@
 namespace qv::headless {
 
 /// Holds one control whose page is a picture in memory.
-class HeadlessHost : public host::Host {
+class QV_EXPORT HeadlessHost : public host::Host {
 public:
     /// A control around a page picture of this size in pixels; the scroll bars lie outside it. Dots per inch
     /// must be positive and set how many pixels a point or a millimetre takes.
     explicit HeadlessHost(PixelSize picture, double dots_per_inch = 96);
+    ~HeadlessHost() override;
 
     qvGraph& control() { return *control_; }
 

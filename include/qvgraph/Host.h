@@ -1,6 +1,7 @@
 // Host: what a control asks of the program or widget that holds it.
 #pragma once
 
+#include "qvgraph/export.h"
 #include "qvgraph/fault.h"
 #include "qvgraph/Services.h"
 #include "qvgraph/DrawSurface.h"
@@ -15,7 +16,7 @@ class qvGradientForm2;
 
 namespace qv::host {
 
-class Host {
+class QV_EXPORT Host {
 public:
     virtual ~Host() = default;
 

@@ -73,6 +73,8 @@ struct ScrollInput {
     bool operator==(ScrollInput const&) const = default;
 };
 
-using Input = std::variant<MouseInput, WheelInput, PinchInput, KeyInput, FocusInput, ScrollInput>;
+struct Input : std::variant<MouseInput, WheelInput, PinchInput, KeyInput, FocusInput, ScrollInput> {
+    using variant::variant;
+};
 
 } // namespace qv::host

@@ -1,6 +1,7 @@
 // QvGraphWidget: the graphing control as a Qt widget.
 #pragma once
 
+#include "qvgraph/export.h"
 #include "qvgraph/qvGraph.h"
 #include "qvgraph/Input.h"
 
@@ -23,7 +24,7 @@ class WidgetHost;
 /// right and at the bottom, where the scroll bars appear. One device-independent pixel is 15 twips; the page
 /// has as many pixels as the screen shows, and is drawn anew when the widget comes to a screen of another
 /// density. Use it on the thread of the user interface, as any widget.
-class QvGraphWidget : public QWidget {
+class QV_EXPORT QvGraphWidget : public QWidget {
     Q_OBJECT
 
 public:

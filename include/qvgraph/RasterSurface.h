@@ -1,13 +1,21 @@
 // RasterSurface: a drawing surface in memory, 32 bits a pixel.
 #pragma once
 
+#include "qvgraph/export.h"
 #include "qvgraph/DrawSurface.h"
 
+#include <cstdint>
 #include <memory>
+#include <span>
+#include <string_view>
 
 namespace qv::raster {
 
+/// The installed fonts and all that is kept about them, shared by the surfaces of one thread.
 class FontLibrary;
+
+/// A library of its own; fonts are looked for on first use.
+QV_EXPORT std::shared_ptr<FontLibrary> make_font_library();
 
 /// How large the current font comes out on a surface.
 struct LineMetrics {
@@ -15,7 +23,7 @@ struct LineMetrics {
     double ascent_pixels = 0; // from the top of a line to its baseline
 };
 
-class RasterSurface final : public DrawSurface {
+class QV_EXPORT RasterSurface final : public DrawSurface {
 public:
     /// One white pixel, to be resized with `Move`. Twips per pixel: any positive numbers, else fault 5.
     RasterSurface(double twips_per_pixel_x, double twips_per_pixel_y, std::shared_ptr<FontLibrary> fonts);

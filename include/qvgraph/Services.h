@@ -1,6 +1,7 @@
 // Services: what the control asks of the machine around it when a picture leaves the page.
 #pragma once
 
+#include "qvgraph/export.h"
 #include "qvgraph/geometry.h"
 #include "qvgraph/DrawSurface.h"
 
@@ -12,7 +13,7 @@ namespace qv::host {
 using SurfaceMaker = std::function<std::unique_ptr<DrawSurface>()>;
 
 /// The page on its way out of the control.
-class PagePicture {
+class QV_EXPORT PagePicture {
 public:
     virtual ~PagePicture() = default;
     /// The pixels as they were last shown.
@@ -31,7 +32,7 @@ struct PaperSize {
 };
 
 /// One sheet of a printer. Every operation may fail with fault 482; a sheet that is a file also as files do.
-class Printer {
+class QV_EXPORT Printer {
 public:
     virtual ~Printer() = default;
     /// The sheet held upright.
@@ -44,7 +45,7 @@ public:
 };
 
 /// The system's clipboard, opened. Every operation may fail with fault 521.
-class Clipboard {
+class QV_EXPORT Clipboard {
 public:
     virtual ~Clipboard() = default;
     virtual void clear() = 0;

@@ -1,6 +1,7 @@
 // clsGradient: paints a gradient of two colours over the whole of a surface.
 #pragma once
 
+#include "qvgraph/export.h"
 #include "qvgraph/DrawSurface.h"
 
 #include <cstdint>
@@ -9,7 +10,7 @@
 
 namespace qv::render {
 
-class clsGradient {
+class QV_EXPORT clsGradient {
 public:
     /// The name under which callers report a fault of `Draw` or `BlendColors`.
     static constexpr std::string_view error_source = "GradientRect";

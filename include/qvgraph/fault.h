@@ -1,9 +1,10 @@
 // Faults: failures with a number and a text, as the host sees them in ErrorMsg or as the error of a call.
 #pragma once
 
+#include "qvgraph/export.h"
+
 #include <cstdint>
 #include <exception>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -31,7 +32,7 @@ enum class FaultNumber : std::int32_t {
     InternalError = 999,
 };
 
-struct Fault : std::exception {
+struct QV_EXPORT Fault : std::exception {
     std::int32_t number;
     std::string description;
 
@@ -41,32 +42,15 @@ struct Fault : std::exception {
 };
 
 /// The standard text of a fault number, e.g. "Subscript out of range" for 9.
-std::string_view fault_text(FaultNumber number);
+QV_EXPORT std::string_view fault_text(FaultNumber number);
 
 /// Throws the Fault of this number with its standard text.
-[[noreturn]] void raise_fault(FaultNumber number);
+[[noreturn]] QV_EXPORT void raise_fault(FaultNumber number);
 /// The same with a text of its own, which says what, where and what to do.
-[[noreturn]] void raise_fault(FaultNumber number, std::string description);
+[[noreturn]] QV_EXPORT void raise_fault(FaultNumber number, std::string description);
 
 /// Throws fault 9 with what was asked for and what there is: "axis 7 was asked for, there are 0 to 2".
-[[noreturn]] void raise_subscript_fault(std::string_view what, std::int64_t asked, std::int64_t first,
+[[noreturn]] QV_EXPORT void raise_subscript_fault(std::string_view what, std::int64_t asked, std::int64_t first,
                                         std::int64_t last);
-
-/// Turns any exception into a Fault: `std::bad_alloc` is 7, a foreign exception 5 with its own text.
-Fault as_fault(std::exception_ptr const& failure);
-
-/// What is told of a failed procedure.
-struct FaultReport {
-    std::string Source; // "Error 9 has occured in qvGraph.ocx, DrawXAxis"
-    std::string Description;
-
-    /// With room for what is usually told, so that writing it takes no memory.
-    static FaultReport with_room();
-};
-
-/// Writes what is told of a failure in a procedure of a library such as "qvGraph.ocx"; where memory ends over
-/// it, the report is that of fault 7. Returns the fault's number, or 0 for fault 94, which is passed over.
-std::int32_t write_report(FaultReport& report, std::string_view library, std::string_view procedure,
-                          std::exception_ptr const& failure) noexcept;
 
 } // namespace qv

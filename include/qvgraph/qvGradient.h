@@ -2,6 +2,7 @@
 // what a person did into them and calls the handler of that event; afterwards it shows them again.
 #pragma once
 
+#include "qvgraph/export.h"
 #include "qvgraph/GradientChoice.h"
 #include "qvgraph/ChildControls.h"
 #include "qvgraph/Host.h"
@@ -17,7 +18,7 @@
 namespace qv::gradient_picker {
 
 /// Its base is what is chosen at the moment. No procedure throws: a failure is told by `GradientError`.
-class qvGradient : public GradientChoice {
+class QV_EXPORT qvGradient : public GradientChoice {
 public:
     qvGradient();
 

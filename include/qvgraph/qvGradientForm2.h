@@ -1,6 +1,7 @@
 // qvGradientForm2: the dialog around the picker, with its buttons and its answer.
 #pragma once
 
+#include "qvgraph/export.h"
 #include "qvgraph/qvGradient.h"
 
 #include <atomic>
@@ -9,7 +10,7 @@
 namespace qv::gradient_picker {
 
 /// Its base is the answer: what was chosen at the last Okay, both colours -1 after a Cancel.
-class qvGradientForm2 : public GradientChoice {
+class QV_EXPORT qvGradientForm2 : public GradientChoice {
 public:
     qvGradientForm2();
     qvGradientForm2(qvGradientForm2 const&) = delete;
@@ -55,6 +56,6 @@ private:
 };
 
 /// The one dialog of the process, made on first use. It keeps what a person left in it.
-qvGradientForm2& gradient_form();
+QV_EXPORT qvGradientForm2& gradient_form();
 
 } // namespace qv::gradient_picker

@@ -7,20 +7,46 @@
 // Numbers given to any member must fit its type, else the call throws fault 6 before anything is done.
 #pragma once
 
-#include "control/kinds.h"
-#include "document/ControlState.h"
-#include "control/styles.h"
+#include "qvgraph/checked.h"
+#include "qvgraph/export.h"
+#include "qvgraph/owned.h"
+#include "qvgraph/styles.h"
+#include "qvgraph/variant.h"
 
+#include <array>
 #include <initializer_list>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
 namespace qv {
 
-class qvGraph {
+class DrawSurface;
+class qvGraph;
+struct GraphOutline;
+
+namespace host {
+class EventSink;
+class Host;
+class PagePicture;
+struct ChildControls;
+struct Input;
+} // namespace host
+
+namespace document {
+struct ControlState;
+}
+namespace control {
+document::ControlState& state_of(qvGraph& control);
+document::ControlState const& state_of(qvGraph const& control);
+}
+
+class QV_EXPORT qvGraph {
 public:
     explicit qvGraph(host::Host& host);
+    qvGraph(qvGraph const&) = delete;
+    qvGraph& operator=(qvGraph const&) = delete;
     /// Not from inside its own events or members, but for GetGradient and GetColor while they wait.
     ~qvGraph();
 
@@ -28,21 +54,45 @@ public:
     /// \{
     /// Events go to this sink, or nowhere when it is null. It must outlive the control or be taken back.
     void set_events(host::EventSink* events);
-    document::ControlState& state() { return state_; }
-    document::ControlState const& state() const { return state_; }
     /// The control's inner size has changed (also once after creation).
     void UserControl_Resize(double width_twips, double height_twips);
-    /// Buttons and moves of the mouse on the page, twips; Button and Shift as in host/Input.h. Of a move,
-    /// Button is what is held.
+    /// What a person has done to the page or a scroll bar; true when the control has used it up. What event
+    /// handlers throw comes out.
+    bool take_input(host::Input const& input);
+    /// Tells the host's handler of ErrorMsg about the exception being handled, as of a failure in a procedure
+    /// of this name. For those who may let no exception through.
+    void report_failure(std::string_view procedure);
+    /// The page as it was last shown, on a surface of the host's make.
+    DrawSurface const& picture() const;
+    /// The page as its services get it, for a host that saves or copies it by itself. While it is there, nothing
+    /// is drawn inverted over the page; it must go before the control does.
+    Owned<host::PagePicture> page_picture();
+    /// Place and state of the scroll bars, the read-out, the tooltip and the pointer, to be shown.
+    host::ChildControls child_controls() const;
+    /// Asks the host anew how much room scroll bars and read-out take; UserControl_Resize should follow.
+    void measure_child_controls();
+    /// The same for the read-out alone, whose font has changed.
+    void measure_read_out();
+    /// Whether memory has ended in a procedure; before `set_events` nobody else tells.
+    bool memory_has_ended() const;
+    /// The surfaces that the host has made, for one that comes to a screen of another density; what lies
+    /// inverted over the page is erased first. UserControl_Resize should follow.
+    std::array<DrawSurface*, 5> surfaces();
+    /// A graph in words; none where there is no graph of this number.
+    std::optional<GraphOutline> outline(int graph) const;
+    /// The point that a person has gone to by keys, as it was read; empty without one.
+    std::string point_read();
+    /// The handlers behind take_input, by the names under which their failures are reported: buttons and
+    /// moves of the mouse on the page, twips, Button and Shift as in Input.h (of a move, Button is what is
+    /// held); a scroll bar that stands at a new value, or its thumb on the way there; a double click; a key,
+    /// whose KeyAscii comes back as the event's handler leaves it.
     void Picture1_MouseDown(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
     void Picture1_MouseMove(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
     void Picture1_MouseUp(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
-    /// A scroll bar stands at a new value, or its thumb is on the way there.
     void HScroll1_Change();
     void VScroll1_Change();
     void HScroll1_Scroll();
     void VScroll1_Scroll();
-    /// Double click and key press on the page; KeyAscii comes back as the event's handler leaves it.
     void Picture1_DblClick();
     void Picture1_KeyPress(std::int16_t& KeyAscii);
     /// \}
@@ -106,17 +156,6 @@ public:
                  Checked<bool> TextPercent);
     /// \}
 
-    /// \name Style methods
-    /// Rows of styles.def. An omitted Color2 becomes Color1; a caller who passes a variable finds it there.
-    /// \{
-#define QV_STYLE(method, target)                                                                             \
-    void method(method##Arguments& arguments);                                                               \
-    void method(method##Arguments const& arguments = {});
-#define QV_PARAMETER(method, name, kind_, default_, rule, property_)
-#define QV_STYLE_END(method, then)
-#include "control/styles.def"
-    /// \}
-
     /// \name Other settings
     /// \{
     void GetAxisRange(double& a1, double& a2) const;
@@ -158,16 +197,7 @@ public:
     void GetColor(Color& QvColor1);
     /// \}
 
-    /// \name Properties
-    /// Rows of properties.def.
-    /// \{
-#define QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_)                                     \
-    control::kind::kind_::value name() const;
-#define QV_PROPERTY(name, kind_, target_, field_, conversion_, then_)                                        \
-    control::kind::kind_::value name() const;                                                                  \
-    void name(control::kind::kind_::argument value);
-#include "control/properties.def"
-    /// \}
+#include "qvgraph/members.inc"
 
     /// \name Members by name
     /// Names are found whatever their case. An unknown name is fault 438, a text where a number belongs (or
@@ -182,7 +212,10 @@ public:
     /// \}
 
 private:
-    document::ControlState state_;
+    friend document::ControlState& control::state_of(qvGraph& control);
+    friend document::ControlState const& control::state_of(qvGraph const& control);
+
+    Owned<document::ControlState> state_;
 };
 
 } // namespace qv

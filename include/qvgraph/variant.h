@@ -1,7 +1,7 @@
 // Variant: a value of one of the kinds that members take and return when they are called by name.
 #pragma once
 
-#include "base/convert.h"
+#include "qvgraph/checked.h"
 
 #include <string>
 #include <string_view>
@@ -11,13 +11,18 @@
 namespace qv {
 
 using TextList = std::vector<std::string>;
+using NumberList = std::vector<double>;
 
 struct Variant : std::variant<std::monostate, bool, std::uint8_t, std::int16_t, std::int32_t, float, double,
-                              std::string, TextList> {
+                              std::string, TextList, NumberList> {
     using variant::variant;
     using variant::operator=;
     Variant(char const* text) : variant(std::string(text)) {}
     Variant(std::string_view text) : variant(std::string(text)) {}
+    Variant& operator=(char const* text) {
+        emplace<std::string>(text);
+        return *this;
+    }
 
     bool is_empty() const { return index() == 0; }
     bool operator==(Variant const&) const = default;
@@ -44,6 +49,6 @@ T number_of(Variant const& value) {
 
 /// The value as text: numbers in their general text form, booleans as "True" and "False", empty as "";
 /// a list is fault 13.
-std::string text_of(Variant const& value);
+QV_EXPORT std::string text_of(Variant const& value);
 
 } // namespace qv

@@ -1,4 +1,4 @@
-#include "qvgraph/fault.h"
+#include "base/fault_report.h"
 
 #include <array>
 #include <initializer_list>

@@ -1,38 +1,17 @@
 // The kinds of value that cross the public interface: how each is returned, taken, and read from a Variant.
 #pragma once
 
-#include "base/convert.h"
-#include "qvgraph/geometry.h"
+#include "qvgraph/checked.h"
 #include "qvgraph/variant.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-namespace qv {
-
-/// A colour as a host may write it: 0x00BBGGRR, or 0x80000000 + n for system colour n, signed or unsigned.
-/// Any other number beyond 32 bits is fault 6.
-class ColorValue {
-public:
-    template <Number From>
-    constexpr ColorValue(From value) : value_(from_wide(checked<std::int64_t>(value))) {}
-    constexpr operator Color() const { return value_; }
-
-private:
-    static constexpr Color from_wide(std::int64_t value) {
-        if (std::in_range<std::uint32_t>(value)) return static_cast<Color>(static_cast<std::uint32_t>(value));
-        return checked<Color>(value);
-    }
-    Color value_;
-};
-
-} // namespace qv
-
 namespace qv::control {
 
 /// What a property or parameter takes when it is given by name.
-enum class Accepts : std::uint8_t { Number, Text, Anything, List };
+enum class Accepts : std::uint8_t { Number, Text, Anything, Texts, Numbers };
 
 /// The names of the kinds are used in properties.def and styles.def. Each kind says what a Get returns
 /// (`value`), what a Let takes (`argument`) and what a style method's aggregate holds (`parameter`).

@@ -5,6 +5,7 @@
 #include "document/trap.h"
 #include "control/property_access.h"
 #include "interact/follow.h"
+#include "interact/read_out.h"
 #include "interact/scroll_bars.h"
 #include "render/page_marks.h"
 #include "render/pipeline.h"
@@ -67,12 +68,24 @@ void UserControl_Initialize(ControlState& state) {
     for (auto* surface :
          {&state.Picture1, &state.GraphImage, &state.Picture2, &state.ScratchPic1, &state.ScratchPic2})
         *surface = state.host->make_surface();
-    state.HScroll1.Height = state.VScroll1.Width = state.host->scroll_bar_thickness();
-    state.Label1.Height = state.host->label_height();
+    measure_child_controls(state);
     state.page_follower = interact::follow_page;
     Reset(state);
     // So early nobody hears of it.
     if (state.memory_has_ended) raise_fault(FaultNumber::OutOfMemory);
+}
+
+void measure_child_controls(ControlState& state) {
+    state.HScroll1.Height = state.VScroll1.Width = state.host->scroll_bar_thickness();
+    state.Label1.Height = state.host->label_height();
+}
+
+void measure_read_out(ControlState& state) {
+    state.Label1.Height = state.host->label_height();
+    if (state.Label1.Visible)
+        interact::show_read_out(state, state.Label1.Caption);
+    else
+        interact::ResizeScrollBars(state);
 }
 
 void UserControl_Resize(ControlState& state, double width_twips, double height_twips) {

@@ -12,6 +12,11 @@ constexpr std::string_view version = "2.13";
 /// Makes the five surfaces and brings the control into its empty state.
 void UserControl_Initialize(ControlState& state);
 
+/// Asks the host how much room the scroll bars and the read-out take.
+void measure_child_controls(ControlState& state);
+/// The same for the read-out alone, whose font has changed.
+void measure_read_out(ControlState& state);
+
 /// Fits surfaces and child controls into the control's inner size (twips) and, once a graph has been drawn,
 /// redraws the page.
 void UserControl_Resize(ControlState& state, double width_twips, double height_twips);

@@ -61,25 +61,27 @@ MethodRow const& method_named(std::string_view name) {
     return row_named(method_table(), property_table(), name, "method", " but a property: use Get or Let.");
 }
 
-std::string_view kind_of(Variant const& value) {
-    if (value.is_empty()) return "nothing";
-    if (std::holds_alternative<std::string>(value)) return "a text";
-    return std::holds_alternative<TextList>(value) ? "a list" : "a number";
+/// What kinds of value are called, in the order of `Accepts`.
+constexpr std::string_view accepted_kinds[] = {"a number", "a text", "a number or a text", "a list of texts",
+                                               "a list of numbers"};
+
+Accepts kind_of(Variant const& value) {
+    if (std::holds_alternative<std::string>(value)) return Accepts::Text;
+    if (std::holds_alternative<TextList>(value)) return Accepts::Texts;
+    return std::holds_alternative<NumberList>(value) ? Accepts::Numbers : Accepts::Number;
 }
 
-/// An empty value stands for 0 or "".
+/// An empty value stands for 0, "" or an empty list.
 void check_kind(std::string_view what, Accepts accepts, Variant const& value) {
-    bool const is_text = std::holds_alternative<std::string>(value);
-    bool const is_list = std::holds_alternative<TextList>(value);
-    bool const fits = accepts == Accepts::List       ? is_list
-                      : accepts == Accepts::Anything ? !is_list
-                      : accepts == Accepts::Text     ? is_text
-                                                     : !is_text && !is_list;
-    if (fits || value.is_empty()) return;
-    constexpr std::string_view wanted[] = {"a number", "a text", "a number or a text", "a list of texts"};
-    raise_fault(FaultNumber::TypeMismatch, std::string(what) + " takes "
-                                               + std::string(wanted[static_cast<std::size_t>(accepts)])
-                                               + ", but was given " + std::string(kind_of(value)) + ".");
+    if (value.is_empty()) return;
+    Accepts const kind = kind_of(value);
+    bool const is_single = kind == Accepts::Number || kind == Accepts::Text;
+    if (accepts == Accepts::Anything ? is_single : kind == accepts) return;
+    auto const name = [](Accepts which) {
+        return std::string(accepted_kinds[static_cast<std::size_t>(which)]);
+    };
+    raise_fault(FaultNumber::TypeMismatch,
+                std::string(what) + " takes " + name(accepts) + ", but was given " + name(kind) + ".");
 }
 
 std::string signature(MethodRow const& method) {

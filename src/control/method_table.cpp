@@ -50,10 +50,19 @@ struct Passed<T&> {
 
 template <>
 struct Passed<TextList&> {
-    static constexpr Accepts accepts = Accepts::List;
+    static constexpr Accepts accepts = Accepts::Texts;
     TextList held;
     explicit Passed(Variant const& given) {
         if (auto const* list = std::get_if<TextList>(&given)) held = *list;
+    }
+};
+
+template <>
+struct Passed<std::span<double const>> {
+    static constexpr Accepts accepts = Accepts::Numbers;
+    NumberList held;
+    explicit Passed(Variant const& given) {
+        if (auto const* list = std::get_if<NumberList>(&given)) held = *list;
     }
 };
 
@@ -183,6 +192,8 @@ std::vector<MethodRow> make_method_table() {
         plain_method<&Q::NewDataSet>("NewDataSet", {{"Legend"}, {"InLegendTable", true}}),
         plain_method<&Q::AddDataPoint>("AddDataPoint",
                                        {{"X"}, {"Y"}, {"E", 0.0}, {"DataSet", 0}, {"DataID", ""}}),
+        plain_method<&Q::AddDataPoints>("AddDataPoints",
+                                        {{"X"}, {"Y"}, {"E", NumberList()}, {"DataSet", 0}}),
         plain_method<&Q::DropDataPoints>("DropDataPoints", {{"Count"}, {"DataSet", 0}}),
         plain_method<&Q::DefineFunction>("DefineFunction", {{"Text"}}),
         plain_method<&Q::AddMathFunc>("AddMathFunc", {{"MathFunc"}, {"Fromx", 0.0}, {"Tox", 0.0}}),
@@ -195,6 +206,7 @@ std::vector<MethodRow> make_method_table() {
                                               {"TextAngle"},
                                               {"TextPercent"}}),
         plain_method<&Q::GetAxisRange>("GetAxisRange", {{"a1"}, {"a2"}}),
+        plain_method<&Q::SetAxisTicks>("SetAxisTicks", {{"Major"}, {"Minor", NumberList()}}),
         plain_method<&Q::SetTooltip>("SetTooltip", {{"Tooltip"}}),
         plain_method<&Q::SetCrossHair>("SetCrossHair", {{"Style"}}),
         plain_method<&Q::Refresh>("Refresh"),

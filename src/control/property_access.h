@@ -3,6 +3,7 @@
 // does what follows from it. A missing graph, axis or data set is fault 9, a value that does not fit fault 6.
 #pragma once
 
+#include "control/document_names.h"
 #include "control/kinds.h"
 #include "control/document_names.h"
 #include "document/selection.h"

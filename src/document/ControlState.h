@@ -3,6 +3,7 @@
 
 #include "qvgraph/fault.h"
 #include "qvgraph/qvExpression.h"
+#include "base/fault_report.h"
 #include "document/interaction.h"
 #include "document/records.h"
 #include "qvgraph/ChildControls.h"

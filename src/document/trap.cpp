@@ -1,6 +1,6 @@
 #include "document/trap.h"
 
-#include "qvgraph/fault.h"
+#include "base/fault_report.h"
 
 #include <utility>
 

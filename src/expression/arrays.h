@@ -2,6 +2,7 @@
 #pragma once
 
 #include "expression/engine.h"
+#include "qvgraph/qvExpression.h"
 
 #include <array>
 #include <cstdint>
@@ -9,16 +10,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-namespace qv {
-
-/// Doubles in one to four dimensions, dimension k indexed 0 to UpperBounds[k - 1], last index fastest.
-struct qvArray {
-    std::vector<std::int16_t> UpperBounds;
-    std::vector<double> Values;
-};
-
-} // namespace qv
 
 namespace qv::expression {
 

@@ -2,12 +2,12 @@
 // the headers of the subjects: compiler, evaluator, arrays, user functions.
 #pragma once
 
-#include "qvgraph/fault.h"
+#include "base/fault_report.h"
 #include "qvgraph/variant.h"
 #include "expression/numeric_form.h"
 #include "expression/opcodes.h"
 #include "expression/operand.h"
-#include "expression/variables.h"
+#include "qvgraph/variables.h"
 
 #include <array>
 #include <cstdint>

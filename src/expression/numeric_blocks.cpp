@@ -1,7 +1,7 @@
 #include "expression/mathematics.h"
 #include "expression/numeric_form.h"
 #include "expression/numeric_operations.h"
-#include "expression/variables.h"
+#include "qvgraph/variables.h"
 
 #include <algorithm>
 #include <array>

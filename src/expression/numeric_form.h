@@ -7,7 +7,7 @@
 #pragma once
 
 #include "expression/operand.h"
-#include "expression/variables.h"
+#include "qvgraph/variables.h"
 
 #include <cstdint>
 #include <memory>

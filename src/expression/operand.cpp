@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 #include "expression/decimal.h"
-#include "expression/variables.h"
+#include "qvgraph/variables.h"
 
 #include <array>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "expression/variables.h"
+#include "qvgraph/variables.h"
 
 #include "base/convert.h"
 #include "base/text.h"

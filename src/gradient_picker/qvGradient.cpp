@@ -1,5 +1,6 @@
 #include "qvgraph/qvGradient.h"
 
+#include "base/fault_report.h"
 #include "base/convert.h"
 #include "base/picture_format.h"
 #include "base/text.h"

@@ -1,5 +1,7 @@
 #include "raster/FontLibrary.h"
 
+#include "qvgraph/RasterSurface.h"
+
 #include "qvgraph/fault.h"
 #include "raster/bounded_cache.h"
 #include "raster/glyph_images.h"
@@ -110,6 +112,10 @@ struct FontLibrary::Contents {
         return shape_line(characters, [&](char32_t character) { return face_for(faces, character); });
     }
 };
+
+std::shared_ptr<FontLibrary> make_font_library() {
+    return std::make_shared<FontLibrary>();
+}
 
 FontLibrary::FontLibrary() = default;
 FontLibrary::~FontLibrary() = default;

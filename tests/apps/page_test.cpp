@@ -1,3 +1,4 @@
+#include "control/state_of.h"
 #include "qvplot/page.h"
 
 #include "document/selection.h"
@@ -45,7 +46,7 @@ struct DrawnPage {
     std::uint32_t pixel(int x, int y) const {
         return host.picture().pixels()[static_cast<std::size_t>(y * host.picture().stride() + x)] & 0xFFFFFF;
     }
-    document::Graph const& graph() { return document::current_graph(host.control().state()); }
+    document::Graph const& graph() { return document::current_graph(control::state_of(host.control())); }
 
     /// The legend's pixels, its edge included.
     struct Pixels {
@@ -128,7 +129,7 @@ TEST_CASE("bars of several columns stand side by side without touching the next"
     options.bars = true;
     DrawnPage page(waves(2, false), options);
     auto const& sets = page.graph().DataSets;
-    double const mm = page.host.control().state().UnitsPerMmX;
+    double const mm = control::state_of(page.host.control()).UnitsPerMmX;
     double const width = 2 * 0.9 * sets[0].DataSymbolSize / mm; // as bars are drawn
     CHECK(sets[1].BarOffset - sets[0].BarOffset == doctest::Approx(width).epsilon(0.05));
     document::Axis const& x = page.graph().Axes[0];
@@ -144,7 +145,7 @@ TEST_CASE("ticks follow what is shown, and a page laid out anew is that of its s
     qvGraph& control = host.control();
     PlotPage page(control, data, options);
     page.draw();
-    document::Axis& x = document::current_graph(control.state()).Axes[0];
+    document::Axis& x = document::current_graph(control::state_of(control)).Axes[0];
     double const low = x.AxisValue1, high = x.AxisValue2;
     x.AxisValue1 = 40010;
     x.AxisValue2 = 40012;

@@ -1,4 +1,5 @@
 // The real window: what a person does to it, and its ticks, scroll bars and legend afterwards.
+#include "control/state_of.h"
 #include "qvplot/plot_window.h"
 
 #include "document/selection.h"
@@ -45,7 +46,7 @@ struct Window {
     static void settle() {
         for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
     }
-    document::Graph const& graph() { return document::current_graph(widget.control().state()); }
+    document::Graph const& graph() { return document::current_graph(control::state_of(widget.control())); }
     document::Axis const& axis(std::size_t i) { return graph().Axes[i]; }
 
     void resize(int width, int height) {

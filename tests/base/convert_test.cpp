@@ -1,3 +1,4 @@
+#include "base/fault_report.h"
 #include "base/convert.h"
 
 #include <doctest/doctest.h>

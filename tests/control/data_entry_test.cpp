@@ -1,4 +1,5 @@
 #include "control/document.h"
+#include "control/state_of.h"
 #include "control/point_entry.h"
 #include "test_control.h"
 
@@ -23,7 +24,7 @@ Ranges ranges(document::Axis const& axis) {
 }
 
 document::Axis& x_axis(Control& control) {
-    return document::current_graph(control.state()).Axes[0];
+    return document::current_graph(control::state_of(control)).Axes[0];
 }
 
 } // namespace
@@ -94,10 +95,10 @@ TEST_CASE("a series follows every change of what is selected") {
     FilledControl control;
     control.NewYAxis("second");
     auto const count = [&](std::size_t graph, std::size_t set) {
-        return control.state().Graphs[graph]->DataSets[set].DataSetPointCount();
+        return control::state_of(control).Graphs[graph]->DataSets[set].DataSetPointCount();
     };
     auto const y_axis = [&](std::size_t axis) -> document::Axis& {
-        return control.state().Graphs[0]->Axes[axis];
+        return control::state_of(control).Graphs[0]->Axes[axis];
     };
     double x = 100;
     auto const add_some = [&](double y) {
@@ -126,13 +127,13 @@ TEST_CASE("a series follows every change of what is selected") {
     CHECK(count(0, 1) == 3);
     control.AddDataPoint(++x, 2, 0.5, 0, "named");
     add_some(1);
-    document::PointStore const& points = control.state().Graphs[0]->DataSets[1].points;
+    document::PointStore const& points = control::state_of(control).Graphs[0]->DataSets[1].points;
     CHECK(points.at(3).DataID == "named");
     CHECK(points.at(4).E == 0);
     CHECK(x_axis(control).AxisValue2 == x);
     control.Reset();
     add_some(1);
-    CHECK(control.state().Graphs.empty());
+    CHECK(control::state_of(control).Graphs.empty());
 }
 
 TEST_CASE("a point after a graph was emptied goes to the new data set, not where the last one went") {

@@ -1,3 +1,4 @@
+#include "control/state_of.h"
 #include "control/document.h"
 #include "test_control.h"
 
@@ -52,7 +53,7 @@ TEST_CASE("clearing a graph keeps its settings and starts its axes anew") {
     FilledControl control;
     control.BorderColor1(5);
     control.AddDataPoint(1, 1);
-    control::ClearGraphData(control.state());
+    control::ClearGraphData(control::state_of(control));
     CHECK(control.graph().NumDataSets() == 0);
     CHECK(control.graph().NumPoints == 0);
     CHECK(control.BorderColor1() == 5);
@@ -80,7 +81,7 @@ TEST_CASE("graphs are listed from entry 1 and brought to the front") {
     CHECK(control.events().back() == "NewGraphInFront");
     CHECK(control.GraphIndex() == 0);
     CHECK(control.GraphTitle() == "first");
-    CHECK(control.state().GraphOrder == std::vector<std::int16_t>{1, 0});
+    CHECK(control::state_of(control).GraphOrder == std::vector<std::int16_t>{1, 0});
 }
 
 TEST_CASE("data sets are selected and listed") {
@@ -107,13 +108,13 @@ TEST_CASE("Reset empties the document and restores the page, whatever stood ther
     control.PageColors({.Color1 = 5, .GradientAngle = 30, .Transparent = true});
     control.AxisMarksInFront(true);
     control.SuppressRaisingEvents(true);
-    control.state().Zoomed = control.state().HScroll1.Visible = true;
+    control::state_of(control).Zoomed = control::state_of(control).HScroll1.Visible = true;
     control.Reset();
     CHECK(control.GraphIndex() == 0);
     CHECK_FALSE(control.AxisMarksInFront());
     CHECK(control.SuppressRaisingEvents());
-    CHECK_FALSE(control.state().Zoomed);
-    CHECK_FALSE(control.state().HScroll1.Visible);
+    CHECK_FALSE(control::state_of(control).Zoomed);
+    CHECK_FALSE(control::state_of(control).HScroll1.Visible);
     control.NewGraph("again");
     CHECK(control.events().empty());
     CHECK(control.GraphLeft() == 0);
@@ -128,14 +129,14 @@ TEST_CASE("resizing draws only what has been drawn before") {
     int const shown = control.host->pages_shown;
     control.UserControl_Resize(12000, 8000);
     CHECK(control.host->pages_shown == shown);
-    CHECK(control.state().PageWidth == 12000 - 255 - 70);
-    CHECK(control.state().PageHeight == 8000 - 255 - 70 - 5); // the surface has whole pixels
+    CHECK(control::state_of(control).PageWidth == 12000 - 255 - 70);
+    CHECK(control::state_of(control).PageHeight == 8000 - 255 - 70 - 5); // the surface has whole pixels
     control.Refresh();
     control.UserControl_Resize(9000, 6000);
     CHECK(control.host->pages_shown == shown + 2);
-    CHECK_FALSE(control.state().NoRedraw);
+    CHECK_FALSE(control::state_of(control).NoRedraw);
     control.UserControl_Resize(0, 0);
-    CHECK(control.state().PageWidth < 0);
+    CHECK(control::state_of(control).PageWidth < 0);
 }
 
 TEST_CASE("ticks given to an axis must be finite and go with a new axis") {
@@ -150,26 +151,26 @@ TEST_CASE("ticks given to an axis must be finite and go with a new axis") {
     CHECK(control.events() == error(5, "SetAxisTicks"));
     CHECK(control.axis(0).major_tick_values == majors);
     document::Axis axis = control.axis(0);
-    ResetAxis(control.state(), axis, "new", document::AxisKind::X, 0, 1);
+    ResetAxis(control::state_of(control), axis, "new", document::AxisKind::X, 0, 1);
     CHECK(axis.major_tick_values.empty());
 }
 
 TEST_CASE("small settings") {
     FilledControl control;
     control.SetCrossHair(3);
-    CHECK(control.state().CrossHairOn);
-    CHECK(control.state().CrossHairStyle == 2);
+    CHECK(control::state_of(control).CrossHairOn);
+    CHECK(control::state_of(control).CrossHairStyle == 2);
     control.SetCrossHair(0);
-    CHECK_FALSE(control.state().CrossHairOn);
+    CHECK_FALSE(control::state_of(control).CrossHairOn);
     control.SetTooltip("tip");
-    CHECK(control.state().Tooltip == "tip");
+    CHECK(control::state_of(control).Tooltip == "tip");
     control.SetShowXYcoords(true);
-    CHECK(control.state().Label1.Visible);
+    CHECK(control::state_of(control).Label1.Visible);
     control.GraphShowXY(false);
-    CHECK(control.state().Label1.Visible);
+    CHECK(control::state_of(control).Label1.Visible);
     CHECK(control.Version() == "2.13");
-    control.state().PointerX = 3;
-    control.state().PointerY = 4;
+    control::state_of(control).PointerX = 3;
+    control::state_of(control).PointerY = 4;
     control.Picture1_DblClick();
     std::int16_t key = 65;
     control.Picture1_KeyPress(key);

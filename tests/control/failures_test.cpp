@@ -1,3 +1,4 @@
+#include "control/state_of.h"
 #include "control/data_entry.h"
 #include "control/document.h"
 #include "control/members_by_name.h"
@@ -17,11 +18,12 @@ std::vector<Variant> plain_arguments(control::MethodRow const& method) {
     std::vector<Variant> arguments;
     for (auto const& parameter : method.parameters) {
         if (!parameter.required) break;
-        bool const text = parameter.accepts == control::Accepts::Text;
-        if (parameter.accepts == control::Accepts::List)
-            arguments.emplace_back(TextList());
-        else
-            arguments.push_back(text ? Variant("text") : Variant(1));
+        switch (parameter.accepts) {
+        case control::Accepts::Text: arguments.emplace_back("text"); break;
+        case control::Accepts::Texts: arguments.emplace_back(TextList()); break;
+        case control::Accepts::Numbers: arguments.emplace_back(NumberList{1}); break;
+        default: arguments.emplace_back(1);
+        }
     }
     return arguments;
 }
@@ -31,7 +33,7 @@ std::vector<Variant> plain_arguments(control::MethodRow const& method) {
 const std::set<std::string_view> quiet_without_graphs{
     "Reset",         "NewGraph",       "SetSelectedGraph",    "GetSelectedGraph",
     "GetGraphNames", "NewDataSet",     "AddDataPoint",        "AddMathFunc",
-    "AddText",       "DefineFunction", "DropDataPoints",      "SetTooltip",
+    "AddText",       "AddDataPoints",  "DefineFunction", "DropDataPoints",      "SetTooltip",
     "SetCrossHair",  "Refresh",        "RefreshCurrentGraph", "RefreshGraphs",
     "GetGradient",   "GetColor",       "GetSelectedAxisIndex"};
 // What a host without printer, clipboard and files answers.
@@ -75,7 +77,7 @@ TEST_CASE("results of a failed call") {
 
 TEST_CASE("a point on a graph whose axes are gone is reported, not added") {
     FilledControl control;
-    control::ClearGraphData(control.state());
+    control::ClearGraphData(control::state_of(control));
     control.NewXAxis("only x");
     control.NewDataSet("D");
     control.events();
@@ -91,7 +93,7 @@ TEST_CASE("counters stop at their last number and the structure stays as it was"
     Control control;
     control.SuppressRaisingEvents(true);
     control.NewGraph("G");
-    document::Graph& graph = document::current_graph(control.state());
+    document::Graph& graph = document::current_graph(control::state_of(control));
     while (graph.NumDataSets() < most) graph.DataSets.emplace_back();
     while (graph.NumAxes() < most) graph.Axes.emplace_back();
     graph.NumPoints = std::numeric_limits<std::int32_t>::max();
@@ -104,7 +106,7 @@ TEST_CASE("counters stop at their last number and the structure stays as it was"
     CHECK(graph.SelectedXAxis == 0);
     CHECK(fault_number([&] { control.AddDataPoint(0, 0); }) == 6);
     CHECK(graph.DataSets.back().DataSetPointCount() == 0);
-    auto& state = control.state();
+    auto& state = control::state_of(control);
     state.Graphs.resize(most);
     state.GraphTitles.resize(most);
     state.GraphOrder.resize(most);
@@ -151,8 +153,8 @@ TEST_CASE("Reset may be called from inside any event") {
         CHECK(control.GraphIndex() == 0);
         control.NewGraph("after");
         CHECK(control.GraphTitle() == "after");
-        CHECK(control.state().discarded_graphs.empty());
-        CHECK_FALSE(control.state().Refreshing);
+        CHECK(control::state_of(control).discarded_graphs.empty());
+        CHECK_FALSE(control::state_of(control).Refreshing);
         control.events();
         control.Refresh();
         for (std::string const& event : control.events()) CHECK(event == "GraphScaleChanged");

@@ -44,6 +44,34 @@ TEST_CASE("a graph is built by name") {
     CHECK(control.Get("AxisTitle") == Variant("12"));
 }
 
+TEST_CASE("columns and ticks go by name as lists of numbers") {
+    Control control;
+    control.Call("NewGraph", {"G", 0, 10});
+    control.Call("NewDataSet", {"D"});
+    control.Call("AddDataPoints", {NumberList{1, 2, 3}, NumberList{4, 5, 6}});
+    control.Call("AddDataPoints", {NumberList{4}, NumberList{7}, NumberList{0.5}, 1});
+    CHECK(control.data(0).points.size() == 4);
+    CHECK(control.data(0).points.at(3).E == 0.5);
+    control.Call("SelectXaxis");
+    control.Call("SetAxisTicks", {NumberList{0, 5, 10}});
+    CHECK(mentions(fault_of([&] { control.Call("AddDataPoints", {TextList{"1"}, NumberList{4}}); }),
+                   "a list of numbers, but was given a list of texts"));
+    CHECK(fault_of([&] { control.Call("NewGraph", {NumberList{1}}); }).number == 13);
+}
+
+TEST_CASE("the page tells its size and its graphs, and takes its gestures, by name") {
+    Control control;
+    control.UserControl_Resize(12000, 8000);
+    CHECK(control.Get("NumGraphs") == Variant(std::int16_t{0}));
+    control.NewGraph("G");
+    CHECK(control.Get("NumGraphs") == Variant(std::int16_t{1}));
+    CHECK(control.Get("PageWidth") == Variant(control.state().PageWidth));
+    CHECK(control.Get("UnitsPerMmX") == Variant(control.state().UnitsPerMmX));
+    CHECK(fault_of([&] { control.Let("PageHeight", 1); }).number == 438);
+    control.Let("GestureWheelZoom", false);
+    CHECK_FALSE(control.state().gestures.wheel_zoom);
+}
+
 TEST_CASE("results that come through parameters are written back") {
     FilledControl control;
     std::vector<Variant> names(2);

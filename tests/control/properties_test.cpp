@@ -1,3 +1,4 @@
+#include "control/state_of.h"
 #include "control/document.h"
 #include "control/members_by_name.h"
 #include "test_control.h"
@@ -112,7 +113,7 @@ TEST_CASE("a property without its graph, axis or data set is an index fault to t
     Control empty;
     check_all(empty, {"control"});
     FilledControl cleared;
-    control::ClearGraphData(cleared.state());
+    control::ClearGraphData(control::state_of(cleared));
     check_all(cleared, {"control", "graph", "page"});
     CHECK(cleared.events().empty());
 }
@@ -165,7 +166,7 @@ TEST_CASE("values that have no counterpart in C++ types") {
 TEST_CASE("the page's first colour is the background of the page surfaces") {
     FilledControl control;
     control.PageColors({.Color1 = 0x123456});
-    CHECK(control.state().Picture1->state.BackColor == 0x123456);
+    CHECK(control::state_of(control).Picture1->state.BackColor == 0x123456);
     control.Reset();
-    CHECK(control.state().GraphImage->state.BackColor == 0xFFFFFF);
+    CHECK(control::state_of(control).GraphImage->state.BackColor == 0xFFFFFF);
 }

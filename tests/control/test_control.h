@@ -75,6 +75,7 @@ struct Control : qvGraph {
         set_events(&log);
         UserControl_Resize(9000, 6000);
     }
+    document::ControlState& state() { return control::state_of(*this); }
     /// What was raised since the last call.
     std::vector<std::string> events() { return std::exchange(log.entries, {}); }
     document::Axis const& axis(std::size_t index) { return document::current_graph(state()).Axes[index]; }

@@ -1,6 +1,7 @@
 #include "evaluate.h"
 #include "expression/characters.h"
 #include "expression/decimal.h"
+#include "expression/engine.h"
 #include "qvgraph/render_error.h"
 
 #include <doctest/doctest.h>

@@ -1,6 +1,7 @@
 // Hostile files and options for the program that draws columns: the first line is the command line, the rest
 // the file. The file is read into series, drawn on a page, zoomed and laid out anew in another size. What
 // must hold is checked here; crashes, leaks and undefined behaviour are the sanitizers' to find.
+#include "control/state_of.h"
 #include "document/selection.h"
 #include "qvgraph/HeadlessHost.h"
 #include "qvplot/formula.h"
@@ -87,7 +88,7 @@ void check_series(PlotData const& data, std::size_t rows) {
 }
 
 void check_axes(qvGraph const& page) {
-    for (document::Axis const& axis : document::current_graph(page.state()).Axes) {
+    for (document::Axis const& axis : document::current_graph(control::state_of(page)).Axes) {
         require(std::isfinite(axis.AxisValue2 - axis.AxisValue1));
         require(axis.AxisValue1 < axis.AxisValue2);
         require(!axis.major_tick_values.empty());
@@ -97,7 +98,7 @@ void check_axes(qvGraph const& page) {
 
 // Every point lies on its axes, but for those that were asked away.
 void check_points(qvGraph const& page, PlotData const& data, PlotOptions const& options) {
-    auto const& axes = document::current_graph(page.state()).Axes;
+    auto const& axes = document::current_graph(control::state_of(page)).Axes;
     auto const holds = [](document::Axis const& axis, double value) {
         double const tolerance = 1e-8 * (axis.ScaleMax - axis.ScaleMin);
         return value >= axis.ScaleMin - tolerance && value <= axis.ScaleMax + tolerance;

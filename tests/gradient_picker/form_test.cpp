@@ -6,6 +6,8 @@
 
 #include <doctest/doctest.h>
 
+#include <cmath>
+
 namespace qv::gradient_picker {
 namespace {
 

@@ -234,7 +234,7 @@ TEST_CASE("named colours count from the next change on, and put the shades back"
     picker.List1_Click();
     CHECK(picker.errors
           == std::vector<std::string>{"Error 9 has occured in qvGradient.ocx, DrawGradient: Subscript out of "
-                                      "range: entry -1 was asked for, there are 0 to 5"});
+                                      "range: entry -1 was asked for, there are 0 to 139"});
 }
 
 TEST_CASE("the angle is the number that its text begins with") {

@@ -1,4 +1,5 @@
 // GetGradient and GetColor of the control, answered by a script.
+#include "control/state_of.h"
 #include "qvgraph/fault.h"
 #include "qvgraph/qvGradientForm2.h"
 #include "qvgraph/HeadlessHost.h"
@@ -193,7 +194,7 @@ TEST_CASE("a control whose handler throws when asking failed can ask again, and 
     asking.host.answer_next_form([](qvGradientForm2&) { raise_fault(FaultNumber::DeviceError); });
     Color color = 7;
     CHECK_THROWS_AS(asking.page.GetColor(color), std::runtime_error);
-    CHECK(asking.page.state().gone_while_asking == nullptr);
+    CHECK(control::state_of(asking.page).gone_while_asking == nullptr);
     CHECK_FALSE(gradient_form().Visible());
     asking.answer(sample);
     CHECK(asking.GetGradient() == sample);

@@ -1,6 +1,7 @@
 // A person before a page: presses, moves and releases as plain input, and what the host hears of it.
 #pragma once
 
+#include "control/state_of.h"
 #include "qvgraph/EventSink.h"
 #include "qvgraph/HeadlessHost.h"
 #include "render/plot_geometry.h"
@@ -38,7 +39,7 @@ struct Person {
     headless::HeadlessHost host{PixelSize{800, 600}};
     HeardEvents heard;
     qvGraph& page = host.control();
-    document::ControlState& state = page.state();
+    document::ControlState& state = control::state_of(page);
 
     Person() { page.set_events(&heard); }
 

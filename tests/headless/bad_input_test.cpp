@@ -1,5 +1,6 @@
 // Values far out of range, through the public members onto real pixels: no crash, no hang, the page still
 // drawn, and no complaint but the stated ones.
+#include "control/state_of.h"
 #include "qvgraph/HeadlessHost.h"
 
 #include <doctest/doctest.h>
@@ -173,8 +174,8 @@ TEST_CASE("a handler may change what is being drawn") {
         page.set_events(&meddler);
         page.Refresh();
         CHECK(meddler.times > 0);
-        CHECK_FALSE(page.state().Refreshing);
-        CHECK(page.GraphIndex() <= std::max(0, page.state().NumGraphs() - 1));
+        CHECK_FALSE(control::state_of(page).Refreshing);
+        CHECK(page.GraphIndex() <= std::max(0, control::state_of(page).NumGraphs() - 1));
         page.set_events(nullptr);
         page.Refresh();
     }

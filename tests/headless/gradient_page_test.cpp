@@ -1,4 +1,5 @@
 // Gradients on a page: which pixels each fill reaches.
+#include "control/state_of.h"
 #include "qvgraph/HeadlessHost.h"
 #include "render/gradient.h"
 #include "render/plot_geometry.h"
@@ -20,7 +21,7 @@ constexpr Color green = rgb(0, 128, 0), bright_green = rgb(0, 255, 0);
 struct GradientPage {
     HeadlessHost host;
     qvGraph& page = host.control();
-    document::ControlState& state = page.state();
+    document::ControlState& state = control::state_of(page);
 
     explicit GradientPage(double dots_per_inch = 96) : host({300, 200}, dots_per_inch) {
         page.NewGraph("");

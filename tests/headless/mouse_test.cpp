@@ -1,3 +1,4 @@
+#include "control/state_of.h"
 #include "Person.h"
 #include "interact/scroll_bars.h"
 #include "interact/zoom.h"
@@ -168,7 +169,7 @@ TEST_CASE("a box of less than three pixels of 96 dots per inch both ways is a cl
         host.control().set_events(&heard);
         host.control().NewGraph("graph", 0, 10, 0, 10);
         host.control().Refresh();
-        document::Graph& graph = *host.control().state().Graphs[0];
+        document::Graph& graph = *control::state_of(host.control()).Graphs[0];
         const Box plot = render::plot_box(graph);
         const Point from{std::round(plot.left + plot.width / 2), std::round(plot.top + plot.height / 2)};
         const Point to = shifted(from, row.width, row.height);

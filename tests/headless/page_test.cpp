@@ -1,3 +1,4 @@
+#include "control/state_of.h"
 #include "picture_check.h"
 #include "qvgraph/HeadlessHost.h"
 #include "raster/png.h"
@@ -44,7 +45,7 @@ struct LegendCase {
 
 // Whole pixels only, so that data are either on a pixel or not.
 void draw_with_legend(qvGraph& page, LegendCase const& asked) {
-    page.state().Smooth = false;
+    control::state_of(page).Smooth = false;
     page.NewGraph("");
     page.LegendTableStyle({.Font = asked.font,
                            .LeftPercent = 40,
@@ -134,7 +135,7 @@ TEST_CASE("twice the density gives twice the pixels of the same page") {
     HeadlessHost plain({300, 200}), dense({600, 400}, 192);
     draw_sine(plain.control());
     draw_sine(dense.control());
-    CHECK(dense.control().state().PageWidth == plain.control().state().PageWidth);
+    CHECK(control::state_of(dense.control()).PageWidth == control::state_of(plain.control()).PageWidth);
     CHECK(dense.picture().width() == 600);
     auto const darkness = [](HeadlessHost const& host) {
         double sum = 0;
@@ -164,7 +165,7 @@ TEST_CASE("shapes look as they always did") {
     HeadlessHost host({320, 240});
     draw_shapes(host.control());
     CHECK(qv::testing::shows_picture(host.picture(), "shapes"));
-    host.control().state().Smooth = false;
+    control::state_of(host.control()).Smooth = false;
     host.control().Refresh();
     CHECK(qv::testing::shows_picture(host.picture(), "shapes-flat"));
 }
@@ -186,7 +187,7 @@ TEST_CASE("a legend changes pixels only inside its edge") {
         LegendCase hidden = asked;
         hidden.shown = false;
         draw_with_legend(without.control(), hidden);
-        document::Graph const& graph = *with.control().state().Graphs[0];
+        document::Graph const& graph = *control::state_of(with.control()).Graphs[0];
         double const edge = asked.edge / 2.0 + 1;
         int changed = 0, outside = 0;
         for (int y = 0; y < asked.page.height; ++y)

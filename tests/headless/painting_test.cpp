@@ -1,4 +1,5 @@
 // Everything is painted once: whichever way a page is refreshed, it shows what a page drawn anew does.
+#include "control/state_of.h"
 #include "Person.h"
 #include "render/page_redraw.h"
 
@@ -64,7 +65,7 @@ Pixels pixels_of(DrawSurface const& surface) {
 
 /// The page as it would be drawn anew, which nothing of it hears of.
 Pixels drawn_anew(headless::HeadlessHost& host) {
-    return pixels_of(*render::redraw_page(host.control().state(), [&] { return host.make_surface(); }));
+    return pixels_of(*render::redraw_page(control::state_of(host.control()), [&] { return host.make_surface(); }));
 }
 
 Pixels shown(headless::HeadlessHost const& host) {
@@ -109,7 +110,7 @@ TEST_CASE("a page during and after the drag of a legend is one that has its lege
         add_graph(host.control(), look);
         host.control().Refresh();
         auto const before = shown(host);
-        document::Graph const& graph = *host.control().state().Graphs[0];
+        document::Graph const& graph = *control::state_of(host.control()).Graphs[0];
         const Point place{graph.LegendLeft + 60.0, graph.LegendTop + 60.0};
         auto const mouse = [&](host::MouseKind kind, Point at) {
             host.input(host::MouseInput{kind, host::left_button, 0, at});
@@ -275,8 +276,8 @@ TEST_CASE("data and functions on hidden automatic axes are drawn, and their rang
         visible.control().Refresh();
         CHECK(heard.scale_changes == 2);
         for (std::size_t const axis : {0U, 1U}) {
-            document::Axis const& hidden = host.control().state().Graphs[0]->Axes[axis];
-            document::Axis const& seen = visible.control().state().Graphs[0]->Axes[axis];
+            document::Axis const& hidden = control::state_of(host.control()).Graphs[0]->Axes[axis];
+            document::Axis const& seen = control::state_of(visible.control()).Graphs[0]->Axes[axis];
             CHECK(hidden.AxisValue1 == seen.AxisValue1);
             CHECK(hidden.AxisValue2 == seen.AxisValue2);
             CHECK(hidden.AxisValue1 < hidden.AxisValue2);

@@ -1,3 +1,4 @@
+#include "control/state_of.h"
 #include "render/page_redraw.h"
 
 #include "pages.h"
@@ -55,7 +56,7 @@ TEST_CASE("a page redrawn elsewhere looks as it was shown, and nothing else happ
     page.set_events(&silence);
     auto const shown = pixels_of(host);
     int const times_shown = host.times_shown();
-    auto const redrawn = render::redraw_page(page.state(), [&] { return host.make_surface(); });
+    auto const redrawn = render::redraw_page(control::state_of(page), [&] { return host.make_surface(); });
     CHECK(pixels_of_surface(*redrawn) == shown);
     CHECK(pixels_of(host) == shown);
     CHECK(host.times_shown() == times_shown);
@@ -72,7 +73,7 @@ TEST_CASE("an automatic axis keeps the divisions that it is shown with") {
     page.AddDataPoint(38.3125, -5.20198);
     page.Refresh();
     auto const shown = pixels_of(host);
-    auto const redrawn = render::redraw_page(page.state(), [&] { return host.make_surface(); });
+    auto const redrawn = render::redraw_page(control::state_of(page), [&] { return host.make_surface(); });
     CHECK(pixels_of_surface(*redrawn) == shown);
     page.Refresh();
     CHECK(pixels_of(host) != shown); // chosen again, they are others
@@ -91,18 +92,18 @@ TEST_CASE("zoomed and scrolled pages are redrawn as they are shown") {
         page.AxisLog(i % 4 == 0);
         page.Refresh();
         auto const is_redrawn_alike = [&] {
-            auto const redrawn = render::redraw_page(page.state(), [&] { return host.make_surface(); });
+            auto const redrawn = render::redraw_page(control::state_of(page), [&] { return host.make_surface(); });
             return pixels_of_surface(*redrawn) == pixels_of(host);
         };
         for (auto const& [kind, place] : {std::pair(host::MouseKind::Press, Point{3000, 2000}),
                                           {host::MouseKind::Move, Point{5000, 3500}},
                                           {host::MouseKind::Release, Point{5000, 3500}}})
             host.input(host::MouseInput{kind, host::left_button, 0, place});
-        CHECK(page.state().Zoomed);
+        CHECK(control::state_of(page).Zoomed);
         CHECK(is_redrawn_alike());
         host.input(host::WheelInput{-1.5, 0, 0, {4000, 3000}});
         CHECK(is_redrawn_alike());
-        host.input(host::ScrollInput{host::Bar::HScroll1, page.state().HScroll1.Value + 20, false});
+        host.input(host::ScrollInput{host::Bar::HScroll1, control::state_of(page).HScroll1.Value + 20, false});
         CHECK(is_redrawn_alike());
     }
 }
@@ -112,7 +113,7 @@ TEST_CASE("what was changed since the page was shown is redrawn as the next draw
     qvGraph& page = host.control();
     auto const next_is = [&] {
         auto const redrawn =
-            pixels_of_surface(*render::redraw_page(page.state(), [&] { return host.make_surface(); }));
+            pixels_of_surface(*render::redraw_page(control::state_of(page), [&] { return host.make_surface(); }));
         page.Refresh();
         return redrawn == pixels_of(host);
     };
@@ -199,11 +200,11 @@ TEST_CASE("a page that waits for its first drawing is redrawn without being draw
     other.control().Refresh();
     Silence silence;
     host.control().set_events(&silence);
-    auto const redrawn = render::redraw_page(host.control().state(), [&] { return host.make_surface(); });
+    auto const redrawn = render::redraw_page(control::state_of(host.control()), [&] { return host.make_surface(); });
     CHECK(pixels_of_surface(*redrawn) == pixels_of(other));
-    CHECK(host.control().state().Graphs[0]->GraphNotDrawn);
-    CHECK(host.control().state().Graphs[0]->FrameWidth == 0);
-    CHECK(host.control().state().Graphs[0]->DataSets[0].points.size() == 51); // they have come back
+    CHECK(control::state_of(host.control()).Graphs[0]->GraphNotDrawn);
+    CHECK(control::state_of(host.control()).Graphs[0]->FrameWidth == 0);
+    CHECK(control::state_of(host.control()).Graphs[0]->DataSets[0].points.size() == 51); // they have come back
 }
 
 TEST_CASE("surfaces that cannot be made leave the document whole") {
@@ -214,6 +215,6 @@ TEST_CASE("surfaces that cannot be made leave the document whole") {
         if (left-- == 0) throw std::bad_alloc();
         return host.make_surface();
     };
-    CHECK_THROWS_AS(render::redraw_page(host.control().state(), make), std::bad_alloc);
-    CHECK(host.control().state().Graphs[0]->DataSets[0].points.size() == 101);
+    CHECK_THROWS_AS(render::redraw_page(control::state_of(host.control()), make), std::bad_alloc);
+    CHECK(control::state_of(host.control()).Graphs[0]->DataSets[0].points.size() == 101);
 }

@@ -1,4 +1,5 @@
 // What the control takes of each kind of input.
+#include "control/state_of.h"
 #include "qvgraph/HeadlessHost.h"
 
 #include "qvgraph/fault.h"
@@ -51,8 +52,8 @@ TEST_CASE_FIXTURE(Fixture, "a key is its UTF-16 unit in 16 bits, and used up whe
 
 TEST_CASE_FIXTURE(Fixture, "a bar stands where it was moved") {
     host.input(host::ScrollInput{.bar = host::Bar::VScroll1, .value = 250});
-    CHECK(host.control().state().VScroll1.Value == 250);
-    CHECK(host.control().state().HScroll1.Value == 0);
+    CHECK(control::state_of(host.control()).VScroll1.Value == 250);
+    CHECK(control::state_of(host.control()).HScroll1.Value == 0);
 }
 
 TEST_CASE("a failing handler fails the input") {

@@ -1,4 +1,5 @@
 // From a person's input to the control, and from the control's events to signals.
+#include "control/state_of.h"
 #include "widget.h"
 
 #include "qvgraph/fault.h"
@@ -74,7 +75,7 @@ TEST_CASE("every event becomes its signal, with values") {
          {"where", QString::fromUtf8("was \u00e4u\u00dferst")}},
     };
     for (Row& row : rows) {
-        row.raise(*widget.control().state().events);
+        row.raise(*control::state_of(widget.control()).events);
         INFO(row.spy.signal().toStdString());
         int others = 0;
         for (Row& other : rows) others += static_cast<int>(other.spy.size());
@@ -192,7 +193,7 @@ TEST_CASE("a failing handler is reported, not thrown into Qt") {
         void ErrorMsg(std::string& Source, std::string& Description) override {
             signals_sink.ErrorMsg(Source, Description);
         }
-    } failing(*widget.control().state().events);
+    } failing(*control::state_of(widget.control()).events);
     widget.control().set_events(&failing);
     double_click(widget, Qt::LeftButton);
     widget.control().set_events(nullptr);

@@ -1,4 +1,5 @@
 // A person's hands on the real widget, beside the same input given to a host without a window.
+#include "control/state_of.h"
 #include "interact/zoom.h"
 #include "render/plot_geometry.h"
 #include "widget.h"
@@ -51,8 +52,8 @@ struct Both {
         host.input(host::MouseInput{host::MouseKind::Release, host::left_button, shift, place(to)});
     }
 
-    document::Graph& in_widget(std::size_t i) { return *shown.widget.control().state().Graphs[i]; }
-    document::Graph& in_host(std::size_t i) { return *host.control().state().Graphs[i]; }
+    document::Graph& in_widget(std::size_t i) { return *control::state_of(shown.widget.control()).Graphs[i]; }
+    document::Graph& in_host(std::size_t i) { return *control::state_of(host.control()).Graphs[i]; }
     void compare() {
         for (std::size_t i = 0; i < 2; ++i) {
             CHECK(interact::shown_ranges(in_widget(i)) == interact::shown_ranges(in_host(i)));
@@ -160,7 +161,7 @@ TEST_CASE("the read-out shows all of its text in any font") {
         CHECK(label.isVisible());
         CHECK(label.width() >= label.sizeHint().width());
         CHECK(label.height() >= label.fontMetrics().height());
-        host::ScrollBar const& across = both.shown.widget.control().state().HScroll1;
+        host::ScrollBar const& across = control::state_of(both.shown.widget.control()).HScroll1;
         CHECK(across.Left >= (label.x() + label.width()) * 15);
     };
     auto const point_at = [&](QPoint place) {
@@ -171,7 +172,7 @@ TEST_CASE("the read-out shows all of its text in any font") {
     for (int const points : {6, 9, 12, 16, 40}) {
         font.setPointSize(points);
         both.shown.widget.setFont(font);
-        both.shown.widget.control().state().Label1.Border = points % 2 == 0;
+        control::state_of(both.shown.widget.control()).Label1.Border = points % 2 == 0;
         point_at({150, 150 + points});
         fits();
         QTest::keyClick(&both.view, Qt::Key_Right, Qt::ControlModifier); // a longer text

@@ -1,3 +1,4 @@
+#include "control/state_of.h"
 #include "interact/page_output.h"
 #include "qvgraph/page_file.h"
 #include "raster/file_replacement.h"

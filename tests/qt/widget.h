@@ -1,6 +1,7 @@
 // A widget with a page worth looking at, and the same page drawn without a window.
 #pragma once
 
+#include "control/state_of.h"
 #include "qvgraph/HeadlessHost.h"
 #include "qvgraph/QvGraphWidget.h"
 #include "hosts/qt/page_image.h"
@@ -54,7 +55,7 @@ struct ShownWidget {
 };
 
 inline raster::RasterSurface const& picture(qt::QvGraphWidget const& widget) {
-    return dynamic_cast<raster::RasterSurface const&>(*widget.control().state().Picture1);
+    return dynamic_cast<raster::RasterSurface const&>(widget.control().picture());
 }
 
 /// The test page as a host without a window draws it.

@@ -1,4 +1,5 @@
 // The page on the screen, the child widgets, and what both cost.
+#include "control/state_of.h"
 #include "widget.h"
 
 #include "qvgraph/fault.h"
@@ -48,11 +49,11 @@ void zoom(qvGraph& page) {
     page.SetSelectedAxis(0);
     double first = 0, last = 0;
     page.GetAxisRange(first, last);
-    document::Axis& axis = document::selected_x_axis(document::current_graph(page.state()));
+    document::Axis& axis = document::selected_x_axis(document::current_graph(control::state_of(page)));
     axis.AxisValue1 = first + (last - first) / 4;
     axis.AxisValue2 = last - (last - first) / 4;
-    page.state().Zoomed = true;
-    interact::ResizeScrollBars(page.state());
+    control::state_of(page).Zoomed = true;
+    interact::ResizeScrollBars(control::state_of(page));
 }
 
 double cpu_milliseconds() {
@@ -168,7 +169,7 @@ TEST_CASE("scroll bars and read-out stand where the control puts them") {
     CHECK(down.isVisible());
     CHECK(across.geometry() == QRect(0, 400, 600, shown.widget.height() - 400));
     CHECK(down.geometry() == QRect(600, 0, shown.widget.width() - 600, 400));
-    document::ControlState const& state = page.state();
+    document::ControlState const& state = control::state_of(page);
     CHECK(across.maximum() == 1000);
     CHECK(across.minimum() == 0);
     CHECK(across.value() == state.HScroll1.Value);
@@ -178,9 +179,9 @@ TEST_CASE("scroll bars and read-out stand where the control puts them") {
     CHECK(down.pageStep() == 1000);
 
     page.SetShowXYcoords(true);
-    page.state().Label1.Width = 1500;
-    page.state().Label1.Caption = "<b>1</b>, 2";
-    interact::ResizeScrollBars(page.state());
+    control::state_of(page).Label1.Width = 1500;
+    control::state_of(page).Label1.Caption = "<b>1</b>, 2";
+    interact::ResizeScrollBars(control::state_of(page));
     CHECK(shown.widget.Label1().isVisible());
     CHECK(shown.widget.Label1().text() == "<b>1</b>, 2");
     CHECK(shown.widget.Label1().textFormat() == Qt::PlainText);
@@ -208,9 +209,9 @@ TEST_CASE("a person's scrolling is heard once, the control's own never") {
                                                   {Bar::HScroll1, 700, false},
                                                   {Bar::VScroll1, 3, false}};
     CHECK(widget.moved == expected);
-    CHECK(widget.control().state().HScroll1.Value == 700);
-    CHECK(widget.control().state().VScroll1.Value == 3);
-    interact::SetScrollBars(widget.control().state()); // the axes have followed
+    CHECK(control::state_of(widget.control()).HScroll1.Value == 700);
+    CHECK(control::state_of(widget.control()).VScroll1.Value == 3);
+    interact::SetScrollBars(control::state_of(widget.control())); // the axes have followed
     CHECK(across.value() == 700);
     CHECK(widget.moved.size() == expected.size());
 }
@@ -221,11 +222,11 @@ TEST_CASE("style and font decide how much room the child widgets take") {
     QFont font = shown.widget.font();
     font.setPointSize(40);
     shown.widget.setFont(font);
-    CHECK(shown.widget.control().state().Label1.Height > 40 * twips_per_point);
+    CHECK(control::state_of(shown.widget.control()).Label1.Height > 40 * twips_per_point);
     shown.widget.setStyleSheet("QScrollBar:horizontal { height: 31px } QScrollBar:vertical { width: 31px }");
     QCoreApplication::processEvents();
     const QSize page = shown.widget.size() - shown.widget.page_view().size();
-    double const thickness = shown.widget.control().state().HScroll1.Height;
+    double const thickness = control::state_of(shown.widget.control()).HScroll1.Height;
     CHECK(page == QSize(int(thickness / 15), int(thickness / 15)));
 }
 

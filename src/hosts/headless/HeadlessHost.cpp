@@ -1,8 +1,8 @@
 #include "qvgraph/HeadlessHost.h"
 
+#include "qvgraph/Input.h"
 #include "qvgraph/fault.h"
-#include "interact/page_output.h"
-#include "control/control_input.h"
+#include "qvgraph/qvGraph.h"
 #include "qvgraph/page_file.h"
 #include "hosts/output/pdf_sheet.h"
 
@@ -41,12 +41,14 @@ std::optional<Answer> next(std::deque<Answer>& answers) {
 
 } // namespace
 
+HeadlessHost::~HeadlessHost() = default;
+
 HeadlessHost::HeadlessHost(PixelSize picture, double dots_per_inch)
     : twips_per_pixel_(twips_per_inch / (dots_per_inch > 0 ? dots_per_inch : 96)),
-      fonts_(std::make_shared<raster::FontLibrary>()), control_(std::make_unique<qvGraph>(*this)) {
+      fonts_(raster::make_font_library()), control_(std::make_unique<qvGraph>(*this)) {
     resize_picture(picture);
     // So early nobody hears of it.
-    if (control_->state().memory_has_ended) raise_fault(FaultNumber::OutOfMemory);
+    if (control_->memory_has_ended()) raise_fault(FaultNumber::OutOfMemory);
 }
 
 void HeadlessHost::resize_picture(PixelSize picture) {
@@ -55,15 +57,15 @@ void HeadlessHost::resize_picture(PixelSize picture) {
 }
 
 bool HeadlessHost::input(host::Input const& input) {
-    return platform::hand_over(*control_, input);
+    return control_->take_input(input);
 }
 
 raster::RasterSurface const& HeadlessHost::picture() const {
-    return static_cast<raster::RasterSurface const&>(*control_->state().Picture1);
+    return static_cast<raster::RasterSurface const&>(control_->picture());
 }
 
 void HeadlessHost::save(std::filesystem::path const& file) {
-    save_picture(file.string(), *interact::shown_page(control_->state()));
+    save_picture(file.string(), *control_->page_picture());
 }
 
 void HeadlessHost::print_to(std::filesystem::path const& file, host::PaperSize const& upright) {

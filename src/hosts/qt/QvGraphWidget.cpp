@@ -1,7 +1,6 @@
 #include "qvgraph/QvGraphWidget.h"
 
-#include "document/trap.h"
-#include "control/control_input.h"
+#include "qvgraph/Input.h"
 #include "hosts/qt/WidgetHost.h"
 #include "hosts/qt/accessible_page.h"
 #include "hosts/qt/qvariants.h"
@@ -62,14 +61,17 @@ QLabel& QvGraphWidget::Label1() {
 }
 
 bool QvGraphWidget::input(host::Input const& input) {
-    return platform::hand_over(control(), input);
+    return control().take_input(input);
 }
 
 // Qt's event loop must not see an exception, so this is the last place to catch what a handler throws.
 bool QvGraphWidget::take(host::Input const& given) {
-    bool used_up = false;
-    document::trapped(control().state(), "Picture1", [&] { used_up = input(given); });
-    return used_up;
+    try {
+        return input(given);
+    } catch (...) {
+        control().report_failure("Picture1");
+        return false;
+    }
 }
 
 bool QvGraphWidget::event(QEvent* event) {

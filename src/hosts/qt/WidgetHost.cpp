@@ -1,8 +1,5 @@
 #include "hosts/qt/WidgetHost.h"
 
-#include "base/text.h"
-#include "interact/read_out.h"
-#include "interact/scroll_bars.h"
 #include "qvgraph/page_file.h"
 #include "hosts/qt/GradientDialog.h"
 #include "qvgraph/QvGraphWidget.h"
@@ -65,8 +62,7 @@ void SignalSink::ErrorMsg(std::string& Source, std::string& Description) {
 
 WidgetHost::WidgetHost(QvGraphWidget& widget, PageView::InputHandler const& handler)
     : widget_(widget), signals_(widget), page_view_(&widget, page_of(*this), handler),
-      children_(&widget, handler, [this] { measure_read_out(); }),
-      fonts_(std::make_shared<raster::FontLibrary>()),
+      children_(&widget, handler, [this] { measure_read_out(); }), fonts_(raster::make_font_library()),
       twips_per_pixel_(twips_per_unit / widget.devicePixelRatioF()) {
     control_ = std::make_unique<qvGraph>(*this); // calls back at once, when all else stands
     control_->set_events(&signals_);
@@ -74,7 +70,7 @@ WidgetHost::WidgetHost(QvGraphWidget& widget, PageView::InputHandler const& hand
 }
 
 raster::RasterSurface const& WidgetHost::picture() const {
-    return static_cast<raster::RasterSurface const&>(*control_->state().Picture1);
+    return static_cast<raster::RasterSurface const&>(control_->picture());
 }
 
 // Made anew whenever it is wanted: it costs nothing, and no image can outlive the pixels it was made on.
@@ -91,43 +87,32 @@ void WidgetHost::fit() {
     if (same_density && size_ == widget_.size()) return;
     resize_control();
     // A page that shows no graph is not redrawn by a change of size, and would keep pixels of the old scale.
-    if (!same_density && control_->state().Graphs.empty()) control_->Refresh();
+    if (!same_density && control_->NumGraphs() == 0) control_->Refresh();
 }
 
 void WidgetHost::measure_children() {
-    document::ControlState& state = control_->state();
-    state.HScroll1.Height = state.VScroll1.Width = scroll_bar_thickness();
-    measure_read_out();
+    control_->measure_child_controls();
     resize_control();
 }
 
 void WidgetHost::measure_read_out() {
-    if (!control_) return; // called while the label gets its first look
-    document::ControlState& state = control_->state();
-    state.Label1.Height = label_height();
-    if (state.Label1.Visible)
-        interact::show_read_out(state, state.Label1.Caption);
-    else
-        interact::ResizeScrollBars(state);
+    if (control_) control_->measure_read_out(); // not yet there while the label gets its first look
 }
 
 bool WidgetHost::follow_density() {
     double const twips_per_pixel = twips_per_unit / widget_.devicePixelRatioF();
     if (twips_per_pixel == twips_per_pixel_) return false;
     twips_per_pixel_ = twips_per_pixel;
-    document::ControlState& state = control_->state();
-    render::erase_marks(state); // at the density at which they were drawn
-    for (auto* surface :
-         {&state.Picture1, &state.GraphImage, &state.Picture2, &state.ScratchPic1, &state.ScratchPic2})
-        static_cast<raster::RasterSurface&>(**surface).set_twips_per_pixel(twips_per_pixel, twips_per_pixel);
+    for (DrawSurface* const surface : control_->surfaces())
+        static_cast<raster::RasterSurface&>(*surface).set_twips_per_pixel(twips_per_pixel, twips_per_pixel);
     return true;
 }
 
 void WidgetHost::resize_control() {
     size_ = widget_.size();
-    document::ControlState const& state = control_->state();
-    const QRect page = in_units({.Width = size_.width() * twips_per_unit - state.VScroll1.Width,
-                                 .Height = size_.height() * twips_per_unit - state.HScroll1.Height});
+    const host::ChildControls beside = control_->child_controls();
+    const QRect page = in_units({.Width = size_.width() * twips_per_unit - beside.VScroll1.Width,
+                                 .Height = size_.height() * twips_per_unit - beside.HScroll1.Height});
     page_view_.setGeometry(page);
     control_->UserControl_Resize(size_.width() * twips_per_unit, size_.height() * twips_per_unit);
 }
@@ -171,7 +156,7 @@ std::optional<Color> WidgetHost::choose_color(Color opened_at) {
 }
 
 void WidgetHost::show_message(std::string const& text) {
-    QMessageBox message(QMessageBox::NoIcon, {}, QString::fromStdString(replace_all(text, "\r\n", "\n")),
+    QMessageBox message(QMessageBox::NoIcon, {}, QString::fromStdString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")),
                         QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore,
                         QApplication::activeModalWidget());
     message.setTextFormat(Qt::PlainText);
@@ -180,9 +165,10 @@ void WidgetHost::show_message(std::string const& text) {
 
 void WidgetHost::child_controls_changed() {
     if (!control_) return; // called from its constructor
-    children_.follow(control_->state());
-    page_view_.show_pointer(control_->state().MousePointer);
-    page_view_.setToolTip(QString::fromStdString(control_->state().shown_tooltip()));
+    const host::ChildControls beside = control_->child_controls();
+    children_.follow(beside);
+    page_view_.show_pointer(beside.MousePointer);
+    page_view_.setToolTip(QString::fromStdString(beside.ToolTipText));
 }
 
 } // namespace qv::qt

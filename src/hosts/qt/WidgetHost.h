@@ -6,7 +6,6 @@
 #include "qvgraph/Host.h"
 #include "hosts/qt/PageView.h"
 #include "hosts/qt/child_widgets.h"
-#include "raster/FontLibrary.h"
 #include "qvgraph/RasterSurface.h"
 
 #include <memory>

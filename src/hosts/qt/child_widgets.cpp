@@ -73,10 +73,10 @@ double ChildWidgets::read_out_width(std::string const& text) {
     return label_.sizeHint().width() * twips_per_unit;
 }
 
-void ChildWidgets::follow(document::ControlState const& state) {
-    qt::follow(across_, state.HScroll1);
-    qt::follow(down_, state.VScroll1);
-    qt::follow(label_, state.Label1);
+void ChildWidgets::follow(host::ChildControls const& controls) {
+    qt::follow(across_, controls.HScroll1);
+    qt::follow(down_, controls.VScroll1);
+    qt::follow(label_, controls.Label1);
 }
 
 QRect in_units(host::Placement const& placement, double twips_a_unit) {

@@ -1,7 +1,7 @@
 // The scroll bars and the coordinate read-out as real widgets.
 #pragma once
 
-#include "document/ControlState.h"
+#include "qvgraph/ChildControls.h"
 #include "qvgraph/Input.h"
 #include "hosts/qt/translate_input.h"
 
@@ -41,8 +41,8 @@ public:
     /// Width of a text in the read-out, with what stands round it. The read-out takes the text.
     double read_out_width(std::string const& text);
 
-    /// Brings place, state and text in line with the control's state.
-    void follow(document::ControlState const& state);
+    /// Brings place, state and text in line with the control's own.
+    void follow(host::ChildControls const& controls);
 
     QScrollBar& across() { return across_; }
     QScrollBar& down() { return down_; }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "qvgraph/Services.h"
-#include "raster/FontLibrary.h"
+#include "qvgraph/RasterSurface.h"
 
 #include <memory>
 

@@ -4,6 +4,7 @@
 #include "base/system_color.h"
 
 #include <QtCore/QStringList>
+#include <QtCore/QVariantList>
 
 namespace qv::qt {
 namespace {
@@ -18,6 +19,23 @@ TextList text_list(QStringList const& list) {
     TextList texts;
     for (QString const& text : list) texts.push_back(text.toStdString());
     return texts;
+}
+
+QVariantList number_list(NumberList const& numbers) {
+    return {numbers.begin(), numbers.end()};
+}
+
+/// A list of one kind throughout: of texts, else of numbers.
+Variant list_of(QVariantList const& list) {
+    bool const holds_texts = !list.isEmpty() && list.front().typeId() == QMetaType::QString;
+    if (holds_texts) return text_list(QVariant(list).toStringList());
+    NumberList numbers;
+    for (QVariant const& element : list) {
+        bool is_number = false;
+        numbers.push_back(element.toDouble(&is_number));
+        if (!is_number) raise_fault(FaultNumber::TypeMismatch);
+    }
+    return numbers;
 }
 
 } // namespace
@@ -36,6 +54,8 @@ QVariant to_qvariant(Variant const& value) {
                 return static_cast<double>(held);
             else if constexpr (std::is_same_v<Held, TextList>)
                 return string_list(held);
+            else if constexpr (std::is_same_v<Held, NumberList>)
+                return number_list(held);
             else
                 return QString::fromStdString(held);
         },
@@ -55,6 +75,7 @@ Variant from_qvariant(QVariant const& value) {
     case QMetaType::Double: return value.toDouble();
     case QMetaType::QString: return value.toString().toStdString();
     case QMetaType::QStringList: return text_list(value.toStringList());
+    case QMetaType::QVariantList: return list_of(value.toList());
     case QMetaType::QColor: return Variant(from_qcolor(value.value<QColor>()));
     default: raise_fault(FaultNumber::TypeMismatch);
     }

@@ -1,6 +1,7 @@
 // Named values and the ordered table that holds them.
 #pragma once
 
+#include "qvgraph/export.h"
 #include "qvgraph/variant.h"
 
 #include <cstdint>
@@ -36,7 +37,7 @@ inline bool is_same_name(std::string_view a, std::string_view b, NameMatch match
     return true;
 }
 
-class VariableTable {
+class QV_EXPORT VariableTable {
 public:
     using Entry = std::shared_ptr<qvVariable>;
 

@@ -1,0 +1,99 @@
+#!/usr/bin/env python3
+"""Programs outside the tree, built with what was installed.
+
+Installs a build into an empty prefix and builds the programs of docs/quickstart.md in three ways: with the CMake
+package, with pkg-config, and with add_subdirectory. Each draws the same picture. The page quotes just these files.
+
+Usage: consumers_test.py ROOT BUILD [--without-qt]
+"""
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+
+
+def run(*command, **options):
+    print("+", *command, flush=True)
+    subprocess.run([str(part) for part in command], check=True, **options)
+
+
+def quotes_are_true(root):
+    page = (root / "docs/quickstart.md").read_text(encoding="utf-8")
+    wrong = []
+    for file in sorted((root / "examples/quickstart").iterdir()):
+        if file.read_text(encoding="utf-8").strip("\n") not in page:
+            wrong.append(f"docs/quickstart.md does not quote examples/quickstart/{file.name} as it is")
+    return wrong
+
+
+def with_cmake(source, folder, prefix, targets):
+    run("cmake", "-S", source, "-B", folder, "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}")
+    run("cmake", "--build", folder, "--target", *targets)
+
+
+def with_pkg_config(source, folder, environment):
+    folder.mkdir()
+    flags = subprocess.run(["pkg-config", "--cflags", "--libs", "qvgraph"], check=True, capture_output=True,
+                           text=True, env=environment).stdout.split()
+    for name in ("picture", "measurements"):
+        run("g++", "-std=c++20", source / f"{name}.cpp", *flags, "-o", folder / name)
+
+
+SUBDIRECTORY = """cmake_minimum_required(VERSION 3.25)
+project(consumer LANGUAGES CXX)
+add_subdirectory({root} qvgraph)
+add_executable(picture {source}/picture.cpp)
+target_link_libraries(picture qvGraph::core)
+add_executable(measurements {source}/measurements.cpp)
+target_link_libraries(measurements qvGraph::core)
+"""
+
+
+def with_subdirectory(root, source, folder, project):
+    """As another project would take the core in: nothing but its needs is built."""
+    project.mkdir()
+    (project / "CMakeLists.txt").write_text(SUBDIRECTORY.format(root=root, source=source), encoding="utf-8")
+    # The flags of the release preset, so that a compiler cache finds what was compiled already.
+    run("cmake", "-S", project, "-B", folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
+        "-DCMAKE_CXX_FLAGS_RELEASE=-O2 -DNDEBUG", "-DQV_WERROR=ON")
+    run("cmake", "--build", folder, "--target", "picture", "measurements")
+    made = {p.name for p in (folder / "qvgraph").rglob("*") if p.suffix in (".so", ".a")}
+    assert not any("qt" in name for name in made), made
+
+
+def pictures(programs, source, environment):
+    """The bytes of all files that the programs write."""
+    with tempfile.TemporaryDirectory() as folder:
+        shutil.copy(source / "measurements.csv", folder)
+        for name in ("picture", "measurements"):
+            run(programs / name, cwd=folder, env=environment)
+        return {p.name: p.read_bytes() for p in sorted(pathlib.Path(folder).iterdir())}
+
+
+def main():
+    root, build = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
+    source = root / "examples/quickstart"
+    wrong = quotes_are_true(root)
+    with tempfile.TemporaryDirectory() as scratch:
+        scratch = pathlib.Path(scratch)
+        prefix = scratch / "prefix"
+        run("cmake", "--install", build, "--prefix", prefix, stdout=subprocess.DEVNULL)
+        libraries = next(prefix.rglob("libqvgraph.so*")).parent
+        environment = {**os.environ, "LD_LIBRARY_PATH": str(libraries),
+                       "PKG_CONFIG_PATH": str(libraries / "pkgconfig")}
+        targets = ["picture", "measurements"] + ([] if "--without-qt" in sys.argv else ["window"])
+        with_cmake(source, scratch / "cmake", prefix, targets)
+        with_pkg_config(source, scratch / "pkg-config", environment)
+        with_subdirectory(root, source, scratch / "subdirectory", scratch / "consumer")
+        drawn = {way: pictures(scratch / way, source, environment) for way in ("cmake", "pkg-config", "subdirectory")}
+        names = set(drawn["cmake"])
+        if not {"oscillation.png", "oscillation.svg", "day.png"} <= names:
+            wrong.append(f"files are missing: {sorted(names)}")
+        wrong += [f"{way} draws other pictures" for way in drawn if drawn[way] != drawn["cmake"]]
+    print("\n".join(wrong) if wrong else "three ways, the same pictures")
+    return 1 if wrong else 0
+
+
+sys.exit(main())
