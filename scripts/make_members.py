@@ -88,20 +88,21 @@ def members(said):
     lines = ["// Declarations inside class qvGraph. Made by scripts/make_members.py.", "",
              "    /// \\name Style methods",
              "    /// Each sets several properties. An omitted Color2 becomes Color1; a caller who passes a variable finds it",
-             "    /// there. Failures are reported through ErrorMsg; settings made before the failing one stay.", "    /// \\{"]
+             "    /// there. Failures are reported through ErrorMsg; settings made before the failing one stay.", "    /// \\{",
+             ""]
     for method, _, _ in style_methods():
         lines += comment(said[method], 4)
         lines += [f"    void {method}({method}Arguments& arguments);",
-                  f"    void {method}({method}Arguments const& arguments = {{}});"]
+                  f"    void {method}({method}Arguments const& arguments = {{}}); ///< the same"]
     lines += ["    /// \\}", "", "    /// \\name Properties",
               "    /// Read without an argument, set with one. Fault 9 without the record that they belong to, fault 6 for a",
-              "    /// number that does not fit.", "    /// \\{"]
+              "    /// number that does not fit.", "    /// \\{", ""]
     for macro, columns in rows("properties.def", ("QV_PROPERTY", "QV_READ_ONLY_PROPERTY")):
         name, kind, target = columns[:3]
         lines += comment(f"Of {TARGETS[target]}. {said[name]}", 4)
         lines.append(f"    {value_type(kind)} {name}() const;")
         if macro == "QV_PROPERTY":
-            lines.append(f"    void {name}({argument_type(kind)} value);")
+            lines.append(f"    void {name}({argument_type(kind)} value); ///< sets it")
     return lines + ["    /// \\}", ""]
 
 

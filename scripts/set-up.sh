@@ -10,6 +10,7 @@ QV_QT_PACKAGES="qt6-base-dev"
 QV_TEST_PACKAGES="doctest-dev python3-minimal xvfb xdotool poppler-utils librsvg2-bin netpbm cups cups-client xclip"
 QV_FUZZ_PACKAGES="clang"
 QV_COMPILER_PACKAGES="clang-14 clang-16"
+QV_DOCS_PACKAGES="doxygen"
 QV_BENCH_PACKAGES="libbenchmark-dev libmuparser-dev"
 # Other plotting libraries, for ./run-bench --peers alone.
 QV_PEER_PACKAGES="python3 qt6-base-dev qt6-charts-dev libqt6opengl6-dev libgl-dev libopengl-dev qtbase5-dev

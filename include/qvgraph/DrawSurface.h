@@ -17,35 +17,36 @@ enum class DrawMode : std::uint8_t { Invert = 6, Copy = 13 };
 enum class FillStyle : std::uint8_t { Solid = 0, Transparent = 1 };
 enum class LineShape : std::uint8_t { Segment, Box, FilledBox };
 
+/// How a text is written.
 struct Font {
-    std::string name = "Arial";
-    double size_points = 9;
-    bool bold = false;
-    bool italic = false;
+    std::string name = "Arial"; ///< the family; the nearest installed one is taken
+    double size_points = 9;     ///< points, above 0
+    bool bold = false;          ///< heavy letters
+    bool italic = false;        ///< slanted letters
     bool operator==(Font const&) const = default;
 };
 
 /// What the operations of a surface use beyond their arguments.
 struct DrawState {
-    Color ForeColor = 0;
-    Color FillColor = 0;
-    Color BackColor = rgb(255, 255, 255);
-    FillStyle fill_style = FillStyle::Transparent;
-    DrawStyle draw_style = DrawStyle::Solid;
-    DrawMode draw_mode = DrawMode::Copy;
-    int DrawWidth = 1; // pixels, at least 1
-    Font font;
-    double CurrentX = 0; // twips, where Print begins
-    double CurrentY = 0;
-    bool Smooth = true; // antialiased lines, shapes and text; off: whole pixels only
+    Color ForeColor = 0;                           ///< of pen and text
+    Color FillColor = 0;                           ///< of the brush
+    Color BackColor = rgb(255, 255, 255);          ///< of a cleared surface
+    FillStyle fill_style = FillStyle::Transparent; ///< whether shapes are filled
+    DrawStyle draw_style = DrawStyle::Solid;       ///< of the pen
+    DrawMode draw_mode = DrawMode::Copy;           ///< Invert turns every pixel it touches
+    int DrawWidth = 1;                             ///< of the pen in pixels, at least 1
+    Font font;                                     ///< of text
+    double CurrentX = 0;                           ///< twips, where Print begins
+    double CurrentY = 0;                           ///< twips, the top of the line that Print writes
+    bool Smooth = true; ///< antialiased lines, shapes and text; off: whole pixels only
 };
 
 /// One line of text as text: its top-left point in twips and its angle in degrees, counter-clockwise
 /// about that point.
 struct TextLine {
-    std::string_view text;
-    Point top_left;
-    double angle_degrees = 0;
+    std::string_view text;    ///< UTF-8
+    Point top_left;           ///< twips
+    double angle_degrees = 0; ///< counter-clockwise
 };
 
 /// The shapes that a batch of symbols can have. `half_size` is in twips and means: radius of the circle,
@@ -64,10 +65,11 @@ enum class SymbolShape : std::uint8_t {
     Cross
 };
 
+/// Equal symbols in many places.
 struct SymbolBatch {
-    SymbolShape shape = SymbolShape::Circle;
-    std::int32_t half_size = 0;
-    std::span<Point const> centres; // twips
+    SymbolShape shape = SymbolShape::Circle; ///< of all
+    std::int32_t half_size = 0;              ///< twips, see SymbolShape
+    std::span<Point const> centres;          ///< twips
 };
 
 /// A drawing surface. Points are twips unless a parameter is in pixels (`PixelPoint`, y down, pixel n
@@ -78,26 +80,27 @@ struct SymbolBatch {
 /// ends; `Polyline`, symbols and slanted segments keep their fractions while `Smooth` is on.
 class QV_EXPORT DrawSurface {
 public:
-    DrawState state;
+    DrawState state; ///< what the next operation uses
 
     virtual ~DrawSurface() = default;
 
     /// \name Geometry
     /// \{
+
     /// Whether it shows pixels, so that nothing of a line matters but how it covers them.
     virtual bool ShowsPixels() const { return false; }
-    virtual double TwipsPerPixelX() const = 0; // any positive fraction
-    virtual double TwipsPerPixelY() const = 0;
-    virtual PixelSize GetClientRect() const = 0;
-    double Width() const { return GetClientRect().width * TwipsPerPixelX(); }
-    double Height() const { return GetClientRect().height * TwipsPerPixelY(); }
+    virtual double TwipsPerPixelX() const = 0;                                  ///< any positive fraction
+    virtual double TwipsPerPixelY() const = 0;                                  ///< any positive fraction
+    virtual PixelSize GetClientRect() const = 0;                                ///< its size in pixels
+    double Width() const { return GetClientRect().width * TwipsPerPixelX(); }   ///< twips
+    double Height() const { return GetClientRect().height * TwipsPerPixelY(); } ///< twips
     /// Resizes the surface (twips, rounded to whole pixels, at least one); the new area is BackColor.
     virtual void Move(double width_twips, double height_twips) = 0;
     /// \}
 
     /// \name Whole surface
     /// \{
-    virtual void Cls() = 0;
+    virtual void Cls() = 0; ///< fills the whole surface with BackColor, whatever the clip
     /// Later drawing is cut to this box: the whole pixels from its left top to its right bottom corner,
     /// both included. Replaces any earlier clip.
     virtual void SelectClipPath(Box const& box) = 0;
@@ -113,11 +116,17 @@ public:
     /// The device shapes use the pen (ForeColor, DrawWidth, draw_style) and the brush (FillColor,
     /// fill_style); `Rectangle` and `Ellipse` exclude their right and bottom pixel.
     /// \{
+
+    /// A segment, or the box between two corners, filled or not, in a colour of its own.
     virtual void Line(Point from, Point to, LineShape shape, Color color) = 0;
-    virtual void PSet(Point point) = 0;
+    virtual void PSet(Point point) = 0; ///< a point as wide as the pen, in ForeColor
+    /// A circle with pen and brush.
     virtual void Circle(Point centre, double radius_twips) = 0;
+    /// A closed polygon with pen and brush.
     virtual void Polygon(std::span<PixelPoint const> corners) = 0;
+    /// A rectangle with pen and brush.
     virtual void Rectangle(PixelPoint left_top, PixelPoint right_bottom) = 0;
+    /// The ellipse inside a rectangle, with pen and brush.
     virtual void Ellipse(PixelPoint left_top, PixelPoint right_bottom) = 0;
     /// A one-pixel solid line, both ends included, never smoothed.
     virtual void LineTo(PixelPoint from, PixelPoint to, Color color) = 0;
@@ -126,8 +135,8 @@ public:
     /// \name Text
     /// Extents are in twips, in the current font. Text is UTF-8.
     /// \{
-    virtual double TextWidth(std::string_view line) = 0;
-    virtual double TextHeight(std::string_view line) = 0;
+    virtual double TextWidth(std::string_view line) = 0;  ///< of one line
+    virtual double TextHeight(std::string_view line) = 0; ///< of one line, empty or not
     /// Prints upright with the top-left corner at CurrentX, CurrentY in ForeColor.
     virtual void Print(std::string_view line) = 0;
     /// Prints turned about the top-left point; angle in degrees, counter-clockwise.
@@ -142,11 +151,11 @@ public:
     virtual void Polyline(std::span<Point const> points);
     /// Symbols without an edge in FillColor (Dot, Plus and Cross in ForeColor).
     virtual void Symbols(SymbolBatch const& batch);
-    virtual void Text(TextLine const& line);
+    virtual void Text(TextLine const& line); ///< one line in ForeColor, upright or turned
     /// Between these calls everything drawn in one colour is one shape: each pixel is painted once, with
     /// the largest coverage any piece gives it.
     virtual void BeginShape() {}
-    virtual void EndShape() {}
+    virtual void EndShape() {} ///< paints what was collected
     /// In place of EndShape where drawing has failed: what was collected of the shape is forgotten.
     virtual void DropShape() noexcept {}
     /// \}
@@ -155,6 +164,7 @@ public:
 /// Keeps a shape open for as long as it lives. Ending it may fail like any drawing.
 class ShapeScope {
 public:
+    /// Opens a shape on a surface that lives longer.
     explicit ShapeScope(DrawSurface& surface) : surface_(surface) { surface_.BeginShape(); }
     ~ShapeScope() noexcept(false) {
         if (std::uncaught_exceptions() > failures_before_)

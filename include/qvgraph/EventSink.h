@@ -14,15 +14,24 @@ class QV_EXPORT EventSink {
 public:
     virtual ~EventSink() = default;
 
-    virtual void Click(double& /*X*/, double& /*Y*/) {}                                // 1
-    virtual void DblClick(double& /*X*/, double& /*Y*/) {}                             // 2
-    virtual void MouseMove(double& /*X*/, double& /*Y*/) {}                            // 3
-    virtual void KeyPress(std::int16_t& /*KeyAscii*/, double& /*X*/, double& /*Y*/) {} // 4
-    virtual void NewGraphInFront() {}                                                  // 5
-    virtual void GraphScaleChanged() {}                                                // 6
-    virtual void GraphPositionChanged() {}                                             // 7
-    virtual void LegendPositionChanged() {}                                            // 8
-    virtual void ErrorMsg(std::string& /*Source*/, std::string& /*Description*/) {}    // 9
+    /// 1: the left button was pressed and released at one place of a plot area.
+    virtual void Click(double& /*X*/, double& /*Y*/) {}
+    /// 2: a double click of the left button, anywhere on the page.
+    virtual void DblClick(double& /*X*/, double& /*Y*/) {}
+    /// 3: the mouse has moved over the page.
+    virtual void MouseMove(double& /*X*/, double& /*Y*/) {}
+    /// 4: a key with a character, one of UTF-16; a handler that leaves 0 in KeyAscii has used it up.
+    virtual void KeyPress(std::int16_t& /*KeyAscii*/, double& /*X*/, double& /*Y*/) {}
+    /// 5: another graph has come to the front.
+    virtual void NewGraphInFront() {}
+    /// 6: an axis is new, or a range has changed.
+    virtual void GraphScaleChanged() {}
+    /// 7: a person has moved or resized a graph.
+    virtual void GraphPositionChanged() {}
+    /// 8: a person has moved a legend.
+    virtual void LegendPositionChanged() {}
+    /// 9: a procedure has failed. Source ends with its name, Description says what was wrong.
+    virtual void ErrorMsg(std::string& /*Source*/, std::string& /*Description*/) {}
 };
 
 } // namespace qv::host

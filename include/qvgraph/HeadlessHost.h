@@ -28,7 +28,7 @@ public:
     explicit HeadlessHost(PixelSize picture, double dots_per_inch = 96);
     ~HeadlessHost() override;
 
-    qvGraph& control() { return *control_; }
+    qvGraph& control() { return *control_; } ///< the control with all its members
 
     /// Gives the page picture another size and draws the page anew, as a window's resize does.
     void resize_picture(PixelSize picture);
@@ -54,9 +54,14 @@ public:
     /// Each answers one request; without one a request is cancelled at once. What an answer throws is what
     /// the request fails with.
     /// \{
+
+    /// Does to the gradient dialog what a person would.
     using FormAnswer = std::function<void(gradient_picker::qvGradientForm2& form)>;
+    /// The colour chosen, or none.
     using ColorAnswer = std::function<std::optional<Color>(Color opened_at)>;
+    /// For the next GetGradient or GetColor that has no answer yet.
     void answer_next_form(FormAnswer answer) { form_answers_.push_back(std::move(answer)); }
+    /// For the next colour chooser that has no answer yet.
     void answer_next_color(ColorAnswer answer) { color_answers_.push_back(std::move(answer)); }
     /// The messages shown so far.
     std::vector<std::string> const& messages() const { return messages_; }

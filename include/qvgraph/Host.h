@@ -16,6 +16,7 @@ class qvGradientForm2;
 
 namespace qv::host {
 
+/// What a program derives from to hold a control. It lives longer than its control.
 class QV_EXPORT Host {
 public:
     virtual ~Host() = default;
@@ -39,6 +40,7 @@ public:
 
     /// \name Out of the page
     /// \{
+
     /// The default printer with one sheet, or nullptr where there is none.
     virtual std::unique_ptr<Printer> default_printer() { return nullptr; }
     /// The clipboard, or nullptr when it cannot be opened.
@@ -53,6 +55,7 @@ public:
     /// \name Asking a person
     /// By default nobody is there.
     /// \{
+
     /// Shows the dialog until one of its buttons has hidden it; returning earlier means Cancel.
     virtual void show_modal(gradient_picker::qvGradientForm2& /*form*/) {}
     /// The platform's colour chooser, opened at a colour: the colour chosen, or none when it was cancelled.

@@ -10,16 +10,16 @@ namespace qv {
 
 /// An axis or a data set.
 struct PartOutline {
-    std::string name;        // "x axis Time", "amplitude"
-    std::string description; // an axis's range; count and extremes of a data set
+    std::string name;        ///< "x axis Time", "amplitude"
+    std::string description; ///< an axis's range; count and extremes of a data set
 };
 
 /// A graph with its axes, then its data sets.
 struct GraphOutline {
-    std::string name;
-    std::string description;
-    Box frame; // twips
-    std::vector<PartOutline> parts;
+    std::string name;               ///< its title
+    std::string description;        ///< how many axes and data sets
+    Box frame;                      ///< twips
+    std::vector<PartOutline> parts; ///< axes, then data sets
 };
 
 } // namespace qv

@@ -19,17 +19,19 @@ QV_EXPORT std::shared_ptr<FontLibrary> make_font_library();
 
 /// How large the current font comes out on a surface.
 struct LineMetrics {
-    double em_pixels = 0;
-    double ascent_pixels = 0; // from the top of a line to its baseline
+    double em_pixels = 0;     ///< the font's size
+    double ascent_pixels = 0; ///< from the top of a line to its baseline
 };
 
+/// Draws on a picture of its own. To be used on one thread, as the fonts it shares.
 class QV_EXPORT RasterSurface final : public DrawSurface {
 public:
     /// One white pixel, to be resized with `Move`. Twips per pixel: any positive numbers, else fault 5.
     RasterSurface(double twips_per_pixel_x, double twips_per_pixel_y, std::shared_ptr<FontLibrary> fonts);
     ~RasterSurface() override;
+    /// What was moved from may only be destroyed or assigned to.
     RasterSurface(RasterSurface&&) noexcept;
-    RasterSurface& operator=(RasterSurface&&) noexcept;
+    RasterSurface& operator=(RasterSurface&&) noexcept; ///< the same
 
     /// For a window that moves to another screen. The pixels stay; what is drawn later has the new scale.
     void set_twips_per_pixel(double x, double y);
@@ -37,9 +39,9 @@ public:
     /// The picture as rows of 0xFFRRGGBB, top row first, `stride` pixels from row to row. It is complete when
     /// no shape is open, and stays in place until the next `Move`.
     std::span<std::uint32_t const> pixels() const;
-    int width() const;
-    int height() const;
-    int stride() const { return width(); }
+    int width() const;                     ///< pixels, at least 1
+    int height() const;                    ///< pixels, at least 1
+    int stride() const { return width(); } ///< pixels from row to row
 
     bool ShowsPixels() const override { return true; }
     double TwipsPerPixelX() const override { return twips_per_pixel_x_; }
@@ -71,7 +73,7 @@ public:
     /// nothing, and extents are estimates.
     double TextWidth(std::string_view line) override;
     double TextHeight(std::string_view line) override;
-    LineMetrics line_metrics() const;
+    LineMetrics line_metrics() const; ///< of the current font
     void Print(std::string_view line) override;
     void TextOutA(PixelPoint top_left, double angle_degrees, std::string_view line) override;
 

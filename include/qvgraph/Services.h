@@ -27,8 +27,8 @@ enum class PageOrientation { Portrait = 1, Landscape = 2 };
 
 /// Width and height of a sheet in twips.
 struct PaperSize {
-    double width = 0;
-    double height = 0;
+    double width = 0;  ///< twips
+    double height = 0; ///< twips
 };
 
 /// One sheet of a printer. Every operation may fail with fault 482; a sheet that is a file also as files do.
@@ -37,6 +37,7 @@ public:
     virtual ~Printer() = default;
     /// The sheet held upright.
     virtual PaperSize paper() = 0;
+    /// Before anything is drawn; without it the sheet is upright.
     virtual void set_orientation(PageOrientation orientation) = 0;
     /// Draws the pixels scaled into a box in twips from the sheet's left top corner.
     virtual void draw_picture(DrawSurface const& picture, Box const& place) = 0;
@@ -48,8 +49,8 @@ public:
 class QV_EXPORT Clipboard {
 public:
     virtual ~Clipboard() = default;
-    virtual void clear() = 0;
-    virtual void set_picture(PagePicture const& picture) = 0;
+    virtual void clear() = 0;                                 ///< takes away what is there
+    virtual void set_picture(PagePicture const& picture) = 0; ///< puts the page there
 };
 
 } // namespace qv::host

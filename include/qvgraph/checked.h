@@ -62,8 +62,9 @@ template <Number T>
 class Checked {
 public:
     template <Number From>
+    /// Fault 6 where it does not fit.
     constexpr Checked(From value) : value_(checked<T>(value)) {}
-    constexpr operator T() const { return value_; }
+    constexpr operator T() const { return value_; } ///< the number as a `T`
 
 private:
     T value_;
@@ -74,8 +75,9 @@ private:
 class ColorValue {
 public:
     template <Number From>
+    /// Fault 6 beyond 32 bits.
     constexpr ColorValue(From value) : value_(from_wide(checked<std::int64_t>(value))) {}
-    constexpr operator Color() const { return value_; }
+    constexpr operator Color() const { return value_; } ///< the colour
 
 private:
     static constexpr Color from_wide(std::int64_t value) {

@@ -10,20 +10,21 @@
 
 namespace qv::render {
 
+/// Two colours, a shape and a direction, painted over any surface.
 class QV_EXPORT clsGradient {
 public:
     /// The name under which callers report a fault of `Draw` or `BlendColors`.
     static constexpr std::string_view error_source = "GradientRect";
 
-    Color Color1() const { return color1_; }
-    Color Color2() const { return color2_; }
-    float Angle() const { return angle_; }
-    float Shift() const { return shift_; }
-    std::int16_t Style() const { return style_; }
+    Color Color1() const { return color1_; }      ///< where it begins
+    Color Color2() const { return color2_; }      ///< where it ends, or turns round
+    float Angle() const { return angle_; }        ///< degrees, 0 to below 360
+    float Shift() const { return shift_; }        ///< as it was set
+    std::int16_t Style() const { return style_; } ///< as it was set
 
     /// A system colour becomes the colour it stands for.
     void Color1(Color color);
-    void Color2(Color color);
+    void Color2(Color color); ///< the same
     /// Degrees, counter-clockwise from left to right; kept from 0 to below 360.
     void Angle(float degrees);
     /// -1 to 1, what lies beyond acts as the nearest of these: above 0 the colours stay near the first

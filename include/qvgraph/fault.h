@@ -32,13 +32,15 @@ enum class FaultNumber : std::int32_t {
     InternalError = 999,
 };
 
+/// A failure that is thrown.
 struct QV_EXPORT Fault : std::exception {
-    std::int32_t number;
-    std::string description;
+    std::int32_t number;     ///< a FaultNumber
+    std::string description; ///< what, where and what to do
 
+    /// Of this number, with a text of its own.
     Fault(FaultNumber fault_number, std::string text)
         : number(static_cast<std::int32_t>(fault_number)), description(std::move(text)) {}
-    char const* what() const noexcept override { return description.c_str(); }
+    char const* what() const noexcept override { return description.c_str(); } ///< the description
 };
 
 /// The standard text of a fault number, e.g. "Subscript out of range" for 9.

@@ -21,33 +21,34 @@ constexpr Color system_color(int number) {
 
 /// A place on the page in twips.
 struct Point {
-    double x = 0;
-    double y = 0;
+    double x = 0; ///< rightwards
+    double y = 0; ///< downwards
     bool operator==(Point const&) const = default;
 };
 
 /// A rectangle on the page in twips.
 struct Box {
-    double left = 0;
-    double top = 0;
-    double width = 0;
-    double height = 0;
+    double left = 0;   ///< its smaller x
+    double top = 0;    ///< its smaller y
+    double width = 0;  ///< rightwards
+    double height = 0; ///< downwards
 
-    double right() const { return left + width; }
-    double bottom() const { return top + height; }
+    double right() const { return left + width; }  ///< its larger x
+    double bottom() const { return top + height; } ///< its larger y
     bool operator==(Box const&) const = default;
 };
 
 /// A place on a surface in pixels; fractions are kept until the surface decides.
 struct PixelPoint {
-    double x = 0;
-    double y = 0;
+    double x = 0; ///< rightwards
+    double y = 0; ///< downwards
     bool operator==(PixelPoint const&) const = default;
 };
 
+/// A size in whole pixels.
 struct PixelSize {
-    std::int32_t width = 0;
-    std::int32_t height = 0;
+    std::int32_t width = 0;  ///< rightwards
+    std::int32_t height = 0; ///< downwards
     bool operator==(PixelSize const&) const = default;
 };
 

@@ -14,10 +14,10 @@ public:
     Owned(Owned const&) = delete;
     Owned& operator=(Owned const&) = delete;
 
-    T& operator*() { return *object_; }
-    T const& operator*() const { return *object_; }
-    T* operator->() { return object_; }
-    T const* operator->() const { return object_; }
+    T& operator*() { return *object_; }             ///< the object
+    T const& operator*() const { return *object_; } ///< the object
+    T* operator->() { return object_; }             ///< a member of it
+    T const* operator->() const { return object_; } ///< a member of it
 
 private:
     T* object_;

@@ -42,8 +42,10 @@ document::ControlState& state_of(qvGraph& control);
 document::ControlState const& state_of(qvGraph const& control);
 }
 
+/// A page of graphs with all its members. To be used on one thread.
 class QV_EXPORT qvGraph {
 public:
+    /// An empty page. The host lives longer. Where memory ends it is fault 7.
     explicit qvGraph(host::Host& host);
     qvGraph(qvGraph const&) = delete;
     qvGraph& operator=(qvGraph const&) = delete;
@@ -52,6 +54,7 @@ public:
 
     /// \name For the host that holds the control
     /// \{
+
     /// Events go to this sink, or nowhere when it is null. It must outlive the control or be taken back.
     void set_events(host::EventSink* events);
     /// The control's inner size has changed (also once after creation).
@@ -87,19 +90,20 @@ public:
     /// held); a scroll bar that stands at a new value, or its thumb on the way there; a double click; a key,
     /// whose KeyAscii comes back as the event's handler leaves it.
     void Picture1_MouseDown(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
+    /// With the buttons held.
     void Picture1_MouseMove(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
-    void Picture1_MouseUp(std::uint8_t Button, std::uint8_t Shift, double X, double Y);
-    void HScroll1_Change();
-    void VScroll1_Change();
-    void HScroll1_Scroll();
-    void VScroll1_Scroll();
-    void Picture1_DblClick();
-    void Picture1_KeyPress(std::int16_t& KeyAscii);
+    void Picture1_MouseUp(std::uint8_t Button, std::uint8_t Shift, double X, double Y); ///< a release
+    void HScroll1_Change();                         ///< the x range follows the bar
+    void VScroll1_Change();                         ///< the y range follows the bar
+    void HScroll1_Scroll();                         ///< the same, with the thumb held
+    void VScroll1_Scroll();                         ///< the same, with the thumb held
+    void Picture1_DblClick();                       ///< of the left button
+    void Picture1_KeyPress(std::int16_t& KeyAscii); ///< one of UTF-16
     /// \}
 
     /// \name Identity, lifecycle
     /// \{
-    std::string Version() const;
+    std::string Version() const; ///< the version's text
     /// Discards all graphs; the page fill and AxisMarksInFront go back to their defaults.
     void Reset();
     /// \}
@@ -108,35 +112,42 @@ public:
     /// Graphs, axes and data sets count from 0. What they are set on is the current graph, its selected axis
     /// and its selected data set.
     /// \{
+
     /// Appends a graph and makes it current. An axis with different ends is fixed, else automatic.
     void NewGraph(std::string_view GraphName, double x1 = 0, double x2 = 0, double y1 = 0, double y2 = 0);
+    /// Appends an axis to the current graph and selects it; its ends as in NewGraph.
     void NewXAxis(std::string_view AxisName, double a1 = 0, double a2 = 0);
+    /// The same for a y axis.
     void NewYAxis(std::string_view AxisName, double y1 = 0, double y2 = 0);
     /// Brings a graph to the front and makes it current.
     void SetSelectedGraph(Checked<std::int16_t> GraphIndex);
-    std::int16_t GetSelectedGraph() const;
+    std::int16_t GetSelectedGraph() const; ///< the current graph's number
     /// Entries 1 to NumGraphs are the names.
     void GetGraphNames(TextList& GraphTitles, std::int16_t& NumGraphs);
-    std::string GraphTitle();
+    std::string GraphTitle(); ///< the current graph's name
     /// Selects the Index-th x (y) axis counting from 1 and returns its number among all axes, 0 when there
     /// is none.
     std::int16_t SelectXaxis(Checked<std::int16_t> Index = 1);
-    std::int16_t SelectYaxis(Checked<std::int16_t> Index = 1);
+    std::int16_t SelectYaxis(Checked<std::int16_t> Index = 1); ///< the same for a y axis
     /// Returns 0 for an x axis, 1 for a y axis, -1 when there is no such axis.
     std::int16_t SetSelectedAxis(Checked<std::int16_t> AxisIndex);
     /// XY is 0 for the x axis, 1 for the y axis; -1 for anything else.
     std::int16_t GetSelectedAxisIndex(Checked<std::int16_t> XY);
     /// Entries 0 to NumAxes - 1 are the titles; an empty one follows.
     void GetAxisNames(TextList& AxisNames, std::int16_t& NumAxes);
-    void SetSelectedData(Checked<std::int16_t> DataIndex);
-    void GetSelectedData(std::int16_t& DataIndex);
+    void SetSelectedData(Checked<std::int16_t> DataIndex); ///< where there is no such number, nothing changes
+    void GetSelectedData(std::int16_t& DataIndex);         ///< receives the number
     /// Entries 0 to NumDataSets - 1 are the legends; an empty one follows.
     void GetDataSetNames(TextList& DataSetNames, std::int16_t& NumDataSets);
+    /// Whether values under the pointer are read out over the current graph.
     void SetShowXYcoords(Checked<bool> TF);
     /// \}
 
     /// \name Data entry
     /// \{
+
+    /// Appends a data set to the current graph, on its selected axes, and selects it. Colour and symbol go on
+    /// from the one before.
     void NewDataSet(std::string_view Legend, Checked<bool> InLegendTable = true);
     /// DataSet counts from 1; 0 means the newest one. E is half the length of the error bar.
     void AddDataPoint(double X, double Y, double E = 0, Checked<std::int16_t> DataSet = 0,
@@ -151,6 +162,9 @@ public:
     /// Defines a function, such as "f(a) = a^2", for the functions of all data sets; it stays until the
     /// control goes. A text that is none is reported through ErrorMsg.
     void DefineFunction(std::string_view Text);
+    /// Gives the newest data set a text at a place: values on its axes or, with TextPercent, percent of the
+    /// plot area from its left bottom corner. TextOri is 0 to 8: its remainder by 3 aligns start, centre, end
+    /// across, its quotient top, middle, bottom. The angle is degrees, counter-clockwise.
     void AddText(std::string_view Text, double TextX, double TextY, Checked<std::uint8_t> TextOri,
                  std::string_view TextFont, ColorValue TextColor, Checked<std::int16_t> TextAngle,
                  Checked<bool> TextPercent);
@@ -158,10 +172,13 @@ public:
 
     /// \name Other settings
     /// \{
+
+    /// The ends of the range that the selected axis shows.
     void GetAxisRange(double& a1, double& a2) const;
     /// Puts the selected axis's ticks at these values, where even divisions would not do (months have
     /// unequal lengths); without major ones the axis is divided evenly again.
     void SetAxisTicks(std::span<double const> Major, std::span<double const> Minor = {});
+    /// Of the page; while it is empty, the point under the pointer is named.
     void SetTooltip(std::string_view Tooltip);
     /// 0 switches the cross-hair off, n on with style n - 1.
     void SetCrossHair(Checked<std::int16_t> Style);
@@ -169,8 +186,8 @@ public:
 
     /// \name Drawing
     /// \{
-    void Refresh();
-    void RefreshCurrentGraph();
+    void Refresh();             ///< draws the whole page and shows it
+    void RefreshCurrentGraph(); ///< draws the current graph over the kept picture of the others
     /// Redraws all graphs (WhichIndex < 0) or one over the kept picture of the others.
     void RefreshGraphs(Checked<std::int16_t> WhichIndex, Checked<bool> LegndOnPic1);
     /// \}
@@ -178,6 +195,7 @@ public:
     /// \name Out of the page
     /// The picture as it was last shown; nothing is redrawn but for .svg and .pdf files.
     /// \{
+
     /// Prints the picture on one sheet of the default printer, fitted inside margins of one inch.
     void PrintImage(Checked<bool> Landscape = false);
     /// Writes the picture to a file, as the name's ending tells: .png; .svg and .pdf with shapes and text
@@ -191,6 +209,7 @@ public:
     /// Both show the one gradient dialog of the process, which keeps what was left in it, and return when it
     /// is hidden. -1 is the colour after a Cancel; given to a style method it leaves the colour as it is.
     /// \{
+
     /// A fill, in the order of the style methods. The colours are the base colours, before shading.
     void GetGradient(Color& QvColor1, Color& QvColor2, float& gAngle, float& gShift, std::int16_t& gStyle);
     /// The first colour of a fill.
@@ -203,11 +222,12 @@ public:
     /// Names are found whatever their case. An unknown name is fault 438, a text where a number belongs (or
     /// the reverse) 13, a wrong number of arguments 450.
     /// \{
-    Variant Get(std::string_view property) const;
-    void Let(std::string_view property, Variant const& value);
+    Variant Get(std::string_view property) const;              ///< a property's value
+    void Let(std::string_view property, Variant const& value); ///< sets a property
     /// Arguments go by position; an empty one, like an omitted one, takes the parameter's default. What a
     /// method returns through its parameters is written back into `arguments`.
     Variant Call(std::string_view method, std::span<Variant> arguments);
+    /// The same; what is returned through parameters is lost.
     Variant Call(std::string_view method, std::initializer_list<Variant> arguments = {});
     /// \}
 

@@ -16,8 +16,8 @@ namespace qv {
 
 /// A named value. Compiled programs hold the object itself, so a value set later reaches them.
 struct qvVariable {
-    std::string Name;
-    Variant Value;
+    std::string Name; ///< as it was first written
+    Variant Value;    ///< a number, as a rule a double
 };
 
 } // namespace qv
@@ -26,8 +26,6 @@ namespace qv::expression {
 
 enum class NameMatch { AnyCase, SameCase };
 
-/// Variables in order of creation, at positions 1 to `size()`; names compare without regard to case unless
-/// asked otherwise. A variable is found under the name it had when it was appended.
 /// Written out because a call to compare memory would cost more than the few letters of a name.
 inline bool is_same_name(std::string_view a, std::string_view b, NameMatch match) {
     constexpr auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
@@ -37,10 +35,13 @@ inline bool is_same_name(std::string_view a, std::string_view b, NameMatch match
     return true;
 }
 
+/// Variables in order of creation, at positions 1 to `size()`; names compare without regard to case unless
+/// asked otherwise. A variable is found under the name it had when it was appended.
 class QV_EXPORT VariableTable {
 public:
-    using Entry = std::shared_ptr<qvVariable>;
+    using Entry = std::shared_ptr<qvVariable>; ///< shared with the compiled programs that use it
 
+    /// How many variables there are.
     std::int32_t size() const { return static_cast<std::int32_t>(variables_.size()); }
     /// The variable at this position; a position outside 1..size() is fault 9.
     Entry const& item(std::int32_t position) const;
@@ -60,12 +61,13 @@ public:
             if (is_same_name(entry->Name, name, match)) return entry.get();
         return index_.empty() ? nullptr : find(name, match).get();
     }
-    void append(Entry variable);
-    /// About the memory of all variables, and that of one of this name.
+    void append(Entry variable); ///< at the next position
+    /// About the memory of all variables.
     std::size_t bytes() const { return bytes_; }
+    /// About the memory of a variable of this name.
     static std::size_t bytes_of(std::string_view name) { return 192 + 2 * name.size(); }
-    void remove(std::int32_t position);
-    void clear();
+    void remove(std::int32_t position); ///< 1 to size(), else fault 9; later ones move up
+    void clear();                       ///< removes all
 
 private:
     // So few names are compared faster than one is hashed; formulas have two or three.

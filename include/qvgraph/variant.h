@@ -13,18 +13,20 @@ namespace qv {
 using TextList = std::vector<std::string>;
 using NumberList = std::vector<double>;
 
+/// Empty, a boolean, a number, a text or a list.
 struct Variant : std::variant<std::monostate, bool, std::uint8_t, std::int16_t, std::int32_t, float, double,
                               std::string, TextList, NumberList> {
     using variant::variant;
     using variant::operator=;
-    Variant(char const* text) : variant(std::string(text)) {}
-    Variant(std::string_view text) : variant(std::string(text)) {}
+    Variant(char const* text) : variant(std::string(text)) {}      ///< a copy of a text
+    Variant(std::string_view text) : variant(std::string(text)) {} ///< a copy of a text
+    /// Becomes a copy of a text.
     Variant& operator=(char const* text) {
         emplace<std::string>(text);
         return *this;
     }
 
-    bool is_empty() const { return index() == 0; }
+    bool is_empty() const { return index() == 0; } ///< whether it holds nothing
     bool operator==(Variant const&) const = default;
 };
 
