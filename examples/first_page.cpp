@@ -1,5 +1,6 @@
 // The smallest useful program: a page with one line on it.
-#include "qvgraph/HeadlessHost.h"
+#include <qvgraph/HeadlessHost.h>
+#include <qvgraph/qvGraph.h>
 
 #include <cmath>
 
@@ -12,5 +13,5 @@ int main() {
     page.DataLine({.Color = 0xB45A1E, .Thickness = 2}); // colours are 0xBBGGRR
     for (double t = 0; t <= 10; t += 0.01) page.AddDataPoint(t, std::exp(-t / 4) * std::cos(5 * t));
     page.Refresh();
-    host.save("first_page.png");
+    host.save("first_page.png"); // or .svg, .pdf
 }
