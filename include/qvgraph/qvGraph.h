@@ -115,7 +115,8 @@ public:
 
     /// Appends a graph and makes it current. An axis with different ends is fixed, else automatic.
     void NewGraph(std::string_view GraphName, double x1 = 0, double x2 = 0, double y1 = 0, double y2 = 0);
-    /// Appends an axis to the current graph and selects it; its ends as in NewGraph.
+    /// Appends an axis to the current graph, for data sets and points to come; its ends as in NewGraph. Members
+    /// of axes act on it once it is selected by SelectXaxis.
     void NewXAxis(std::string_view AxisName, double a1 = 0, double a2 = 0);
     /// The same for a y axis.
     void NewYAxis(std::string_view AxisName, double y1 = 0, double y2 = 0);

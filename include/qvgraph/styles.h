@@ -128,11 +128,11 @@ struct BorderStyleArguments {
     ColorValue Color1 = -1;
     /// BorderColor2: Second colour of the band; another than the first makes a gradient.
     ColorValue Color2 = -1;
-    /// BorderGradient: Direction of the band's gradient in degrees.
+    /// BorderGradient: Direction of the band's gradient in degrees, counter-clockwise from rightwards.
     Checked<std::int32_t> GradientAngle = -1;
-    /// BorderGShift: Moves the middle of the band's gradient.
+    /// BorderGShift: Moves the middle of the band's gradient, -1 to 1, as LegendGshift does.
     Checked<float> gShift = -1;
-    /// BorderGStyle: Shape of the band's gradient.
+    /// BorderGStyle: Shape of the band's gradient, numbered as in LegendGStyle.
     Checked<float> gStyle = 1;
     /// BorderTransparent: Whether the band is left as the page is.
     Checked<bool> Transparent = false;
@@ -152,11 +152,11 @@ struct PageColorsArguments {
     ColorValue Color1 = -1;
     /// PageColor2: Second colour of the page; another than the first makes a gradient.
     ColorValue Color2 = -1;
-    /// PageGradient: Direction of the page's gradient in degrees.
+    /// PageGradient: Direction of the page's gradient in degrees, counter-clockwise from rightwards.
     Checked<std::int32_t> GradientAngle = -1;
-    /// PageGShift: Moves the middle of the page's gradient.
+    /// PageGShift: Moves the middle of the page's gradient, -1 to 1, as LegendGshift does.
     Checked<float> gShift = -1;
-    /// PageGStyle: Shape of the page's gradient.
+    /// PageGStyle: Shape of the page's gradient, numbered as in LegendGStyle.
     Checked<float> gStyle = 1;
     /// PageTransparent: Whether a gradient of the page is left out; what shows then is the first colour.
     Checked<bool> Transparent = false;
@@ -168,11 +168,11 @@ struct PlotAreaColorsArguments {
     ColorValue Color1 = -1;
     /// PlotAreaColor2: Second colour of the plot area; another than the first makes a gradient.
     ColorValue Color2 = -1;
-    /// PlotAreaGradient: Direction of the plot area's gradient in degrees.
+    /// PlotAreaGradient: Direction of the plot area's gradient in degrees, counter-clockwise from rightwards.
     Checked<std::int32_t> GradientAngle = -1;
-    /// PlotAreaGShift: Moves the middle of the plot area's gradient.
+    /// PlotAreaGShift: Moves the middle of the plot area's gradient, -1 to 1, as LegendGshift does.
     Checked<float> gShift = -1;
-    /// PlotAreaGStyle: Shape of the plot area's gradient.
+    /// PlotAreaGStyle: Shape of the plot area's gradient, numbered as in LegendGStyle.
     Checked<float> gStyle = 1;
     /// PlotAreaTransparent: Whether the plot area shows what is below it.
     Checked<bool> Transparent = false;
@@ -217,7 +217,9 @@ struct LegendTableStyleArguments {
     /// LegendGshift: Moves the middle of the legend's gradient: 1 keeps the first colour longer, -1 the
     /// second.
     Checked<float> gShift = -1;
-    /// LegendGStyle: Shape of the legend's gradient, 1 to 6; zero or negative ones lead there and back.
+    /// LegendGStyle: Shape of the legend's gradient: 1 lines across its direction, 2 rectangles about the
+    /// centre, 3 rhombi, 4 a fan from the centre, 5 rectangles about a corner, 6 a fan from a corner; zero or
+    /// negative ones lead there and back.
     Checked<float> gStyle = 1;
     /// LegendTransparent: Whether the legend has no ground.
     Checked<bool> Transparent = false;
@@ -228,7 +230,8 @@ struct LegendTableStyleArguments {
 /// Of `qvGraph::SymbolStyle`. Sets symbols, bars and error bars of the selected data set; Color2 is the
 /// outline's.
 struct SymbolStyleArguments {
-    /// DataSymbol: 0 none, 1 bars, 2 to 11 shapes, -1 numbers, -2 letters, else the character of that code.
+    /// DataSymbol: 0 none, 1 bars, 2 dot, 3 circle, 4 square, 5 diamond, 6 and 7 triangles up and down, 8
+    /// wide and 9 tall rectangle, 10 plus, 11 cross, -1 numbers, -2 letters, else the character of that code.
     Checked<std::int32_t> Symbol = -3;
     /// DataSymbolSize: Size of the symbols in millimetres.
     Checked<float> Size = -1;
