@@ -1,7 +1,7 @@
 // gradient/STYLE: filling a page of 1200 x 800 pixels with a gradient of this style.
-#include "control/state_of.h"
 #include "render/gradient.h"
 #include "benchmarks.h"
+#include "control/state_of.h"
 #include "pages.h"
 
 #include <benchmark/benchmark.h>

@@ -1,7 +1,7 @@
 // What a person's hand waits for: drag_graph/N (a step of dragging a graph with a line of N points),
 // drag_legend, cross_hair (a move of the mouse), nearest_point/N.
-#include "control/state_of.h"
 #include "benchmarks.h"
+#include "control/state_of.h"
 #include "interact/nearest_point.h"
 #include "pages.h"
 

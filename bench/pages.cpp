@@ -1,5 +1,5 @@
-#include "control/state_of.h"
 #include "pages.h"
+#include "control/state_of.h"
 
 #include "series.h"
 

@@ -1,5 +1,4 @@
 # What cmake --install puts where, and the Debian packages that cpack makes of it: a component is a package.
-include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(QV_CMAKE_FOLDER ${CMAKE_INSTALL_LIBDIR}/cmake/qvGraph)
@@ -78,6 +77,7 @@ configure_file(${PROJECT_SOURCE_DIR}/packaging/copyright.in ${PROJECT_BINARY_DIR
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME qvgraph)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "graphing control for C++ programs")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_CONTACT "qvGraph developers <qvgraph@packages.invalid>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
@@ -101,12 +101,15 @@ macro(qv_package component)
   set(CPACK_DEBIAN_${key}_PACKAGE_SECTION ${arg_SECTION})
   set(CPACK_COMPONENT_${key}_DESCRIPTION "${arg_SUMMARY}\n${arg_TEXT}")
   set(CPACK_DEBIAN_${key}_PACKAGE_DEPENDS "${arg_NEEDS}")
+  if(arg_SECTION STREQUAL libs)
+    set(CPACK_DEBIAN_${key}_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/triggers)
+  endif()
   install(FILES ${PROJECT_BINARY_DIR}/copyright ${PROJECT_BINARY_DIR}/changelog.gz
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${arg_NAME} COMPONENT ${component})
 endmacro()
 
 set(same_version "(= ${PROJECT_VERSION})")
-set(QV_WHAT "qvGraph draws pages of graphs: lines, symbols, bars, functions and legends on linear and logarithmic axes.")
+set(QV_WHAT "qvGraph draws pages of graphs: lines, symbols, bars, functions and\nlegends on linear and logarithmic axes.")
 qv_package(runtime NAME libqvgraph2 SECTION libs SUMMARY "graphing control: pages as pictures, PDF and SVG"
   TEXT "${QV_WHAT}\n.\nThis is the library without a window system.")
 qv_package(development NAME libqvgraph-dev SECTION libdevel NEEDS "libqvgraph2 ${same_version}"

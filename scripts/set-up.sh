@@ -7,7 +7,8 @@ export CCACHE_BASEDIR=$QV_ROOT CCACHE_NOHASHDIR=1
 QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev libharfbuzz-dev libfontconfig-dev
   libpng-dev libcairo2-dev libcsv-dev libcli11-dev fonts-liberation fonts-dejavu-core"
 QV_QT_PACKAGES="qt6-base-dev"
-QV_TEST_PACKAGES="doctest-dev python3-minimal xvfb xdotool poppler-utils librsvg2-bin netpbm cups cups-client xclip"
+QV_TEST_PACKAGES="doctest-dev python3 clang xvfb xdotool poppler-utils librsvg2-bin netpbm cups cups-client xclip"
+QV_PACKAGING_PACKAGES="dpkg-dev file lintian"
 QV_FUZZ_PACKAGES="clang"
 QV_COMPILER_PACKAGES="clang-14 clang-16"
 QV_DOCS_PACKAGES="doxygen"

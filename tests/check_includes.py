@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Reads the #include lines of the repository against its floors: each may use only itself and what stands below.
 
-The headers of include/qvgraph stand on the floor of their subject and reach no header of src. Programs use
-include/qvgraph alone.
+The headers of include/qvgraph stand on the floor of their subject and reach no header of src. The Qt host and the
+programs use include/qvgraph alone.
 """
 import pathlib
 import re
@@ -10,7 +10,7 @@ import sys
 
 # From the ground up: the folder of src, and the public headers of the same floor.
 FLOORS = [
-    ("base", "export.h owned.h fault.h geometry.h checked.h variant.h"),
+    ("base", "export.h owned.h fault.h geometry.h checked.h variant.h system_color.h"),
     ("expression", "variables.h qvExpression.h render_error.h"),
     ("surface", "DrawSurface.h"),
     ("host", "ChildControls.h EventSink.h Host.h Input.h Services.h"),
@@ -65,6 +65,8 @@ def faults_in_library(root):
                     yield f'{where}: {FOLDERS[own]} may not use "{target}"'
                 elif base == "include" and not target.startswith("qvgraph/"):
                     yield f'{where}: a public header may not use "{target}"'
+                elif name.startswith("hosts/qt/") and not target.startswith(("qvgraph/", "hosts/qt/")):
+                    yield f'{where}: the Qt host may not use "{target}"'
 
 
 def faults_in_programs(root):

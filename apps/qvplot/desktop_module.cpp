@@ -21,11 +21,11 @@ bool has_display() {
     return false;
 }
 
-// Beside the program, or in the folder lib beside its folder.
+// Beside the program, as built, or where it was installed.
 std::filesystem::path module_file() {
     std::error_code none;
     auto const folder = std::filesystem::read_symlink("/proc/self/exe", none).parent_path();
-    for (auto const& place : {folder / module_name, folder.parent_path() / "lib" / module_name})
+    for (auto const& place : {folder / module_name, folder / QV_MODULE_FOLDER / module_name})
         if (std::filesystem::exists(place, none)) return place;
     throw PlotError("the module for windows and printers, " + (folder / module_name).string()
                     + ", is missing; write a file with --out FILE.png");

@@ -1,5 +1,5 @@
-#include "control/state_of.h"
 #include "qvplot/page.h"
+#include "control/state_of.h"
 
 #include "document/selection.h"
 #include "interact/scroll_bars.h"

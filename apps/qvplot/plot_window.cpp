@@ -1,5 +1,5 @@
-#include "control/state_of.h"
 #include "qvplot/plot_window.h"
+#include "control/state_of.h"
 
 #include "qvplot/report.h"
 
@@ -12,8 +12,8 @@ PlotWindow::PlotWindow(PlotData series, PlotOptions const& options)
     : page_(control(), std::move(series), options) {
     setWindowTitle(QString::fromStdString(options.title.empty() ? "qvplot" : options.title));
     // The picture has the size asked for; scroll bars lie beside it.
-    auto const bar =
-        static_cast<int>(std::lround(control::state_of(control()).host->scroll_bar_thickness() * 96 / twips_per_inch));
+    auto const bar = static_cast<int>(
+        std::lround(control::state_of(control()).host->scroll_bar_thickness() * 96 / twips_per_inch));
     resize(options.size.width + bar, options.size.height + bar);
     connect(this, &QvGraphWidget::ErrorMsg, [](QString const& source, QString const& description) {
         tell(source.toStdString() + ": " + description.toStdString());

@@ -1,7 +1,7 @@
 #include "qvplot/print.h"
 
-#include "qvgraph/HeadlessHost.h"
 #include "hosts/qt/page_printer.h"
+#include "qvgraph/HeadlessHost.h"
 #include "qvplot/plot_error.h"
 #include "qvplot/report.h"
 #include "qvplot/whole_page.h"

@@ -21,7 +21,8 @@ inline double page_height(qvGraph const& page) {
 class Ruler {
 public:
     explicit Ruler(qvGraph const& page)
-        : surface_(control::state_of(page).host->make_surface()), twips_per_mm_(control::state_of(page).UnitsPerMmX) {}
+        : surface_(control::state_of(page).host->make_surface()),
+          twips_per_mm_(control::state_of(page).UnitsPerMmX) {}
 
     double height(PageFont const& font) const {
         use(font);

@@ -15,7 +15,7 @@ int main() {
     page.AxisTitle("amplitude / mm");
 
     page.NewDataSet("amplitude");
-    page.DataSymbol(0); // no symbols, only a line
+    page.DataSymbol(0);                                 // no symbols, only a line
     page.DataLine({.Color = 0xB45A1E, .Thickness = 2}); // colours are 0xBBGGRR
     for (double t = 0; t <= 10; t += 0.01) page.AddDataPoint(t, std::exp(-t / 4) * std::cos(5 * t));
 

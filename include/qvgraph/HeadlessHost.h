@@ -1,12 +1,12 @@
 // HeadlessHost: a control without a window, for servers, tests and the command line.
 #pragma once
 
-#include "qvgraph/export.h"
-#include "qvgraph/qvGraph.h"
 #include "qvgraph/EventSink.h"
 #include "qvgraph/Host.h"
 #include "qvgraph/Input.h"
 #include "qvgraph/RasterSurface.h"
+#include "qvgraph/export.h"
+#include "qvgraph/qvGraph.h"
 
 #include <cstdint>
 #include <deque>

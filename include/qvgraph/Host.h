@@ -1,10 +1,10 @@
 // Host: what a control asks of the program or widget that holds it.
 #pragma once
 
+#include "qvgraph/DrawSurface.h"
+#include "qvgraph/Services.h"
 #include "qvgraph/export.h"
 #include "qvgraph/fault.h"
-#include "qvgraph/Services.h"
-#include "qvgraph/DrawSurface.h"
 
 #include <memory>
 #include <optional>

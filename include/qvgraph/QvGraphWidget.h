@@ -1,9 +1,9 @@
 // QvGraphWidget: the graphing control as a Qt widget.
 #pragma once
 
+#include "qvgraph/Input.h"
 #include "qvgraph/export.h"
 #include "qvgraph/qvGraph.h"
-#include "qvgraph/Input.h"
 
 #include <QtCore/QString>
 #include <QtCore/QVariant>

@@ -1,8 +1,8 @@
 // RasterSurface: a drawing surface in memory, 32 bits a pixel.
 #pragma once
 
-#include "qvgraph/export.h"
 #include "qvgraph/DrawSurface.h"
+#include "qvgraph/export.h"
 
 #include <cstdint>
 #include <memory>

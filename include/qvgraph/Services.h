@@ -1,9 +1,9 @@
 // Services: what the control asks of the machine around it when a picture leaves the page.
 #pragma once
 
+#include "qvgraph/DrawSurface.h"
 #include "qvgraph/export.h"
 #include "qvgraph/geometry.h"
-#include "qvgraph/DrawSurface.h"
 
 #include <functional>
 #include <memory>

@@ -1,4 +1,5 @@
-// Parameters that take any number and hold it as their own type; one that does not fit is fault 6 at the call.
+// Parameters that take any number and hold it as their own type; one that does not fit is fault 6 at the
+// call.
 #pragma once
 
 #include "qvgraph/export.h"
@@ -39,7 +40,8 @@ constexpr To checked(From value) {
         double const whole = round_half_even(static_cast<double>(value));
         // The upper bound is exclusive because 2^63 - 1 has no exact double.
         double const low = static_cast<double>(std::numeric_limits<To>::min());
-        double const high = 2 * static_cast<double>(std::uint64_t{1} << (std::numeric_limits<To>::digits - 1));
+        double const high =
+            2 * static_cast<double>(std::uint64_t{1} << (std::numeric_limits<To>::digits - 1));
         if (!(whole >= low && whole < high)) raise_fault(FaultNumber::Overflow);
         return static_cast<To>(whole);
     } else if constexpr (std::integral<To>) {

@@ -1,8 +1,8 @@
 // clsGradient: paints a gradient of two colours over the whole of a surface.
 #pragma once
 
-#include "qvgraph/export.h"
 #include "qvgraph/DrawSurface.h"
+#include "qvgraph/export.h"
 
 #include <cstdint>
 #include <string_view>

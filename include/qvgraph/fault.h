@@ -52,7 +52,7 @@ QV_EXPORT std::string_view fault_text(FaultNumber number);
 [[noreturn]] QV_EXPORT void raise_fault(FaultNumber number, std::string description);
 
 /// Throws fault 9 with what was asked for and what there is: "axis 7 was asked for, there are 0 to 2".
-[[noreturn]] QV_EXPORT void raise_subscript_fault(std::string_view what, std::int64_t asked, std::int64_t first,
-                                        std::int64_t last);
+[[noreturn]] QV_EXPORT void raise_subscript_fault(std::string_view what, std::int64_t asked,
+                                                  std::int64_t first, std::int64_t last);
 
 } // namespace qv

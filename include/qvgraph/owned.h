@@ -3,8 +3,8 @@
 
 namespace qv {
 
-/// Owns one object for its whole life; where the owner is constant, so is the object. The type may be incomplete
-/// where nothing is made or destroyed.
+/// Owns one object for its whole life; where the owner is constant, so is the object. The type may be
+/// incomplete where nothing is made or destroyed.
 template <class T>
 class Owned {
 public:

@@ -84,8 +84,8 @@ public:
     void Compile(std::string Expression, Checked<std::int16_t> Index = 0); ///< the same without an answer
     /// A variable of another type could not receive the number.
     template <std::integral Other>
-    requires(!std::is_const_v<Other> && !std::same_as<Other, std::int16_t>)
-    void Compile(std::string Expression, Other& Index) = delete;
+    requires(!std::is_const_v<Other> && !std::same_as<Other, std::int16_t>) void Compile(
+        std::string Expression, Other& Index) = delete;
 
     /// The value of a slot; below 0 the highest slot, whose number `ExprIndex` receives. Empty while an
     /// error is pending.
@@ -148,10 +148,12 @@ public:
     void SetArrayValues(NameOrNumber const& VarName, Checked<std::uint8_t> NumDims, qvArray const& Ary);
     /// Sets an element of array `Index`, counted from 1; as many indices as it has dimensions, each 0 to its
     /// bound.
-    void ArrayValue(Checked<std::int16_t> Index, Variant const& Value, Checked<std::int16_t> Dim1, Checked<std::int16_t> Dim2 = 0,
-                    Checked<std::int16_t> Dim3 = 0, Checked<std::int16_t> Dim4 = 0);
+    void ArrayValue(Checked<std::int16_t> Index, Variant const& Value, Checked<std::int16_t> Dim1,
+                    Checked<std::int16_t> Dim2 = 0, Checked<std::int16_t> Dim3 = 0,
+                    Checked<std::int16_t> Dim4 = 0);
     /// An element, found in the same way; 0 where there is none.
-    Variant GetArrayValue(Checked<std::int16_t> Index, Checked<std::int16_t> Dim1, Checked<std::int16_t> Dim2 = 0, Checked<std::int16_t> Dim3 = 0,
+    Variant GetArrayValue(Checked<std::int16_t> Index, Checked<std::int16_t> Dim1,
+                          Checked<std::int16_t> Dim2 = 0, Checked<std::int16_t> Dim3 = 0,
                           Checked<std::int16_t> Dim4 = 0);
     /// An array's number, dimensions and upper bounds, these from entry 1 on; number 0 when there is none.
     void GetArrayDetails(std::string_view Name, std::int16_t& Index, std::int16_t& NumDims,

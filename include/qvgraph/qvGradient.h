@@ -2,11 +2,11 @@
 // what a person did into them and calls the handler of that event; afterwards it shows them again.
 #pragma once
 
-#include "qvgraph/export.h"
-#include "qvgraph/GradientChoice.h"
 #include "qvgraph/ChildControls.h"
+#include "qvgraph/GradientChoice.h"
 #include "qvgraph/Host.h"
 #include "qvgraph/clsGradient.h"
+#include "qvgraph/export.h"
 
 #include <array>
 #include <cstdint>

@@ -40,7 +40,7 @@ struct ControlState;
 namespace control {
 document::ControlState& state_of(qvGraph& control);
 document::ControlState const& state_of(qvGraph const& control);
-}
+} // namespace control
 
 /// A page of graphs with all its members. To be used on one thread.
 class QV_EXPORT qvGraph {
@@ -67,8 +67,8 @@ public:
     void report_failure(std::string_view procedure);
     /// The page as it was last shown, on a surface of the host's make.
     DrawSurface const& picture() const;
-    /// The page as its services get it, for a host that saves or copies it by itself. While it is there, nothing
-    /// is drawn inverted over the page; it must go before the control does.
+    /// The page as its services get it, for a host that saves or copies it by itself. While it is there,
+    /// nothing is drawn inverted over the page; it must go before the control does.
     Owned<host::PagePicture> page_picture();
     /// Place and state of the scroll bars, the read-out, the tooltip and the pointer, to be shown.
     host::ChildControls child_controls() const;
@@ -115,8 +115,8 @@ public:
 
     /// Appends a graph and makes it current. An axis with different ends is fixed, else automatic.
     void NewGraph(std::string_view GraphName, double x1 = 0, double x2 = 0, double y1 = 0, double y2 = 0);
-    /// Appends an axis to the current graph, for data sets and points to come; its ends as in NewGraph. Members
-    /// of axes act on it once it is selected by SelectXaxis.
+    /// Appends an axis to the current graph, for data sets and points to come; its ends as in NewGraph.
+    /// Members of axes act on it once it is selected by SelectXaxis.
     void NewXAxis(std::string_view AxisName, double a1 = 0, double a2 = 0);
     /// The same for a y axis.
     void NewYAxis(std::string_view AxisName, double y1 = 0, double y2 = 0);

@@ -21,6 +21,6 @@ QV_EXPORT std::string render_error(std::string_view text, std::int32_t position,
 QV_EXPORT std::string render_error(qvExpression& engine);
 
 /// The engine's pending error with the definition that `UserFunc` refused, a caret under the mistake.
-std::string render_definition_error(std::string_view definition, qvExpression const& engine);
+QV_EXPORT std::string render_definition_error(std::string_view definition, qvExpression const& engine);
 
 } // namespace qv

@@ -1,7 +1,7 @@
 #include "control/color_requests.h"
 
-#include "qvgraph/qvGradientForm2.h"
 #include "document/trap.h"
+#include "qvgraph/qvGradientForm2.h"
 
 #include <utility>
 

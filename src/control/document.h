@@ -2,8 +2,8 @@
 // under the procedure's name; what a procedure returns is then unchanged, or the value stated here.
 #pragma once
 
-#include "qvgraph/variant.h"
 #include "control/document_names.h"
+#include "qvgraph/variant.h"
 
 #include <string_view>
 

@@ -1,9 +1,9 @@
 #include "control/lifecycle.h"
 
 #include "base/convert.h"
+#include "control/property_access.h"
 #include "document/selection.h"
 #include "document/trap.h"
-#include "control/property_access.h"
 #include "interact/follow.h"
 #include "interact/read_out.h"
 #include "interact/scroll_bars.h"

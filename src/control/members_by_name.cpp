@@ -1,7 +1,7 @@
 #include "control/members_by_name.h"
 
-#include "qvgraph/fault.h"
 #include "base/text.h"
+#include "qvgraph/fault.h"
 #include "qvgraph/qvGraph.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 // scripts and the reference page are made from these tables.
 #pragma once
 
-#include "qvgraph/variant.h"
 #include "control/kinds.h"
+#include "qvgraph/variant.h"
 
 #include <span>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "control/members_by_name.h"
-#include "qvgraph/qvGraph.h"
 #include "control/style_rules.h"
+#include "qvgraph/qvGraph.h"
 
 #include <array>
 #include <tuple>
@@ -192,8 +192,7 @@ std::vector<MethodRow> make_method_table() {
         plain_method<&Q::NewDataSet>("NewDataSet", {{"Legend"}, {"InLegendTable", true}}),
         plain_method<&Q::AddDataPoint>("AddDataPoint",
                                        {{"X"}, {"Y"}, {"E", 0.0}, {"DataSet", 0}, {"DataID", ""}}),
-        plain_method<&Q::AddDataPoints>("AddDataPoints",
-                                        {{"X"}, {"Y"}, {"E", NumberList()}, {"DataSet", 0}}),
+        plain_method<&Q::AddDataPoints>("AddDataPoints", {{"X"}, {"Y"}, {"E", NumberList()}, {"DataSet", 0}}),
         plain_method<&Q::DropDataPoints>("DropDataPoints", {{"Count"}, {"DataSet", 0}}),
         plain_method<&Q::DefineFunction>("DefineFunction", {{"Text"}}),
         plain_method<&Q::AddMathFunc>("AddMathFunc", {{"MathFunc"}, {"Fromx", 0.0}, {"Tox", 0.0}}),

@@ -118,13 +118,13 @@ void GraphTitle(ControlState& state, std::string_view title) {
 namespace qv {
 
 #define QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_)                                     \
-    control::kind::kind_::value qvGraph::name() const {                                                        \
-        return control::property::name(*state_);                                                                \
+    control::kind::kind_::value qvGraph::name() const {                                                      \
+        return control::property::name(*state_);                                                             \
     }
 #define QV_PROPERTY(name, kind_, target_, field_, conversion_, then_)                                        \
     QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_)                                         \
-    void qvGraph::name(control::kind::kind_::argument value) {                                                 \
-        control::property::name(*state_, value);                                                                \
+    void qvGraph::name(control::kind::kind_::argument value) {                                               \
+        control::property::name(*state_, value);                                                             \
     }
 #include "control/properties.def"
 

@@ -5,7 +5,6 @@
 
 #include "control/document_names.h"
 #include "control/kinds.h"
-#include "control/document_names.h"
 #include "document/selection.h"
 
 namespace qv::control {

@@ -62,7 +62,8 @@ Owned<host::PagePicture> qvGraph::page_picture() {
 }
 
 host::ChildControls qvGraph::child_controls() const {
-    return {state_->HScroll1, state_->VScroll1, state_->Label1, state_->MousePointer, state_->shown_tooltip()};
+    return {state_->HScroll1, state_->VScroll1, state_->Label1, state_->MousePointer,
+            state_->shown_tooltip()};
 }
 
 void qvGraph::measure_child_controls() {
@@ -80,8 +81,8 @@ bool qvGraph::memory_has_ended() const {
 
 std::array<DrawSurface*, 5> qvGraph::surfaces() {
     render::erase_marks(*state_); // at the density at which they were drawn
-    return {state_->Picture1.get(), state_->GraphImage.get(), state_->Picture2.get(), state_->ScratchPic1.get(),
-            state_->ScratchPic2.get()};
+    return {state_->Picture1.get(), state_->GraphImage.get(), state_->Picture2.get(),
+            state_->ScratchPic1.get(), state_->ScratchPic2.get()};
 }
 
 std::optional<GraphOutline> qvGraph::outline(int graph) const {
@@ -230,16 +231,16 @@ void qvGraph::AddText(std::string_view Text, double TextX, double TextY, Checked
                       std::string_view TextFont, ColorValue TextColor, Checked<std::int16_t> TextAngle,
                       Checked<bool> TextPercent) {
     control::AddText(*state_, {std::string(Text), TextX, TextY, TextOri, std::string(TextFont), TextColor,
-                            TextAngle, TextPercent});
+                               TextAngle, TextPercent});
 }
 
 #define QV_STYLE(method, target)                                                                             \
     void qvGraph::method(method##Arguments& arguments) {                                                     \
-        control::method(*state_, arguments);                                                                    \
+        control::method(*state_, arguments);                                                                 \
     }                                                                                                        \
     void qvGraph::method(method##Arguments const& arguments) {                                               \
         method##Arguments copy = arguments;                                                                  \
-        control::method(*state_, copy);                                                                         \
+        control::method(*state_, copy);                                                                      \
     }
 #define QV_PARAMETER(method, name, kind_, default_, rule, property_)
 #define QV_STYLE_END(method, then)

@@ -1,10 +1,10 @@
 #include "control/settings.h"
 
 #include "base/convert.h"
-#include "qvgraph/fault.h"
 #include "document/selection.h"
 #include "document/trap.h"
 #include "interact/scroll_bars.h"
+#include "qvgraph/fault.h"
 #include "render/page_marks.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "control/styles.h"
 
-#include "document/trap.h"
 #include "control/property_access.h"
 #include "control/style_rules.h"
+#include "document/trap.h"
 
 namespace qv::control {
 namespace {

@@ -51,9 +51,7 @@ public:
             scroll.dragging ? interact::VScroll1_Scroll(state_) : interact::VScroll1_Change(state_);
         return true;
     }
-    bool operator()(host::WheelInput const& wheel) const {
-        return interact::turn_wheel(state_, wheel);
-    }
+    bool operator()(host::WheelInput const& wheel) const { return interact::turn_wheel(state_, wheel); }
     bool operator()(host::PinchInput const& pinch) const { return interact::pinch(state_, pinch); }
     bool operator()(host::FocusInput const&) const { return false; }
 

@@ -1,15 +1,15 @@
 // ControlState: everything that one control owns. Procedures of the other folders are free functions on it.
 #pragma once
 
-#include "qvgraph/fault.h"
-#include "qvgraph/qvExpression.h"
 #include "base/fault_report.h"
 #include "document/interaction.h"
 #include "document/records.h"
 #include "qvgraph/ChildControls.h"
+#include "qvgraph/DrawSurface.h"
 #include "qvgraph/EventSink.h"
 #include "qvgraph/Host.h"
-#include "qvgraph/DrawSurface.h"
+#include "qvgraph/fault.h"
+#include "qvgraph/qvExpression.h"
 
 #include <array>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "document/PointStore.h"
 
-#include "qvgraph/fault.h"
 #include "base/text.h"
+#include "qvgraph/fault.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 // What one press of a mouse button and the moves after it have to remember.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "qvgraph/DrawSurface.h"
+#include "qvgraph/geometry.h"
 
 #include <array>
 #include <cstddef>

@@ -2,9 +2,9 @@
 // property that reads or writes them.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/PointStore.h"
 #include "document/StableList.h"
+#include "qvgraph/geometry.h"
 
 #include <array>
 #include <cstdint>

@@ -3,11 +3,11 @@
 #pragma once
 
 #include "base/fault_report.h"
-#include "qvgraph/variant.h"
 #include "expression/numeric_form.h"
 #include "expression/opcodes.h"
 #include "expression/operand.h"
 #include "qvgraph/variables.h"
+#include "qvgraph/variant.h"
 
 #include <array>
 #include <cstdint>

@@ -121,13 +121,14 @@ void qvExpression::ResetUserFuncs() {
 
 void qvExpression::ValueOver(std::string_view VarName, std::span<double const> X, std::span<double> Y,
                              Checked<std::int32_t> ExprIndex) {
-    auto const variable = expression::trapped(*engine_, "ValueOver", [&]() -> expression::VariableTable::Entry {
-        require_name(VarName);
-        if (expression::numeric_text(VarName))
-            raise_fault(FaultNumber::InvalidProcedureCall,
-                        "\"" + std::string(VarName) + "\" is a number; the name of a variable is needed");
-        return find_variable(*engine_, VarName, expression::WhenMissing::Create);
-    });
+    auto const variable =
+        expression::trapped(*engine_, "ValueOver", [&]() -> expression::VariableTable::Entry {
+            require_name(VarName);
+            if (expression::numeric_text(VarName))
+                raise_fault(FaultNumber::InvalidProcedureCall,
+                            "\"" + std::string(VarName) + "\" is a number; the name of a variable is needed");
+            return find_variable(*engine_, VarName, expression::WhenMissing::Create);
+        });
     if (variable) return ValueOver(*variable, X, Y, ExprIndex);
     std::ranges::fill(Y, expression::mathematics::undefined);
 }
@@ -187,20 +188,23 @@ std::string qvExpression::VariableName(Variant const& Index) {
     });
 }
 
-void qvExpression::SetArrayValues(NameOrNumber const& VarName, Checked<std::uint8_t> NumDims, qvArray const& Ary) {
+void qvExpression::SetArrayValues(NameOrNumber const& VarName, Checked<std::uint8_t> NumDims,
+                                  qvArray const& Ary) {
     expression::SetArrayValues(*engine_, VarName.text(), NumDims, Ary);
 }
 
-void qvExpression::ArrayValue(Checked<std::int16_t> Index, Variant const& Value, Checked<std::int16_t> Dim1, Checked<std::int16_t> Dim2,
-                              Checked<std::int16_t> Dim3, Checked<std::int16_t> Dim4) {
+void qvExpression::ArrayValue(Checked<std::int16_t> Index, Variant const& Value, Checked<std::int16_t> Dim1,
+                              Checked<std::int16_t> Dim2, Checked<std::int16_t> Dim3,
+                              Checked<std::int16_t> Dim4) {
     expression::trapped(*engine_, "ArrayValue", [&] {
         if (double* const place = array_place(*engine_, Index, {Dim1, Dim2, Dim3, Dim4}))
             *place = number_of_variant(Value);
     });
 }
 
-Variant qvExpression::GetArrayValue(Checked<std::int16_t> Index, Checked<std::int16_t> Dim1, Checked<std::int16_t> Dim2,
-                                    Checked<std::int16_t> Dim3, Checked<std::int16_t> Dim4) {
+Variant qvExpression::GetArrayValue(Checked<std::int16_t> Index, Checked<std::int16_t> Dim1,
+                                    Checked<std::int16_t> Dim2, Checked<std::int16_t> Dim3,
+                                    Checked<std::int16_t> Dim4) {
     Variant result = std::int16_t{0};
     expression::trapped(*engine_, "GetArrayValue", [&] {
         result = expression::GetArrayValue(*engine_, Index, {Dim1, Dim2, Dim3, Dim4});

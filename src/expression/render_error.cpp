@@ -2,8 +2,8 @@
 
 #include "base/text.h"
 #include "expression/characters.h"
-#include "qvgraph/qvExpression.h"
 #include "expression/tokenizer.h"
+#include "qvgraph/qvExpression.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "qvgraph/qvGradient.h"
 
-#include "base/fault_report.h"
 #include "base/convert.h"
+#include "base/fault_report.h"
 #include "base/picture_format.h"
 #include "base/text.h"
 #include "gradient_picker/color_names.h"

@@ -1,8 +1,8 @@
 // Dragging graphs, their edges and plot margins, and legends.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
+#include "qvgraph/geometry.h"
 
 #include <array>
 

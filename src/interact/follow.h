@@ -2,8 +2,8 @@
 // the name of the point under the pointer.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
+#include "qvgraph/geometry.h"
 
 namespace qv::interact {
 

@@ -1,8 +1,8 @@
 // What lies under the mouse.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
+#include "qvgraph/geometry.h"
 #include "render/plot_geometry.h"
 
 #include <cstdint>

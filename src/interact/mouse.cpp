@@ -3,7 +3,6 @@
 #include "base/convert.h"
 #include "document/selection.h"
 #include "document/trap.h"
-#include "qvgraph/Input.h"
 #include "interact/dragging.h"
 #include "interact/follow.h"
 #include "interact/front.h"
@@ -13,6 +12,7 @@
 #include "interact/read_out.h"
 #include "interact/scroll_bars.h"
 #include "interact/zoom.h"
+#include "qvgraph/Input.h"
 #include "render/page_marks.h"
 
 #include <cmath>

@@ -2,8 +2,8 @@
 // `shift` are those of host/Input.h.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
+#include "qvgraph/geometry.h"
 
 #include <cstdint>
 

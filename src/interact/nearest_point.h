@@ -1,8 +1,8 @@
 // The data point under the pointer.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
+#include "qvgraph/geometry.h"
 
 #include <cstddef>
 #include <cstdint>

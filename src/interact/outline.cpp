@@ -69,8 +69,8 @@ std::optional<GraphOutline> outline(document::ControlState const& state, int gra
     Graph const& found = *state.Graphs[index];
     GraphOutline outline;
     outline.name = or_number(state.GraphTitles[index], "Graph ", index + 1);
-    outline.description = std::to_string(found.Axes.size()) + " axes, "
-                          + std::to_string(found.DataSets.size()) + " data sets";
+    outline.description =
+        std::to_string(found.Axes.size()) + " axes, " + std::to_string(found.DataSets.size()) + " data sets";
     outline.frame = render::frame_box(found);
     for (Axis const& axis : found.Axes)
         outline.parts.push_back(

@@ -1,8 +1,8 @@
 // The read-out of the coordinates under the mouse.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
+#include "qvgraph/geometry.h"
 
 #include <cstdint>
 #include <string>

@@ -1,8 +1,8 @@
 // Zooming: the ranges that the axes of a graph show of their full ranges.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/ControlState.h"
+#include "qvgraph/geometry.h"
 
 #include <cstdint>
 #include <vector>
@@ -46,7 +46,8 @@ struct AxisChoice {
 };
 /// The displayed ranges `factor` times as long, with the values at a place staying there. Never beyond the
 /// full range, never below it by more than `MaxZoomFactor`.
-void zoom_about(document::ControlState& state, std::int16_t graph, Point place, double factor, AxisChoice axes);
+void zoom_about(document::ControlState& state, std::int16_t graph, Point place, double factor,
+                AxisChoice axes);
 /// Moves the displayed ranges by a way on the page, in twips, as far as the full ranges go.
 void pan_by(document::ControlState& state, std::int16_t graph, double right, double down);
 

@@ -1,7 +1,7 @@
 #include "raster/bmp.h"
 
-#include "qvgraph/fault.h"
 #include "qvgraph/RasterSurface.h"
+#include "qvgraph/fault.h"
 
 #include <cmath>
 #include <limits>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "qvgraph/geometry.h"
-#include "base/system_color.h"
+#include "qvgraph/system_color.h"
 
 #include <algorithm>
 #include <cmath>

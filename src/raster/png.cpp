@@ -1,7 +1,7 @@
 #include "raster/png.h"
 
-#include "qvgraph/fault.h"
 #include "qvgraph/RasterSurface.h"
+#include "qvgraph/fault.h"
 #include "raster/file_replacement.h"
 
 #include <bit>

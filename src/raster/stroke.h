@@ -1,10 +1,10 @@
 // Strokes: segments drawn with a pen into a coverage mask.
 #pragma once
 
+#include "qvgraph/DrawSurface.h"
 #include "raster/column_band.h"
 #include "raster/coverage_mask.h"
 #include "raster/segment.h"
-#include "qvgraph/DrawSurface.h"
 
 #include <span>
 

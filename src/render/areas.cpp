@@ -108,7 +108,8 @@ void outline(DrawSurface& surface, Top const& top, double base) {
 
 } // namespace
 
-void draw_area(DrawSurface& surface, document::DataSet const& set, LineMapping const& mapping, bool outlined) {
+void draw_area(DrawSurface& surface, document::DataSet const& set, LineMapping const& mapping,
+               bool outlined) {
     AreaTops area(mapping, surface.TwipsPerPixelX());
     for_each_finite_run(set.points, [&](std::span<Point const> run) { area.add(run); });
     double const base = mapping.y.start;

@@ -1,9 +1,9 @@
 // The filled area between a data set's polyline and the start of its y axis.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/records.h"
 #include "qvgraph/DrawSurface.h"
+#include "qvgraph/geometry.h"
 #include "render/data_line.h"
 
 namespace qv::render {

@@ -19,7 +19,8 @@ double half_line(DrawSurface const& surface, document::Axis const& axis) {
 
 // The same of the line on the edge opposite to an axis that has ticks there: of the axis that stands there,
 // else its own.
-double opposite_half_line(document::ControlState& state, DrawSurface const& surface, document::Axis const& axis) {
+double opposite_half_line(document::ControlState& state, DrawSurface const& surface,
+                          document::Axis const& axis) {
     for (document::Axis const& other : document::current_graph(state).Axes)
         if (other.AxisXY == axis.AxisXY && other.AxisFarSide != axis.AxisFarSide && !other.AxisHide)
             return half_line(surface, other);

@@ -36,8 +36,8 @@ AxisFrame axis_frame(document::ControlState& state, DrawSurface const& surface, 
 
 /// How far axes that stand on the other side, and have ticks on both ends, reach out of this edge of the
 /// current graph's plot area, twips.
-double reach_of_opposite_axes(document::ControlState& state, DrawSurface const& surface, document::AxisKind kind,
-                              bool far_side);
+double reach_of_opposite_axes(document::ControlState& state, DrawSurface const& surface,
+                              document::AxisKind kind, bool far_side);
 
 /// The running offset of the side an axis stands on.
 std::int32_t& stack_offset(document::ControlState& state, document::AxisKind kind, bool far_side);

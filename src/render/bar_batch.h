@@ -1,8 +1,8 @@
 // Very many bars of one colour: what they cover together, painted once.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "qvgraph/DrawSurface.h"
+#include "qvgraph/geometry.h"
 #include "render/bars.h"
 
 #include <vector>

@@ -1,9 +1,9 @@
 #include "render/bars.h"
 
 #include "base/convert.h"
-#include "base/system_color.h"
 #include "document/selection.h"
 #include "document/trap.h"
+#include "qvgraph/system_color.h"
 #include "render/color_table.h"
 #include "scale/mapping.h"
 

@@ -1,6 +1,6 @@
 #include "qvgraph/clsGradient.h"
 
-#include "base/system_color.h"
+#include "qvgraph/system_color.h"
 #include "render/color_table.h"
 #include "render/gradient_shapes.h"
 

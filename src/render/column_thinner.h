@@ -1,8 +1,8 @@
 // Lines of many points, thinned to what the columns of a surface can show.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "qvgraph/DrawSurface.h"
+#include "qvgraph/geometry.h"
 #include "render/dense_columns.h"
 
 #include <cstdint>

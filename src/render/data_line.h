@@ -1,8 +1,8 @@
 // The line through the points of a data set, thinned to what the surface can show.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/PointStore.h"
+#include "qvgraph/geometry.h"
 #include "render/column_thinner.h"
 #include "scale/mapping.h"
 

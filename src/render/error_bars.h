@@ -13,7 +13,8 @@ struct ErrorBarPlace {
 };
 
 /// An upright error bar in the data set's ErrorBarColor, snapped to whole pixels.
-void ErrorBar(document::ControlState& state, DrawSurface& surface, std::int16_t data_set, ErrorBarPlace place);
+void ErrorBar(document::ControlState& state, DrawSurface& surface, std::int16_t data_set,
+              ErrorBarPlace place);
 /// A lying error bar in the symbol's edge colour.
 void HorizErrorBar(document::ControlState& state, DrawSurface& surface, std::int16_t data_set,
                    ErrorBarPlace place);

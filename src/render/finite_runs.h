@@ -2,8 +2,8 @@
 // starts another.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/PointStore.h"
+#include "qvgraph/geometry.h"
 
 #include <cmath>
 #include <span>

@@ -29,7 +29,8 @@ void paint_scratch(document::ControlState& state, Box const& area, document::Fil
     scratch.SelectClipPath({0, 0, scratch.Width(), scratch.Height()});
     bool painted = false;
     if (fill.Color1 != fill.Color2)
-        document::trapped(state, clsGradient::error_source, [&] { painted = painter_of(fill).Draw(scratch); });
+        document::trapped(state, clsGradient::error_source,
+                          [&] { painted = painter_of(fill).Draw(scratch); });
     if (painted) return;
     scratch.state.BackColor = fill.Color1;
     scratch.Cls();
@@ -49,8 +50,8 @@ void copy_scratch(document::ControlState const& state, DrawSurface& surface, Box
 
 } // namespace
 
-void DrawGradient(document::ControlState& state, DrawSurface& surface, Area area, document::FillSpec const& fill,
-                  std::span<Box const> parts) {
+void DrawGradient(document::ControlState& state, DrawSurface& surface, Area area,
+                  document::FillSpec const& fill, std::span<Box const> parts) {
     document::trapped(state, "DrawGradient", [&] {
         if (state.Graphs.empty() || fill.Transparent) return;
         ClipGraphArea(state, surface, area);

@@ -12,7 +12,7 @@ namespace qv::render {
 /// transparent fill leaves what is below. Afterwards drawing is clipped to the graph's frame. When the
 /// painter fails, that is reported and the area gets the first colour. Of parts, if any are given, only those
 /// are filled.
-void DrawGradient(document::ControlState& state, DrawSurface& surface, Area area, document::FillSpec const& fill,
-                  std::span<Box const> parts = {});
+void DrawGradient(document::ControlState& state, DrawSurface& surface, Area area,
+                  document::FillSpec const& fill, std::span<Box const> parts = {});
 
 } // namespace qv::render

@@ -7,6 +7,7 @@ namespace qv::render {
 
 /// Draws a copy of the document, with pages as large as the control's, and returns the finished page. The
 /// document, its pictures and its events know nothing of it.
-std::unique_ptr<DrawSurface> redraw_page(document::ControlState& state, host::SurfaceMaker const& make_surface);
+std::unique_ptr<DrawSurface> redraw_page(document::ControlState& state,
+                                         host::SurfaceMaker const& make_surface);
 
 } // namespace qv::render

@@ -1,9 +1,9 @@
 // The smooth curve through a data set's points: a natural cubic spline.
 #pragma once
 
-#include "qvgraph/geometry.h"
 #include "document/records.h"
 #include "qvgraph/DrawSurface.h"
+#include "qvgraph/geometry.h"
 #include "render/data_line.h"
 
 #include <span>

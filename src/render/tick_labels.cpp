@@ -98,8 +98,8 @@ bool overlap_with_stride(std::vector<PlacedTick const*> const& labelled, std::si
 
 } // namespace
 
-std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface, AxisFrame const& frame,
-                                    Axis const& axis, AxisSpan range) {
+std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface,
+                                    AxisFrame const& frame, Axis const& axis, AxisSpan range) {
     bool const is_x = frame.kind == AxisKind::X;
     document::Graph const& graph = document::current_graph(state);
     const scale::AxisMap map = is_x ? scale::x_map(graph, axis) : scale::y_map(graph, axis);

@@ -21,8 +21,8 @@ struct PlacedTick {
 };
 
 /// The ticks that lie on the axis. Labels are measured in the surface's current font.
-std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface, AxisFrame const& frame,
-                                    document::Axis const& axis, AxisSpan range);
+std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface,
+                                    AxisFrame const& frame, document::Axis const& axis, AxisSpan range);
 
 /// How the labels of an axis lie beside it: outside its line, whatever their angle. Lengths are twips across
 /// the axis, from the middle of its line.

@@ -58,7 +58,8 @@ document::ShownScale scale_along(Track const& track, Axis const& axis) {
 }
 
 document::ShownScale present_scale(Graph const& graph, Axis const& axis) {
-    return scale_along(axis.AxisXY == document::AxisKind::X ? x_track(graph, axis) : y_track(graph, axis), axis);
+    return scale_along(axis.AxisXY == document::AxisKind::X ? x_track(graph, axis) : y_track(graph, axis),
+                       axis);
 }
 
 constexpr double largest_x = 1e10; // PosX tells no larger position

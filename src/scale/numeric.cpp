@@ -1,7 +1,7 @@
 #include "scale/numeric.h"
 
-#include "qvgraph/fault.h"
 #include "document/trap.h"
+#include "qvgraph/fault.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
 // VectorSurface: a drawing surface that keeps what is drawn as shapes and text.
 #pragma once
 
-#include "raster/FontLibrary.h"
 #include "qvgraph/RasterSurface.h"
+#include "raster/FontLibrary.h"
 #include "vector/shapes.h"
 #include "vector/symbol_cloud.h"
 #include "vector/symbol_shapes.h"

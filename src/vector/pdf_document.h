@@ -1,8 +1,8 @@
 // A PDF document of one page that is being drawn.
 #pragma once
 
-#include "qvgraph/fault.h"
 #include "qvgraph/RasterSurface.h"
+#include "qvgraph/fault.h"
 
 #include <cairo.h>
 

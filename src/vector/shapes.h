@@ -4,9 +4,9 @@
 // 0xFFRRGGBB.
 #pragma once
 
+#include "qvgraph/DrawSurface.h"
 #include "qvgraph/RasterSurface.h"
 #include "raster/pixels.h"
-#include "qvgraph/DrawSurface.h"
 
 #include <memory>
 #include <string>

@@ -2,8 +2,8 @@
 // together.
 #pragma once
 
-#include "raster/pixels.h"
 #include "qvgraph/DrawSurface.h"
+#include "raster/pixels.h"
 
 #include <vector>
 

@@ -1,5 +1,5 @@
-#include "base/fault_report.h"
 #include "base/convert.h"
+#include "base/fault_report.h"
 
 #include <doctest/doctest.h>
 

@@ -1,6 +1,6 @@
 #include "control/document.h"
-#include "control/state_of.h"
 #include "control/point_entry.h"
+#include "control/state_of.h"
 #include "test_control.h"
 
 #include <doctest/doctest.h>

@@ -1,5 +1,5 @@
-#include "control/state_of.h"
 #include "control/document.h"
+#include "control/state_of.h"
 #include "test_control.h"
 
 #include <doctest/doctest.h>

@@ -1,7 +1,7 @@
-#include "control/state_of.h"
 #include "control/data_entry.h"
 #include "control/document.h"
 #include "control/members_by_name.h"
+#include "control/state_of.h"
 #include "test_control.h"
 
 #include <doctest/doctest.h>
@@ -31,11 +31,11 @@ std::vector<Variant> plain_arguments(control::MethodRow const& method) {
 // Members that do their work, or nothing, on a control without graphs. All others report an index fault,
 // except GetAxisRange, which throws it.
 const std::set<std::string_view> quiet_without_graphs{
-    "Reset",         "NewGraph",       "SetSelectedGraph",    "GetSelectedGraph",
-    "GetGraphNames", "NewDataSet",     "AddDataPoint",        "AddMathFunc",
-    "AddText",       "AddDataPoints",  "DefineFunction", "DropDataPoints",      "SetTooltip",
-    "SetCrossHair",  "Refresh",        "RefreshCurrentGraph", "RefreshGraphs",
-    "GetGradient",   "GetColor",       "GetSelectedAxisIndex"};
+    "Reset",         "NewGraph",      "SetSelectedGraph", "GetSelectedGraph",
+    "GetGraphNames", "NewDataSet",    "AddDataPoint",     "AddMathFunc",
+    "AddText",       "AddDataPoints", "DefineFunction",   "DropDataPoints",
+    "SetTooltip",    "SetCrossHair",  "Refresh",          "RefreshCurrentGraph",
+    "RefreshGraphs", "GetGradient",   "GetColor",         "GetSelectedAxisIndex"};
 // What a host without printer, clipboard and files answers.
 const std::map<std::string_view, int> faults_of_bare_host{
     {"PrintImage", 482}, {"CopyToClipboard", 521}, {"SaveImage", 57}};

@@ -54,7 +54,9 @@ TEST_CASE("columns and ticks go by name as lists of numbers") {
     CHECK(control.data(0).points.at(3).E == 0.5);
     control.Call("SelectXaxis");
     control.Call("SetAxisTicks", {NumberList{0, 5, 10}});
-    CHECK(mentions(fault_of([&] { control.Call("AddDataPoints", {TextList{"1"}, NumberList{4}}); }),
+    CHECK(mentions(fault_of([&] {
+                       control.Call("AddDataPoints", {TextList{"1"}, NumberList{4}});
+                   }),
                    "a list of numbers, but was given a list of texts"));
     CHECK(fault_of([&] { control.Call("NewGraph", {NumberList{1}}); }).number == 13);
 }

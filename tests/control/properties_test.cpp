@@ -1,6 +1,6 @@
-#include "control/state_of.h"
 #include "control/document.h"
 #include "control/members_by_name.h"
+#include "control/state_of.h"
 #include "test_control.h"
 
 #include <doctest/doctest.h>

@@ -79,7 +79,9 @@ struct Control : qvGraph {
     /// What was raised since the last call.
     std::vector<std::string> events() { return std::exchange(log.entries, {}); }
     document::Axis const& axis(std::size_t index) { return document::current_graph(state()).Axes[index]; }
-    document::DataSet const& data(std::size_t index) { return document::current_graph(state()).DataSets[index]; }
+    document::DataSet const& data(std::size_t index) {
+        return document::current_graph(state()).DataSets[index];
+    }
     document::Graph const& graph() { return document::current_graph(state()); }
 
     std::unique_ptr<BlankHost> host;

@@ -1,8 +1,8 @@
 // The dialog: its buttons, its layout, and what happens to the host that shows it.
 #include "qvgraph/qvGradientForm2.h"
 
-#include "qvgraph/fault.h"
 #include "qvgraph/HeadlessHost.h"
+#include "qvgraph/fault.h"
 
 #include <doctest/doctest.h>
 

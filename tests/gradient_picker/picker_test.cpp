@@ -2,10 +2,10 @@
 #include "qvgraph/qvGradient.h"
 
 #include "RecordingSurface.h"
-#include "qvgraph/fault.h"
 #include "gradient_picker/color_names.h"
-#include "qvgraph/Input.h"
 #include "qvgraph/HeadlessHost.h"
+#include "qvgraph/Input.h"
+#include "qvgraph/fault.h"
 
 #include <doctest/doctest.h>
 

@@ -1,8 +1,8 @@
 // GetGradient and GetColor of the control, answered by a script.
 #include "control/state_of.h"
+#include "qvgraph/HeadlessHost.h"
 #include "qvgraph/fault.h"
 #include "qvgraph/qvGradientForm2.h"
-#include "qvgraph/HeadlessHost.h"
 
 #include <doctest/doctest.h>
 

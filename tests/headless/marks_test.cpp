@@ -1,8 +1,8 @@
 // What lies over the page for a person's eyes only: cross-hair, rubber band and reading mark. Whatever was
 // done, they go without a trace, and nothing that leaves the page holds them.
 #include "Person.h"
-#include "raster/png.h"
 #include "printed_sheet.h"
+#include "raster/png.h"
 
 #include <doctest/doctest.h>
 

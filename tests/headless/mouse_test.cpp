@@ -1,5 +1,5 @@
-#include "control/state_of.h"
 #include "Person.h"
+#include "control/state_of.h"
 #include "interact/scroll_bars.h"
 #include "interact/zoom.h"
 
@@ -180,7 +180,8 @@ TEST_CASE("a box of less than three pixels of 96 dots per inch both ways is a cl
         mouse(host::MouseKind::Move, to);
         mouse(host::MouseKind::Release, to);
         CHECK((heard.names == Names{"MouseMove", "Click"}) == row.is_click);
-        CHECK((interact::shown_ranges(graph) == std::vector<document::Shown>{{0, 10}, {0, 10}}) == row.is_click);
+        CHECK((interact::shown_ranges(graph) == std::vector<document::Shown>{{0, 10}, {0, 10}})
+              == row.is_click);
     }
 }
 

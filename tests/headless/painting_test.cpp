@@ -1,6 +1,6 @@
 // Everything is painted once: whichever way a page is refreshed, it shows what a page drawn anew does.
-#include "control/state_of.h"
 #include "Person.h"
+#include "control/state_of.h"
 #include "render/page_redraw.h"
 
 #include <doctest/doctest.h>
@@ -65,7 +65,8 @@ Pixels pixels_of(DrawSurface const& surface) {
 
 /// The page as it would be drawn anew, which nothing of it hears of.
 Pixels drawn_anew(headless::HeadlessHost& host) {
-    return pixels_of(*render::redraw_page(control::state_of(host.control()), [&] { return host.make_surface(); }));
+    return pixels_of(
+        *render::redraw_page(control::state_of(host.control()), [&] { return host.make_surface(); }));
 }
 
 Pixels shown(headless::HeadlessHost const& host) {

@@ -86,8 +86,11 @@ def main():
         targets = ["picture", "measurements"] + ([] if "--without-qt" in sys.argv else ["window"])
         with_cmake(source, scratch / "cmake", prefix, targets)
         with_pkg_config(source, scratch / "pkg-config", environment)
-        with_subdirectory(root, source, scratch / "subdirectory", scratch / "consumer")
-        drawn = {way: pictures(scratch / way, source, environment) for way in ("cmake", "pkg-config", "subdirectory")}
+        drawn = {way: pictures(scratch / way, source, environment) for way in ("cmake", "pkg-config")}
+        # As deep as the build itself, so that a compiler cache knows the sources by the same relative paths.
+        with tempfile.TemporaryDirectory(dir=build.parent, prefix="consumer-") as beside:
+            with_subdirectory(root, source, pathlib.Path(beside), scratch / "consumer")
+            drawn["subdirectory"] = pictures(pathlib.Path(beside), source, dict(os.environ))
         names = set(drawn["cmake"])
         if not {"oscillation.png", "oscillation.svg", "day.png"} <= names:
             wrong.append(f"files are missing: {sorted(names)}")

@@ -2,9 +2,9 @@
 #include "failing_allocation.h"
 #include "pages.h"
 
+#include "qvgraph/HeadlessHost.h"
 #include "qvgraph/fault.h"
 #include "qvgraph/qvGraph.h"
-#include "qvgraph/HeadlessHost.h"
 #include "raster/coverage_mask.h"
 #include "temporary_folder.h"
 

@@ -92,7 +92,8 @@ TEST_CASE("zoomed and scrolled pages are redrawn as they are shown") {
         page.AxisLog(i % 4 == 0);
         page.Refresh();
         auto const is_redrawn_alike = [&] {
-            auto const redrawn = render::redraw_page(control::state_of(page), [&] { return host.make_surface(); });
+            auto const redrawn =
+                render::redraw_page(control::state_of(page), [&] { return host.make_surface(); });
             return pixels_of_surface(*redrawn) == pixels_of(host);
         };
         for (auto const& [kind, place] : {std::pair(host::MouseKind::Press, Point{3000, 2000}),
@@ -103,7 +104,8 @@ TEST_CASE("zoomed and scrolled pages are redrawn as they are shown") {
         CHECK(is_redrawn_alike());
         host.input(host::WheelInput{-1.5, 0, 0, {4000, 3000}});
         CHECK(is_redrawn_alike());
-        host.input(host::ScrollInput{host::Bar::HScroll1, control::state_of(page).HScroll1.Value + 20, false});
+        host.input(
+            host::ScrollInput{host::Bar::HScroll1, control::state_of(page).HScroll1.Value + 20, false});
         CHECK(is_redrawn_alike());
     }
 }
@@ -112,8 +114,8 @@ TEST_CASE("what was changed since the page was shown is redrawn as the next draw
     HeadlessHost host({600, 400});
     qvGraph& page = host.control();
     auto const next_is = [&] {
-        auto const redrawn =
-            pixels_of_surface(*render::redraw_page(control::state_of(page), [&] { return host.make_surface(); }));
+        auto const redrawn = pixels_of_surface(
+            *render::redraw_page(control::state_of(page), [&] { return host.make_surface(); }));
         page.Refresh();
         return redrawn == pixels_of(host);
     };
@@ -200,11 +202,13 @@ TEST_CASE("a page that waits for its first drawing is redrawn without being draw
     other.control().Refresh();
     Silence silence;
     host.control().set_events(&silence);
-    auto const redrawn = render::redraw_page(control::state_of(host.control()), [&] { return host.make_surface(); });
+    auto const redrawn =
+        render::redraw_page(control::state_of(host.control()), [&] { return host.make_surface(); });
     CHECK(pixels_of_surface(*redrawn) == pixels_of(other));
     CHECK(control::state_of(host.control()).Graphs[0]->GraphNotDrawn);
     CHECK(control::state_of(host.control()).Graphs[0]->FrameWidth == 0);
-    CHECK(control::state_of(host.control()).Graphs[0]->DataSets[0].points.size() == 51); // they have come back
+    CHECK(control::state_of(host.control()).Graphs[0]->DataSets[0].points.size()
+          == 51); // they have come back
 }
 
 TEST_CASE("surfaces that cannot be made leave the document whole") {

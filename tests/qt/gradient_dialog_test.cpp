@@ -1,9 +1,9 @@
 // The gradient dialog with real widgets, driven by a person's hands inside its modal loop.
 #include "widget.h"
 
-#include "qvgraph/qvGradientForm2.h"
 #include "hosts/qt/child_widgets.h"
 #include "hosts/qt/page_image.h"
+#include "qvgraph/qvGradientForm2.h"
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>

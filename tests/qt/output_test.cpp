@@ -1,8 +1,8 @@
 #include "control/state_of.h"
 #include "interact/page_output.h"
+#include "printed_sheet.h"
 #include "qvgraph/page_file.h"
 #include "raster/file_replacement.h"
-#include "printed_sheet.h"
 #include "temporary_folder.h"
 #include "widget.h"
 

@@ -75,7 +75,9 @@ TEST_SUITE("display") {
                         + at(300, 200) + QStringList{"sleep", "0.1", "mousemove"} + at(400, 260)
                         + QStringList{"sleep", "0.1", "mouseup", "1"});
         REQUIRE(hands.waitForStarted());
-        auto const ranges = [](qvGraph& page) { return interact::shown_ranges(*control::state_of(page).Graphs[0]); };
+        auto const ranges = [](qvGraph& page) {
+            return interact::shown_ranges(*control::state_of(page).Graphs[0]);
+        };
         CHECK(
             QTest::qWaitFor([&] { return ranges(shown.widget.control()) == ranges(host.control()); }, 20000));
         CHECK((hands.state() == QProcess::NotRunning || hands.waitForFinished()));

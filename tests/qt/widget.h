@@ -2,9 +2,9 @@
 #pragma once
 
 #include "control/state_of.h"
+#include "hosts/qt/page_image.h"
 #include "qvgraph/HeadlessHost.h"
 #include "qvgraph/QvGraphWidget.h"
-#include "hosts/qt/page_image.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtTest/QTest>

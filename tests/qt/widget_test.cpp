@@ -2,9 +2,9 @@
 #include "control/state_of.h"
 #include "widget.h"
 
-#include "qvgraph/fault.h"
 #include "document/selection.h"
 #include "interact/scroll_bars.h"
+#include "qvgraph/fault.h"
 
 #include <QtWidgets/QLabel>
 

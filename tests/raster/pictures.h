@@ -1,8 +1,8 @@
 // Surfaces for tests, and what can be read off their pictures.
 #pragma once
 
-#include "raster/FontLibrary.h"
 #include "qvgraph/RasterSurface.h"
+#include "raster/FontLibrary.h"
 #include "raster/pixels.h"
 
 #include <cmath>

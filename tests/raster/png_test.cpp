@@ -1,5 +1,5 @@
-#include "qvgraph/fault.h"
 #include "pictures.h"
+#include "qvgraph/fault.h"
 #include "raster/png.h"
 
 #include <doctest/doctest.h>

@@ -1,5 +1,5 @@
-#include "qvgraph/fault.h"
 #include "pictures.h"
+#include "qvgraph/fault.h"
 
 #include <doctest/doctest.h>
 

@@ -1,8 +1,8 @@
 #include "render/gradient.h"
 
 #include "TestControl.h"
-#include "base/system_color.h"
 #include "qvgraph/clsGradient.h"
+#include "qvgraph/system_color.h"
 
 #include <doctest/doctest.h>
 

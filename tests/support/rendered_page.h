@@ -1,8 +1,8 @@
 // Pages of shapes, drawn by other programs, and how far such a picture is from another.
 #pragma once
 
-#include "raster/png.h"
 #include "printed_sheet.h"
+#include "raster/png.h"
 
 #include <doctest/doctest.h>
 

@@ -1,10 +1,10 @@
 #include "qvgraph/HeadlessHost.h"
 
+#include "hosts/output/pdf_sheet.h"
 #include "qvgraph/Input.h"
 #include "qvgraph/fault.h"
-#include "qvgraph/qvGraph.h"
 #include "qvgraph/page_file.h"
-#include "hosts/output/pdf_sheet.h"
+#include "qvgraph/qvGraph.h"
 
 namespace qv::headless {
 namespace {

@@ -1,8 +1,8 @@
 // GradientDialog: the gradient form with real widgets, laid out as the form's model says.
 #pragma once
 
-#include "qvgraph/qvGradientForm2.h"
 #include "hosts/qt/picture_widgets.h"
+#include "qvgraph/qvGradientForm2.h"
 
 #include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QCheckBox>

@@ -1,9 +1,9 @@
 #include "qvgraph/QvGraphWidget.h"
 
-#include "qvgraph/Input.h"
 #include "hosts/qt/WidgetHost.h"
 #include "hosts/qt/accessible_page.h"
 #include "hosts/qt/qvariants.h"
+#include "qvgraph/Input.h"
 
 #include <QtCore/QEvent>
 #include <QtGui/QPaintEvent>

@@ -1,14 +1,13 @@
 #include "hosts/qt/WidgetHost.h"
 
-#include "qvgraph/page_file.h"
 #include "hosts/qt/GradientDialog.h"
-#include "qvgraph/QvGraphWidget.h"
 #include "hosts/qt/page_clipboard.h"
 #include "hosts/qt/page_image.h"
 #include "hosts/qt/page_printer.h"
 #include "hosts/qt/qvariants.h"
 #include "hosts/qt/translate_input.h"
-#include "render/page_marks.h"
+#include "qvgraph/QvGraphWidget.h"
+#include "qvgraph/page_file.h"
 
 #include <QtGui/QAccessible>
 #include <QtWidgets/QApplication>
@@ -156,7 +155,8 @@ std::optional<Color> WidgetHost::choose_color(Color opened_at) {
 }
 
 void WidgetHost::show_message(std::string const& text) {
-    QMessageBox message(QMessageBox::NoIcon, {}, QString::fromStdString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")),
+    QMessageBox message(QMessageBox::NoIcon, {},
+                        QString::fromStdString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")),
                         QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore,
                         QApplication::activeModalWidget());
     message.setTextFormat(Qt::PlainText);

@@ -1,12 +1,12 @@
 // WidgetHost: the widget's side of the control: surfaces, child widgets, and events turned into signals.
 #pragma once
 
-#include "qvgraph/qvGraph.h"
-#include "qvgraph/EventSink.h"
-#include "qvgraph/Host.h"
 #include "hosts/qt/PageView.h"
 #include "hosts/qt/child_widgets.h"
+#include "qvgraph/EventSink.h"
+#include "qvgraph/Host.h"
 #include "qvgraph/RasterSurface.h"
+#include "qvgraph/qvGraph.h"
 
 #include <memory>
 #include <optional>

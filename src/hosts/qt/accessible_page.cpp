@@ -1,8 +1,8 @@
 #include "hosts/qt/accessible_page.h"
 
-#include "qvgraph/QvGraphWidget.h"
 #include "hosts/qt/translate_input.h"
 #include "qvgraph/Outline.h"
+#include "qvgraph/QvGraphWidget.h"
 
 #include <QtGui/QAccessible>
 #include <QtWidgets/QAccessibleWidget>

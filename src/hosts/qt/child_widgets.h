@@ -1,9 +1,9 @@
 // The scroll bars and the coordinate read-out as real widgets.
 #pragma once
 
+#include "hosts/qt/translate_input.h"
 #include "qvgraph/ChildControls.h"
 #include "qvgraph/Input.h"
-#include "hosts/qt/translate_input.h"
 
 #include <QtCore/QEvent>
 #include <QtWidgets/QLabel>

@@ -1,8 +1,8 @@
 #include "hosts/qt/page_clipboard.h"
 
+#include "hosts/qt/page_image.h"
 #include "qvgraph/fault.h"
 #include "qvgraph/page_file.h"
-#include "hosts/qt/page_image.h"
 
 #include <QtCore/QMimeData>
 #include <QtGui/QClipboard>

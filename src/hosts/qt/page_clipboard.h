@@ -1,8 +1,8 @@
 // The desktop's clipboard.
 #pragma once
 
-#include "qvgraph/Services.h"
 #include "qvgraph/RasterSurface.h"
+#include "qvgraph/Services.h"
 
 #include <memory>
 

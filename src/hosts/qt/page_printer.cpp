@@ -1,7 +1,7 @@
 #include "hosts/qt/page_printer.h"
 
-#include "qvgraph/fault.h"
 #include "hosts/qt/page_image.h"
+#include "qvgraph/fault.h"
 
 #include <QtPrintSupport/QPrinter>
 #include <QtPrintSupport/QPrinterInfo>

@@ -1,7 +1,7 @@
 #include "hosts/qt/qvariants.h"
 
 #include "qvgraph/fault.h"
-#include "base/system_color.h"
+#include "qvgraph/system_color.h"
 
 #include <QtCore/QStringList>
 #include <QtCore/QVariantList>
