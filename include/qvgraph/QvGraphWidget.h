@@ -13,6 +13,7 @@
 #include <memory>
 
 class QLabel;
+class QLocale;
 class QPrinter;
 class QScrollBar;
 
@@ -26,11 +27,35 @@ class WidgetHost;
 /// density. Use it on the thread of the user interface, as any widget.
 class QV_EXPORT QvGraphWidget : public QWidget {
     Q_OBJECT
+    /// Whether the widget opens its menu.
+    Q_PROPERTY(bool ContextMenu READ has_context_menu WRITE set_context_menu)
+    /// Whether the wheel zooms about the pointer; with Shift x axes only, with Ctrl y axes only.
+    Q_PROPERTY(bool GestureWheelZoom READ GestureWheelZoom WRITE set_GestureWheelZoom)
+    /// Whether dragging with the middle button pans.
+    Q_PROPERTY(bool GestureMiddlePan READ GestureMiddlePan WRITE set_GestureMiddlePan)
+    /// Whether arrows pan, + and - zoom, and Home shows everything.
+    Q_PROPERTY(bool GestureKeyboard READ GestureKeyboard WRITE set_GestureKeyboard)
+    /// Whether Ctrl and arrows go from point to point and from data set to data set.
+    Q_PROPERTY(bool GestureReadPoints READ GestureReadPoints WRITE set_GestureReadPoints)
+    /// Whether two fingers zoom.
+    Q_PROPERTY(bool GesturePinchZoom READ GesturePinchZoom WRITE set_GesturePinchZoom)
+    /// Whether Tab and Shift+Tab go from graph to graph.
+    Q_PROPERTY(bool GestureTabThrough READ GestureTabThrough WRITE set_GestureTabThrough)
+    /// Whether Escape takes a drag or a rubber band back, or ends the reading of points.
+    Q_PROPERTY(bool GestureEscape READ GestureEscape WRITE set_GestureEscape)
+    /// Whether Alt+Left and Alt+Right undo and redo zooming.
+    Q_PROPERTY(bool GestureUndoZoom READ GestureUndoZoom WRITE set_GestureUndoZoom)
+    /// Whether the data point under the pointer is named in the tooltip.
+    Q_PROPERTY(bool GesturePointTooltip READ GesturePointTooltip WRITE set_GesturePointTooltip)
 
 public:
     /// An empty page. Where memory ends it is fault 7.
     explicit QvGraphWidget(QWidget* parent = nullptr);
     ~QvGraphWidget() override;
+
+    /// Lets the texts of menu, dialogs and screen readers appear in a language, in widgets made later too;
+    /// false where there is no translation into it. Texts are English else, and what ErrorMsg says always.
+    static bool translate(QLocale const& locale);
 
     /// The control with all its members. Its events become the signals below; whoever gives it a sink of
     /// their own takes the signals away.
@@ -55,6 +80,42 @@ public:
     /// default; nullptr leads back to that. It must outlive the widget or be taken back. Printing turns it
     /// upright or sideways and lets places count from the corner of the paper.
     void set_printer(QPrinter* printer);
+    /// A menu to copy, save, print, show everything again and read about the gestures: on a right click
+    /// without keys wherever the control has no use for it, by the menu key and by Shift+F10. On by default.
+    /// Qt's own contextMenuPolicy holds as for any widget.
+    bool has_context_menu() const { return has_context_menu_; }
+    void set_context_menu(bool on) { has_context_menu_ = on; } ///< the same, set
+    /// \name The control's switches of gestures, as properties of the widget
+    /// \{
+
+    /// Whether the wheel zooms about the pointer; with Shift x axes only, with Ctrl y axes only.
+    bool GestureWheelZoom() const { return control().GestureWheelZoom(); }
+    void set_GestureWheelZoom(bool on) { control().GestureWheelZoom(on); } ///< the same, set
+    /// Whether dragging with the middle button pans.
+    bool GestureMiddlePan() const { return control().GestureMiddlePan(); }
+    void set_GestureMiddlePan(bool on) { control().GestureMiddlePan(on); } ///< the same, set
+    /// Whether arrows pan, + and - zoom, and Home shows everything.
+    bool GestureKeyboard() const { return control().GestureKeyboard(); }
+    void set_GestureKeyboard(bool on) { control().GestureKeyboard(on); } ///< the same, set
+    /// Whether Ctrl and arrows go from point to point and from data set to data set.
+    bool GestureReadPoints() const { return control().GestureReadPoints(); }
+    void set_GestureReadPoints(bool on) { control().GestureReadPoints(on); } ///< the same, set
+    /// Whether two fingers zoom.
+    bool GesturePinchZoom() const { return control().GesturePinchZoom(); }
+    void set_GesturePinchZoom(bool on) { control().GesturePinchZoom(on); } ///< the same, set
+    /// Whether Tab and Shift+Tab go from graph to graph.
+    bool GestureTabThrough() const { return control().GestureTabThrough(); }
+    void set_GestureTabThrough(bool on) { control().GestureTabThrough(on); } ///< the same, set
+    /// Whether Escape takes a drag or a rubber band back, or ends the reading of points.
+    bool GestureEscape() const { return control().GestureEscape(); }
+    void set_GestureEscape(bool on) { control().GestureEscape(on); } ///< the same, set
+    /// Whether Alt+Left and Alt+Right undo and redo zooming.
+    bool GestureUndoZoom() const { return control().GestureUndoZoom(); }
+    void set_GestureUndoZoom(bool on) { control().GestureUndoZoom(on); } ///< the same, set
+    /// Whether the data point under the pointer is named in the tooltip.
+    bool GesturePointTooltip() const { return control().GesturePointTooltip(); }
+    void set_GesturePointTooltip(bool on) { control().GesturePointTooltip(on); } ///< the same, set
+    /// \}
     /// \name Parts
     /// The widget that shows the page, takes mouse and keys and carries the tooltip, and those beside it.
     /// \{
@@ -65,6 +126,8 @@ public:
     /// \}
 
     QSize sizeHint() const override { return {640, 480}; } ///< what a layout should start from
+    /// Below this a page is its axes and little else.
+    QSize minimumSizeHint() const override { return {160, 120}; }
 
 Q_SIGNALS:
     /// A press and release of the left button at one place of a plot area, with the values there.
@@ -81,17 +144,22 @@ Q_SIGNALS:
 
 protected:
     /// Takes what a person did to the page or a scroll bar and hands it to the control. True when it was
-    /// used up; other wheel turns and keys go on to the parent widget. What it throws becomes ErrorMsg.
+    /// used up; other wheel turns and keys go on to the parent widget. What it throws becomes ErrorMsg; a
+    /// handler of ErrorMsg that throws itself is not heard of.
     virtual bool input(host::Input const& input);
 
-    bool event(QEvent* event) override;             ///< follows the density of the screen
-    void changeEvent(QEvent* event) override;       ///< follows font and style
-    void paintEvent(QPaintEvent* event) override;   ///< fills the strip beside the page
-    void resizeEvent(QResizeEvent* event) override; ///< gives the page its new size
+    bool event(QEvent* event) override;                       ///< follows the density of the screen
+    void changeEvent(QEvent* event) override;                 ///< follows font and style
+    void contextMenuEvent(QContextMenuEvent* event) override; ///< opens the menu where it may
+    void keyPressEvent(QKeyEvent* event) override;            ///< opens the menu by Shift+F10
+    void paintEvent(QPaintEvent* event) override;             ///< fills the strip beside the page
+    void resizeEvent(QResizeEvent* event) override;           ///< gives the page its new size
 
 private:
     bool take(host::Input const& input);
+    void open_menu(QPoint on_screen);
     std::unique_ptr<WidgetHost> host_;
+    bool has_context_menu_ = true;
 };
 
 } // namespace qv::qt

@@ -85,6 +85,25 @@ public:
     std::optional<GraphOutline> outline(int graph) const;
     /// The point that a person has gone to by keys, as it was read; empty without one.
     std::string point_read();
+    /// \}
+
+    /// \name For a menu beside the gestures
+    /// What GraphAllowZoom forbids is not done; the switches of the gestures have no say here.
+    /// \{
+
+    /// Whether the right button alone, clicked at this place of the page, is a gesture of its own.
+    bool takes_right_click(double X, double Y);
+    /// Takes the last step of zooming back; false when there is none.
+    bool undo_zoom();
+    bool can_undo_zoom() const; ///< whether there is such a step
+    /// Lets every axis of the current graph show its full range; false when the graph may not be zoomed.
+    bool show_everything();
+    bool can_show_everything(); ///< whether it may
+    /// \}
+
+    /// \name Handlers
+    /// \{
+
     /// The handlers behind take_input, by the names under which their failures are reported: buttons and
     /// moves of the mouse on the page, twips, Button and Shift as in Input.h (of a move, Button is what is
     /// held); a scroll bar that stands at a new value, or its thumb on the way there; a double click; a key,

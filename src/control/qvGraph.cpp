@@ -11,10 +11,13 @@
 #include "control/styles.h"
 #include "control/take_input.h"
 #include "document/trap.h"
+#include "interact/hit_test.h"
 #include "interact/mouse.h"
+#include "interact/navigation.h"
 #include "interact/outline.h"
 #include "interact/page_output.h"
 #include "interact/scroll_handlers.h"
+#include "interact/zoom.h"
 #include "render/function_curve.h"
 #include "render/page_marks.h"
 #include "render/pipeline.h"
@@ -91,6 +94,30 @@ std::optional<GraphOutline> qvGraph::outline(int graph) const {
 
 std::string qvGraph::point_read() {
     return interact::point_read(*state_);
+}
+
+bool qvGraph::takes_right_click(double X, double Y) {
+    return interact::takes_right_click(*state_, {X, Y});
+}
+
+bool qvGraph::undo_zoom() {
+    bool done = false;
+    document::trapped(*state_, "undo_zoom", [&] { done = interact::undo_zoom(*state_); });
+    return done;
+}
+
+bool qvGraph::can_undo_zoom() const {
+    return !state_->zoom_history.undo.empty();
+}
+
+bool qvGraph::show_everything() {
+    bool done = false;
+    document::trapped(*state_, "show_everything", [&] { done = interact::show_full_range(*state_); });
+    return done;
+}
+
+bool qvGraph::can_show_everything() {
+    return interact::zoomable_graph(*state_) != nullptr;
 }
 
 void qvGraph::Picture1_MouseDown(std::uint8_t Button, std::uint8_t Shift, double X, double Y) {

@@ -4,6 +4,8 @@
 #include "qvgraph/Input.h"
 #include "render/plot_geometry.h"
 
+#include <optional>
+
 namespace qv::interact {
 namespace {
 
@@ -44,29 +46,41 @@ bool is_on_legend(ControlState const& state, Graph const& graph, std::uint8_t bu
     return graph.LegendShow && graph.LegendDragging && !zooming && holds(render::legend_box(graph), place);
 }
 
+/// What a place hits of a graph; nothing of one that is not drawn, or elsewhere.
+std::optional<Hit> hit_of(ControlState const& state, Graph& graph, std::uint8_t button, Point place) {
+    constexpr Hit legend{&HitFlags::OnLegend, PointerShape::UpArrow};
+    constexpr Hit body{&HitFlags::OnGraphBody, PointerShape::FourWay};
+    constexpr Hit zoom_area{&HitFlags::OnPlotArea, PointerShape::Cross};
+    if (!graph.GraphInclude) return std::nullopt;
+    if (is_on_legend(state, graph, button, place)) return legend;
+    if (const Box plot = render::plot_box(graph); holds(plot, place))
+        return hit_in(state, plot, plot_edges, place, graph.GraphAllowZoom ? zoom_area : body);
+    if (const Box frame = render::frame_box(graph); holds(frame, place))
+        return hit_in(state, frame, frame_edges, place, body);
+    return std::nullopt;
+}
+
 void set_hit(ControlState& state, Graph const& graph, Hit hit) {
     HitFlags& flags = state.pointing;
     flags.*hit.flag = true;
-    bool const shown = hit.flag == &HitFlags::OnPlotArea || graph.GraphAllowDragging;
+    bool const is_drag_of_graph = hit.flag != &HitFlags::OnPlotArea && hit.flag != &HitFlags::OnLegend;
+    bool const shown = !is_drag_of_graph || graph.GraphAllowDragging;
     set_pointer(state, shown ? hit.pointer : PointerShape::Default);
 }
 
-bool try_graph(ControlState& state, Graph& graph, std::uint8_t button, Point place) {
-    constexpr Hit body{&HitFlags::OnGraphBody, PointerShape::FourWay};
-    constexpr Hit zoom_area{&HitFlags::OnPlotArea, PointerShape::Cross};
-    if (!graph.GraphInclude) return false;
-    if (is_on_legend(state, graph, button, place)) {
-        state.pointing.OnLegend = true;
-        set_pointer(state, PointerShape::UpArrow);
-    } else if (const Box plot = render::plot_box(graph); holds(plot, place)) {
-        set_hit(state, graph,
-                hit_in(state, plot, plot_edges, place, graph.GraphAllowZoom ? zoom_area : body));
-    } else if (const Box frame = render::frame_box(graph); holds(frame, place)) {
-        set_hit(state, graph, hit_in(state, frame, frame_edges, place, body));
-    } else {
-        return false;
+struct GraphHit {
+    std::int16_t graph = -1;
+    Hit hit;
+};
+
+/// The front-most graph that a place hits.
+std::optional<GraphHit> front_hit(ControlState& state, std::uint8_t button, Point place) {
+    for (auto index = state.GraphOrder.rbegin(); index != state.GraphOrder.rend(); ++index) {
+        Graph* const graph = graph_at(state, *index);
+        if (!graph) continue;
+        if (auto const hit = hit_of(state, *graph, button, place)) return GraphHit{*index, *hit};
     }
-    return true;
+    return std::nullopt;
 }
 
 } // namespace
@@ -76,15 +90,17 @@ std::int16_t PointingAt(ControlState& state, std::uint8_t button, Point place, b
     trapped(state, "PointingAt", [&] {
         HitFlags& flags = state.pointing;
         if (reset) flags = {};
-        for (auto index = state.GraphOrder.rbegin(); index != state.GraphOrder.rend(); ++index) {
-            Graph* const graph = graph_at(state, *index);
-            if (!graph || !try_graph(state, *graph, button, place)) continue;
-            hit = *index;
-            return;
-        }
-        set_pointer(state, PointerShape::Default);
+        auto const found = front_hit(state, button, place);
+        if (!found) return set_pointer(state, PointerShape::Default);
+        hit = found->graph;
+        set_hit(state, *graph_at(state, hit), found->hit);
     });
     return hit;
+}
+
+bool takes_right_click(ControlState& state, Point place) {
+    auto const found = front_hit(state, host::right_button, place);
+    return found && found->hit.flag == &HitFlags::OnPlotArea;
 }
 
 bool has_selected_axes(Graph const& graph) {

@@ -15,6 +15,10 @@ using render::holds;
 /// and the mouse pointer. `button` is the one that is held, 0 for none; `reset` clears all flags first.
 std::int16_t PointingAt(document::ControlState& state, std::uint8_t button, Point place, bool reset);
 
+/// Whether a click of the right button alone, at a place, shows everything again: in the plot area of a graph
+/// that may be zoomed. Nothing is changed by asking.
+bool takes_right_click(document::ControlState& state, Point place);
+
 /// Gives the page another mouse pointer and tells the host when it is one.
 void set_pointer(document::ControlState& state, host::PointerShape shape);
 

@@ -34,12 +34,6 @@ std::int16_t zoomable_at(ControlState& state, Point place) {
     return is_zoomable ? index : std::int16_t{-1};
 }
 
-/// The current graph when it may be zoomed.
-Graph* zoomable_graph(ControlState& state) {
-    Graph* const graph = graph_at(state, state.CurrentGraph);
-    return graph && graph->GraphInclude && graph->GraphAllowZoom ? graph : nullptr;
-}
-
 GraphPlace place_of(Graph const& graph) {
     return {graph.GraphLeft,       graph.GraphTop,       graph.GraphWidth,   graph.GraphHeight,
             graph.BorderLeft,      graph.BorderTop,      graph.BorderRight,  graph.BorderBottom,
@@ -121,16 +115,6 @@ bool read_points(ControlState& state, Key key) {
     }
 }
 
-bool show_full_range(ControlState& state) {
-    if (!zoomable_graph(state)) return false;
-    std::int16_t const index = state.CurrentGraph;
-    const ZoomStepScope step(state, index, ZoomKind::Full);
-    state.MouseGraph = index;
-    UnZoom(state);
-    redraw_ranges(state, index);
-    return true;
-}
-
 // Past the last graph, and before the first, the key is left to the host.
 bool go_to_graph(ControlState& state, int step) {
     for (int index = state.CurrentGraph + step; index >= 0 && index < state.NumGraphs(); index += step) {
@@ -170,6 +154,21 @@ bool answer_key(ControlState& state, host::KeyInput const& input) {
 }
 
 } // namespace
+
+Graph* zoomable_graph(ControlState& state) {
+    Graph* const graph = graph_at(state, state.CurrentGraph);
+    return graph && graph->GraphInclude && graph->GraphAllowZoom ? graph : nullptr;
+}
+
+bool show_full_range(ControlState& state) {
+    if (!zoomable_graph(state)) return false;
+    std::int16_t const index = state.CurrentGraph;
+    const ZoomStepScope step(state, index, ZoomKind::Full);
+    state.MouseGraph = index;
+    UnZoom(state);
+    redraw_ranges(state, index);
+    return true;
+}
 
 bool turn_wheel(ControlState& state, host::WheelInput const& wheel) {
     if (!state.gestures.wheel_zoom || wheel.steps == 0) return false;

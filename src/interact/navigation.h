@@ -18,6 +18,11 @@ bool pinch(document::ControlState& state, host::PinchInput const& pinch);
 /// the arrows reads points.
 bool press_key(document::ControlState& state, host::KeyInput const& key);
 
+/// The current graph when it may be zoomed, else nullptr.
+document::Graph* zoomable_graph(document::ControlState& state);
+/// Every axis of the current graph shows its full range; false when it may not be zoomed.
+bool show_full_range(document::ControlState& state);
+
 /// Remembers where a graph is when a button goes down, so that Escape can put it back.
 void begin_cancellable(document::ControlState& state, document::Graph const& graph, std::uint8_t button,
                        std::uint8_t shift);

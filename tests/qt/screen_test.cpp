@@ -7,6 +7,7 @@
 #include <QtGui/QScreen>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMenu>
 
 #include <doctest/doctest.h>
 
@@ -48,6 +49,38 @@ TEST_SUITE("display") {
         REQUIRE(keys.size() == 2);
         CHECK(keys[0][0].toInt() == 'Q');
         CHECK(keys[1][0].toInt() == 13);
+    }
+
+    TEST_CASE("the menu comes by mouse and by keys, and leaves right clicks to the plot area") {
+        ShownWidget shown;
+        shown.widget.activateWindow();
+        REQUIRE(QTest::qWaitForWindowActive(&shown.widget));
+        shown.widget.setFocus();
+        shown.widget.control().NewGraph("G", 0, 10, 0, 10);
+        shown.widget.control().Refresh();
+        const QPoint corner = shown.widget.page_view().mapToGlobal(QPoint(0, 0));
+        auto const act = [&](QPoint place, QStringList const& what) {
+            const QStringList there{"mousemove", QString::number(corner.x() + place.x()),
+                                    QString::number(corner.y() + place.y()), "sleep", "0.1"};
+            CHECK(QProcess::execute("xdotool", there + what) == 0);
+        };
+        auto const has_menu = [&] { return shown.widget.findChild<QMenu*>("PageMenu") != nullptr; };
+        QSignalSpy keys(&shown.widget, &qt::QvGraphWidget::KeyPress);
+        act({300, 200}, {"click", "3", "sleep", "0.1", "key", "Q"}); // a menu would take the key
+        CHECK(QTest::qWaitFor([&] { return keys.size() == 1; }, 20000));
+        CHECK_FALSE(has_menu());
+        struct Row {
+            QPoint place;
+            QStringList what;
+        };
+        for (Row const& row : {Row{{3, 3}, {"click", "3"}},
+                               {{300, 200}, {"key", "shift+F10"}},
+                               {{300, 200}, {"key", "Menu"}}}) {
+            INFO(row.what.join(' ').toStdString());
+            act(row.place, row.what);
+            CHECK(QTest::qWaitFor(has_menu, 20000));
+            delete shown.widget.findChild<QMenu*>("PageMenu");
+        }
     }
 
     TEST_CASE("a rubber band drawn by hand zooms as it does without a window") {

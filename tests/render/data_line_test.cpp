@@ -39,7 +39,11 @@ private:
 };
 
 LineMapping mapping(double x_factor = 100, bool is_log = false) {
-    return {{.start = x_factor < 0 ? 11000.0 : 1000.0, .factor = x_factor, .is_log = is_log, .valid = true},
+    return {{.start = x_factor < 0 ? 11000.0 : 1000.0,
+             .first = is_log ? 1.0 : 0.0,
+             .factor = x_factor,
+             .is_log = is_log,
+             .valid = true},
             {.start = 6000, .factor = -100, .valid = true},
             {985, 985, 10030, 10030}};
 }

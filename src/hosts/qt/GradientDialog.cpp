@@ -2,6 +2,7 @@
 
 #include "hosts/qt/child_widgets.h"
 #include "hosts/qt/dialog_controls.h"
+#include "hosts/qt/guarded.h"
 #include "qvgraph/RasterSurface.h"
 
 #include <QtCore/QEvent>
@@ -20,17 +21,17 @@ constexpr int text_margin = 4;    // left of the read-outs, which begin at the w
 constexpr int longest_angle = 12; // characters; longer numbers could be beyond any angle
 constexpr double smallest_points = 5, point_step = 0.25;
 
-constexpr std::array style_names{"Solid",
-                                 "Lines",
-                                 "Rectangles about the centre",
-                                 "Rhombi",
-                                 "Fan from the centre",
-                                 "Rectangles about a corner",
-                                 "Fan from a corner"};
+constexpr std::array style_names{QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Solid"),
+                                 QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Lines"),
+                                 QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Rectangles about the centre"),
+                                 QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Rhombi"),
+                                 QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Fan from the centre"),
+                                 QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Rectangles about a corner"),
+                                 QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Fan from a corner")};
 
-void name(QWidget& widget, QString const& accessible_name) {
-    widget.setAccessibleName(accessible_name);
-    widget.setObjectName(accessible_name);
+void name(QWidget& widget, char const* text) {
+    widget.setAccessibleName(GradientDialog::tr(text));
+    widget.setObjectName(QLatin1String(text));
 }
 
 } // namespace
@@ -46,7 +47,7 @@ GradientDialog::GradientDialog(gradient_picker::qvGradientForm2& form, QWidget c
                   picker_.Picture1_MouseDown(button, twips);
           });
       }) {
-    setWindowTitle("Choose colours");
+    setWindowTitle(tr("Choose colours"));
     connect(&over, &QObject::destroyed, this, &QDialog::reject);
     make_swatches();
     fill(list1_, picker_.List1);
@@ -68,21 +69,21 @@ void GradientDialog::make_swatches() {
     for (std::size_t i = 0; i < picker_.Picture2.size(); ++i) {
         Swatch& swatch = *swatches_.emplace_back(std::make_unique<Swatch>(this, picker_.Picture2[i]));
         choices_.addButton(&swatch);
-        swatch.setToolTip(style_names[i]);
+        swatch.setToolTip(tr(style_names[i]));
         connect(&swatch, &QAbstractButton::clicked, this,
                 [this, i] { act([&] { picker_.Picture2_Click(i); }); });
     }
 }
 
 void GradientDialog::name_widgets() {
-    name(list1_, "Color 1 by name");
-    name(list2_, "Color 2 by name");
-    name(shade1_, "Shade of color 1");
-    name(shade2_, "Shade of color 2");
-    name(shift_, "Shift of the middle");
-    name(angle_, "Gradient angle, degrees");
-    name(preview_, "Preview");
-    preview_.setAccessibleDescription("A press or a drag sets the angle");
+    name(list1_, QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Color 1 by name"));
+    name(list2_, QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Color 2 by name"));
+    name(shade1_, QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Shade of color 1"));
+    name(shade2_, QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Shade of color 2"));
+    name(shift_, QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Shift of the middle"));
+    name(angle_, QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Gradient angle, degrees"));
+    name(preview_, QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Preview"));
+    preview_.setAccessibleDescription(tr("A press or a drag sets the angle"));
     for (std::size_t i = 0; i < swatches_.size(); ++i) name(*swatches_[i], style_names[i]);
     for (QScrollBar* const bar : {&shade1_, &shade2_, &shift_}) bar->setFocusPolicy(Qt::StrongFocus);
     for (QLabel* const label : {&read_out1_, &read_out_shift_, &read_out2_}) {
@@ -170,7 +171,7 @@ bool GradientDialog::event(QEvent* event) {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
     case QEvent::DevicePixelRatioChange:
 #endif
-        fit();
+        attempt([this] { fit(); });
         break;
     default: break;
     }
@@ -178,13 +179,13 @@ bool GradientDialog::event(QEvent* event) {
 }
 
 void GradientDialog::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::StyleChange) choose_fonts();
+    if (event->type() == QEvent::StyleChange) attempt([this] { choose_fonts(); });
     QDialog::changeEvent(event);
 }
 
 void GradientDialog::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
-    fit();
+    attempt([this] { fit(); });
 }
 
 // Lays the form out in the window's size, its pictures at the screen's density.
@@ -247,14 +248,31 @@ QFont GradientDialog::fitting_font(std::span<TextRoom const> texts) const {
     return tried;
 }
 
+void GradientDialog::run() {
+    if (!failure_) exec();
+    if (failure_) std::rethrow_exception(failure_);
+}
+
+void GradientDialog::give_up() noexcept {
+    if (!failure_) failure_ = std::current_exception();
+    reject();
+}
+
+template <class Body>
+void GradientDialog::attempt(Body const& body) {
+    guarded([this] { give_up(); }, body);
+}
+
 // Runs what a person has set off; afterwards the form is answered, or every widget shows its state.
 template <class Action>
 void GradientDialog::act(Action&& action) {
-    action();
-    if (form_.Visible())
-        show_state();
-    else
-        accept();
+    attempt([&] {
+        action();
+        if (form_.Visible())
+            show_state();
+        else
+            accept();
+    });
 }
 
 void GradientDialog::show_state() {

@@ -4,6 +4,7 @@
 #include "hosts/qt/picture_widgets.h"
 #include "qvgraph/qvGradientForm2.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDialog>
@@ -12,6 +13,7 @@
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPushButton>
 
+#include <exception>
 #include <memory>
 #include <span>
 #include <string>
@@ -19,12 +21,17 @@
 
 namespace qv::qt {
 
-/// Run it with `exec` while the form is shown. Okay is the default button; Escape and the window's frame act
+/// Run it while the form is shown. Okay is the default button; Escape and the window's frame act
 /// as Cancel. What a person does goes to the form's handlers, and every widget then follows its model.
 class GradientDialog final : public QDialog {
+    Q_DECLARE_TR_FUNCTIONS(qv::qt::GradientDialog)
+
 public:
     /// Opens in the middle of that widget's window, which does not own it.
     GradientDialog(gradient_picker::qvGradientForm2& form, QWidget const& over);
+
+    /// Returns when the dialog is closed. What failed in an event or slot closes it, and is thrown here.
+    void run();
 
 protected:
     bool event(QEvent* event) override;
@@ -48,12 +55,17 @@ private:
     void choose_fonts();
     QFont fitting_font(std::span<TextRoom const> texts) const;
     void show_state();
+    /// Keeps the exception being handled for `run` and closes the dialog.
+    void give_up() noexcept;
+    template <class Body>
+    void attempt(Body const& body);
     template <class Action>
     void act(Action&& action);
 
     gradient_picker::qvGradientForm2& form_;
     gradient_picker::qvGradient& picker_;
     QFont given_font_;
+    std::exception_ptr failure_;
     QCheckBox use_names_{this}, double_{this};
     QLineEdit angle_{this};
     QLabel degrees_{this}, read_out1_{this}, read_out_shift_{this}, read_out2_{this};

@@ -14,8 +14,9 @@
 
 namespace qv::qt {
 
-PageView::PageView(QWidget* parent, Picture picture, InputHandler handler)
-    : QWidget(parent), picture_(std::move(picture)), handler_(std::move(handler)) {
+PageView::PageView(QWidget* parent, Picture picture, InputHandler handler, FailureHandler failed)
+    : QWidget(parent), picture_(std::move(picture)), handler_(std::move(handler)),
+      failed_(std::move(failed)) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
@@ -23,8 +24,10 @@ PageView::PageView(QWidget* parent, Picture picture, InputHandler handler)
 }
 
 void PageView::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    paint_pixels(painter, rect(), picture_());
+    guarded(failed_, [&] {
+        QPainter painter(this);
+        paint_pixels(painter, rect(), picture_());
+    });
 }
 
 void PageView::show_pointer(host::PointerShape shape) {
@@ -49,11 +52,14 @@ bool PageView::focusNextPrevChild(bool next) {
 
 void PageView::take(QMouseEvent* event) {
     auto const input = mouse_input(*event);
-    if (input && input->kind == host::MouseKind::Move)
-        take_move(*input);
-    else if (input)
-        hand_over(*input);
     event->setAccepted(input.has_value());
+    if (!input) return;
+    guarded(failed_, [&] {
+        if (input->kind == host::MouseKind::Move)
+            take_move(*input);
+        else
+            hand_over(*input);
+    });
 }
 
 void PageView::take_move(host::MouseInput const& move) {
@@ -62,7 +68,7 @@ void PageView::take_move(host::MouseInput const& move) {
     if (latest_move_ && !goes_on) hand_over_move();
     if (!latest_move_)
         QMetaObject::invokeMethod(
-            this, [this] { hand_over_move(); }, Qt::QueuedConnection);
+            this, [this] { guarded(failed_, [this] { hand_over_move(); }); }, Qt::QueuedConnection);
     latest_move_ = move;
 }
 
@@ -71,8 +77,10 @@ void PageView::hand_over_move() {
 }
 
 bool PageView::hand_over(host::Input const& input) {
-    hand_over_move();
-    return handler_(input);
+    return guarded(failed_, [&] {
+        hand_over_move();
+        return handler_(input);
+    });
 }
 
 void PageView::wheelEvent(QWheelEvent* event) {
@@ -81,9 +89,11 @@ void PageView::wheelEvent(QWheelEvent* event) {
 
 // A key that nobody used up goes on to the parents, so that Escape still closes a dialog.
 void PageView::keyPressEvent(QKeyEvent* event) {
-    bool used_up = false;
-    for (host::KeyInput const& input : key_inputs(*event)) used_up |= hand_over(input);
-    event->setAccepted(used_up);
+    event->setAccepted(guarded(failed_, [&] {
+        bool used_up = false;
+        for (host::KeyInput const& input : key_inputs(*event)) used_up |= hand_over(input);
+        return used_up;
+    }));
 }
 
 } // namespace qv::qt

@@ -1,6 +1,7 @@
 // PageView: the part of the widget that shows the page picture and takes what a person does to it.
 #pragma once
 
+#include "hosts/qt/guarded.h"
 #include "qvgraph/ChildControls.h"
 #include "qvgraph/Input.h"
 
@@ -21,7 +22,7 @@ public:
     /// Returns whether the input was used up.
     using InputHandler = std::function<bool(host::Input const&)>;
 
-    PageView(QWidget* parent, Picture picture, InputHandler handler);
+    PageView(QWidget* parent, Picture picture, InputHandler handler, FailureHandler failed);
 
     void show_pointer(host::PointerShape shape);
 
@@ -47,6 +48,7 @@ private:
 
     Picture picture_;
     InputHandler handler_;
+    FailureHandler failed_;
     std::optional<host::MouseInput> latest_move_;
     host::PointerShape pointer_ = host::PointerShape::Default;
 };

@@ -2,10 +2,15 @@
 
 #include "hosts/qt/WidgetHost.h"
 #include "hosts/qt/accessible_page.h"
+#include "hosts/qt/guarded.h"
+#include "hosts/qt/page_menu.h"
 #include "hosts/qt/qvariants.h"
+#include "hosts/qt/translate_input.h"
 #include "qvgraph/Input.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QContextMenuEvent>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 
@@ -64,14 +69,9 @@ bool QvGraphWidget::input(host::Input const& input) {
     return control().take_input(input);
 }
 
-// Qt's event loop must not see an exception, so this is the last place to catch what a handler throws.
+// Each input by itself: one that fails does not take those after it along.
 bool QvGraphWidget::take(host::Input const& given) {
-    try {
-        return input(given);
-    } catch (...) {
-        control().report_failure("Picture1");
-        return false;
-    }
+    return guarded([this] { host_->report_failure(); }, [&] { return input(given); });
 }
 
 bool QvGraphWidget::event(QEvent* event) {
@@ -81,7 +81,7 @@ bool QvGraphWidget::event(QEvent* event) {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
     case QEvent::DevicePixelRatioChange:
 #endif
-        host_->fit();
+        guarded([this] { host_->report_failure(); }, [this] { host_->fit(); });
         break;
     default: break;
     }
@@ -90,16 +90,41 @@ bool QvGraphWidget::event(QEvent* event) {
 
 void QvGraphWidget::changeEvent(QEvent* event) {
     if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange)
-        host_->measure_children();
+        guarded([this] { host_->report_failure(); }, [this] { host_->measure_children(); });
     QWidget::changeEvent(event);
 }
 
+void QvGraphWidget::open_menu(QPoint on_screen) {
+    guarded([this] { host_->report_failure(); }, [&] { open_page_menu(*this, *host_, on_screen); });
+}
+
+// The page lies in the widget's corner, so places of the one are places of the other.
+void QvGraphWidget::contextMenuEvent(QContextMenuEvent* event) {
+    bool const by_mouse = event->reason() == QContextMenuEvent::Mouse;
+    bool const is_gesture =
+        by_mouse && guarded([&] {
+            return event->modifiers() != Qt::NoModifier
+                   || control().takes_right_click(event->x() * twips_per_unit, event->y() * twips_per_unit);
+        });
+    event->setAccepted(has_context_menu_ && !is_gesture);
+    if (event->isAccepted()) open_menu(by_mouse ? event->globalPos() : mapToGlobal(rect().center()));
+}
+
+// Comes here when the page has no use for the key. Some platforms make a context menu event of it, others do
+// not.
+void QvGraphWidget::keyPressEvent(QKeyEvent* event) {
+    bool const asks_for_menu = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
+    if (!has_context_menu_ || contextMenuPolicy() != Qt::DefaultContextMenu || !asks_for_menu)
+        return QWidget::keyPressEvent(event);
+    open_menu(mapToGlobal(rect().center()));
+}
+
 void QvGraphWidget::paintEvent(QPaintEvent* event) {
-    QPainter(this).fillRect(event->rect(), QColor(host_->margin_color()));
+    guarded([&] { QPainter(this).fillRect(event->rect(), QColor(host_->margin_color())); });
 }
 
 void QvGraphWidget::resizeEvent(QResizeEvent*) {
-    host_->fit();
+    guarded([this] { host_->report_failure(); }, [this] { host_->fit(); });
 }
 
 } // namespace qv::qt

@@ -10,6 +10,7 @@
 #include "qvgraph/page_file.h"
 
 #include <QtGui/QAccessible>
+#include <QtPrintSupport/QPrinter>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QColorDialog>
 #include <QtWidgets/QMessageBox>
@@ -60,12 +61,22 @@ void SignalSink::ErrorMsg(std::string& Source, std::string& Description) {
 }
 
 WidgetHost::WidgetHost(QvGraphWidget& widget, PageView::InputHandler const& handler)
-    : widget_(widget), signals_(widget), page_view_(&widget, page_of(*this), handler),
-      children_(&widget, handler, [this] { measure_read_out(); }), fonts_(raster::make_font_library()),
-      twips_per_pixel_(twips_per_unit / widget.devicePixelRatioF()) {
+    : widget_(widget), signals_(widget),
+      page_view_(&widget, page_of(*this), handler, [this] { report_failure(); }),
+      children_(
+          &widget, handler, [this] { measure_read_out(); }, [this] { report_failure(); }),
+      fonts_(raster::make_font_library()), twips_per_pixel_(twips_per_unit / widget.devicePixelRatioF()) {
     control_ = std::make_unique<qvGraph>(*this); // calls back at once, when all else stands
     control_->set_events(&signals_);
     fit();
+}
+
+void WidgetHost::report_failure() noexcept {
+    if (!control_) return;
+    try {
+        control_->report_failure("Picture1");
+    } catch (...) { // a handler of ErrorMsg that fails itself has nobody left to tell
+    }
 }
 
 raster::RasterSurface const& WidgetHost::picture() const {
@@ -136,6 +147,18 @@ std::unique_ptr<host::Printer> WidgetHost::default_printer() {
     return open_default_printer();
 }
 
+void WidgetHost::print_on(QPrinter& printer) {
+    QPrinter* const programs = std::exchange(printer_, &printer);
+    bool const lies = printer.pageLayout().orientation() == QPageLayout::Landscape;
+    try {
+        control_->PrintImage(lies);
+    } catch (...) {
+        printer_ = programs;
+        throw;
+    }
+    printer_ = programs;
+}
+
 std::unique_ptr<host::Clipboard> WidgetHost::open_clipboard() {
     return std::make_unique<PageClipboard>(fonts_);
 }
@@ -145,7 +168,7 @@ void WidgetHost::save_picture(std::string const& file, host::PagePicture const& 
 }
 
 void WidgetHost::show_modal(gradient_picker::qvGradientForm2& form) {
-    GradientDialog(form, widget_).exec();
+    GradientDialog(form, widget_).run();
 }
 
 std::optional<Color> WidgetHost::choose_color(Color opened_at) {

@@ -43,6 +43,9 @@ public:
     /// The handler takes what a person does; true means used up.
     WidgetHost(QvGraphWidget& widget, PageView::InputHandler const& handler);
 
+    /// Tells of the exception being handled, as of a failure of the page.
+    void report_failure() noexcept;
+
     qvGraph& control() { return *control_; }
     qvGraph const& control() const { return *control_; }
     PageView& page_view() { return page_view_; }
@@ -62,6 +65,9 @@ public:
 
     /// PrintImage goes to this printer instead of the system's; nullptr: to the system's again.
     void set_printer(QPrinter* printer) { printer_ = printer; }
+
+    /// Prints one sheet there, held as the printer holds it.
+    void print_on(QPrinter& printer);
 
     std::unique_ptr<DrawSurface> make_surface() override;
     double scroll_bar_thickness() const override { return children_.scroll_bar_thickness(); }

@@ -1,9 +1,11 @@
 #include "hosts/qt/accessible_page.h"
 
+#include "hosts/qt/guarded.h"
 #include "hosts/qt/translate_input.h"
 #include "qvgraph/Outline.h"
 #include "qvgraph/QvGraphWidget.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtGui/QAccessible>
 #include <QtWidgets/QAccessibleWidget>
 
@@ -31,9 +33,12 @@ public:
     }
     template <class Make>
     QAccessibleInterface* child(std::size_t index, Make make) const {
-        while (ids_.size() <= index)
-            ids_.push_back(QAccessible::registerAccessibleInterface(make(ids_.size())));
-        return QAccessible::accessibleInterface(ids_[index]);
+        return guarded([&] {
+            ids_.reserve(index + 1);
+            while (ids_.size() <= index)
+                ids_.push_back(QAccessible::registerAccessibleInterface(make(ids_.size())));
+            return QAccessible::accessibleInterface(ids_[index]);
+        });
     }
 
 private:
@@ -97,7 +102,7 @@ private:
 
     bool is_graph() const { return part_ == whole_graph; }
     std::optional<GraphOutline> outline() const {
-        return widget_.control().outline(static_cast<int>(graph_));
+        return guarded([this] { return widget_.control().outline(static_cast<int>(graph_)); });
     }
 
     QvGraphWidget& widget_;
@@ -126,8 +131,10 @@ public:
     }
     QString text(QAccessible::Text what) const override {
         QString const own = QAccessibleWidget::text(what);
-        if (what == QAccessible::Name && own.isEmpty()) return QStringLiteral("Graph page");
-        if (what == QAccessible::Value) return QString::fromStdString(page_.control().point_read());
+        if (what == QAccessible::Name && own.isEmpty())
+            return QCoreApplication::translate("qv::qt::QvGraphWidget", "Graph page");
+        if (what == QAccessible::Value)
+            return guarded([this] { return QString::fromStdString(page_.control().point_read()); });
         return own;
     }
 

@@ -11,12 +11,14 @@
 namespace qv::qt {
 namespace {
 
-void tell(QScrollBar& widget, host::Bar bar, ChildWidgets::ScrollHandler const& handler) {
-    QObject::connect(&widget, &QScrollBar::valueChanged, &widget, [&widget, bar, handler](int value) {
-        handler({.bar = bar, .value = value, .dragging = widget.isSliderDown()});
+void tell(QScrollBar& widget, host::Bar bar, ChildWidgets::ScrollHandler const& handler,
+          FailureHandler const& failed) {
+    auto const hand_over = [=](host::ScrollInput const& input) { guarded(failed, [&] { handler(input); }); };
+    QObject::connect(&widget, &QScrollBar::valueChanged, &widget, [&widget, bar, hand_over](int value) {
+        hand_over({.bar = bar, .value = value, .dragging = widget.isSliderDown()});
     });
     QObject::connect(&widget, &QScrollBar::sliderReleased, &widget,
-                     [&widget, bar, handler] { handler({.bar = bar, .value = widget.value()}); });
+                     [&widget, bar, hand_over] { hand_over({.bar = bar, .value = widget.value()}); });
 }
 
 } // namespace
@@ -38,23 +40,25 @@ void follow(QLabel& widget, host::Label const& label, double twips_a_unit) {
     widget.setVisible(label.Visible);
 }
 
-ReadOut::ReadOut(QWidget* parent, std::function<void()> looks_changed)
-    : QLabel(parent), looks_changed_(std::move(looks_changed)) {}
+ReadOut::ReadOut(QWidget* parent, std::function<void()> looks_changed, FailureHandler failed)
+    : QLabel(parent), looks_changed_(std::move(looks_changed)), failed_(std::move(failed)) {}
 
 void ReadOut::changeEvent(QEvent* event) {
     QLabel::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) looks_changed_();
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        guarded(failed_, looks_changed_);
 }
 
-ChildWidgets::ChildWidgets(QWidget* parent, ScrollHandler const& handler, LabelHandler const& label_changed)
-    : across_(Qt::Horizontal, parent), down_(Qt::Vertical, parent), label_(parent, label_changed) {
+ChildWidgets::ChildWidgets(QWidget* parent, ScrollHandler const& handler, LabelHandler const& label_changed,
+                           FailureHandler const& failed)
+    : across_(Qt::Horizontal, parent), down_(Qt::Vertical, parent), label_(parent, label_changed, failed) {
     label_.setTextFormat(Qt::PlainText);
     label_.setAutoFillBackground(true); // its text has the desktop's colours, which the page may not suit
     across_.hide();
     down_.hide();
     label_.hide();
-    tell(across_, host::Bar::HScroll1, handler);
-    tell(down_, host::Bar::VScroll1, handler);
+    tell(across_, host::Bar::HScroll1, handler, failed);
+    tell(down_, host::Bar::VScroll1, handler, failed);
 }
 
 double ChildWidgets::scroll_bar_thickness() const {

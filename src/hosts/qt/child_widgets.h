@@ -1,6 +1,7 @@
 // The scroll bars and the coordinate read-out as real widgets.
 #pragma once
 
+#include "hosts/qt/guarded.h"
 #include "hosts/qt/translate_input.h"
 #include "qvgraph/ChildControls.h"
 #include "qvgraph/Input.h"
@@ -17,13 +18,14 @@ namespace qv::qt {
 /// A label that tells when its font or style is another.
 class ReadOut final : public QLabel {
 public:
-    ReadOut(QWidget* parent, std::function<void()> looks_changed);
+    ReadOut(QWidget* parent, std::function<void()> looks_changed, FailureHandler failed);
 
 protected:
     void changeEvent(QEvent* event) override;
 
 private:
     std::function<void()> looks_changed_;
+    FailureHandler failed_;
 };
 
 class ChildWidgets {
@@ -33,7 +35,8 @@ public:
 
     /// Hidden until the control's state shows them. The first handler hears of what a person does only, the
     /// second of another font or style of the read-out.
-    ChildWidgets(QWidget* parent, ScrollHandler const& handler, LabelHandler const& label_changed);
+    ChildWidgets(QWidget* parent, ScrollHandler const& handler, LabelHandler const& label_changed,
+                 FailureHandler const& failed);
 
     /// Thickness of a scroll bar and height of the read-out in twips, by style and font.
     double scroll_bar_thickness() const;

@@ -1,5 +1,6 @@
 #include "hosts/qt/picture_widgets.h"
 
+#include "hosts/qt/guarded.h"
 #include "hosts/qt/page_image.h"
 #include "hosts/qt/translate_input.h"
 
@@ -12,8 +13,10 @@ namespace qv::qt {
 namespace {
 
 void paint_box(QWidget& widget, host::PictureBox const& box) {
-    QPainter painter(&widget);
-    if (box.picture) paint_pixels(painter, widget.rect(), image_of(*box.picture));
+    guarded([&] {
+        QPainter painter(&widget);
+        if (box.picture) paint_pixels(painter, widget.rect(), image_of(*box.picture));
+    });
 }
 
 } // namespace
