@@ -271,6 +271,9 @@ void PlotPage::follow_zoom() {
 
 void PlotPage::arrange(ZoomedRanges const& zoomed) {
     layout_ = lay_out_page(page_, data_, options_, zoomed);
+    // Until one bar fills the plot area: the control knows no bars of many metres.
+    if (layout_.bar_width > 0 && !zoomed.x)
+        page_.MaxZoomFactor(std::max(1.0, layout_.plot_width / layout_.bar_width));
     style_page(page_, data_, layout_, options_);
     shown_ = shown_ranges(page_);
 }

@@ -39,7 +39,7 @@ LabelTurn label_turn(AxisFrame const& frame, Axis const& axis) {
 // To the nearest other value; the range where there is none.
 double distance_to_next(std::vector<double> const& sorted, double value, AxisSpan const& range) {
     double distance = std::abs(range.high - range.low);
-    auto const [same, above] = std::ranges::equal_range(sorted, value);
+    auto const [same, above] = std::equal_range(sorted.begin(), sorted.end(), value);
     if (same != sorted.begin()) distance = std::min(distance, value - *std::prev(same));
     if (above != sorted.end()) distance = std::min(distance, *above - value);
     return distance;

@@ -2,8 +2,11 @@
 // an array) or a formula, which is compiled, shown as postfix and evaluated in every way there is. What must
 // hold is checked here; crashes, leaks and undefined behaviour are the sanitizers' to find.
 #include "base/text.h"
+#include "expression/arrays.h"
 #include "expression/characters.h"
 #include "expression/compiler.h"
+#include "expression/evaluator.h"
+#include "expression/user_functions.h"
 #include "qvgraph/qvExpression.h"
 #include "qvgraph/render_error.h"
 

@@ -136,8 +136,12 @@ public:
     headless::HeadlessHost& host() { return monkey_.host; }
 
     void act() {
+        withstand([&] { do_anything(); });
+    }
+    /// Handlers may fail meanwhile.
+    void withstand(auto const& calls) {
         try {
-            do_anything();
+            calls();
         } catch (FromHandler const&) {
         }
     }
