@@ -7,10 +7,11 @@ export CCACHE_BASEDIR=$QV_ROOT CCACHE_NOHASHDIR=1
 QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev libharfbuzz-dev libfontconfig-dev
   libpng-dev libcairo2-dev libcsv-dev libcli11-dev fonts-liberation fonts-dejavu-core"
 QV_QT_PACKAGES="qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools"
-QV_TEST_PACKAGES="doctest-dev python3 clang xvfb xdotool poppler-utils librsvg2-bin netpbm cups cups-client xclip"
+QV_TEST_PACKAGES="doctest-dev python3 clang xvfb xdotool poppler-utils librsvg2-bin netpbm cups cups-client xclip gcovr"
 QV_PACKAGING_PACKAGES="dpkg-dev file lintian"
 QV_FUZZ_PACKAGES="clang"
 QV_COMPILER_PACKAGES="clang-14 clang-16"
+QV_TIDY_PACKAGES="clang-tidy-14"
 QV_DOCS_PACKAGES="doxygen"
 QV_BENCH_PACKAGES="libbenchmark-dev libmuparser-dev"
 # Other plotting libraries, for ./run-bench --peers alone.

@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     Script script({data + 1, size - 1});
     WildHost wild([&script] { return script(); });
     std::size_t const kind = data[0] % (page_kinds.size() + 1);
-    if (kind < page_kinds.size()) wild.withstand([&] { page_kinds[kind].fill(wild.page()); });
+    if (kind < page_kinds.size()) wild.fill(page_kinds[kind].fill);
     while (!script.is_over()) wild.act();
     check_that_it_draws(wild);
     return 0;

@@ -135,13 +135,15 @@ public:
     qvGraph& page() { return page_; }
     headless::HeadlessHost& host() { return monkey_.host; }
 
-    void act() {
-        withstand([&] { do_anything(); });
+    /// Before any event is answered.
+    void fill(void (*fill_page)(qvGraph&)) {
+        page_.set_events(nullptr);
+        fill_page(page_);
+        page_.set_events(this);
     }
-    /// Handlers may fail meanwhile.
-    void withstand(auto const& calls) {
+    void act() {
         try {
-            calls();
+            do_anything();
         } catch (FromHandler const&) {
         }
     }
