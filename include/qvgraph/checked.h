@@ -50,8 +50,8 @@ constexpr To checked(From value) {
         if (!std::in_range<To>(static_cast<Wide>(value))) raise_fault(FaultNumber::Overflow);
         return static_cast<To>(value);
     } else if constexpr (std::is_same_v<To, float> && std::floating_point<From>) {
-        bool const is_finite = value - value == 0;
-        if (is_finite && (value < 0 ? -value : value) > std::numeric_limits<float>::max())
+        From const size = value < 0 ? -value : value;
+        if (size > std::numeric_limits<float>::max() && size <= std::numeric_limits<From>::max())
             raise_fault(FaultNumber::Overflow);
         return static_cast<float>(value);
     } else {

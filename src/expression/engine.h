@@ -100,8 +100,8 @@ struct UserFunctionRecord {
 };
 
 struct Engine : PublicFields {
-    Engine() = default;
-    explicit Engine(Engine& calling) : caller(&calling) {}
+    /// That of a user function has the engine that calls it.
+    explicit Engine(Engine* calling = nullptr) : caller(calling) {}
     Engine(Engine const&) = delete;
     Engine& operator=(Engine const&) = delete;
 

@@ -162,7 +162,7 @@ void ResetUserFuncs(Engine& engine) {
 Engine& user_engine(Engine& engine, int k) {
     std::unique_ptr<Engine>& function = at(engine.user_functions, k - 1).engine;
     if (!function) {
-        function = std::make_unique<Engine>(engine);
+        function = std::make_unique<Engine>(&engine);
         function->random_state = engine.random_state + static_cast<std::uint64_t>(k);
     }
     return *function;

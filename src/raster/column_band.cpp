@@ -171,7 +171,7 @@ void ColumnBand::flush() {
 
 void ColumnBand::flush_group(int group_column, Rows rows) {
     int const x = first_column_ + group_column;
-    std::array<std::uint8_t, group * group> block;
+    Block block;
     for (int top = rows.top / group * group; top < rows.bottom; top += group) {
         for (int i = 0; i < group; ++i) {
             std::uint8_t* const from = column(x + i) + top;
@@ -183,7 +183,7 @@ void ColumnBand::flush_group(int group_column, Rows rows) {
     }
 }
 
-void ColumnBand::raise_block(int x, int top, std::array<std::uint8_t, group * group> const& block) {
+void ColumnBand::raise_block(int x, int top, Block const& block) {
     const PixelBox box = intersection({x, top, x + group, top + group}, clip_);
     if (box.empty()) return;
     bool const whole = box.width() == group;

@@ -39,6 +39,7 @@ public:
 private:
     static constexpr int columns = 64;
     static constexpr int group = 16; // columns and rows that move to the mask together
+    using Block = std::array<std::uint8_t, std::size_t{group} * group>;
 
     struct Rows {
         int top;
@@ -50,7 +51,7 @@ private:
     void move_to(int left, int right);
     void touch(int left, int right, Rows rows);
     void flush_group(int group_column, Rows rows);
-    void raise_block(int x, int top, std::array<std::uint8_t, group * group> const& block);
+    void raise_block(int x, int top, Block const& block);
 
     CoverageMask* mask_ = nullptr;
     PixelBox clip_;
