@@ -25,6 +25,7 @@ namespace qv {
 class DrawSurface;
 class qvGraph;
 struct GraphOutline;
+struct Look;
 
 namespace host {
 class EventSink;
@@ -202,6 +203,18 @@ public:
     void SetTooltip(std::string_view Tooltip);
     /// 0 switches the cross-hair off, n on with style n - 1.
     void SetCrossHair(Checked<std::int16_t> Style);
+    /// \}
+
+    /// \name Looks
+    /// \{
+
+    /// Gives the page and all its graphs, there and to come, a look: "light", "dark", "print" (black on
+    /// white, told apart by dashes and symbols) or "classic". What the host has set by itself, before or
+    /// after, stays. Fault 5 for an unknown name. LookName tells which look there is.
+    void UseLook(std::string_view Name);
+    /// The same with a look of the host's own (looks.h). Fault 438, 13 or 6 for a value that is none of a
+    /// property's; then nothing has changed.
+    void UseLook(Look const& Values);
     /// \}
 
     /// \name Drawing

@@ -1,6 +1,8 @@
 #include "control/data_entry.h"
 
 #include "base/convert.h"
+#include "control/looks.h"
+#include "control/property_access.h"
 #include "document/selection.h"
 #include "document/trap.h"
 
@@ -11,6 +13,7 @@ namespace qv::control {
 namespace {
 
 constexpr std::array<Color, 6> automatic_colors{0xFF0000, 0x0000FF, 0x00FF00, 0x00FFFF, 0xFF00FF, 0xFFFF00};
+constexpr std::int16_t bar_symbol = 1;
 constexpr std::int16_t first_shape = 3;
 constexpr int last_shape = 11;
 constexpr std::int16_t first_character = 33;
@@ -24,13 +27,26 @@ std::int16_t symbol_after(std::int16_t symbol) {
     return static_cast<std::int16_t>(next);
 }
 
-void start_series(ControlState const& state, DataSet& set) {
+void start_series(ControlState const& state, DataSetSettings& set) {
     set.DataSymbolSize = to_i16(symbol_radius_mm * state.UnitsPerMmX);
     set.DataSymbol = first_shape;
     set.DataLineStyle = 0;
     set.DataLineThickness = 1;
     set.BarShadowColor = rgb(100, 100, 100);
     set.ShowErrorBar = true;
+}
+
+// What the host has set of a data set counts for the next one too, as far as it is inherited. That one has
+// bars does not mean that the next one has dots.
+GivenProperties inherited_by_next(DataSet const& previous) {
+    GivenProperties inherited;
+    for (const Row row :
+         {Row::DataSymbolSize, Row::DataSymbol, Row::DataLineStyle, Row::DataLineThickness, Row::ShowErrorBar,
+          Row::BarHoriz, Row::Bar3D, Row::BarStacked, Row::BarBase, Row::BarBaseValue, Row::BarOffset,
+          Row::BarShadow, Row::BarShadowColor, Row::DataTextColor})
+        mark_given(inherited, row);
+    if (previous.DataSymbol == bar_symbol) unmark_given(inherited, Row::DataSymbol);
+    return inherited & previous.given;
 }
 
 void continue_series(DataSet const& previous, DataSet& set) {
@@ -52,9 +68,10 @@ void continue_series(DataSet const& previous, DataSet& set) {
     GraphText no_text;
     no_text.DataTextColor = previous.DataTextColor;
     static_cast<GraphText&>(set) = no_text;
+    set.given = inherited_by_next(previous);
 }
 
-void color_data_set(DataSet& set, std::int16_t index) {
+void color_data_set(DataSetSettings& set, std::int16_t index) {
     const Color color = automatic_colors[static_cast<std::size_t>(index) % automatic_colors.size()];
     set.DataHide = false;
     set.DataLineColor = color;
@@ -64,7 +81,28 @@ void color_data_set(DataSet& set, std::int16_t index) {
     set.DataSymbolFill.Transparent = false;
 }
 
+void show_function(DataSetSettings& set) {
+    set.DataSymbol = 0;
+    set.ShowErrorBar = false;
+    if (set.DataLineStyle == 0 || set.DataLineStyle == 2) set.DataLineStyle = 1;
+}
+
 } // namespace
+
+std::int16_t cycled_shape(std::int16_t index) {
+    return static_cast<std::int16_t>(first_shape + index % (last_shape - first_shape + 1));
+}
+
+DataSetSettings automatic_style(ControlState const& state, Graph const& graph, std::int16_t index) {
+    DataSetSettings style;
+    start_series(state, style);
+    for (std::int16_t i = 0; i <= index; ++i) {
+        if (i > 0) style.DataSymbol = symbol_after(style.DataSymbol);
+        if (!at(graph.DataSets, i).MathFunc.empty()) show_function(style);
+    }
+    color_data_set(style, index);
+    return style;
+}
 
 Graph* graph_with_data(ControlState& state) {
     if (state.NumGraphs() == 0) return nullptr;
@@ -99,6 +137,7 @@ void NewDataSet(ControlState& state, std::string_view legend, bool in_legend_tab
         set.DataLegend = std::move(text);
         set.xAxisIndex = graph.SelectedXAxis;
         set.yAxisIndex = graph.SelectedYAxis;
+        dress(state, graph, set);
     });
 }
 
@@ -110,9 +149,8 @@ void AddMathFunc(ControlState& state, std::string_view expression, double from_x
         set.MathFunc = expression;
         set.MathFuncX1 = from_x;
         set.MathFuncX2 = to_x;
-        set.DataSymbol = 0;
-        set.ShowErrorBar = false;
-        if (set.DataLineStyle == 0 || set.DataLineStyle == 2) set.DataLineStyle = 1;
+        show_function(set);
+        redress(state, *graph, set);
     });
 }
 
@@ -120,8 +158,11 @@ void AddText(ControlState& state, GraphText text) {
     trapped(state, "AddText", [&] {
         if (text.DataText.empty()) return;
         if (Graph* const graph = graph_with_data(state)) {
-            GraphText& stored = graph->DataSets.back();
-            stored = std::move(text);
+            DataSet& set = graph->DataSets.back();
+            static_cast<GraphText&>(set) = std::move(text);
+            if (set.DataTextColor != -1) mark_given(set.given, Row::DataTextColor);
+            if (!set.DataTextFont.empty()) mark_given(set.given, Row::DataTextFont);
+            dress(state, *graph, set);
         }
     });
 }

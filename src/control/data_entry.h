@@ -8,6 +8,13 @@
 
 namespace qv::control {
 
+/// How a data set that has this number in its graph looks where nobody has set anything: style and colours as
+/// AutoDataStyle gives them.
+DataSetSettings automatic_style(ControlState const& state, Graph const& graph, std::int16_t index);
+
+/// The shapes in turn.
+std::int16_t cycled_shape(std::int16_t index);
+
 /// Appends a data set with an automatic style to the current graph and selects it.
 void NewDataSet(ControlState& state, std::string_view legend, bool in_legend_table);
 

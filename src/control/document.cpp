@@ -1,6 +1,8 @@
 #include "control/document.h"
 
 #include "base/convert.h"
+#include "control/looks.h"
+#include "control/property_access.h"
 #include "document/selection.h"
 #include "document/trap.h"
 #include "interact/follow.h"
@@ -21,7 +23,10 @@ std::int16_t next_index(auto const& sequence) {
 void append_axis(ControlState& state, AxisKind kind, std::string_view name, double a1, double a2) {
     Graph& graph = current_graph(state);
     const std::int16_t index = next_index(graph.Axes);
-    graph.Axes.push_back(fresh_axis(state, name, kind, a1, a2));
+    Axis axis = fresh_axis(state, name, kind, a1, a2);
+    if (!name.empty()) mark_given(axis.given, Row::AxisTitle);
+    Axis& appended = graph.Axes.emplace_back(std::move(axis));
+    dress(state, graph, appended);
     selected_index(graph, kind) = index;
     raise_scale_changed(state);
 }
@@ -71,6 +76,7 @@ void NewGraph(ControlState& state, std::string_view name, StartRanges const& ran
         graph->Axes.push_back(fresh_axis(state, "x-axis", AxisKind::X, ranges.x1, ranges.x2));
         graph->Axes.push_back(fresh_axis(state, "y-axis", AxisKind::Y, ranges.y1, ranges.y2));
         graph->SelectedYAxis = 1;
+        dress(state, *graph);
         std::string title(name);
         make_room(state.Graphs);
         make_room(state.GraphTitles);

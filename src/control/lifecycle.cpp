@@ -1,6 +1,7 @@
 #include "control/lifecycle.h"
 
 #include "base/convert.h"
+#include "control/looks.h"
 #include "control/property_access.h"
 #include "document/selection.h"
 #include "document/trap.h"
@@ -36,10 +37,16 @@ void discard_graphs(ControlState& state) {
 }
 
 void reset_page_fill(ControlState& state) {
-    constexpr Color white = rgb(255, 255, 255);
     bool const transparent = state.PageFill.Transparent;
-    state.PageFill = {.Color1 = white, .Color2 = white, .GradientAngle = 90, .Transparent = transparent};
-    color_page_surfaces(state);
+    state.PageFill = fresh_page_fill();
+    state.PageFill.Transparent = transparent;
+}
+
+// What goes back to its default is the look's again.
+void forget_given_page(ControlState& state) {
+    for (RecordRow const& row : record_rows())
+        if ((row.target == "page" && row.row != Row::PageTransparent) || row.row == Row::AxisMarksInFront)
+            unmark_given(state.given, row.row);
 }
 
 void fit_surfaces(ControlState& state) {
@@ -106,10 +113,12 @@ void Reset(ControlState& state) {
         discard_graphs(state);
         state.MaxZoomFactor = 1e6;
         reset_page_fill(state);
+        state.AxisMarksInFront = false;
+        forget_given_page(state);
+        dress_page(state);
         state.HScroll1.Visible = state.VScroll1.Visible = state.Zoomed = false;
         state.Label1.Border = false;
         state.Label1.Caption.clear();
-        state.AxisMarksInFront = false;
         state.host->child_controls_changed();
     });
 }

@@ -53,10 +53,6 @@ Row const& row_named(std::span<Row const> rows, std::span<OtherRow const> others
                 "qvGraph has no " + what + " named " + quoted + "." + suggestion(rows, name));
 }
 
-PropertyRow const& property_named(std::string_view name) {
-    return row_named(property_table(), method_table(), name, "property", " but a method: use Call.");
-}
-
 MethodRow const& method_named(std::string_view name) {
     return row_named(method_table(), property_table(), name, "method", " but a property: use Get or Let.");
 }
@@ -69,19 +65,6 @@ Accepts kind_of(Variant const& value) {
     if (std::holds_alternative<std::string>(value)) return Accepts::Text;
     if (std::holds_alternative<TextList>(value)) return Accepts::Texts;
     return std::holds_alternative<NumberList>(value) ? Accepts::Numbers : Accepts::Number;
-}
-
-/// An empty value stands for 0, "" or an empty list.
-void check_kind(std::string_view what, Accepts accepts, Variant const& value) {
-    if (value.is_empty()) return;
-    Accepts const kind = kind_of(value);
-    bool const is_single = kind == Accepts::Number || kind == Accepts::Text;
-    if (accepts == Accepts::Anything ? is_single : kind == accepts) return;
-    auto const name = [](Accepts which) {
-        return std::string(accepted_kinds[static_cast<std::size_t>(which)]);
-    };
-    raise_fault(FaultNumber::TypeMismatch,
-                std::string(what) + " takes " + name(accepts) + ", but was given " + name(kind) + ".");
 }
 
 std::string signature(MethodRow const& method) {
@@ -118,6 +101,22 @@ std::vector<Variant> completed(MethodRow const& method, std::span<Variant const>
 }
 
 } // namespace
+
+PropertyRow const& property_named(std::string_view name) {
+    return row_named(property_table(), method_table(), name, "property", " but a method: use Call.");
+}
+
+void check_kind(std::string_view what, Accepts accepts, Variant const& value) {
+    if (value.is_empty()) return;
+    Accepts const kind = kind_of(value);
+    bool const is_single = kind == Accepts::Number || kind == Accepts::Text;
+    if (accepts == Accepts::Anything ? is_single : kind == accepts) return;
+    auto const name = [](Accepts which) {
+        return std::string(accepted_kinds[static_cast<std::size_t>(which)]);
+    };
+    raise_fault(FaultNumber::TypeMismatch,
+                std::string(what) + " takes " + name(accepts) + ", but was given " + name(kind) + ".");
+}
 
 std::span<PropertyRow const> property_table() {
     static const PropertyRow rows[] = {

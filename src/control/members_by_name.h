@@ -24,6 +24,11 @@ struct PropertyRow {
 };
 std::span<PropertyRow const> property_table();
 
+/// A property's row, whatever the case of its name; fault 438 where there is none.
+PropertyRow const& property_named(std::string_view name);
+/// Fault 13 for a value of a kind that is not taken. An empty one stands for 0, "" or an empty list.
+void check_kind(std::string_view what, Accepts accepts, Variant const& value);
+
 struct ParameterRow {
     std::string_view name;
     bool required = true;

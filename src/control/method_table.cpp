@@ -204,6 +204,7 @@ std::vector<MethodRow> make_method_table() {
                                               {"TextColor"},
                                               {"TextAngle"},
                                               {"TextPercent"}}),
+        plain_method<static_cast<void (Q::*)(std::string_view)>(&Q::UseLook)>("UseLook", {{"Name"}}),
         plain_method<&Q::GetAxisRange>("GetAxisRange", {{"a1"}, {"a2"}}),
         plain_method<&Q::SetAxisTicks>("SetAxisTicks", {{"Major"}, {"Minor", NumberList()}}),
         plain_method<&Q::SetTooltip>("SetTooltip", {{"Tooltip"}}),

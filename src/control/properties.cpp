@@ -1,7 +1,9 @@
+#include "control/looks.h"
 #include "control/property_access.h"
 #include "qvgraph/qvGraph.h"
 #include "scale/axis_range.h"
 
+#include <array>
 #include <cmath>
 
 namespace qv::control {
@@ -74,6 +76,14 @@ void store(ControlState const& state, Field& field, Value const& value, Conversi
 // What a Let does after storing.
 void nothing(ControlState&) {}
 
+void dress_axis(ControlState& state) {
+    redress(state, current_graph(state), selected_axis(state));
+}
+
+void dress_data(ControlState& state) {
+    redress(state, current_graph(state), selected_data_set(state));
+}
+
 void follow_mode(ControlState& state) {
     scale::SetAxisScale(state);
 }
@@ -92,7 +102,78 @@ decltype(auto) value_of(Argument const& argument) {
         return (argument);
 }
 
+// Where it is kept which properties of a record the host has set. The page's are kept with the control's.
+namespace given_to {
+auto& axis(auto&& records) {
+    return target::axis(records).given;
+}
+auto& graph(auto&& records) {
+    return target::graph(records).given;
+}
+auto& data(auto&& records) {
+    return target::data(records).given;
+}
+auto& page(auto&& records) {
+    return target::control(records).given;
+}
+auto& control(auto&& records) {
+    return target::control(records).given;
+}
+} // namespace given_to
+
+constexpr std::string_view fields[] = {
+#define QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_) #target_ "." #field_,
+#define QV_PROPERTY(name, kind_, target_, field_, conversion_, then_) #target_ "." #field_,
+#include "control/properties.def"
+};
+
+// The first row of each row's field: two properties may have one field.
+constexpr auto first_rows = [] {
+    std::array<std::uint8_t, std::size(fields)> first{};
+    for (std::size_t row = 0; row < first.size(); ++row)
+        while (fields[first[row]] != fields[row]) ++first[row];
+    return first;
+}();
+static_assert(first_rows.size() <= GivenProperties().size());
+
+std::size_t place_of(Row row) {
+    return first_rows[static_cast<std::size_t>(row)];
+}
+
 } // namespace
+
+bool is_given(GivenProperties const& given, Row row) {
+    return given[place_of(row)];
+}
+
+void mark_given(GivenProperties& given, Row row) {
+    given[place_of(row)] = true;
+}
+
+void unmark_given(GivenProperties& given, Row row) {
+    given[place_of(row)] = false;
+}
+
+std::span<RecordRow const> record_rows() {
+    using namespace std::string_view_literals;
+    static constexpr RecordRow rows[] = {
+#define QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_)
+#define QV_PROPERTY(name, kind_, target_, field_, conversion_, then_)                                        \
+    {#name,                                                                                                  \
+     #target_,                                                                                               \
+     #then_ != "fix_range"sv && #then_ != "follow_mode"sv,                                                   \
+     Row::name,                                                                                              \
+     [](Records const& records) -> GivenProperties const& { return given_to::target_(records); },            \
+     [](Records const& records, Variant const& value) {                                                      \
+         store(*records.control, target::target_(records).field_, kind::kind_::from(value), conversion_);    \
+     },                                                                                                      \
+     [](Records const& to, Records const& from) {                                                            \
+         target::target_(to).field_ = target::target_(from).field_;                                          \
+     }},
+#include "control/properties.def"
+    };
+    return rows;
+}
 
 namespace property {
 
@@ -104,6 +185,7 @@ namespace property {
     QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_)                                         \
     void name(ControlState& state, kind::kind_::argument value) {                                            \
         store(state, target::target_(state).field_, value_of<kind::kind_>(value), conversion_);              \
+        mark_given(given_to::target_(state), Row::name);                                                     \
         then_(state);                                                                                        \
     }
 #include "control/properties.def"

@@ -4,6 +4,7 @@
 #include "control/data_entry.h"
 #include "control/document.h"
 #include "control/lifecycle.h"
+#include "control/looks.h"
 #include "control/members_by_name.h"
 #include "control/point_entry.h"
 #include "control/settings.h"
@@ -272,6 +273,14 @@ void qvGraph::AddText(std::string_view Text, double TextX, double TextY, Checked
 #define QV_PARAMETER(method, name, kind_, default_, rule, property_)
 #define QV_STYLE_END(method, then)
 #include "control/styles.def"
+
+void qvGraph::UseLook(std::string_view Name) {
+    control::UseLook(*state_, Name);
+}
+
+void qvGraph::UseLook(Look const& Values) {
+    control::UseLook(*state_, Values);
+}
 
 void qvGraph::GetAxisRange(double& a1, double& a2) const {
     control::GetAxisRange(*state_, a1, a2);

@@ -1,5 +1,6 @@
 #include "control/styles.h"
 
+#include "control/looks.h"
 #include "control/property_access.h"
 #include "control/style_rules.h"
 #include "document/trap.h"
@@ -23,9 +24,20 @@ void set_border_widths(ControlState& state, BorderStyleArguments const& given) {
     BorderWidths(state, widths);
 }
 
+// A font or colour left out is stored as none and black, but nobody has asked for these: a look may give
+// others.
+void leave_to_look(ControlState& state, SymbolStyleArguments const& given) {
+    DataSet& set = selected_data_set(state);
+    if (given.TextFont.empty()) unmark_given(set.given, Row::DataTextFont);
+    if (given.ErrorBarColor == 0) unmark_given(set.given, Row::ErrorBarColor);
+    redress(state, current_graph(state), set);
+}
+
 void store_line_thickness(ControlState& state, DataLineArguments const& given) {
-    if (given.Thickness != -1)
-        selected_data_set(state).DataLineThickness = to_i16(std::int32_t(given.Thickness));
+    if (given.Thickness == -1) return;
+    DataSet& set = selected_data_set(state);
+    set.DataLineThickness = to_i16(std::int32_t(given.Thickness));
+    mark_given(set.given, Row::DataLineThickness);
 }
 
 } // namespace

@@ -18,6 +18,10 @@
 #include <string>
 #include <vector>
 
+namespace qv {
+struct Look;
+}
+
 namespace qv::document {
 
 constexpr float twips_per_mm = static_cast<float>(twips_per_inch / millimetres_per_inch);
@@ -97,6 +101,9 @@ struct ControlState : PageSettings {
     /// \name Switches of the host
     /// \{
     bool SuppressRaisingEvents = false; // the others are settings of the page
+    std::string LookName = "classic";
+    std::shared_ptr<Look const> look; // none: the classic one
+    GivenProperties given;            // of the control and its page
     /// \}
 
     /// \name Interaction and zoom

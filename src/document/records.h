@@ -7,12 +7,17 @@
 #include "qvgraph/geometry.h"
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace qv::document {
+
+/// Which properties of a record the host has set, by their row in the table of properties. A look leaves
+/// these alone.
+using GivenProperties = std::bitset<256>;
 
 /// The fill of an area: page, graph border, plot area, legend table or a data set's symbols.
 struct FillSpec {
@@ -100,6 +105,7 @@ struct Axis {
     std::vector<double> minor_tick_values; // count only beside given major ones
     std::optional<DrawnRange> drawn;       // the last time, if it was automatic then
     std::optional<ShownScale> shown;       // by the last drawing
+    GivenProperties given;
 
     bool has_mode(AxisMode mode) const { return AxisScale == static_cast<std::uint8_t>(mode); }
 };
@@ -133,6 +139,8 @@ struct DataSetSettings : GraphText {
     std::int16_t DataLineStyle = 0;
     Color DataLineColor = 0;
     std::int16_t DataLineThickness = 0; // pixels
+    std::uint8_t DataLineDash = 0;      // 1 dashes, 2 dots, 3 and 4 dashes with one and two dots
+    float DataSymbolSpacing = 0;        // twips between symbols on a line, at least; 0: at each point
     bool DataHide = false;
     bool ShowErrorBar = false;
     Color ErrorBarColor = 0;
@@ -149,6 +157,7 @@ struct DataSetSettings : GraphText {
     double MathFuncX2 = 0;
     std::int16_t xAxisIndex = 0;
     std::int16_t yAxisIndex = 0;
+    GivenProperties given;
 };
 
 struct DataSet : DataSetSettings {
@@ -202,8 +211,11 @@ struct GraphSettings {
     bool GraphAllowZoom = true;
     bool GraphShowXY = true;
     bool GraphAllowDragging = true;
-    float GraphTitleVShift = 0; // millimetres
-    float GraphTitleHShift = 0; // millimetres
+    float GraphTitleVShift = 0;   // millimetres
+    float GraphTitleHShift = 0;   // millimetres
+    bool margins_by_hand = false; // a person has dragged an edge of the plot area, or the legend
+    bool legend_by_hand = false;
+    GivenProperties given;
 };
 
 /// A plot panel.
@@ -214,6 +226,12 @@ struct Graph : GraphSettings {
     std::int16_t NumAxes() const { return static_cast<std::int16_t>(Axes.size()); }
     std::int16_t NumDataSets() const { return static_cast<std::int16_t>(DataSets.size()); }
 };
+
+/// The page's fill before anybody has set it.
+inline FillSpec fresh_page_fill() {
+    constexpr Color white = rgb(255, 255, 255);
+    return {.Color1 = white, .Color2 = white, .GradientAngle = 90};
+}
 
 /// A graph as NewGraph starts it, without axes and data.
 inline Graph fresh_graph(float units_per_mm_x, float units_per_mm_y) {

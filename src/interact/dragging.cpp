@@ -100,6 +100,7 @@ void move_hit_part(ControlState& state, Graph& graph, Point mouse, Corner corner
     if (on.OnFrameRight) return across.drag_frame_end();
     if (on.OnFrameTop) return down.drag_frame_start();
     if (on.OnFrameBottom) return down.drag_frame_end();
+    graph.margins_by_hand = true;
     if (on.OnPlotLeft) return across.drag_plot_start();
     if (on.OnPlotRight) return across.drag_plot_end();
     if (on.OnPlotTop) return down.drag_plot_start();
@@ -116,6 +117,7 @@ Corner inside_frame(Graph const& graph, Corner corner) {
 /// Puts the legend's corner somewhere and tells its place in percent of the frame.
 void place_legend(ControlState& state, Graph& graph, Corner corner) {
     render::LegendPosition(state, state.MouseGraph, corner.left, corner.top);
+    graph.legend_by_hand = true;
     auto const percent = [](std::int32_t part, std::int32_t whole) {
         return whole == 0 ? 0.0F : static_cast<float>(part) * 100 / static_cast<float>(whole);
     };

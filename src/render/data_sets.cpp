@@ -45,6 +45,14 @@ struct Plotting {
     BarStack bars;
 };
 
+// The dashes that the host has asked for beside the line's style.
+std::optional<DrawStyle> dash_style(DataSet const& set) {
+    constexpr std::array styles{DrawStyle::Dash, DrawStyle::Dot, DrawStyle::DashDot, DrawStyle::DashDotDot};
+    std::size_t const number = set.DataLineDash;
+    if (number == 0 || number > styles.size()) return std::nullopt;
+    return styles[number - 1];
+}
+
 void set_line_pen(DrawSurface& surface, DataSet const& set, DrawStyle style) {
     surface.state.draw_style = style;
     surface.state.DrawWidth = std::max<int>(1, set.DataLineThickness);
@@ -62,7 +70,7 @@ LineMapping line_mapping(Plotting const& plotting) {
 
 void draw_line(Plotting& plotting, DataSet const& set) {
     DrawSurface& surface = plotting.surface;
-    set_line_pen(surface, set, set.DataLineStyle == line_dotted ? DrawStyle::Dot : DrawStyle::Solid);
+    set_line_pen(surface, set, point_line_style(set));
     const LineMapping mapping = line_mapping(plotting);
     switch (set.DataLineStyle) {
     case line_smooth: draw_spline(surface, set, mapping); break;
@@ -97,6 +105,23 @@ bool has_single_marks(Graph const& graph, DataSet const& set) {
     });
 }
 
+// Along a line not each point needs its symbol; without one, each has it.
+class SymbolSpacing {
+public:
+    explicit SymbolSpacing(DataSet const& set)
+        : least_(set.DataLineStyle > 0 && !is_area(set) ? double{set.DataSymbolSpacing} : 0) {}
+
+    bool keeps(Point centre) {
+        if (std::hypot(centre.x - last_.x, centre.y - last_.y) < least_) return false;
+        last_ = centre;
+        return true;
+    }
+
+private:
+    double least_; // twips
+    Point last_{HUGE_VAL, HUGE_VAL};
+};
+
 void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
     Graph& graph = plotting.graph;
     DrawSurface& surface = plotting.surface;
@@ -108,14 +133,17 @@ void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
     surface.state.fill_style = FillStyle::Solid;
     surface.state.DrawWidth = 1;
     std::vector<Point> centres;
+    SymbolSpacing spacing(set);
     const ShapeScope one_shape(surface);
     for (PointBlock const& block : set.points.blocks()) {
         centres.resize(block.size());
         std::size_t visible = 0;
         auto const x = block.x(), y = block.y();
         for (std::size_t i = 0; i < block.size(); ++i)
-            if (x_range.contains(x[i]) && y_range.contains(y[i]))
-                centres[visible++] = whole_twips({x_map(x[i]), y_map(y[i])});
+            if (x_range.contains(x[i]) && y_range.contains(y[i])) {
+                const Point centre = whole_twips({x_map(x[i]), y_map(y[i])});
+                if (spacing.keeps(centre)) centres[visible++] = centre;
+            }
         centres.resize(visible);
         surface.Symbols({*symbol_shape(set.DataSymbol), set.DataSymbolSize, centres});
     }
@@ -223,8 +251,15 @@ void draw_data_text(Plotting& plotting, DataSet const& set) {
 
 } // namespace
 
+DrawStyle point_line_style(DataSet const& set) {
+    if (is_area(set)) return DrawStyle::Solid;
+    if (auto const dashes = dash_style(set)) return *dashes;
+    return set.DataLineStyle == line_dotted ? DrawStyle::Dot : DrawStyle::Solid;
+}
+
 std::optional<DrawStyle> curve_style(DataSet const& set) {
     if (set.MathFunc.empty() || set.DataLineStyle == line_none) return std::nullopt;
+    if (auto const dashes = dash_style(set)) return dashes;
     return set.DataLineStyle == line_solid ? DrawStyle::Solid : DrawStyle::Dot;
 }
 

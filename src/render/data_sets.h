@@ -17,6 +17,13 @@ constexpr std::int16_t line_smooth = 3;
 constexpr std::int16_t line_area = 4;
 constexpr std::int16_t line_outlined_area = 5;
 
+inline bool is_area(document::DataSet const& set) {
+    return set.DataLineStyle == line_area || set.DataLineStyle == line_outlined_area;
+}
+
+/// The pen of the line through a data set's points.
+DrawStyle point_line_style(document::DataSet const& set);
+
 /// The pen of a data set's function; none where no function is drawn.
 std::optional<DrawStyle> curve_style(document::DataSet const& set);
 

@@ -59,10 +59,6 @@ bool has_row(DataSet const& set) {
     return !set.DataLegend.empty() && !set.DataHide && set.DataInLegendTable;
 }
 
-bool is_area(DataSet const& set) {
-    return set.DataLineStyle == line_area || set.DataLineStyle == line_outlined_area;
-}
-
 Table measure(ControlState& state, DrawSurface& surface, Graph const& graph) {
     // A copy, because a font that cannot be read raises ErrorMsg, whose handler may change it.
     SetGraphFont(state, surface, std::string(graph.LegendFont));
@@ -121,7 +117,7 @@ std::optional<DrawStyle> sample_line(DataSet const& set) {
     auto const curve = curve_style(set);
     if (curve && !(line_of_points && set.DataSetPointCount() > 0)) return curve;
     if (!line_of_points) return std::nullopt;
-    return set.DataLineStyle == line_dotted ? DrawStyle::Dot : DrawStyle::Solid;
+    return point_line_style(set);
 }
 
 void draw_line_sample(DrawSurface& surface, DataSet const& set, DrawStyle style, Point centre,

@@ -15,7 +15,7 @@ using Pixels = std::vector<std::uint32_t>;
 
 namespace {
 
-struct Look {
+struct Variation {
     bool legend_in_front = true;
     bool marks_in_front = false;
     std::int16_t edge = 1; // pixels, of the legend
@@ -24,7 +24,7 @@ struct Look {
     double dots_per_inch = 96;
 };
 
-const std::vector<Look> looks{
+const std::vector<Variation> variations{
     {},
     {.legend_in_front = false},
     {.legend_in_front = false, .marks_in_front = true, .edge = 7},
@@ -36,20 +36,20 @@ const std::vector<Look> looks{
 };
 
 // Lines, texts and symbols from end to end, so that each legend lies over some and under others.
-void add_graph(qvGraph& page, Look const& look) {
+void add_graph(qvGraph& page, Variation const& variation) {
     page.NewGraph("A title", 0, 10, -6, 6);
-    page.AxisMarksInFront(look.marks_in_front);
+    page.AxisMarksInFront(variation.marks_in_front);
     page.SetSelectedAxis(1);
     page.AxisGridStyle({});
     page.AxisLabelShift(-6.0F); // labels over the data
-    page.LegendTableStyle({.LeftPercent = 30, .TopPercent = 40, .EdgeThickness = look.edge});
-    page.LegendTransparent(look.see_through);
+    page.LegendTableStyle({.LeftPercent = 30, .TopPercent = 40, .EdgeThickness = variation.edge});
+    page.LegendTransparent(variation.see_through);
     page.LegendTableColor2(rgb(120, 200, 90));
-    page.LegendInFront(look.legend_in_front);
+    page.LegendInFront(variation.legend_in_front);
     for (std::int16_t symbol : std::initializer_list<std::int16_t>{0, 3}) {
         page.NewDataSet("A data set");
         page.SymbolStyle({.Symbol = symbol, .Size = 1.6F});
-        page.DataLine({.Thickness = look.line, .Style = static_cast<std::int16_t>(symbol ? 2 : 1)});
+        page.DataLine({.Thickness = variation.line, .Style = static_cast<std::int16_t>(symbol ? 2 : 1)});
         for (int i = 0; i <= 40; ++i) page.AddDataPoint(i / 4.0, 5 * std::sin(i * 0.7 + symbol));
     }
     page.DataText("a text over them");
@@ -88,11 +88,12 @@ void draw_see_through_graphs(qvGraph& page) {
 } // namespace
 
 TEST_CASE("a front graph looks as the same graph does behind another") {
-    for (Look const& look : looks) {
-        CAPTURE(&look - looks.data());
-        headless::HeadlessHost front({500, 350}, look.dots_per_inch), back({500, 350}, look.dots_per_inch);
+    for (Variation const& variation : variations) {
+        CAPTURE(&variation - variations.data());
+        headless::HeadlessHost front({500, 350}, variation.dots_per_inch),
+            back({500, 350}, variation.dots_per_inch);
         for (auto* host : {&front, &back}) {
-            add_graph(host->control(), look);
+            add_graph(host->control(), variation);
             if (host == &back) {
                 host->control().NewGraph("");
                 host->control().GraphInclude(false);
@@ -105,10 +106,10 @@ TEST_CASE("a front graph looks as the same graph does behind another") {
 }
 
 TEST_CASE("a page during and after the drag of a legend is one that has its legend there") {
-    for (Look const& look : looks) {
-        CAPTURE(&look - looks.data());
-        headless::HeadlessHost host({500, 350}, look.dots_per_inch);
-        add_graph(host.control(), look);
+    for (Variation const& variation : variations) {
+        CAPTURE(&variation - variations.data());
+        headless::HeadlessHost host({500, 350}, variation.dots_per_inch);
+        add_graph(host.control(), variation);
         host.control().Refresh();
         auto const before = shown(host);
         document::Graph const& graph = *control::state_of(host.control()).Graphs[0];
