@@ -54,7 +54,8 @@ void set_line_pen(DrawSurface& surface, DataSet const& set, DrawStyle style) {
 /// From values on the graph's selected axes to the page, and what can be seen there of a line in the pen set.
 LineMapping line_mapping(Plotting const& plotting) {
     Box const plot = plot_box(plotting.graph);
-    double const pen = (plotting.surface.state.DrawWidth + 2) * plotting.surface.TwipsPerPixelX();
+    DrawSurface const& surface = plotting.surface;
+    double const pen = (surface.pen_pixels(surface.state.DrawWidth) + 2) * surface.TwipsPerPixelX();
     return {scale::x_map(plotting.graph, selected_x_axis(plotting.graph)),
             scale::y_map(plotting.graph, selected_y_axis(plotting.graph)),
             {plot.left - pen, plot.top - pen, plot.width + 2 * pen, plot.height + 2 * pen}};

@@ -204,7 +204,8 @@ void LegendTable(ControlState& state, DrawSurface& surface, std::int16_t index) 
 }
 
 Box legend_reach(Graph const& graph, DrawSurface const& surface) {
-    double const edge = std::ceil(graph.LegendFill.EdgeThickness / 2.0);
+    int const thickness = graph.LegendFill.EdgeThickness;
+    int const edge = thickness == 0 ? 0 : (whole_pen(surface.pen_pixels(thickness)) + 1) / 2;
     double const across = edge * surface.TwipsPerPixelX(), down = edge * surface.TwipsPerPixelY();
     const Box box = legend_box(graph);
     return {box.left - across, box.top - down, box.width + 2 * across, box.height + 2 * down};

@@ -52,7 +52,7 @@ void show_empty_page(ControlState& state) {
 // What an edge of the plot area is drawn like.
 struct FrameEdge {
     Axis const* axis = nullptr; // nullptr: not drawn
-    int thickness = 1;          // pixels
+    int thickness = 1;          // pixels at 96 to the inch
 };
 
 // An edge is the line of the first axis that stands on it. Without one it has the colour of the first axis of
@@ -165,9 +165,10 @@ void draw_page_edge(ControlState& state) {
     };
     page.state.DrawWidth = thickness;
     if (state.PageFill.EdgeColor != -1) page.state.ForeColor = state.PageFill.EdgeColor;
-    page.Line({half(thickness, page.TwipsPerPixelX()), half(thickness, page.TwipsPerPixelY())},
-              {state.PageWidth - half(thickness + 1, page.TwipsPerPixelX()),
-               state.PageHeight - half(thickness + 1, page.TwipsPerPixelY())},
+    int const pen = whole_pen(page.pen_pixels(thickness));
+    page.Line({half(pen, page.TwipsPerPixelX()), half(pen, page.TwipsPerPixelY())},
+              {state.PageWidth - half(pen + 1, page.TwipsPerPixelX()),
+               state.PageHeight - half(pen + 1, page.TwipsPerPixelY())},
               LineShape::Box, page.state.ForeColor);
     page.state.DrawWidth = 1;
 }
