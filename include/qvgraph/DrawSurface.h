@@ -34,7 +34,7 @@ struct DrawState {
     FillStyle fill_style = FillStyle::Transparent; ///< whether shapes are filled
     DrawStyle draw_style = DrawStyle::Solid;       ///< of the pen
     DrawMode draw_mode = DrawMode::Copy;           ///< Invert turns every pixel it touches
-    int DrawWidth = 1;                             ///< of the pen in pixels, at least 1
+    int DrawWidth = 1;                             ///< of the pen in pixels at 96 to the inch, at least 1
     Font font;                                     ///< of text
     double CurrentX = 0;                           ///< twips, where Print begins
     double CurrentY = 0;                           ///< twips, the top of the line that Print writes
@@ -72,6 +72,11 @@ struct SymbolBatch {
     std::span<Point const> centres;          ///< twips
 };
 
+/// How many pixels wide a pen of this width in pixels draws lines along rows or columns of pixels: the
+/// nearest whole number from 1 on, of two that are as near the smaller, so that frames are no heavier than
+/// curves.
+QV_EXPORT int whole_pen(double pixels);
+
 /// A drawing surface. Points are twips unless a parameter is in pixels (`PixelPoint`, y down, pixel n
 /// covers n to n + 1 and a whole number n means that pixel's centre).
 ///
@@ -89,8 +94,11 @@ public:
 
     /// Whether it shows pixels, so that nothing of a line matters but how it covers them.
     virtual bool ShowsPixels() const { return false; }
-    virtual double TwipsPerPixelX() const = 0;                                  ///< any positive fraction
-    virtual double TwipsPerPixelY() const = 0;                                  ///< any positive fraction
+    virtual double TwipsPerPixelX() const = 0; ///< any positive fraction
+    virtual double TwipsPerPixelY() const = 0; ///< any positive fraction
+    /// How wide a pen of `width` pixels at 96 to the inch is in pixels of this surface: at least one, and no
+    /// more than could matter.
+    double pen_pixels(int width) const;
     virtual PixelSize GetClientRect() const = 0;                                ///< its size in pixels
     double Width() const { return GetClientRect().width * TwipsPerPixelX(); }   ///< twips
     double Height() const { return GetClientRect().height * TwipsPerPixelY(); } ///< twips

@@ -14,8 +14,8 @@ namespace qv {
 struct AxisStyleArguments {
     /// AxisColor: Colour of the axis line, its ticks and its edge of the plot area.
     ColorValue LineColor = -1;
-    /// AxisThickness: Width in pixels of the axis line and of the plot area's edge it stands on, drawn as at
-    /// least 1.
+    /// AxisThickness: Width in pixels at 96 to the inch of the axis line and of the plot area's edge it
+    /// stands on, drawn as at least 1.
     Checked<std::int32_t> LineThickness = -1;
     /// AxisLog: Whether the axis is logarithmic; cleared at drawing where the range is not wholly positive.
     Checked<bool> LogScale = false;
@@ -85,7 +85,7 @@ struct AxisGridStyleArguments {
 
 /// Of `qvGraph::AxisTickStyle`. Sets the selected axis's ticks.
 struct AxisTickStyleArguments {
-    /// AxisTickThickness: Width of the ticks in pixels, drawn as at least 1.
+    /// AxisTickThickness: Width of the ticks in pixels at 96 to the inch, drawn as at least 1.
     Checked<std::int32_t> Thickness = -1;
     /// AxisTickLength: Length of the major ticks in millimetres; minor ticks have 0.7 of it.
     Checked<float> Length = -1;
@@ -206,7 +206,7 @@ struct LegendTableStyleArguments {
     Checked<float> TopPercent = -1;
     /// LegendEdgeColor: Colour of the legend's outline.
     ColorValue EdgeColor = -1;
-    /// LegendEdgeThickness: Width of the legend's outline in pixels; 0 for none.
+    /// LegendEdgeThickness: Width of the legend's outline in pixels at 96 to the inch; 0 for none.
     Checked<std::int32_t> EdgeThickness = -1;
     /// LegendTableColor1: First colour of the legend's ground.
     ColorValue Color1 = -1;
@@ -239,7 +239,7 @@ struct SymbolStyleArguments {
     ColorValue Color1 = -1;
     /// DataSymbolEdgeColor: Colour of the symbols' outlines, and of error bars along x.
     ColorValue Color2 = -1;
-    /// DataSymbolEdgeThickness: Width of the symbols' outlines in pixels; 0 for none.
+    /// DataSymbolEdgeThickness: Width of the symbols' outlines in pixels at 96 to the inch; 0 for none.
     Checked<std::int32_t> EdgeThickness = -1;
     /// Bar3D: Whether bars are shaded like cylinders, from the edge's colour to the symbol's.
     Checked<bool> Bar3D = false;
@@ -266,7 +266,7 @@ struct SymbolStyleArguments {
 struct DataLineArguments {
     /// DataLineColor: Colour of the line.
     ColorValue Color = -1;
-    /// DataLineThickness: Width of the line in pixels, drawn as at least 1.
+    /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     Checked<std::int32_t> Thickness = 1;
     /// DataLineStyle: 0 none, 1 solid, 2 dotted, 3 smooth curve, 4 filled area, 5 area outlined piece by
     /// piece.

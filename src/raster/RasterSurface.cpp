@@ -42,7 +42,7 @@ void fill_pixels(PixelBuffer& buffer, PixelBox const& box, std::uint32_t value) 
 // The four sides of a box of pixels. `InsideSolid` keeps a wide pen within the box.
 void stroke_box(CoverageMask& mask, PixelBox const& clip, PixelBox box, Pen const& pen) {
     if (pen.style == DrawStyle::InsideSolid) {
-        int const width = static_cast<int>(pen.width);
+        int const width = whole_pen(pen.width);
         box = {box.left + width / 2, box.top + width / 2, box.right - (width - 1) / 2,
                box.bottom - (width - 1) / 2};
         if (box.empty()) return;
@@ -159,7 +159,7 @@ void RasterSurface::Line(Point from, Point to, LineShape shape, Color color) {
     if (shape == LineShape::FilledBox && canvas_->paints_at_once(state))
         return fill_pixels(canvas_->buffer, intersection(spanned(a, b), canvas_->clip), pixel_value(color));
     CoverageMask& mask = canvas_->mask(state, color);
-    const Pen pen = pen_of(state);
+    const Pen pen = pen_of(*this);
     if (shape == LineShape::FilledBox)
         mask.fill(intersection(spanned(a, b), canvas_->clip));
     else if (shape == LineShape::Box)
@@ -174,9 +174,9 @@ void RasterSurface::Line(Point from, Point to, LineShape shape, Color color) {
 void RasterSurface::PSet(Point point) {
     const PixelPoint place{point.x / twips_per_pixel_x_, point.y / twips_per_pixel_y_};
     if (!is_finite(place)) return;
-    const Pen pen = pen_of(state);
+    const Pen pen = pen_of(*this);
     CoverageMask& mask = canvas_->mask(state, state.ForeColor);
-    if (pen.width <= 1)
+    if (whole_pen(pen.width) == 1)
         mask.fill(intersection(spanned(place, place), canvas_->clip));
     else
         fill_oval(mask, canvas_->clip, {place, pen.width / 2, pen.width / 2}, pen.edge);
@@ -189,7 +189,7 @@ void RasterSurface::Circle(Point centre, double radius_twips) {
     const PixelPoint radii{radius / twips_per_pixel_x_, radius / twips_per_pixel_y_};
     if (!is_finite(place) || !is_finite(radii)) return;
     const Oval oval{place, radii.x, radii.y};
-    const Pen pen = pen_of(state);
+    const Pen pen = pen_of(*this);
     if (state.fill_style == FillStyle::Solid)
         fill_oval(canvas_->mask(state, state.FillColor), canvas_->clip, oval, pen.edge);
     stroke_oval(canvas_->mask(state, state.ForeColor), canvas_->clip, pen_oval(oval, pen), pen);
@@ -198,7 +198,7 @@ void RasterSurface::Circle(Point centre, double radius_twips) {
 
 void RasterSurface::Polygon(std::span<PixelPoint const> corners) {
     if (corners.empty() || !std::ranges::all_of(corners, is_finite)) return;
-    const Pen pen = pen_of(state);
+    const Pen pen = pen_of(*this);
     if (state.fill_style == FillStyle::Solid)
         canvas_->filler.fill(canvas_->mask(state, state.FillColor), canvas_->clip, corners, pen.edge);
     CoverageMask& mask = canvas_->mask(state, state.ForeColor);
@@ -214,7 +214,7 @@ void RasterSurface::Rectangle(PixelPoint left_top, PixelPoint right_bottom) {
     if (box.empty()) return;
     if (state.fill_style == FillStyle::Solid)
         canvas_->mask(state, state.FillColor).fill(intersection(box, canvas_->clip));
-    stroke_box(canvas_->mask(state, state.ForeColor), canvas_->clip, box, pen_of(state));
+    stroke_box(canvas_->mask(state, state.ForeColor), canvas_->clip, box, pen_of(*this));
     canvas_->finish();
 }
 
@@ -226,7 +226,7 @@ void RasterSurface::Ellipse(PixelPoint left_top, PixelPoint right_bottom) {
     const Oval oval{{(box.left + box.right - 1) / 2.0, (box.top + box.bottom - 1) / 2.0},
                     (box.width() - 1) / 2.0,
                     (box.height() - 1) / 2.0};
-    const Pen pen = pen_of(state);
+    const Pen pen = pen_of(*this);
     if (state.fill_style == FillStyle::Solid)
         fill_oval(canvas_->mask(state, state.FillColor), canvas_->clip, oval, pen.edge);
     stroke_oval(canvas_->mask(state, state.ForeColor), canvas_->clip, pen_oval(oval, pen), pen);
@@ -253,7 +253,7 @@ void RasterSurface::Polyline(std::span<Point const> points) {
     std::ranges::transform(points, places.begin(), [&](Point p) {
         return PixelPoint{p.x / twips_per_pixel_x_, p.y / twips_per_pixel_y_};
     });
-    stroke_polyline(canvas_->mask(state, state.ForeColor), canvas_->clip, places, pen_of(state),
+    stroke_polyline(canvas_->mask(state, state.ForeColor), canvas_->clip, places, pen_of(*this),
                     canvas_->band);
     canvas_->finish();
 }
@@ -262,7 +262,7 @@ void RasterSurface::Symbols(SymbolBatch const& batch) {
     bool const lines = batch.shape == SymbolShape::Dot || batch.shape == SymbolShape::Plus
                        || batch.shape == SymbolShape::Cross;
     double const half_size = std::abs(static_cast<double>(batch.half_size));
-    Pen pen = pen_of(state);
+    Pen pen = pen_of(*this);
     pen.style = DrawStyle::Solid;
     const Symbol symbol{batch.shape, half_size / twips_per_pixel_x_, half_size / twips_per_pixel_y_, pen};
     std::vector<PixelPoint>& places = canvas_->points;

@@ -46,8 +46,11 @@ inline Edge edge_of(DrawState const& state) {
     return state.Smooth && state.draw_mode != DrawMode::Invert ? Edge::Smooth : Edge::Whole;
 }
 
-inline Pen pen_of(DrawState const& state) {
-    return {pen_width(state.DrawWidth), state.draw_style, edge_of(state)};
+/// Whole pixels know no half ones: there a pen has a whole width too.
+inline Pen pen_of(DrawSurface const& surface) {
+    double const width = surface.pen_pixels(surface.state.DrawWidth);
+    const Edge edge = edge_of(surface.state);
+    return {edge == Edge::Whole ? whole_pen(width) : width, surface.state.draw_style, edge};
 }
 
 } // namespace qv::raster

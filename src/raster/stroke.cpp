@@ -238,7 +238,7 @@ bool is_dashed(DrawStyle style) {
 bool dash_shows(DrawStyle style, double width, int coordinate) {
     DashPattern const* const pattern = dash_pattern(style);
     if (pattern == nullptr) return style != DrawStyle::None;
-    int const unit = std::max(1, static_cast<int>(std::lround(width)));
+    int const unit = whole_pen(width);
     int const period = pattern->total() * unit;
     int rest = ((coordinate % period) + period) % period;
     for (std::size_t i = 0; i < pattern->lengths.size(); ++i) {
@@ -296,7 +296,7 @@ void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPo
 
 void stroke_snapped(CoverageMask& mask, PixelBox const& clip, PixelBox const& ends, Pen const& pen) {
     if (pen.style == DrawStyle::None) return;
-    int const width = static_cast<int>(std::lround(pen.width));
+    int const width = whole_pen(pen.width);
     const PixelBox wide{ends.left - width / 2, ends.top - width / 2, ends.right - width / 2 + width - 1,
                         ends.bottom - width / 2 + width - 1};
     const PixelBox box = intersection(wide, clip);

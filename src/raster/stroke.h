@@ -19,11 +19,6 @@ struct Pen {
     bool operator==(Pen const&) const = default;
 };
 
-/// The pen width that drawing uses: at least one pixel, and no more than could matter.
-inline double pen_width(int DrawWidth) {
-    return std::clamp(DrawWidth, 1, 4096);
-}
-
 /// Lengths of the shown and hidden stretches of a dashed line in turn, in pen widths; a last 0, 0 means
 /// nothing. Empty for a line without gaps.
 std::span<int const> dash_lengths(DrawStyle style);

@@ -25,7 +25,7 @@ bool is_snapped(Symbol const& symbol) {
     case SymbolShape::WideRectangle:
     case SymbolShape::TallRectangle:
     case SymbolShape::Plus: return true;
-    case SymbolShape::Dot: return symbol.pen.edge == Edge::Whole || symbol.pen.width <= 1;
+    case SymbolShape::Dot: return symbol.pen.edge == Edge::Whole || whole_pen(symbol.pen.width) == 1;
     default: return symbol.pen.edge == Edge::Whole;
     }
 }
@@ -58,7 +58,7 @@ struct SymbolPainter {
     }
     void rectangle(double wide, double tall) const {
         const PixelBox box = snapped(wide, tall);
-        int const width = static_cast<int>(symbol.pen.width);
+        int const width = whole_pen(symbol.pen.width);
         mask.fill(intersection({box.left - width / 2, box.top - width / 2, box.right - width / 2 + width - 1,
                                 box.bottom - width / 2 + width - 1},
                                clip));
@@ -72,7 +72,7 @@ struct SymbolPainter {
     }
     void dot() const {
         double const radius = symbol.pen.width / 2;
-        if (radius < 1)
+        if (whole_pen(symbol.pen.width) == 1)
             mask.fill(intersection(snapped(0, 0), clip));
         else
             fill_oval(mask, clip, {centre, radius, radius}, symbol.pen.edge);

@@ -2,6 +2,7 @@
 
 #include "render/column_thinner.h"
 #include "render/finite_runs.h"
+#include "render/pen.h"
 
 #include <algorithm>
 #include <vector>
@@ -84,6 +85,7 @@ private:
 };
 
 void fill(DrawSurface& surface, std::vector<Top> const& tops, double base, Color color) {
+    const PenScope pen(surface, 1);
     surface.state.fill_style = FillStyle::Solid;
     surface.state.ForeColor = surface.state.FillColor = color;
     const ShapeScope one_shape(surface);
@@ -113,10 +115,7 @@ void draw_area(DrawSurface& surface, document::DataSet const& set, LineMapping c
     AreaTops area(mapping, surface.TwipsPerPixelX());
     for_each_finite_run(set.points, [&](std::span<Point const> run) { area.add(run); });
     double const base = mapping.y.start;
-    int const width = surface.state.DrawWidth;
-    surface.state.DrawWidth = 1;
     fill(surface, area.tops(), base, set.DataSymbolFill.Color1);
-    surface.state.DrawWidth = width;
     surface.state.ForeColor = set.DataLineColor;
     const ShapeScope one_shape(surface);
     for (Top const& top : area.tops()) {

@@ -5,6 +5,7 @@
 #include "document/trap.h"
 #include "render/axis_frame.h"
 #include "render/axis_range.h"
+#include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
 #include "render/text.h"
@@ -22,7 +23,6 @@ using document::AxisKind;
 using document::ControlState;
 using document::current_graph;
 using document::Graph;
-using document::RestoreScope;
 using document::trapped;
 
 constexpr double minor_tick_share = 0.7;
@@ -41,7 +41,7 @@ struct AxisDrawing {
 
 void draw_axis_line(AxisDrawing const& drawing) {
     AxisFrame const& frame = drawing.frame;
-    const RestoreScope width(drawing.surface.state.DrawWidth, std::max<int>(drawing.axis.AxisThickness, 1));
+    const PenScope pen(drawing.surface, drawing.axis.AxisThickness);
     drawing.surface.Line(frame.at(frame.along_low(), frame.own.line),
                          frame.at(frame.along_high(), frame.own.line), LineShape::Segment,
                          drawing.axis.AxisColor);
@@ -51,6 +51,7 @@ void draw_tick(AxisDrawing const& drawing, PlacedTick const& tick, AxisEdge edge
     Axis const& axis = drawing.axis;
     double const length = axis.AxisTickLength * (tick.kind == TickKind::Major ? 1.0 : minor_tick_share);
     if (length == 0 || !(axis.AxisTicksInside || axis.AxisTicksOutside)) return;
+    const PenScope pen(drawing.surface, axis.AxisTickThickness);
     // A tick has its length beside the line, however thick that is.
     double const inside = axis.AxisTicksInside ? length + edge.half_line : 0;
     double const outside = axis.AxisTicksOutside ? length + edge.half_line : 0;
@@ -125,7 +126,6 @@ void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis const& ax
     drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range);
     drawing.labels = label_layout(surface, drawing.frame, axis, drawing.ticks);
     if (state.ThinTickLabels) thin_labels(surface, drawing.frame, axis, drawing.ticks);
-    const RestoreScope width(surface.state.DrawWidth, std::max<int>(axis.AxisTickThickness, 1));
     draw_own_edge(drawing);
     double const used = draw_title(drawing);
     if (axis.AxisTicksBothEnds && drawing.paints)
@@ -212,7 +212,7 @@ void GridLine(ControlState& state, DrawSurface& surface, double position, GridLi
         Graph& graph = current_graph(state);
         Axis const& axis = at(graph.Axes, selected_index(graph, style.kind));
         if (!(style.major ? axis.AxisGridMajor : axis.AxisGridMinor)) return;
-        const RestoreScope width(surface.state.DrawWidth, 1);
+        const PenScope pen(surface, 1);
         const Box plot = plot_box(graph);
         const bool is_x = style.kind == AxisKind::X;
         surface.Line(is_x ? Point{position, plot.top} : Point{plot.left, position},

@@ -14,7 +14,7 @@ namespace {
 // or outside, which counts on both.
 double half_line(DrawSurface const& surface, document::Axis const& axis) {
     double const pixel = axis.AxisXY == AxisKind::X ? surface.TwipsPerPixelY() : surface.TwipsPerPixelX();
-    return axis.AxisThickness / 2 * pixel;
+    return whole_pen(surface.pen_pixels(axis.AxisThickness)) / 2 * pixel;
 }
 
 // The same of the line on the edge opposite to an axis that has ticks there: of the axis that stands there,

@@ -91,7 +91,6 @@ void Draw3DBar(ControlState& state, DrawSurface& surface, BarBox const& box, Bar
         const std::int32_t count = to_i32(to_i32(std::abs(across)) / 2.0);
         if (count <= 0) return draw_box(surface, box, LineShape::FilledBox, shade.face);
         const std::vector<Color> colors = BlendColors(state, shade.edge, shade.face, count);
-        const document::RestoreScope width(surface.state.DrawWidth, 1);
         // Neighbouring twips fall into one pixel; only the last of them would be seen.
         const double pixel = shade.horizontal ? surface.TwipsPerPixelY() : surface.TwipsPerPixelX();
         const auto stride = static_cast<std::int32_t>(std::max(1.0, std::floor(pixel / 2)));

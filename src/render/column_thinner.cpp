@@ -40,8 +40,8 @@ Detail detail_for(DrawSurface const& surface) {
     DrawState const& state = surface.state;
     bool const is_solid = state.draw_style == DrawStyle::Solid || state.draw_style == DrawStyle::InsideSolid;
     bool const is_whole = !state.Smooth || state.draw_mode == DrawMode::Invert;
-    return surface.ShowsPixels() && is_solid && is_whole && state.DrawWidth > 1 ? Detail::Pieces
-                                                                                : Detail::Extremes;
+    bool const is_wide = whole_pen(surface.pen_pixels(state.DrawWidth)) > 1;
+    return surface.ShowsPixels() && is_solid && is_whole && is_wide ? Detail::Pieces : Detail::Extremes;
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "render/bar_batch.h"
 #include "render/data_line.h"
 #include "render/function_curve.h"
+#include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
 #include "render/spline.h"
@@ -53,16 +54,11 @@ std::optional<DrawStyle> dash_style(DataSet const& set) {
     return styles[number - 1];
 }
 
-void set_line_pen(DrawSurface& surface, DataSet const& set, DrawStyle style) {
-    surface.state.draw_style = style;
-    surface.state.DrawWidth = std::max<int>(1, set.DataLineThickness);
-    surface.state.ForeColor = set.DataLineColor;
-}
-
-/// From values on the graph's selected axes to the page, and what can be seen there of a line in the pen set.
-LineMapping line_mapping(Plotting const& plotting) {
+/// From values on the graph's selected axes to the page, and what can be seen there of the set's line.
+LineMapping line_mapping(Plotting const& plotting, DataSet const& set) {
     Box const plot = plot_box(plotting.graph);
-    double const pen = (plotting.surface.state.DrawWidth + 2) * plotting.surface.TwipsPerPixelX();
+    DrawSurface const& surface = plotting.surface;
+    double const pen = (surface.pen_pixels(set.DataLineThickness) + 2) * surface.TwipsPerPixelX();
     return {scale::x_map(plotting.graph, selected_x_axis(plotting.graph)),
             scale::y_map(plotting.graph, selected_y_axis(plotting.graph)),
             {plot.left - pen, plot.top - pen, plot.width + 2 * pen, plot.height + 2 * pen}};
@@ -70,15 +66,15 @@ LineMapping line_mapping(Plotting const& plotting) {
 
 void draw_line(Plotting& plotting, DataSet const& set) {
     DrawSurface& surface = plotting.surface;
-    set_line_pen(surface, set, point_line_style(set));
-    const LineMapping mapping = line_mapping(plotting);
+    const PenScope pen(surface, set.DataLineThickness, point_line_style(set));
+    surface.state.ForeColor = set.DataLineColor;
+    const LineMapping mapping = line_mapping(plotting, set);
     switch (set.DataLineStyle) {
     case line_smooth: draw_spline(surface, set, mapping); break;
     case line_area:
     case line_outlined_area: draw_area(surface, set, mapping, set.DataLineStyle == line_outlined_area); break;
     default: draw_data_line(surface, set.points, mapping);
     }
-    surface.state.draw_style = DrawStyle::Solid;
 }
 
 /// A bar's end and where it begins, in data values.
@@ -131,7 +127,7 @@ void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
     const scale::AxisMap y_map = scale::y_map(graph, selected_y_axis(graph));
     surface.state.FillColor = surface.state.ForeColor = set.DataSymbolFill.Color1;
     surface.state.fill_style = FillStyle::Solid;
-    surface.state.DrawWidth = 1;
+    const PenScope pen(surface, 1);
     std::vector<Point> centres;
     SymbolSpacing spacing(set);
     const ShapeScope one_shape(surface);
@@ -216,7 +212,6 @@ void draw_points(Plotting& plotting, DataSet const& set, std::int16_t index) {
     const document::SelectedAxesScope selection(plotting.graph);
     plotting.graph.SelectedXAxis = set.xAxisIndex;
     plotting.graph.SelectedYAxis = set.yAxisIndex;
-    plotting.surface.state.draw_style = DrawStyle::Solid;
     if (set.DataLineStyle > 0) draw_line(plotting, set);
     draw_symbols(plotting, set, index);
 }
@@ -227,8 +222,9 @@ void draw_curve(Plotting& plotting, DataSet const& set) {
     const document::SelectedAxesScope selection(plotting.graph);
     plotting.graph.SelectedXAxis = set.xAxisIndex;
     plotting.graph.SelectedYAxis = set.yAxisIndex;
-    set_line_pen(plotting.surface, set, *style);
-    draw_function(plotting.state, plotting.surface, set, line_mapping(plotting));
+    const PenScope pen(plotting.surface, set.DataLineThickness, *style);
+    plotting.surface.state.ForeColor = set.DataLineColor;
+    draw_function(plotting.state, plotting.surface, set, line_mapping(plotting, set));
 }
 
 Point text_anchor(Graph& graph, DataSet const& set) {
@@ -276,7 +272,6 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
             draw_curve(plotting, set);
             draw_data_text(plotting, set);
         }
-        surface.state.draw_style = DrawStyle::Solid;
         ClipGraphArea(state, surface, Area::GraphFrame);
         SetLineColor(state, surface, 0);
     });

@@ -3,6 +3,7 @@
 #include "base/convert.h"
 #include "document/selection.h"
 #include "document/trap.h"
+#include "render/pen.h"
 
 #include <cmath>
 
@@ -18,8 +19,7 @@ double whole_pixels(double twips, double twips_per_pixel) {
 
 void draw_bar(DrawSurface& surface, Color color, Point from, Point to, Point cap) {
     surface.state.ForeColor = color;
-    surface.state.DrawWidth = 1;
-    surface.state.draw_style = DrawStyle::Solid;
+    const PenScope pen(surface, 1);
     auto const line = [&](Point a, Point b) { surface.Line(a, b, LineShape::Segment, color); };
     line(from, to);
     for (const Point end : {from, to}) line({end.x - cap.x, end.y - cap.y}, {end.x + cap.x, end.y + cap.y});

@@ -6,6 +6,7 @@
 #include "document/trap.h"
 #include "render/data_sets.h"
 #include "render/gradient.h"
+#include "render/pen.h"
 #include "render/plot_geometry.h"
 #include "render/symbols.h"
 #include "render/text.h"
@@ -122,12 +123,9 @@ std::optional<DrawStyle> sample_line(DataSet const& set) {
 
 void draw_line_sample(DrawSurface& surface, DataSet const& set, DrawStyle style, Point centre,
                       double half_length) {
-    surface.state.draw_style = style;
-    surface.state.DrawWidth = std::max<int>(1, set.DataLineThickness);
+    const PenScope pen(surface, set.DataLineThickness, style);
     surface.Line({centre.x - half_length, centre.y}, {centre.x + half_length, centre.y}, LineShape::Segment,
                  set.DataLineColor);
-    surface.state.draw_style = DrawStyle::Solid;
-    surface.state.DrawWidth = 1;
 }
 
 /// The symbol that stands for a data set. An area without one gets a square edged like its line, and keeps
@@ -200,7 +198,8 @@ void LegendTable(ControlState& state, DrawSurface& surface, std::int16_t index) 
 }
 
 Box legend_reach(Graph const& graph, DrawSurface const& surface) {
-    double const edge = std::ceil(graph.LegendFill.EdgeThickness / 2.0);
+    int const thickness = graph.LegendFill.EdgeThickness;
+    int const edge = thickness == 0 ? 0 : (whole_pen(surface.pen_pixels(thickness)) + 1) / 2;
     double const across = edge * surface.TwipsPerPixelX(), down = edge * surface.TwipsPerPixelY();
     const Box box = legend_box(graph);
     return {box.left - across, box.top - down, box.width + 2 * across, box.height + 2 * down};
@@ -213,9 +212,8 @@ void clip_to_legend(DrawSurface& surface, Graph const& graph) {
 void draw_legend_edge(DrawSurface& surface, Graph const& graph) {
     FillSpec const& fill = graph.LegendFill;
     if (fill.EdgeThickness == 0) return;
-    surface.state.DrawWidth = fill.EdgeThickness;
+    const PenScope pen(surface, fill.EdgeThickness);
     outline_box(surface, legend_box(graph), fill.EdgeColor);
-    surface.state.DrawWidth = 1;
 }
 
 LegendSize legend_size(ControlState& state, DrawSurface& surface, Graph const& graph) {

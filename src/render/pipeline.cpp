@@ -9,6 +9,7 @@
 #include "render/legend.h"
 #include "render/legend_on_page.h"
 #include "render/page_marks.h"
+#include "render/pen.h"
 #include "render/plot_geometry.h"
 #include "scale/mapping.h"
 
@@ -52,18 +53,17 @@ void show_empty_page(ControlState& state) {
 // What an edge of the plot area is drawn like.
 struct FrameEdge {
     Axis const* axis = nullptr; // nullptr: not drawn
-    int thickness = 1;          // pixels
+    int thickness = 1;          // pixels at 96 to the inch, 0 for 1
 };
 
 // An edge is the line of the first axis that stands on it. Without one it has the colour of the first axis of
 // its kind, and that one's thickness where it has its ticks; a far edge without ticks is not drawn.
 FrameEdge frame_edge(Graph const& graph, AxisKind kind, bool far_side) {
-    auto const thickness = [](Axis const& axis) { return std::max<int>(1, axis.AxisThickness); };
     for (Axis const& axis : graph.Axes)
         if (axis.AxisXY == kind && axis.AxisFarSide == far_side && !axis.AxisHide)
-            return {&axis, thickness(axis)};
+            return {&axis, axis.AxisThickness};
     Axis const& first = at(graph.Axes, AxisLevelIndex(graph, kind, 1));
-    if (first.AxisTicksBothEnds || first.AxisFarSide == far_side) return {&first, thickness(first)};
+    if (first.AxisTicksBothEnds || first.AxisFarSide == far_side) return {&first, first.AxisThickness};
     return far_side ? FrameEdge{} : FrameEdge{&first, 1};
 }
 
@@ -74,7 +74,7 @@ void draw_plot_frame(ControlState& state, DrawSurface& surface) {
     auto const draw = [&](Point from, Point to, AxisKind kind, bool far_side) {
         auto const [axis, thickness] = frame_edge(graph, kind, far_side);
         if (axis == nullptr) return;
-        surface.state.DrawWidth = thickness;
+        const PenScope pen(surface, thickness);
         surface.Line(from, to, LineShape::Box, axis->AxisColor);
     };
     const Point left_top{plot.left, plot.top}, right_top{plot.right(), plot.top};
@@ -83,7 +83,6 @@ void draw_plot_frame(ControlState& state, DrawSurface& surface) {
     draw(left_bottom, right_bottom, AxisKind::X, false);
     draw(left_top, left_bottom, AxisKind::Y, false);
     draw(right_top, right_bottom, AxisKind::Y, true);
-    surface.state.DrawWidth = 1;
 }
 
 bool is_there(ControlState const& state, std::int16_t index, Graph const& graph) {
@@ -163,13 +162,13 @@ void draw_page_edge(ControlState& state) {
     auto const half = [](double pixels, double twips_per_pixel) {
         return std::trunc(round_half_even(pixels * twips_per_pixel) / 2);
     };
-    page.state.DrawWidth = thickness;
+    const PenScope pen(page, thickness);
     if (state.PageFill.EdgeColor != -1) page.state.ForeColor = state.PageFill.EdgeColor;
-    page.Line({half(thickness, page.TwipsPerPixelX()), half(thickness, page.TwipsPerPixelY())},
-              {state.PageWidth - half(thickness + 1, page.TwipsPerPixelX()),
-               state.PageHeight - half(thickness + 1, page.TwipsPerPixelY())},
+    int const width = whole_pen(page.pen_pixels(thickness));
+    page.Line({half(width, page.TwipsPerPixelX()), half(width, page.TwipsPerPixelY())},
+              {state.PageWidth - half(width + 1, page.TwipsPerPixelX()),
+               state.PageHeight - half(width + 1, page.TwipsPerPixelY())},
               LineShape::Box, page.state.ForeColor);
-    page.state.DrawWidth = 1;
 }
 
 // What a frame has on each side of a hole in it. The strips overlap at the corners, so that no seam is seen
@@ -203,9 +202,8 @@ void fill_border(ControlState& state, DrawSurface& surface, Graph const& graph, 
     else if (!fill.Transparent)
         for (Box const& strip : strips_around(plot, frame_box(graph))) fill_box(surface, strip, fill.Color1);
     if (fill.EdgeThickness == 0) return;
-    surface.state.DrawWidth = fill.EdgeThickness;
+    const PenScope pen(surface, fill.EdgeThickness);
     outline_box(surface, frame_box(graph), fill.EdgeColor);
-    surface.state.DrawWidth = 1;
 }
 
 } // namespace

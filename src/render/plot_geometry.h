@@ -61,8 +61,14 @@ inline void fill_box(DrawSurface& surface, Box const& box, Color color) {
     surface.Line({box.left, box.top}, {box.right(), box.bottom()}, LineShape::FilledBox, color);
 }
 
+/// A line of one pixel at 96 to the inch lies whole within the box's pixels, whatever they are; so a clip to
+/// the box does not cut it.
 inline void outline_box(DrawSurface& surface, Box const& box, Color color) {
-    surface.Line({box.left, box.top}, {box.right(), box.bottom()}, LineShape::Box, color);
+    int const thin = whole_pen(surface.pen_pixels(1));
+    int const before = thin / 2, behind = (thin - 1) / 2;
+    double const dx = surface.TwipsPerPixelX(), dy = surface.TwipsPerPixelY();
+    surface.Line({box.left + before * dx, box.top + before * dy},
+                 {box.right() - behind * dx, box.bottom() - behind * dy}, LineShape::Box, color);
 }
 
 /// Where two boxes lie over each other, the nearest line or point of the first where they do not.

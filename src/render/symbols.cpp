@@ -5,6 +5,7 @@
 #include "document/trap.h"
 #include "render/bars.h"
 #include "render/error_bars.h"
+#include "render/pen.h"
 #include "render/text.h"
 #include "scale/mapping.h"
 
@@ -41,12 +42,10 @@ std::string letter_label(std::int32_t counter) {
     return static_cast<char>('A' + index % 26) + (round > 0 ? std::to_string(round) : "");
 }
 
-void set_pen_and_brush(DrawSurface& surface, FillSpec const& fill) {
+void set_colors(DrawSurface& surface, FillSpec const& fill) {
     surface.state.FillColor = fill.Color1;
     surface.state.ForeColor = fill.EdgeThickness < 1 ? fill.Color1 : fill.EdgeColor;
     surface.state.fill_style = FillStyle::Solid;
-    surface.state.DrawWidth = std::max<int>(1, fill.EdgeThickness);
-    surface.state.draw_style = DrawStyle::Solid;
 }
 
 void draw_symbol_of(ControlState& state, DrawSurface& surface, DataPointPlace const& point,
@@ -122,7 +121,8 @@ void DataPoint(ControlState& state, DrawSurface& surface, DataPointPlace const& 
         if (set.DataSymbolFill.Transparent) return;
         DataPointPlace point = requested;
         point.place = whole_twips(point.place);
-        set_pen_and_brush(surface, set.DataSymbolFill);
+        set_colors(surface, set.DataSymbolFill);
+        const PenScope pen(surface, set.DataSymbolFill.EdgeThickness);
         draw_symbol_of(state, surface, point, set);
         if (!point.data_id.empty() && graph.ShowDataID)
             PrintText(state, surface, point.data_id,

@@ -2,6 +2,7 @@
 
 #include "base/convert.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -48,6 +49,17 @@ void draw_rectangle(DrawSurface& surface, Point centre, double half_width, doubl
 }
 
 } // namespace
+
+int whole_pen(double pixels) {
+    return std::max(1, static_cast<int>(std::ceil(pixels - 0.5)));
+}
+
+double DrawSurface::pen_pixels(int width) const {
+    constexpr double twips_at_96 = twips_per_inch / 96, widest = 1 << 16;
+    // One pen serves both directions, also where pixels are not square.
+    double const twips_per_pixel = std::sqrt(TwipsPerPixelX() * TwipsPerPixelY());
+    return std::clamp(width * twips_at_96 / twips_per_pixel, 1.0, widest);
+}
 
 void DrawSurface::Polyline(std::span<Point const> points) {
     auto const finite = [](Point p) { return std::isfinite(p.x) && std::isfinite(p.y); };

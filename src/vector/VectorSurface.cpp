@@ -205,11 +205,14 @@ void VectorSurface::fill_boxes(std::uint32_t color, std::vector<PixelBox> boxes)
     if (!boxes.empty()) add(Boxes{color, std::move(boxes)});
 }
 
+double VectorSurface::pen_width() const {
+    double const width = pen_pixels(state.DrawWidth);
+    return state.Smooth ? width : whole_pen(width);
+}
+
 Stroke VectorSurface::pen(Color color) const {
-    return {.color = pixel_value(color),
-            .width = raster::pen_width(state.DrawWidth),
-            .style = state.draw_style,
-            .smooth = state.Smooth};
+    return {
+        .color = pixel_value(color), .width = pen_width(), .style = state.draw_style, .smooth = state.Smooth};
 }
 
 PixelPoint VectorSurface::pixel(Point point) const {
@@ -218,7 +221,7 @@ PixelPoint VectorSurface::pixel(Point point) const {
 
 void VectorSurface::snapped_line(PixelBox const& ends, Color color) {
     if (state.draw_style == DrawStyle::None) return;
-    int const width = static_cast<int>(raster::pen_width(state.DrawWidth));
+    int const width = whole_pen(pen_width());
     const PixelBox wide{ends.left - width / 2, ends.top - width / 2, ends.right - width / 2 + width - 1,
                         ends.bottom - width / 2 + width - 1};
     if (!raster::is_dashed(state.draw_style)) return fill_boxes(pixel_value(color), {wide});
@@ -226,6 +229,7 @@ void VectorSurface::snapped_line(PixelBox const& ends, Color color) {
     bool const flat = ends.width() >= ends.height();
     double const middle_x = (box.left + box.right) / 2.0, middle_y = (box.top + box.bottom) / 2.0;
     Stroke line = pen(color);
+    line.width = width;
     line.dash_start = flat ? box.left : box.top;
     line.smooth = false;
     line.lines = {flat ? Contour{{1.0 * box.left, middle_y}, {1.0 * box.right, middle_y}}
@@ -235,7 +239,7 @@ void VectorSurface::snapped_line(PixelBox const& ends, Color color) {
 
 void VectorSurface::stroke_box(PixelBox box, Color color) {
     if (state.draw_style == DrawStyle::InsideSolid) {
-        int const width = static_cast<int>(raster::pen_width(state.DrawWidth));
+        int const width = whole_pen(pen_width());
         box = {box.left + width / 2, box.top + width / 2, box.right - (width - 1) / 2,
                box.bottom - (width - 1) / 2};
         if (box.empty()) return;
@@ -283,7 +287,7 @@ void VectorSurface::PSet(Point point) {
     if (!is_finite(place)) return;
     Stroke dot = pen(state.ForeColor);
     dot.style = DrawStyle::Solid;
-    if (dot.width <= 1) return fill_boxes(dot.color, {spanned(place, place)});
+    if (whole_pen(dot.width) == 1) return fill_boxes(dot.color, {spanned(place, place)});
     dot.lines = {{from_edge(place)}};
     add(std::move(dot));
 }
@@ -388,7 +392,7 @@ void VectorSurface::Symbols(SymbolBatch const& batch) {
     const SymbolLook look{batch.shape,
                           half_size / TwipsPerPixelX(),
                           half_size / TwipsPerPixelY(),
-                          raster::pen_width(state.DrawWidth),
+                          pen_width(),
                           pixel_value(lines ? state.ForeColor : state.FillColor),
                           state.Smooth};
     if (!cloud_ || cloud_->look != look) {

@@ -65,6 +65,7 @@ private:
     void stroke_box(PixelBox box, Color color);
     void snapped_line(PixelBox const& ends, Color color);
     void oval(PixelPoint centre, PixelPoint radii);
+    double pen_width() const; // pixels
     Stroke pen(Color color) const;
     PixelPoint pixel(Point point) const;
     bool is_drawing() const { return state.draw_mode == DrawMode::Copy; }

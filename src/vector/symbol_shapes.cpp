@@ -20,7 +20,7 @@ bool is_of_lines(SymbolShape shape) {
 
 // As rectangles are drawn: snapped to whole pixels, middle and half sides each, with the pen's width.
 PixelBox box_of(SymbolLook const& look, SymbolRun const& run, double wide_by, double tall_by) {
-    int const width = static_cast<int>(look.pen_width);
+    int const width = whole_pen(look.pen_width);
     int const across = whole_pixel(wide_by * look.half_width), down = whole_pixel(tall_by * look.half_height);
     int const left = whole_pixel(run.centre.x), last = whole_pixel(run.centre.x + run.length);
     int const middle = whole_pixel(run.centre.y);
@@ -94,7 +94,7 @@ std::vector<Shape> SymbolLook::shapes(std::vector<SymbolRun> const& runs) const 
     if (runs.empty()) return {};
     switch (shape) {
     case SymbolShape::Dot:
-        if (pen_width < 2) return {boxes_of({shape, 0, 0, 1, color}, runs, 0, 0)};
+        if (whole_pen(pen_width) == 1) return {boxes_of({shape, 0, 0, 1, color}, runs, 0, 0)};
         return {rounds_of(*this, runs, pen_width)};
     case SymbolShape::Circle:
         if (half_width == half_height) return {rounds_of(*this, runs, 2 * half_width + pen_width)};

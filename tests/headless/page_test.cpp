@@ -2,6 +2,7 @@
 #include "picture_check.h"
 #include "qvgraph/HeadlessHost.h"
 #include "raster/png.h"
+#include "render/plot_geometry.h"
 
 #include <doctest/doctest.h>
 
@@ -143,6 +144,56 @@ TEST_CASE("twice the density gives twice the pixels of the same page") {
         return sum / static_cast<double>(host.picture().pixels().size());
     };
     CHECK(darkness(dense) == doctest::Approx(darkness(plain)).epsilon(0.5));
+}
+
+TEST_CASE("frames, axes, grids and outlines have their widths at 96 to the inch, whole at every side") {
+    struct Row {
+        double factor;
+        int pixels;
+    };
+    for (Row const& row :
+         {Row{1, 1}, Row{1.25, 1}, Row{1.5, 1}, Row{1.75, 2}, Row{2, 2}, Row{2.5, 2}, Row{3, 3}}) {
+        CAPTURE(row.factor);
+        auto const pixels = [&](double at_96) { return static_cast<int>(std::lround(at_96 * row.factor)); };
+        HeadlessHost host({pixels(321), pixels(241)}, 96 * row.factor);
+        qvGraph& page = host.control();
+        page.NewGraph("", 0, 1, 0, 1);
+        page.GraphPosition({0, 0, 100, 100});
+        page.PageColors({.Color1 = rgb(255, 255, 255)});
+        page.BorderStyle({.Color1 = rgb(255, 255, 255)});
+        page.PlotAreaColors({.Color1 = rgb(255, 255, 255)});
+        page.LegendShow(false);
+        for (int const axis : {0, 1}) {
+            page.SetSelectedAxis(axis);
+            page.AxisTickStyle({.Length = 0});
+            page.AxisScaleStyle({.Value1 = 0, .Value2 = 1, .MajorDivs = 2, .MinorDivs = 1, .ScaleStyle = 1});
+            page.AxisGridStyle({.MajorGridColor = 0, .MajorGridShow = true});
+        }
+        page.Refresh();
+        // A row through the upper half of the plot area and a column through its right half: outline, frame,
+        // grid line, frame, outline.
+        std::vector<int> runs[2];
+        document::Graph& graph = *control::state_of(page).Graphs[0];
+        Box const plot = render::plot_box(graph);
+        double const twips = host.picture().TwipsPerPixelX();
+        int const y = static_cast<int>((plot.top + plot.height * 0.8) / twips);
+        int const x = static_cast<int>((plot.left + plot.width * 0.8) / twips);
+        for (int const down : {0, 1}) {
+            bool was_black = false;
+            for (int i = 0; i < (down ? host.picture().height() : host.picture().width()); ++i) {
+                bool const black =
+                    host.picture().pixels()[static_cast<std::size_t>(down ? i * host.picture().stride() + x
+                                                                          : y * host.picture().stride() + i)]
+                    == 0xFF000000;
+                if (black && !was_black) runs[down].push_back(0);
+                if (black) ++runs[down].back();
+                was_black = black;
+            }
+        }
+        int const w = row.pixels;
+        CHECK(runs[0] == std::vector{w, w, w, w, w});
+        CHECK(runs[1] == std::vector{w, w, w, w, w});
+    }
 }
 
 TEST_CASE("a saved page reads back as it was shown; a file that cannot be written is named") {

@@ -1,6 +1,7 @@
 // Everything is painted once: whichever way a page is refreshed, it shows what a page drawn anew does.
 #include "Person.h"
 #include "control/state_of.h"
+#include "pages.h"
 #include "render/page_redraw.h"
 
 #include <doctest/doctest.h>
@@ -102,6 +103,28 @@ TEST_CASE("a front graph looks as the same graph does behind another") {
         }
         CHECK(shown(front) == shown(back));
         CHECK(shown(front) == drawn_anew(front));
+    }
+}
+
+TEST_CASE("no step draws with a pen that another has left behind, nor leaves its own") {
+    for (PageKind const& kind : page_kinds) {
+        CAPTURE(kind.name);
+        headless::HeadlessHost plain({300, 200}), other({300, 200});
+        kind.fill(plain.control());
+        plain.control().Refresh();
+        kind.fill(other.control());
+        document::ControlState& state = control::state_of(other.control());
+        auto const surfaces = {state.Picture1.get(), state.GraphImage.get(), state.ScratchPic1.get()};
+        for (DrawSurface* surface : surfaces) {
+            surface->state.DrawWidth = 9;
+            surface->state.draw_style = DrawStyle::Dot;
+        }
+        other.control().Refresh();
+        CHECK(shown(other) == shown(plain));
+        for (DrawSurface const* surface : surfaces) {
+            CHECK(surface->state.DrawWidth == 9);
+            CHECK(surface->state.draw_style == DrawStyle::Dot);
+        }
     }
 }
 

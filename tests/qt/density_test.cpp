@@ -24,6 +24,13 @@ void move_to(QWidget& widget, char const* screen) {
     for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
 }
 
+/// How many black pixels the picture's middle row begins with: the outline of a graph at its edge.
+int outline_of(QImage const& page) {
+    int width = 0;
+    while (page.pixel(width, page.height() / 2) == qRgb(0, 0, 0)) ++width;
+    return width;
+}
+
 TEST_SUITE("screens") {
     TEST_CASE("a page moved to another screen is drawn anew in that screen's pixels") {
         ShownWidget shown;
@@ -33,7 +40,9 @@ TEST_SUITE("screens") {
         CHECK(shown.widget.devicePixelRatioF() == 2);
         CHECK(shown.widget.page().devicePixelRatio() == 2);
         CHECK(different_pixels(shown.widget.page(), headless_page({1200, 800}, 192)) == 0);
+        CHECK(outline_of(shown.widget.page()) == 2);
         move_to(shown.widget, "plain");
+        CHECK(outline_of(shown.widget.page()) == 1);
         CHECK(different_pixels(shown.widget.page(), headless_page({600, 400}, 96)) == 0);
     }
 

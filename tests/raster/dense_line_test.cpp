@@ -28,7 +28,7 @@ public:
     void Polyline(std::span<Point const> points) override {
         std::vector<PixelPoint> places;
         for (const Point point : points) places.push_back({point.x / 15, point.y / 15});
-        const Pen pen{pen_width(state.DrawWidth), state.draw_style,
+        const Pen pen{pen_pixels(state.DrawWidth), state.draw_style,
                       state.Smooth ? Edge::Smooth : Edge::Whole};
         stroke_polyline(mask, plot, places, pen, band_);
     }

@@ -30,6 +30,23 @@ RasterSurface numbered_surface(int width, int height) {
     return surface;
 }
 
+// Every operation that uses a pen, `k` times as large in twips.
+void draw_with_pen(RasterSurface& surface, double k) {
+    auto const at = [k](double x, double y) { return Point{k * x, k * y}; };
+    surface.Line(at(40, 70), at(333, 210), LineShape::Segment, 0);
+    surface.Line(at(40, 300), at(500, 300), LineShape::Segment, 0);
+    surface.Line(at(30, 20), at(560, 420), LineShape::Box, 0);
+    surface.Polyline(std::array{at(11, 40), at(200, 390), at(300, 33), at(300, 200), at(555, 120)});
+    surface.PSet(at(520, 200));
+    surface.Circle(at(400, 200), 60 * k);
+    surface.Polygon(std::array{PixelPoint{50, 10}, PixelPoint{70, 14}, PixelPoint{62.5, 30}});
+    surface.Rectangle({10, 30}, {20, 44});
+    surface.Ellipse({24, 30}, {41, 44});
+    for (int shape = 0; shape <= static_cast<int>(SymbolShape::Cross); ++shape)
+        surface.Symbols({static_cast<SymbolShape>(shape), static_cast<std::int32_t>(20 * k),
+                         std::array{at(50 + 50 * shape, 350)}});
+}
+
 } // namespace
 
 TEST_CASE("boxes, lines, copies and clips at one place meet, whatever the scale") {
@@ -45,6 +62,7 @@ TEST_CASE("boxes, lines, copies and clips at one place meet, whatever the scale"
             // A filled box left of the split, a line on it, a copy right of it; each from its own rounding.
             surface.Cls();
             int const column = static_cast<int>(std::floor(split / twips + 0.5));
+            int const line = column - whole_pen(15 / twips) / 2; // its first pixel
             surface.Line({0, 0}, {split, 64 * twips}, LineShape::FilledBox, rgb(0, 255, 0));
             surface.Line({split, 0}, {split, 64 * twips}, LineShape::Segment, rgb(0, 0, 255));
             surface.BitBlt({split / twips + 1, 0}, {64, 64}, red, {0, 0});
@@ -53,11 +71,56 @@ TEST_CASE("boxes, lines, copies and clips at one place meet, whatever the scale"
             surface.SelectClipPath({0, 0, 1e9, 1e9});
             for (int x = 0; x < 64; ++x)
                 CHECK(pixel(surface, x, 10)
-                      == (x < column    ? 0xFF00FF00U
-                          : x == column ? 0xFF0000FFU
+                      == (x < line      ? 0xFF00FF00U
+                          : x <= column ? 0xFF0000FFU
                                         : 0xFFFF0000U));
             CHECK(pixel(surface, column, 20) == black);
         }
+    }
+}
+
+TEST_CASE("widths count at 96 to the inch: pixels half as wide take twice as many") {
+    for (bool const smooth : {true, false})
+        for (DrawStyle const style : {DrawStyle::Solid, DrawStyle::Dot, DrawStyle::InsideSolid})
+            for (int const width : {1, 2, 5}) {
+                CAPTURE(smooth);
+                CAPTURE(static_cast<int>(style));
+                CAPTURE(width);
+                RasterSurface plain = surface_of(80, 60), dense = surface_of(80, 60, 7.5, 7.5);
+                for (RasterSurface* surface : {&plain, &dense}) {
+                    surface->state.Smooth = smooth;
+                    surface->state.draw_style = style;
+                }
+                plain.state.DrawWidth = 2 * width;
+                dense.state.DrawWidth = width;
+                draw_with_pen(plain, 2);
+                draw_with_pen(dense, 1);
+                CHECK(picture_of(dense) == picture_of(plain));
+            }
+}
+
+TEST_CASE("between whole densities slanted lines keep their width and level ones lie on whole pixels") {
+    struct Row {
+        double twips;
+        int width, whole; // of the pen, and of the line in pixels
+        double exact;
+    };
+    for (Row const& row :
+         {Row{12, 1, 1, 1.25}, Row{10, 1, 1, 1.5}, Row{60 / 7.0, 1, 2, 1.75}, Row{10, 2, 3, 3},
+          Row{12, 2, 2, 2.5}, Row{6, 1, 2, 2.5}, Row{5, 1, 3, 3}, Row{30, 1, 1, 1}, Row{30, 5, 2, 2.5}}) {
+        CAPTURE(row.twips);
+        CAPTURE(row.width);
+        RasterSurface surface = surface_of(80, 60, row.twips, row.twips);
+        surface.state.DrawWidth = row.width;
+        surface.Line({10 * row.twips, 20 * row.twips}, {60 * row.twips, 20 * row.twips}, LineShape::Segment,
+                     0);
+        CHECK(ink_box(surface).height() == row.whole);
+        CHECK(ink_count(surface) == ink_box(surface).width() * row.whole);
+        surface.Cls();
+        surface.Line({10 * row.twips, 10 * row.twips}, {50 * row.twips, 40 * row.twips}, LineShape::Segment,
+                     0);
+        double const ends = row.exact * row.exact * 0.785; // round
+        CHECK(darkness(surface) == doctest::Approx(50 * row.exact + ends).epsilon(0.03));
     }
 }
 

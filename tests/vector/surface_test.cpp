@@ -61,6 +61,30 @@ TEST_CASE("only what can be seen is kept, and cut where it reaches beyond its cl
     for (const PixelPoint end : stroke.lines[0]) CHECK(std::abs(end.x) < 100);
 }
 
+TEST_CASE("shapes have the widths that pixels of the page's density have") {
+    struct Row {
+        double twips, slanted;
+        int level;
+    };
+    for (Row const& row : {Row{15, 1, 1}, Row{7.5, 2, 2}, Row{10, 1.5, 1}, Row{5, 3, 3}}) {
+        CAPTURE(row.twips);
+        VectorSurface surface(row.twips, row.twips, fonts);
+        surface.Move(100 * row.twips, 80 * row.twips);
+        auto const at = [&](double x, double y) { return Point{x * row.twips, y * row.twips}; };
+        surface.Line(at(10, 10), at(40, 40), LineShape::Segment, 0);
+        surface.state.fill_style = FillStyle::Solid;
+        surface.Circle(at(50, 40), 100);
+        surface.Line(at(10, 60), at(40, 60), LineShape::Segment, 0);
+        surface.state.draw_style = DrawStyle::Dot;
+        surface.Line(at(10, 70), at(40, 70), LineShape::Segment, 0);
+        REQUIRE(surface.nodes().size() == 5);
+        CHECK(std::get<Stroke>(*surface.nodes()[1].shape).width == row.slanted);
+        CHECK(std::get<Oval>(*surface.nodes()[2].shape).width == row.slanted);
+        CHECK(std::get<Boxes>(*surface.nodes()[3].shape).boxes[0].height() == row.level);
+        CHECK(std::get<Stroke>(*surface.nodes()[4].shape).width == row.level);
+    }
+}
+
 TEST_CASE("inverting leaves no shape") {
     VectorSurface surface = blank();
     surface.state.draw_mode = DrawMode::Invert;
