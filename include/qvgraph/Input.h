@@ -58,6 +58,11 @@ struct KeyInput {
     bool operator==(KeyInput const&) const = default;
 };
 
+/// The pointer has gone from the page. What follows it goes too; the next input of the mouse brings it back.
+struct LeaveInput {
+    bool operator==(LeaveInput const&) const = default;
+};
+
 /// The keyboard comes to the page, or leaves it.
 struct FocusInput {
     bool has_focus = false; ///< whether it has come
@@ -74,7 +79,8 @@ struct ScrollInput {
     bool operator==(ScrollInput const&) const = default;
 };
 
-struct Input : std::variant<MouseInput, WheelInput, PinchInput, KeyInput, FocusInput, ScrollInput> {
+struct Input
+    : std::variant<MouseInput, WheelInput, PinchInput, KeyInput, FocusInput, ScrollInput, LeaveInput> {
     using variant::variant;
 };
 

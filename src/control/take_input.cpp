@@ -54,6 +54,10 @@ public:
     bool operator()(host::WheelInput const& wheel) const { return interact::turn_wheel(state_, wheel); }
     bool operator()(host::PinchInput const& pinch) const { return interact::pinch(state_, pinch); }
     bool operator()(host::FocusInput const&) const { return false; }
+    bool operator()(host::LeaveInput const&) const {
+        interact::leave_page(state_);
+        return true;
+    }
 
 private:
     ControlState& state_;

@@ -73,6 +73,7 @@ struct GraphPlace {
     float border_left = 0, border_top = 0, border_right = 0, border_bottom = 0; // twips
     float legend_left = 0, legend_top = 0;                                      // percent of the frame
     std::vector<Shown> ranges;
+    std::vector<bool> shows_all; // which axes showed their full range, wherever it may reach since
 };
 
 /// What lies under the mouse. Hovering adds to it; a press starts afresh.

@@ -5,6 +5,7 @@
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
 #include "interact/scroll_bars.h"
+#include "render/page_marks.h"
 #include "scale/zoomed.h"
 
 namespace qv::interact {
@@ -45,6 +46,15 @@ void point_at(ControlState& state, Point place) {
         state.pointer.place = place;
         state.pointer.dragging = false;
         follow_pointer(state);
+    });
+}
+
+void leave_page(ControlState& state) {
+    trapped(state, "leave_page", [&] {
+        state.pointer.place.reset();
+        if (state.pointer.is_read) hide_coordinates(state);
+        forget_point_name(state);
+        render::update_cross_hair(state);
     });
 }
 

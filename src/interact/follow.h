@@ -13,6 +13,10 @@ void follow_page(document::ControlState& state);
 /// The pointer is at a place of the page.
 void point_at(document::ControlState& state, Point place);
 
+/// The pointer is nowhere on the page: cross-hair, its values in the read-out and the name of the point under
+/// it go. `PointerX` and `PointerY` stay.
+void leave_page(document::ControlState& state);
+
 /// `PointerX` and `PointerY` become the values under the pointer, on the page as it is shown. They stay while
 /// the pointer moves with a button held, and where there is no graph.
 void take_pointer_values(document::ControlState& state);

@@ -11,7 +11,9 @@
 #include "render/page_marks.h"
 #include "render/plot_geometry.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace qv::interact {
 namespace {
@@ -34,10 +36,16 @@ std::int16_t zoomable_at(ControlState& state, Point place) {
     return is_zoomable ? index : std::int16_t{-1};
 }
 
+bool shows_all(document::Axis const& axis) {
+    return document::Shown{axis.AxisValue1, axis.AxisValue2} == full_range(axis);
+}
+
 GraphPlace place_of(Graph const& graph) {
+    std::vector<bool> whole;
+    for (document::Axis const& axis : graph.Axes) whole.push_back(shows_all(axis));
     return {graph.GraphLeft,       graph.GraphTop,       graph.GraphWidth,   graph.GraphHeight,
             graph.BorderLeft,      graph.BorderTop,      graph.BorderRight,  graph.BorderBottom,
-            graph.LegendTableLeft, graph.LegendTableTop, shown_ranges(graph)};
+            graph.LegendTableLeft, graph.LegendTableTop, shown_ranges(graph),   std::move(whole)};
 }
 
 /// What of a graph a drag had moved.
@@ -45,6 +53,18 @@ struct Dragged {
     bool graph = false;
     bool legend = false;
 };
+
+/// The ranges from which a pan sets out. An axis that showed everything does so still, also when data have
+/// come meanwhile.
+void show_as_before_press(Graph& graph, GraphPlace const& place) {
+    show_ranges(graph, place.ranges);
+    for (std::size_t i = 0; i < std::min(place.shows_all.size(), graph.Axes.size()); ++i) {
+        if (!place.shows_all[i]) continue;
+        const document::Shown whole = full_range(graph.Axes[i]);
+        graph.Axes[i].AxisValue1 = whole.first;
+        graph.Axes[i].AxisValue2 = whole.last;
+    }
+}
 
 /// Everything where it was when the button was pressed.
 Dragged put_back(ControlState const& state, Graph& graph) {
@@ -62,7 +82,8 @@ Dragged put_back(ControlState const& state, Graph& graph) {
     graph.BorderBottom = place.border_bottom;
     graph.LegendTableLeft = place.legend_left;
     graph.LegendTableTop = place.legend_top;
-    show_ranges(graph, place.ranges);
+    // No other drag has moved them.
+    if (state.pointing.pressed == host::middle_button) show_as_before_press(graph, place);
     return {place_on_page(state, graph) != dragged_to, legend};
 }
 
@@ -202,7 +223,7 @@ void drag_page(ControlState& state, Point mouse) {
     if (!graph || state.Refreshing) return;
     const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Pan);
     // From the press on, so that the page comes back to the pointer after it was beyond the full range.
-    show_ranges(*graph, state.pointing.before_press.ranges);
+    show_as_before_press(*graph, state.pointing.before_press);
     pan_by(state, state.MouseGraph, mouse.x - state.pointer.press.x, mouse.y - state.pointer.press.y);
     redraw_ranges(state, state.MouseGraph);
 }

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <ranges>
 #include <string>
+#include <utility>
 
 namespace qv::interact {
 namespace {
@@ -84,6 +85,12 @@ private:
     std::optional<FoundPoint> found_;
 };
 
+void show_name(ControlState& state, std::string name) {
+    if (name == state.PointTooltip) return;
+    state.PointTooltip = std::move(name);
+    state.host->child_controls_changed();
+}
+
 } // namespace
 
 std::optional<FoundPoint> nearest_point(ControlState& state, std::int16_t index, Point place, double radius) {
@@ -123,10 +130,12 @@ void name_point_under(ControlState& state, Point place) {
             auto const found = nearest_point(state, index, place, reach_mm * state.UnitsPerMmX);
             if (found) name = point_name(state, index, *found);
         }
-        if (name == state.PointTooltip) return;
-        state.PointTooltip = std::move(name);
-        state.host->child_controls_changed();
+        show_name(state, std::move(name));
     });
+}
+
+void forget_point_name(ControlState& state) {
+    show_name(state, {});
 }
 
 } // namespace qv::interact

@@ -26,5 +26,7 @@ std::string point_name(document::ControlState& state, std::int16_t graph, FoundP
 
 /// Names the point within 3 mm of the pointer in `PointTooltip`, which is empty where there is none.
 void name_point_under(document::ControlState& state, Point place);
+/// There is no pointer that could be near one.
+void forget_point_name(document::ControlState& state);
 
 } // namespace qv::interact

@@ -60,6 +60,13 @@ void show_label(ControlState& state, std::string text) {
     ResizeScrollBars(state);
 }
 
+/// Of an empty page the label keeps its place.
+void show_pointer_text(ControlState& state, std::string const& text) {
+    if (!state.Graphs.empty()) return show_read_out(state, text);
+    state.Label1.Caption.clear();
+    state.host->child_controls_changed();
+}
+
 } // namespace
 
 std::string coordinate_text(Axis const& axis, double value, double pixel_step) {
@@ -94,16 +101,19 @@ void show_read_out(ControlState& state, std::string_view text) {
     show_label(state, one_line(text));
 }
 
+void hide_coordinates(ControlState& state) {
+    state.pointer.is_read = false;
+    show_pointer_text(state, {});
+}
+
 void ShowGraphCoords(ControlState& state, std::uint8_t button, Point place) {
     trapped(state, "ShowGraphCoords", [&] {
-        std::int16_t const index = button == 0 ? PointingAt(state, 0, place, false) : std::int16_t{-1};
-        state.pointer.is_read = button == 0;
-        if (button == 0) state.pointer.place = place;
+        if (button != 0) return hide_coordinates(state);
+        std::int16_t const index = PointingAt(state, 0, place, false);
+        state.pointer.is_read = true;
+        state.pointer.place = place;
         if (index >= 0) take_values(state, index, place);
-        std::string const text = index >= 0 ? coordinates_at(state, index, place) : std::string();
-        if (!state.Graphs.empty()) return show_read_out(state, text);
-        state.Label1.Caption.clear();
-        state.host->child_controls_changed();
+        show_pointer_text(state, index >= 0 ? coordinates_at(state, index, place) : std::string());
     });
 }
 

@@ -14,6 +14,9 @@ namespace qv::interact {
 /// held they stay as they are and the label is empty.
 void ShowGraphCoords(document::ControlState& state, std::uint8_t button, Point place);
 
+/// The read-out shows the values under the pointer no longer.
+void hide_coordinates(document::ControlState& state);
+
 /// Takes the values that a place stands for on a graph's selected axes, on the page as it is shown. An axis
 /// that has none there leaves the pointer's as it is.
 void take_values(document::ControlState& state, std::int16_t graph, Point place);

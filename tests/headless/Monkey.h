@@ -27,7 +27,7 @@ public:
         switch (below(24)) {
         case 0: return fill_page();
         case 1: return host.resize_picture({1 + below(900), 1 + below(700)});
-        case 2: return page.Refresh();
+        case 2: return below(2) ? page.Refresh() : leave();
         case 3: return scroll(below(2) ? host::Bar::HScroll1 : host::Bar::VScroll1, below(1200) - 100);
         case 4: return type();
         case 5: return turn();
@@ -107,6 +107,8 @@ private:
         if (below(2)) place_ = some_place();
         mouse(kind, button, some_shift(), place_);
     }
+
+    void leave() { host.input(host::LeaveInput{}); }
 
     void move_on() {
         place_ = below(3) ? Point{place_.x + below(600) - 300, place_.y + below(600) - 300} : some_place();

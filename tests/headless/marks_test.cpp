@@ -174,6 +174,37 @@ TEST_CASE("at rest a cross-hair follows a change of style and goes with its swit
     CHECK(person.pixels() == before);
 }
 
+TEST_CASE("what follows the pointer leaves the page with it, and no mark of its own is left") {
+    MarkingPerson person;
+    const Pixels before = person.pixels();
+    person.page.SetCrossHair(1);
+    const Point place = person.in_plot(0.5, 0.5);
+    person.move(place);
+    CHECK(person.pixels() != before);
+    CHECK(person.state.Label1.Visible);
+    double const x = person.state.PointerX;
+    for (int i = 0; i < 2; ++i) {
+        CHECK(person.host.input(host::LeaveInput{}));
+        CHECK(person.pixels() == before);
+        CHECK_FALSE(person.state.Label1.Visible);
+        CHECK(person.state.PointTooltip.empty());
+        CHECK(person.state.PointerX == x);
+        person.page.Refresh();
+    }
+    person.move(place);
+    CHECK(inverted_lines(person.host.picture(), before, person.pixels()) == Lines{1, 1});
+    CHECK(person.state.Label1.Visible);
+
+    person.key(Key::Right, ctrl_key); // reading by keys goes on without a pointer
+    std::string const point = person.state.Label1.Caption;
+    person.host.input(host::LeaveInput{});
+    CHECK(person.state.Label1.Visible);
+    CHECK(person.state.Label1.Caption == point);
+    person.page.Reset();
+    person.host.input(host::LeaveInput{});
+    CHECK(person.heard.errors.empty());
+}
+
 TEST_CASE("a rubber band stays through redraws and leaves with the picture as it is then") {
     MarkingPerson person;
     person.press(person.in_plot(0.2, 0.2));

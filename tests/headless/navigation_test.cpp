@@ -131,6 +131,34 @@ TEST_CASE("Escape takes a rubber band or a drag back") {
     CHECK_FALSE(person.key(Key::Escape));
 }
 
+TEST_CASE("Escape keeps what new data have widened during the drag") {
+    using Ranges = std::vector<document::Shown>;
+    for (std::uint8_t const button : {host::left_button, host::middle_button}) {
+        CAPTURE(int{button});
+        Navigator person;
+        auto const widen_in_a_drag = [&](double value) {
+            person.press(person.in_plot(0.2, 0.2), button);
+            person.move(person.in_plot(0.4, 0.4), button);
+            person.page.AddDataPoint(value, 5);
+            person.page.Refresh();
+            person.move(person.in_plot(0.3, 0.5), button);
+            CHECK(person.key(Key::Escape));
+        };
+        widen_in_a_drag(20);
+        CHECK(person.shown() == Ranges{{0, 20}, full[1]});
+        CHECK_FALSE(person.state.Zoomed);
+        person.key(Key::Plus);
+        const Ranges zoomed = person.shown();
+        widen_in_a_drag(40); // also widens what a zoomed axis shows
+        if (button == host::left_button)
+            CHECK(person.shown() == Ranges{{zoomed[0].first, 40}, zoomed[1]});
+        else
+            CHECK(person.shown() == zoomed);
+        person.key(Key::Home);
+        CHECK(person.shown() == Ranges{{0, 40}, full[1]});
+    }
+}
+
 TEST_CASE("Tab goes through the graphs and leaves after the last") {
     Navigator person;
     person.page.NewGraph("second");

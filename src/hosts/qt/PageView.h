@@ -37,6 +37,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override { take(event); }
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void leaveEvent(QEvent*) override { hand_over(host::LeaveInput{}); }
     void focusInEvent(QFocusEvent*) override { hand_over(host::FocusInput{true}); }
     void focusOutEvent(QFocusEvent*) override { hand_over(host::FocusInput{false}); }
 
