@@ -27,6 +27,12 @@ class WidgetHost;
 /// density. Use it on the thread of the user interface, as any widget.
 class QV_EXPORT QvGraphWidget : public QWidget {
     Q_OBJECT
+    /// The look of the page by its name.
+    Q_PROPERTY(QString look READ look WRITE set_look)
+    /// Whether the page is light or dark as the desktop is.
+    Q_PROPERTY(bool followDesktop READ follows_desktop WRITE set_follows_desktop)
+    /// Title of the first graph.
+    Q_PROPERTY(QString title READ title WRITE set_title)
     /// Whether the widget opens its menu.
     Q_PROPERTY(bool ContextMenu READ has_context_menu WRITE set_context_menu)
     /// Whether the wheel zooms about the pointer; with Shift x axes only, with Ctrl y axes only.
@@ -80,6 +86,25 @@ public:
     /// default; nullptr leads back to that. It must outlive the widget or be taken back. Printing turns it
     /// upright or sideways and lets places count from the corner of the paper.
     void set_printer(QPrinter* printer);
+    /// \name Settings of the page that a form keeps
+    /// What fails here is told by ErrorMsg.
+    /// \{
+
+    /// "light", "dark", "print" or "classic"; empty, as at first: the page stays as the program has it, and
+    /// comes back to the classic look after another one.
+    QString look() const { return look_; }
+    void set_look(QString const& name); ///< the same, set
+    /// Whether the page has the look "dark" while the widget's palette has bright texts on a dark ground,
+    /// else "light", whatever `look` says. Off by default.
+    bool follows_desktop() const { return follows_desktop_; }
+    void set_follows_desktop(bool on); ///< the same, set
+    /// The title that was set here, empty at first. On an empty page a title makes a first graph, with an x
+    /// and a y axis that find their own ranges; on any other it becomes the title of the first graph. An
+    /// empty one hides it. A graph other than the first stays selected, in front of the first.
+    QString title() const { return title_; }
+    void set_title(QString const& title); ///< the same, set
+    /// \}
+
     /// A menu to copy, save, print, show everything again and read about the gestures: on a right click
     /// without keys wherever the control has no use for it, by the menu key and by Shift+F10. On by default.
     /// Qt's own contextMenuPolicy holds as for any widget.
@@ -149,7 +174,7 @@ protected:
     virtual bool input(host::Input const& input);
 
     bool event(QEvent* event) override;                       ///< follows the density of the screen
-    void changeEvent(QEvent* event) override;                 ///< follows font and style
+    void changeEvent(QEvent* event) override;                 ///< follows font, style and colours
     void contextMenuEvent(QContextMenuEvent* event) override; ///< opens the menu where it may
     void keyPressEvent(QKeyEvent* event) override;            ///< opens the menu by Shift+F10
     void paintEvent(QPaintEvent* event) override;             ///< fills the strip beside the page
@@ -158,7 +183,10 @@ protected:
 private:
     bool take(host::Input const& input);
     void open_menu(QPoint on_screen);
+    void bring_look();
     std::unique_ptr<WidgetHost> host_;
+    QString look_, shown_look_, title_;
+    bool follows_desktop_ = false;
     bool has_context_menu_ = true;
 };
 

@@ -43,9 +43,9 @@ bool shows_all(document::Axis const& axis) {
 GraphPlace place_of(Graph const& graph) {
     std::vector<bool> whole;
     for (document::Axis const& axis : graph.Axes) whole.push_back(shows_all(axis));
-    return {graph.GraphLeft,       graph.GraphTop,       graph.GraphWidth,   graph.GraphHeight,
-            graph.BorderLeft,      graph.BorderTop,      graph.BorderRight,  graph.BorderBottom,
-            graph.LegendTableLeft, graph.LegendTableTop, shown_ranges(graph),   std::move(whole)};
+    return {graph.GraphLeft,       graph.GraphTop,       graph.GraphWidth,    graph.GraphHeight,
+            graph.BorderLeft,      graph.BorderTop,      graph.BorderRight,   graph.BorderBottom,
+            graph.LegendTableLeft, graph.LegendTableTop, shown_ranges(graph), std::move(whole)};
 }
 
 /// What of a graph a drag had moved.

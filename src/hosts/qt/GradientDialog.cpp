@@ -3,10 +3,12 @@
 #include "hosts/qt/child_widgets.h"
 #include "hosts/qt/dialog_controls.h"
 #include "hosts/qt/guarded.h"
+#include "hosts/qt/screen_change.h"
 #include "qvgraph/RasterSurface.h"
 
 #include <QtCore/QEvent>
 #include <QtGui/QScreen>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 
 #include <algorithm>
@@ -165,16 +167,12 @@ void GradientDialog::open_over(QWidget const& other) {
 }
 
 bool GradientDialog::event(QEvent* event) {
-    switch (event->type()) {
-    case QEvent::Show:
-    case QEvent::ScreenChangeInternal:
-#if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
-    case QEvent::DevicePixelRatioChange:
-#endif
-        attempt([this] { fit(); });
-        break;
-    default: break;
-    }
+    if (may_change_density(*event)) attempt([this] { fit(); });
+    if (event->type() == QEvent::ApplicationFontChange)
+        attempt([this] {
+            given_font_ = QApplication::font(this);
+            choose_fonts();
+        });
     return QDialog::event(event);
 }
 
@@ -211,13 +209,17 @@ void GradientDialog::choose_fonts() {
     int const check_mark = measure(QStyle::PM_IndicatorWidth) + measure(QStyle::PM_CheckBoxLabelSpacing) + 2;
     // What hangs below a read-out's letters may touch the bar, and an angle's digits have none of it.
     double const read_out_height = picker_.HScroll1.Top - picker_.Label2.Top + 15;
+    int const button_margin = measure(QStyle::PM_ButtonMargin);
     const TextRoom texts[] = {
-        {"Use color names", picker_.Check2.Width, read_out_height, check_mark},
-        {"Double", picker_.Check1.Width, read_out_height, check_mark},
-        {"-315", picker_.AngleText.Width, picker_.AngleText.Height, frames + 4},
-        {"deg", picker_.Label1.Width, read_out_height, 0},
-        {"Color1 = 16777215", picker_.Label2.Width, read_out_height, text_margin},
-        {"Color 1", picker_.Command1[0].Width, picker_.Command1[0].Height, measure(QStyle::PM_ButtonMargin)}};
+        {caption(picker_.Check2.Caption), picker_.Check2.Width, read_out_height, check_mark},
+        {caption(picker_.Check1.Caption), picker_.Check1.Width, read_out_height, check_mark},
+        {QStringLiteral("-315"), picker_.AngleText.Width, picker_.AngleText.Height, frames + 4},
+        {caption(picker_.Label1.Caption), picker_.Label1.Width, read_out_height, 0},
+        {caption("Color1 = 16777215"), picker_.Label2.Width, read_out_height, text_margin},
+        {caption("gShift = -0.00"), picker_.Label3.Width, read_out_height, text_margin},
+        {caption(picker_.Command1[0].Caption), picker_.Command1[0].Width, picker_.Command1[0].Height,
+         button_margin},
+        {caption(form_.Command2.Caption), form_.Command2.Width, form_.Command2.Height, button_margin}};
     setFont(fitting_font(texts));
 
     int const beside_name = measure(QStyle::PM_ScrollBarExtent) + frames + color_mark_size
@@ -226,8 +228,8 @@ void GradientDialog::choose_fonts() {
     auto const longest = std::ranges::max(picker_.List1.items, {}, [&](host::ColorItem const& item) {
         return metrics.horizontalAdvance(QString::fromStdString(std::string(item.name)));
     });
-    const TextRoom names[] = {
-        {std::string(longest.name), picker_.List1.Width, picker_.List1.Height, beside_name}};
+    const TextRoom names[] = {{QString::fromStdString(std::string(longest.name)), picker_.List1.Width,
+                               picker_.List1.Height, beside_name}};
     for (QListWidget* const list : {&list1_, &list2_}) list->setFont(fitting_font(names));
 }
 
@@ -239,8 +241,7 @@ QFont GradientDialog::fitting_font(std::span<TextRoom const> texts) const {
         tried.setPointSizeF(points);
         const QFontMetrics metrics(tried);
         bool const all_fit = std::ranges::all_of(texts, [&](TextRoom const& room) {
-            return metrics.horizontalAdvance(QString::fromStdString(room.text)) + room.taken
-                       <= room.width_twips / unit
+            return metrics.horizontalAdvance(room.text) + room.taken <= room.width_twips / unit
                    && metrics.height() <= room.height_twips / unit;
         });
         if (all_fit) break;
@@ -280,10 +281,14 @@ void GradientDialog::show_state() {
     follow(double_, picker_.Check1);
     follow(angle_, picker_.AngleText);
     double const unit = twips_a_unit(*this);
-    follow(degrees_, picker_.Label1, unit);
-    follow(read_out1_, picker_.Label2, unit);
-    follow(read_out_shift_, picker_.Label3, unit);
-    follow(read_out2_, picker_.Label4, unit);
+    auto const follow_label = [unit](QLabel& widget, host::Label const& model) {
+        follow(widget, model, unit);
+        widget.setText(caption(model.Caption));
+    };
+    follow_label(degrees_, picker_.Label1);
+    follow_label(read_out1_, picker_.Label2);
+    follow_label(read_out_shift_, picker_.Label3);
+    follow_label(read_out2_, picker_.Label4);
     follow(shade1_, picker_.HScroll1, unit);
     follow(shift_, picker_.HScroll3, unit);
     follow(shade2_, picker_.HScroll2, unit);

@@ -40,7 +40,7 @@ protected:
 
 private:
     struct TextRoom {
-        std::string text;
+        QString text;
         double width_twips, height_twips;
         int taken; // of the width by other things than the text, in device-independent pixels
     };

@@ -4,7 +4,9 @@
 #include "hosts/qt/accessible_page.h"
 #include "hosts/qt/guarded.h"
 #include "hosts/qt/page_menu.h"
+#include "hosts/qt/page_settings.h"
 #include "hosts/qt/qvariants.h"
+#include "hosts/qt/screen_change.h"
 #include "hosts/qt/translate_input.h"
 #include "qvgraph/Input.h"
 
@@ -75,22 +77,41 @@ bool QvGraphWidget::take(host::Input const& given) {
 }
 
 bool QvGraphWidget::event(QEvent* event) {
-    switch (event->type()) {
-    case QEvent::Show:
-    case QEvent::ScreenChangeInternal:
-#if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
-    case QEvent::DevicePixelRatioChange:
-#endif
-        guarded([this] { host_->report_failure(); }, [this] { host_->fit(); });
-        break;
-    default: break;
-    }
+    if (may_change_density(*event)) guarded([this] { host_->report_failure(); }, [this] { host_->fit(); });
     return QWidget::event(event);
+}
+
+void QvGraphWidget::bring_look() {
+    guarded([this] { host_->report_failure(); },
+            [this] {
+                QString const desktops =
+                    is_dark(palette()) ? QStringLiteral("dark") : QStringLiteral("light");
+                QString const& wanted = follows_desktop_ ? desktops : look_;
+                if (wanted == shown_look_) return;
+                show_look(control(), wanted);
+                shown_look_ = wanted;
+            });
+}
+
+void QvGraphWidget::set_look(QString const& name) {
+    look_ = name;
+    bring_look();
+}
+
+void QvGraphWidget::set_follows_desktop(bool on) {
+    follows_desktop_ = on;
+    bring_look();
+}
+
+void QvGraphWidget::set_title(QString const& title) {
+    title_ = title;
+    guarded([this] { host_->report_failure(); }, [&] { title_first_graph(control(), title); });
 }
 
 void QvGraphWidget::changeEvent(QEvent* event) {
     if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange)
         guarded([this] { host_->report_failure(); }, [this] { host_->measure_children(); });
+    if (event->type() == QEvent::PaletteChange) bring_look();
     QWidget::changeEvent(event);
 }
 

@@ -5,6 +5,7 @@
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QStyle>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -43,6 +44,22 @@ void follow(QLabel& widget, host::Label const& label, double twips_a_unit) {
 ReadOut::ReadOut(QWidget* parent, std::function<void()> looks_changed, FailureHandler failed)
     : QLabel(parent), looks_changed_(std::move(looks_changed)), failed_(std::move(failed)) {}
 
+double ReadOut::natural_width(QString const& text) {
+    setText(text);
+    setWordWrap(false);
+    ensurePolished();
+    return sizeHint().width();
+}
+
+void ReadOut::follow(host::Label const& model, int room) {
+    double const wanted = natural_width(QString::fromStdString(model.Caption));
+    qt::follow(*this, model);
+    if (!model.Visible || width() <= room) return;
+    setWordWrap(wanted > room);
+    int const tall = wanted > room ? std::max(height(), heightForWidth(room)) : height();
+    setGeometry(x(), geometry().bottom() + 1 - tall, room, tall);
+}
+
 void ReadOut::changeEvent(QEvent* event) {
     QLabel::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
@@ -56,6 +73,7 @@ ChildWidgets::ChildWidgets(QWidget* parent, ScrollHandler const& handler, LabelH
     label_.setAutoFillBackground(true); // its text has the desktop's colours, which the page may not suit
     across_.hide();
     down_.hide();
+    label_.setAttribute(Qt::WA_TransparentForMouseEvents); // the page below it has the pointer
     label_.hide();
     tell(across_, host::Bar::HScroll1, handler, failed);
     tell(down_, host::Bar::VScroll1, handler, failed);
@@ -72,15 +90,14 @@ double ChildWidgets::label_height() const {
 
 // Asked of the label itself, because frame, indent and style sheet add to the text.
 double ChildWidgets::read_out_width(std::string const& text) {
-    label_.setText(QString::fromStdString(text));
-    label_.ensurePolished();
-    return label_.sizeHint().width() * twips_per_unit;
+    return label_.natural_width(QString::fromStdString(text)) * twips_per_unit;
 }
 
 void ChildWidgets::follow(host::ChildControls const& controls) {
     qt::follow(across_, controls.HScroll1);
     qt::follow(down_, controls.VScroll1);
-    qt::follow(label_, controls.Label1);
+    int const beside_page = in_units({.Width = controls.VScroll1.Width}).width();
+    label_.follow(controls.Label1, label_.parentWidget()->width() - beside_page);
 }
 
 QRect in_units(host::Placement const& placement, double twips_a_unit) {

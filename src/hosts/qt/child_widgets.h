@@ -15,10 +15,16 @@
 
 namespace qv::qt {
 
-/// A label that tells when its font or style is another.
+/// A label that tells when its font or style is another, and breaks a text that is wider than the page into
+/// lines, upwards from its place.
 class ReadOut final : public QLabel {
 public:
     ReadOut(QWidget* parent, std::function<void()> looks_changed, FailureHandler failed);
+
+    /// Takes a text and tells the width of its single line, with what stands round it.
+    double natural_width(QString const& text);
+    /// In line with the model, but no wider than `room`.
+    void follow(host::Label const& model, int room);
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -3,10 +3,12 @@
 #include "hosts/qt/child_widgets.h"
 #include "hosts/qt/qvariants.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QPainter>
 
 #include <algorithm>
+#include <iterator>
 
 namespace qv::qt {
 namespace {
@@ -32,6 +34,28 @@ void place(QWidget& widget, host::Placement const& model, bool visible) {
 
 } // namespace
 
+// What follows the words of a read-out is a number.
+QString caption(std::string_view of_model) {
+    // The words of the models, for translators.
+    static constexpr char const* words[] = {
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Double"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Double color gradients"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Use color names"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Gradient angle, degrees"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "deg"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Color1"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Color2"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "gShift"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Color 1"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Color 2"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Okay"),
+        QT_TRANSLATE_NOOP("qv::qt::GradientDialog", "Cancel")};
+    const std::string_view head = of_model.substr(0, of_model.find(" ="));
+    auto const* const known = std::ranges::find(words, head);
+    if (known == std::end(words)) return text(of_model);
+    return QCoreApplication::translate("qv::qt::GradientDialog", *known) + text(of_model.substr(head.size()));
+}
+
 double twips_a_unit(QWidget const& widget) {
     return twips_per_inch / std::max(96, widget.logicalDpiX());
 }
@@ -47,15 +71,15 @@ void fill(QListWidget& widget, host::ColorList const& list) {
 }
 
 void follow(QCheckBox& widget, host::CheckBox const& model) {
-    widget.setText(text(model.Caption));
-    widget.setToolTip(text(model.ToolTipText));
+    widget.setText(caption(model.Caption));
+    widget.setToolTip(caption(model.ToolTipText));
     widget.setChecked(model.Value);
     place(widget, model, model.Visible);
 }
 
 void follow(QLineEdit& widget, host::TextBox const& model) {
     if (widget.text() != text(model.Text)) widget.setText(text(model.Text)); // else the caret would jump
-    widget.setToolTip(text(model.ToolTipText));
+    widget.setToolTip(caption(model.ToolTipText));
     place(widget, model, model.Visible);
 }
 
@@ -66,7 +90,7 @@ void follow(QListWidget& widget, host::ColorList const& model) {
 }
 
 void follow(QPushButton& widget, host::PushButton const& model) {
-    widget.setText(text(model.Caption));
+    widget.setText(caption(model.Caption));
     // A solid fill moves the second colour's button out of sight; the keys should not find it there.
     const QRect place_units = in_units(model, twips_a_unit(*widget.parentWidget()));
     place(widget, model, model.Visible && place_units.left() < widget.parentWidget()->width());

@@ -8,6 +8,8 @@
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPushButton>
 
+#include <string_view>
+
 namespace qv::qt {
 
 /// Side of the mark that shows a colour in a list, in device-independent pixels.
@@ -16,6 +18,9 @@ constexpr int color_mark_size = 10;
 /// Twips of a device-independent pixel in a dialog: 96 of these an inch, or more where the desktop draws its
 /// texts larger.
 double twips_a_unit(QWidget const& dialog);
+
+/// A text of a model in the person's language.
+QString caption(std::string_view of_model);
 
 /// Puts the lines of a list into its widget.
 void fill(QListWidget& widget, host::ColorList const& list);

@@ -67,6 +67,50 @@
         <source>A press or a drag sets the angle</source>
         <translation>Klicken oder Ziehen stellt den Winkel ein</translation>
     </message>
+    <message>
+        <source>Double</source>
+        <translation>Doppelt</translation>
+    </message>
+    <message>
+        <source>Double color gradients</source>
+        <translation>Verläufe hin und zurück</translation>
+    </message>
+    <message>
+        <source>Use color names</source>
+        <translation>Farben nach Namen</translation>
+    </message>
+    <message>
+        <source>deg</source>
+        <translation>Grad</translation>
+    </message>
+    <message>
+        <source>Color1</source>
+        <translation>Farbe 1</translation>
+    </message>
+    <message>
+        <source>Color2</source>
+        <translation>Farbe 2</translation>
+    </message>
+    <message>
+        <source>gShift</source>
+        <translation>Verschiebung</translation>
+    </message>
+    <message>
+        <source>Color 1</source>
+        <translation>Farbe 1</translation>
+    </message>
+    <message>
+        <source>Color 2</source>
+        <translation>Farbe 2</translation>
+    </message>
+    <message>
+        <source>Okay</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
 </context>
 <context>
     <name>qv::qt::PageMenu</name>
