@@ -45,6 +45,17 @@ if(TARGET qvgraph-qt6)
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qvgraph COMPONENT qt-development)
 endif()
 
+# Where this Qt looks for its plugins, under our own prefix: with Qt's prefix Designer finds it by itself.
+if(TARGET qvgraph_designer)
+  get_target_property(QV_QMAKE Qt6::qmake IMPORTED_LOCATION)
+  foreach(place PREFIX PLUGINS)
+    execute_process(COMMAND ${QV_QMAKE} -query QT_INSTALL_${place} OUTPUT_VARIABLE QV_QT_${place}
+      OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  endforeach()
+  file(RELATIVE_PATH QV_PLUGIN_FOLDER ${QV_QT_PREFIX} ${QV_QT_PLUGINS})
+  install(TARGETS qvgraph_designer LIBRARY DESTINATION ${QV_PLUGIN_FOLDER}/designer COMPONENT qt-development)
+endif()
+
 # The program, and what a desktop shows of it.
 if(TARGET qvplot)
   install(TARGETS qvplot RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
