@@ -4,6 +4,7 @@
 #include "render/plot_geometry.h"
 #include "scale/mapping.h"
 #include "scale/number_format.h"
+#include "surface/whole_pixel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -118,7 +119,7 @@ std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& 
         double const tolerance = major ? 1 : 0;
         if (!(along >= frame.along_low() - tolerance && along <= frame.along_high() + tolerance)) continue;
         // Majors that fall into one pixel are one tick, with the first one's label.
-        double const place = std::floor(along / pixel + 0.5);
+        double const place = whole_pixel(along / pixel);
         if (major && place == last_major) continue;
         if (major) last_major = place;
         placed.push_back({along, tick.kind, tick.value, std::move(label), {}});
