@@ -35,13 +35,12 @@ LookValues page_values(Inks const& inks) {
             {"LegendTableColor1", inks.plot},
             {"LegendTableColor2", inks.plot},
             {"LegendEdgeColor", inks.legend_edge},
-            {"LegendTableLeft", 94},
-            {"LegendTableTop", 12},
-            // Millimetres.
-            {"BorderLeft", 18},
-            {"BorderRight", 7},
-            {"BorderTop", 12},
-            {"BorderBottom", 14}};
+            {"LegendPlace", 1},
+            // Millimetres, and more where FitMargins needs more.
+            {"BorderLeft", 6},
+            {"BorderRight", 6},
+            {"BorderTop", 5},
+            {"BorderBottom", 5}};
 }
 
 LookValues axis_values(Inks const& inks) {
@@ -75,7 +74,7 @@ Look look_in(std::string_view name, Inks const& inks) {
         look.values.merge(values);
     look.unnamed_axes = {{"AxisShowTitle", false}};
     look.further_axes = {{"AxisGridMajor", false}};
-    look.switches = {"ThinTickLabels", "AdaptiveCurves"};
+    look.switches = {"ThinTickLabels", "AdaptiveCurves", "FitMargins"};
     return look;
 }
 

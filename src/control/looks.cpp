@@ -113,11 +113,12 @@ void put_on_page(Look const& look, ControlState& state) {
 
 // What a person has dragged is as good as set by the host.
 void keep_what_was_dragged(Graph& graph) {
-    if (std::exchange(graph.margins_by_hand, false))
+    if (graph.margins_by_hand)
         for (const Row row : {Row::BorderLeft, Row::BorderTop, Row::BorderRight, Row::BorderBottom})
             mark_given(graph.given, row);
-    if (std::exchange(graph.legend_by_hand, false))
-        for (const Row row : {Row::LegendTableLeft, Row::LegendTableTop}) mark_given(graph.given, row);
+    if (graph.legend_by_hand)
+        for (const Row row : {Row::LegendPlace, Row::LegendTableLeft, Row::LegendTableTop})
+            mark_given(graph.given, row);
 }
 
 void take_off(Look const& look, ControlState& state, Axis& axis) {

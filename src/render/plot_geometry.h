@@ -16,8 +16,9 @@ inline Box frame_box(document::Graph const& graph) {
 
 /// The plot area: inside the frame's borders, as long as the selected axes.
 inline Box plot_box(document::Graph& graph) {
-    return {graph.FrameLeft + static_cast<double>(graph.BorderLeft),
-            graph.FrameTop + static_cast<double>(graph.BorderTop),
+    const document::Margins margins = graph.margins();
+    return {graph.FrameLeft + static_cast<double>(margins.left),
+            graph.FrameTop + static_cast<double>(margins.top),
             static_cast<double>(document::selected_x_axis(graph).AxisLength),
             static_cast<double>(document::selected_y_axis(graph).AxisLength)};
 }

@@ -23,12 +23,12 @@ struct Track {
 };
 
 Track x_track(Graph const& graph, Axis const& axis) {
-    return {graph.FrameLeft, graph.BorderLeft, axis.AxisLength, axis.AxisReverse};
+    return {graph.FrameLeft, graph.margins().left, axis.AxisLength, axis.AxisReverse};
 }
 
 // Page y grows downwards, so an axis that is not reversed starts at the bottom.
 Track y_track(Graph const& graph, Axis const& axis) {
-    return {graph.FrameTop, graph.BorderTop, axis.AxisLength, !axis.AxisReverse};
+    return {graph.FrameTop, graph.margins().top, axis.AxisLength, !axis.AxisReverse};
 }
 
 /// The map of a range that begins at one place and ends at another.
