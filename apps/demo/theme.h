@@ -1,21 +1,16 @@
-// The look of the demo page: colours, and graphs and axes in one style.
+// The demo page's graphs, axes and data sets, in the look "light".
 #pragma once
 
+#include "qvgraph/looks.h"
 #include "qvgraph/qvGraph.h"
 
 #include <span>
 
 namespace qv::demo {
 
-constexpr Color ink = rgb(45, 52, 64);
-constexpr Color faint_ink = rgb(110, 118, 132);
-constexpr Color grid = rgb(228, 231, 236);
-constexpr Color white = rgb(255, 255, 255);
-constexpr Color blue = rgb(46, 110, 178);
-constexpr Color light_blue = rgb(126, 172, 220);
-constexpr Color red = rgb(196, 62, 44);
-constexpr Color orange = rgb(226, 132, 44);
-constexpr Color teal = rgb(36, 138, 132);
+inline const Look light = look("light");
+inline const Color blue = light.palette[0], orange = light.palette[1], teal = light.palette[2],
+                   red = light.palette[3], light_blue = light.palette[5];
 
 struct Panel {
     char const* title;
@@ -28,10 +23,8 @@ struct AxisPlan {
     char const* title;
     double low, high;
     std::int16_t divisions;
-    Color color = ink;
     bool far_side = false;
-    std::int32_t label_shift = -1; // millimetres; negative is away from the axis
-    char const* labels = "";       // one text a tick, separated by ",", in place of numbers
+    char const* labels = ""; // one text a tick, separated by ",", in place of numbers
 };
 /// Styles the selected axis.
 void plan_axis(qvGraph& page, AxisPlan const& plan);
@@ -51,6 +44,6 @@ void add_dots(qvGraph& page, Values const& values, Color color, float size);
 void show_legend(qvGraph& page, Point percent);
 
 /// A text at a place of the plot area in percent, y from the bottom, that starts there, centred in height.
-void add_note(qvGraph& page, char const* text, Point percent, Color color);
+void add_note(qvGraph& page, char const* text, Point percent);
 
 } // namespace qv::demo

@@ -8,12 +8,12 @@ using namespace qv::example;
 
 void draw(qv::qvGraph& page) {
     plain_graph(page, "Air above the ground", "height, km", "pressure, hPa");
-    page.BorderStyle({.Color1 = white, .Left = 36, .Top = 10, .Right = 20, .Bottom = 14});
+    page.BorderWidths({.Left = 38, .Right = 20});
     page.SetSelectedAxis(1);
     page.AxisStyle({.LineColor = blue, .LogScale = true});
     page.AxisLabelColor(blue);
     page.AxisTitleColor(blue);
-    page.AxisGridStyle({.MajorGridColor = gray, .MinorGridColor = pale});
+    page.AxisGridMinor(true);
     axis_range(page, 1, 1, 1000, 3, 9);
     struct {
         char const* title;
@@ -27,14 +27,11 @@ void draw(qv::qvGraph& page) {
         page.NewYAxis(title, from, to);
         page.SetSelectedAxis(++axis_number);
         page.AxisStyle({.LineColor = color, .Reverse = reversed, .FarSide = far_side});
-        page.AxisTitleStyle({.Title = title, .Font = "Arial|9", .FontColor = color});
-        page.AxisLabelStyle({.Font = "Arial|8", .FontColor = color});
-        page.AxisLabelsHoriz(0);
-        page.AxisTickStyle({.Length = 1.2F, .Inside = false, .Outside = true, .BothEnds = false});
-        page.AxisGridStyle({.MajorGridShow = false, .MinorGridShow = false});
+        page.AxisTitleColor(color);
+        page.AxisLabelColor(color);
     }
     axis_range(page, 0, 0, 40, 8, 5);
-    page.AxisTickStyle({.Length = 1.2F, .Inside = true, .Outside = false, .BothEnds = true});
+    page.AxisTickStyle({.Inside = true, .Outside = false, .BothEnds = true});
     for (int axis = 1; axis <= 3; ++axis) {
         page.SelectYaxis(axis);
         line(page, "", axis == 1 ? blue : more[axis - 2].color);

@@ -22,8 +22,6 @@ void draw(qv::qvGraph& page) {
                           .BarOffset = offset,
                           .BarShadow = true,
                           .BarBase = true});
-        page.BarShadowColor(pale);
-        page.DataLineStyle(0);
         for (int month = 0; month < 6; ++month) page.AddDataPoint(month, values[month]);
     }
     axis_range(page, 1, 0, 120, 6);

@@ -6,8 +6,7 @@ using namespace qv::example;
 void draw(qv::qvGraph& page) {
     plain_graph(page, "Five stars", "distance, light years", "magnitude");
     page.NewDataSet("distance uncertain");
-    page.SymbolStyle({.Symbol = 3, .Size = 2.4F, .Color1 = blue, .Color2 = blue, .TextFont = "Arial|8"});
-    page.DataLineStyle(0);
+    page.SymbolStyle({.Symbol = 3, .Size = 2.4F, .TextFont = "Arial|8"});
     struct {
         double distance, magnitude, error;
         char const* name;
@@ -18,15 +17,12 @@ void draw(qv::qvGraph& page) {
     for (auto const& [distance, magnitude, error, name] : stars)
         page.AddDataPoint(distance, magnitude, error, 0, name);
     page.NewDataSet("magnitude uncertain");
-    page.SymbolStyle(
-        {.Symbol = 5, .Size = 2.8F, .Color1 = orange, .TextFont = "Arial|8", .ErrorBarColor = orange});
-    page.DataLineStyle(0);
+    page.SymbolStyle({.Symbol = 5, .Size = 2.8F});
     page.AddDataPoint(21, -0.7, 0.25);
     page.AddDataPoint(13.5, -0.9, 0.4);
     axis_range(page, 0, 0, 30, 6, 5);
     axis_range(page, 1, -2, 1.5, 7);
     page.AxisReverse(true); // the brighter, the higher
-    page.LegendFontColor(ink);
     page.LegendShow(true);
     page.LegendTableTop(12);
 }

@@ -5,8 +5,8 @@ using namespace qv::example;
 
 namespace {
 
-void add_function(qv::qvGraph& page, std::string const& formula, qv::Color color, double from, double to) {
-    line(page, formula, color);
+void add_function(qv::qvGraph& page, std::string const& formula, double from, double to) {
+    page.NewDataSet(formula);
     page.AddMathFunc(formula, from, to);
 }
 
@@ -16,19 +16,19 @@ void draw(qv::qvGraph& page) {
     page.DefineFunction("wave(a, t) = EXP(-a*t^2) * COS(6*t)");
     plain_graph(page, "tan(x) and x", "x", "");
     page.GraphPosition({.Left = 0, .Top = 0, .Width = 50, .Height = 50});
-    add_function(page, "tan(x)", blue, -5, 5);
-    add_function(page, "x", orange, -5, 5);
+    add_function(page, "tan(x)", -5, 5);
+    add_function(page, "x", -5, 5);
     axis_range(page, 0, -5, 5, 10);
     axis_range(page, 1, -5, 5, 5);
     plain_graph(page, "sin(1/x)", "x", "");
     page.GraphPosition({.Left = 50, .Top = 0, .Width = 50, .Height = 50});
-    add_function(page, "sin(1/x)", purple, 0, 0);
+    add_function(page, "sin(1/x)", 0, 0);
     axis_range(page, 0, -0.5, 0.5, 5, 2);
     axis_range(page, 1, -1.2, 1.2, 4);
     plain_graph(page, "wave(a, t) = EXP(-a*t^2) * COS(6*t)", "t", "");
     page.GraphPosition({.Left = 0, .Top = 50, .Width = 100, .Height = 50});
-    add_function(page, "wave(0.2, x)", blue, -4, 4);
-    add_function(page, "wave(1, x)", red, -4, 4);
+    add_function(page, "wave(0.2, x)", -4, 4);
+    add_function(page, "wave(1, x)", -4, 4);
     axis_range(page, 0, -4, 4, 8, 2);
     axis_range(page, 1, -1, 1, 4);
     page.LegendShow(true);

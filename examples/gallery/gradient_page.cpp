@@ -28,9 +28,7 @@ void draw(qv::qvGraph& page) {
     for (int t = 0; t <= 90; ++t) page.AddDataPoint(t, t < 40 ? 0 : 20);
     axis_range(page, 0, 0, 90, 9);
     axis_range(page, 1, 0, 100, 5);
-    page.LegendTableStyle({.Font = "Arial|9",
-                           .FontColor = ink,
-                           .EdgeColor = gray,
+    page.LegendTableStyle({.EdgeColor = gray,
                            .EdgeThickness = 1,
                            .Color1 = qv::rgb(150, 164, 204),
                            .Color2 = qv::rgb(200, 208, 228),

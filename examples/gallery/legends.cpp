@@ -23,15 +23,15 @@ void draw(qv::qvGraph& page) {
                             .Top = 50.0F * static_cast<float>(i / 2),
                             .Width = 50,
                             .Height = 50});
-        line(page, "sine", blue, 3);
+        page.NewDataSet("sine");
+        page.DataLineThickness(3);
         for (double x = 0; x <= 6.3; x += 0.05) page.AddDataPoint(x, std::sin(x));
-        line(page, "cosine", orange, 2, 2);
+        page.NewDataSet("cosine");
+        page.DataLineDash(2);
         for (double x = 0; x <= 6.3; x += 0.05) page.AddDataPoint(x, std::cos(x));
         axis_range(page, 0, 0, 7, 7);
         axis_range(page, 1, -1, 1, 4);
-        page.LegendTableStyle({.Font = "Arial|9",
-                               .FontColor = ink,
-                               .LeftPercent = left,
+        page.LegendTableStyle({.LeftPercent = left,
                                .TopPercent = 22,
                                .EdgeColor = edge > 1 ? blue : gray,
                                .EdgeThickness = edge,

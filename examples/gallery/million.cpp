@@ -27,13 +27,15 @@ void draw(qv::qvGraph& page) {
         double const t = x[i] / 1e6;
         y[i] = std::sin(9 * t) * (1 - t) + 0.4 * t * noise(seed) * noise(seed);
     }
-    line(page, "", blue, 1);
+    page.NewDataSet("");
+    page.DataLineThickness(1);
     page.AddDataPoints(x, y);
     axis_range(page, 0, 0, 1e6, 5, 2);
     axis_range(page, 1, -1, 1, 4);
     plain_graph(page, "The last 300 of 5000", "second", "");
     page.GraphPosition({.Left = 0, .Top = 55, .Width = 100, .Height = 45});
-    line(page, "", green, 1);
+    page.NewDataSet("");
+    page.DataLineThickness(1);
     double value = 0;
     for (int second = 0; second < 5000; ++second) {
         page.AddDataPoint(second, value += noise(seed));

@@ -6,7 +6,7 @@ using namespace qv::example;
 namespace {
 
 constexpr double shares[3][5]{{31, 28, 25, 22, 20}, {18, 21, 24, 26, 27}, {9, 12, 16, 21, 26}};
-constexpr qv::Color colors[]{ink, blue, orange};
+const qv::Color colors[]{ink, blue, orange};
 constexpr char const* names[]{"coal", "gas", "wind"};
 
 void add_bars(qv::qvGraph& page, bool lying) {
@@ -21,7 +21,6 @@ void add_bars(qv::qvGraph& page, bool lying) {
                           .Stacked = set > 0,
                           .BarBase = true});
         page.BarHoriz(lying);
-        page.DataLineStyle(0);
         for (int year = 0; year < 5; ++year)
             page.AddDataPoint(lying ? shares[set][year] : 2020 + year,
                               lying ? 2020 + year : shares[set][year]);

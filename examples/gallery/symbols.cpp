@@ -5,7 +5,7 @@ using namespace qv::example;
 
 void draw(qv::qvGraph& page) {
     plain_graph(page, "Symbols", "DataSymbol of the shapes", "");
-    constexpr qv::Color colors[]{blue, orange, green, red, purple};
+    const qv::Color colors[]{blue, orange, green, red, purple};
     for (int row = 0; row < 3; ++row)
         for (int symbol = 2; symbol <= 11; ++symbol) {
             page.NewDataSet("");
@@ -14,7 +14,6 @@ void draw(qv::qvGraph& page) {
                               .Color1 = row == 1 ? white : colors[symbol % 5],
                               .Color2 = row == 1 ? colors[symbol % 5] : ink,
                               .EdgeThickness = row});
-            page.DataLineStyle(0);
             page.AddDataPoint(symbol, 5 - row);
         }
     struct {
@@ -25,7 +24,6 @@ void draw(qv::qvGraph& page) {
     for (auto const& [symbol, y, font] : texts) {
         page.NewDataSet("");
         page.SymbolStyle({.Symbol = symbol, .Color1 = ink, .TextFont = font});
-        page.DataLineStyle(0);
         for (int x = 2; x <= 11; ++x) page.AddDataPoint(x, y);
     }
     axis_range(page, 0, 1, 12, 11);

@@ -12,7 +12,6 @@ void draw(qv::qvGraph& page) {
         double const x = 1.5 + 3.2 * (alignment % 3), y = 9 - 2 * (alignment / 3);
         page.NewDataSet("");
         page.SymbolStyle({.Symbol = 10, .Size = 2, .Color1 = orange});
-        page.DataLineStyle(0);
         page.AddDataPoint(x, y);
         page.AddText(names[alignment], x, y, static_cast<std::uint8_t>(alignment), "Arial|9", ink, 0, false);
     }

@@ -36,9 +36,10 @@ struct Look {
 
     /// Data sets take these in the order in which they are made in their graph, and begin anew behind the
     /// last. Without any, they keep what they have.
-    std::vector<Color> palette; ///< of lines, symbols and error bars, and of bars and areas without `fills`
-    std::vector<Color> fills;   ///< of bars and areas
-    std::vector<int> dashes;    ///< DataLineDash
+    std::vector<Color>
+        palette; ///< of lines, symbols, their edges and error bars, and of bars and areas without `fills`
+    std::vector<Color> fills; ///< of bars and areas
+    std::vector<int> dashes;  ///< DataLineDash
     /// DataSymbol. Those of data sets whose lines the host has switched off, where this has none, go round
     /// the shapes.
     std::vector<int> symbols;

@@ -35,13 +35,12 @@ LookValues page_values(Inks const& inks) {
             {"LegendTableColor1", inks.plot},
             {"LegendTableColor2", inks.plot},
             {"LegendEdgeColor", inks.legend_edge},
-            {"LegendTableLeft", 94},
-            {"LegendTableTop", 12},
-            // Millimetres.
-            {"BorderLeft", 18},
-            {"BorderRight", 7},
-            {"BorderTop", 12},
-            {"BorderBottom", 14}};
+            {"LegendPlace", 1},
+            // Millimetres, and more where FitMargins needs more.
+            {"BorderLeft", 6},
+            {"BorderRight", 6},
+            {"BorderTop", 5},
+            {"BorderBottom", 5}};
 }
 
 LookValues axis_values(Inks const& inks) {
@@ -63,7 +62,7 @@ LookValues axis_values(Inks const& inks) {
 }
 
 LookValues data_values(Inks const& inks) {
-    return {{"DataLineStyle", 1},        {"DataLineThickness", 2},     {"DataSymbolSize", 1.8},
+    return {{"DataLineStyle", 1},        {"DataLineThickness", 2},     {"DataSymbolSize", 2},
             {"DataTextFont", "Arial|9"}, {"DataTextColor", inks.text}, {"BarShadowColor", inks.grid}};
 }
 
@@ -75,7 +74,7 @@ Look look_in(std::string_view name, Inks const& inks) {
         look.values.merge(values);
     look.unnamed_axes = {{"AxisShowTitle", false}};
     look.further_axes = {{"AxisGridMajor", false}};
-    look.switches = {"ThinTickLabels", "AdaptiveCurves"};
+    look.switches = {"ThinTickLabels", "AdaptiveCurves", "FitMargins"};
     return look;
 }
 
@@ -88,8 +87,8 @@ Look light() {
                                   .grid = rgb(230, 233, 238),
                                   .fine_grid = rgb(243, 245, 247),
                                   .legend_edge = rgb(214, 218, 225)});
-    look.palette = {rgb(1, 72, 152),   rgb(247, 115, 39), rgb(5, 140, 100),   rgb(187, 26, 43),
-                    rgb(122, 87, 208), rgb(96, 177, 238), rgb(192, 112, 157), rgb(69, 54, 81)};
+    look.palette = {rgb(11, 107, 203), rgb(245, 117, 16),  rgb(37, 139, 92),   rgb(186, 18, 30),
+                    rgb(30, 62, 178),  rgb(101, 178, 233), rgb(196, 107, 163), rgb(57, 57, 71)};
     return look;
 }
 
@@ -122,11 +121,8 @@ Look print() {
     look.palette = {black};
     auto const grey = [](int level) { return rgb(level, level, level); };
     look.fills = {grey(90), grey(205), grey(150), grey(30), grey(235), grey(120), grey(178), grey(60)};
-    look.filled = {{"DataSymbolEdgeThickness", 1},
-                   {"DataSymbolEdgeColor", black},
-                   {"DataSymbol", 0},
-                   {"DataLineDash", 0},
-                   {"DataLineThickness", 1}};
+    look.filled = {
+        {"DataSymbolEdgeThickness", 1}, {"DataSymbol", 0}, {"DataLineDash", 0}, {"DataLineThickness", 1}};
     look.dashes = {0, 1, 2, 3, 4, 0, 1, 2};
     // The first is a plain line. Then square, triangle, circle, cross, triangle downwards, plus, diamond.
     look.symbols = {0, 4, 6, 3, 11, 7, 10, 5};

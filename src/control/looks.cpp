@@ -13,8 +13,8 @@
 namespace qv::control {
 namespace {
 
-constexpr std::array series_rows{"DataLineColor", "DataSymbolColor", "ErrorBarColor", "DataLineDash",
-                                 "DataSymbol"};
+constexpr std::array series_rows{"DataLineColor", "DataSymbolColor", "DataSymbolEdgeColor",
+                                 "ErrorBarColor", "DataLineDash",    "DataSymbol"};
 
 bool speaks_of(Look const& look, std::string_view property) {
     auto const has = [&](LookValues const& values) { return values.contains(property); };
@@ -55,6 +55,7 @@ LookValues series_values(Look const& look, std::size_t index, bool filled) {
     bool const has_fills = filled && !look.fills.empty();
     take_next(values, "DataLineColor", look.palette, index);
     take_next(values, "DataSymbolColor", has_fills ? look.fills : look.palette, index);
+    take_next(values, "DataSymbolEdgeColor", look.palette, index);
     take_next(values, "ErrorBarColor", look.palette, index);
     take_next(values, "DataLineDash", look.dashes, index);
     take_next(values, "DataSymbol", look.symbols, index);
@@ -112,11 +113,12 @@ void put_on_page(Look const& look, ControlState& state) {
 
 // What a person has dragged is as good as set by the host.
 void keep_what_was_dragged(Graph& graph) {
-    if (std::exchange(graph.margins_by_hand, false))
+    if (graph.margins_by_hand)
         for (const Row row : {Row::BorderLeft, Row::BorderTop, Row::BorderRight, Row::BorderBottom})
             mark_given(graph.given, row);
-    if (std::exchange(graph.legend_by_hand, false))
-        for (const Row row : {Row::LegendTableLeft, Row::LegendTableTop}) mark_given(graph.given, row);
+    if (graph.legend_by_hand)
+        for (const Row row : {Row::LegendPlace, Row::LegendTableLeft, Row::LegendTableTop})
+            mark_given(graph.given, row);
 }
 
 void take_off(Look const& look, ControlState& state, Axis& axis) {

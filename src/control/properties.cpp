@@ -88,6 +88,13 @@ void follow_mode(ControlState& state) {
     scale::SetAxisScale(state);
 }
 
+// The host has said where it stands.
+void place_legend(ControlState& state) {
+    Graph& graph = current_graph(state);
+    graph.LegendPlace = 0;
+    mark_given(graph.given, Row::LegendPlace);
+}
+
 void fix_range(ControlState& state) {
     selected_axis(state).AxisScale = static_cast<std::uint8_t>(AxisMode::Fixed);
     scale::SetAxisScale(state);

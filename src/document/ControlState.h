@@ -59,6 +59,8 @@ struct PageSettings {
     bool AxisMarksInFront = false;
     bool ThinTickLabels = false; // leave out tick labels that would overlap
     bool Smooth = true;          // antialiased drawing
+    bool FitMargins = false;     // margins grow until axes, titles and legends fit
+    bool AlignPlots = false;     // graphs of a column or row have equal margins
     bool AdaptiveCurves = false; // function curves true to a pixel, broken where they have gaps
 
     bool operator==(PageSettings const&) const = default;
@@ -141,6 +143,8 @@ struct ControlState : PageSettings {
     struct StackOffsets {
         std::int32_t left = 0, right = 0, near = 0, far = 0;
     } AxisStackOffsets;
+    document::Margins
+        axes_reach; // of the graph drawn last, out of its plot area: lines, ticks, labels, titles
     std::unique_ptr<DrawSurface> Picture1;    // visible page
     std::unique_ptr<DrawSurface> GraphImage;  // page being composed
     std::unique_ptr<DrawSurface> Picture2;    // page without the front graph

@@ -1,6 +1,7 @@
 // What one press of a mouse button and the moves after it have to remember.
 #pragma once
 
+#include "document/records.h"
 #include "qvgraph/DrawSurface.h"
 #include "qvgraph/geometry.h"
 
@@ -69,9 +70,9 @@ struct ReadPoint {
 
 /// Where a graph and its legend were when a button was pressed.
 struct GraphPlace {
-    float left = 0, top = 0, width = 0, height = 0;                             // fractions of the page
-    float border_left = 0, border_top = 0, border_right = 0, border_bottom = 0; // twips
-    float legend_left = 0, legend_top = 0;                                      // percent of the frame
+    float left = 0, top = 0, width = 0, height = 0; // fractions of the page
+    Margins margins;
+    float legend_left = 0, legend_top = 0; // percent of the frame
     std::vector<Shown> ranges;
     std::vector<bool> shows_all; // which axes showed their full range, wherever it may reach since
 };
@@ -91,7 +92,8 @@ struct HitFlags {
     bool OnPlotBottom = false;
 
     bool on_frame_edge() const { return OnFrameLeft || OnFrameTop || OnFrameRight || OnFrameBottom; }
-    bool on_edge() const { return on_frame_edge() || OnPlotLeft || OnPlotTop || OnPlotRight || OnPlotBottom; }
+    bool on_plot_edge() const { return OnPlotLeft || OnPlotTop || OnPlotRight || OnPlotBottom; }
+    bool on_edge() const { return on_frame_edge() || on_plot_edge(); }
     bool operator==(HitFlags const&) const = default;
 };
 

@@ -6,6 +6,7 @@
 #include "document/StableList.h"
 #include "qvgraph/geometry.h"
 
+#include <algorithm>
 #include <array>
 #include <bitset>
 #include <cstdint>
@@ -167,6 +168,30 @@ struct DataSet : DataSetSettings {
     std::int32_t DataSetPointCount() const { return static_cast<std::int32_t>(points.size()); }
 };
 
+/// The room between a graph's frame and its plot area, twips.
+struct Margins {
+    float left = 0;
+    float top = 0;
+    float right = 0;
+    float bottom = 0;
+    bool operator==(Margins const&) const = default;
+};
+
+/// What small graphs leave out for their plot area's sake, each with what comes before it.
+enum class LeftOut : std::uint8_t { Nothing, AxisTitles, Title, Labels };
+
+/// Where a legend stands; other values of LegendPlace mean the first.
+enum class LegendPlacing : std::uint8_t { AsSet = 0, WhereItHidesLeast = 1, BesideThePlot = 2 };
+
+/// What is worked out for a graph when it is drawn under FitMargins or with a legend that finds its place.
+struct Fitting {
+    Margins needed; // for axes, titles and a legend beside the plot area
+    LeftOut left_out = LeftOut::Nothing;
+    bool legend_beside = false;     // it is too large for the plot area
+    std::int8_t legend_corner = -1; // the last place among those for a legend, so that it does not wander
+    bool operator==(Fitting const&) const = default;
+};
+
 /// Everything of a graph but its axes and data sets.
 struct GraphSettings {
     float GraphLeft = 0; // position and size as fractions of the page
@@ -183,6 +208,7 @@ struct GraphSettings {
     float BorderTop = 0;
     float BorderRight = 0;
     float BorderBottom = 0;
+    Fitting fitting;
     std::int16_t SelectedAxis = 0;
     std::int16_t SelectedXAxis = 0;
     std::int16_t SelectedYAxis = 0;
@@ -215,7 +241,30 @@ struct GraphSettings {
     float GraphTitleHShift = 0;   // millimetres
     bool margins_by_hand = false; // a person has dragged an edge of the plot area, or the legend
     bool legend_by_hand = false;
+    std::uint8_t LegendPlace = 0;
     GivenProperties given;
+
+    /// As drawn: those set, and under FitMargins as much more as is needed, but for a person who drags them.
+    Margins margins() const {
+        Margins const set{BorderLeft, BorderTop, BorderRight, BorderBottom};
+        if (margins_by_hand) return set;
+        Margins const& more = fitting.needed;
+        return {std::max(set.left, more.left), std::max(set.top, more.top), std::max(set.right, more.right),
+                std::max(set.bottom, more.bottom)};
+    }
+    void set_margins(Margins const& to) {
+        BorderLeft = to.left;
+        BorderTop = to.top;
+        BorderRight = to.right;
+        BorderBottom = to.bottom;
+    }
+    bool leaves_out(LeftOut part) const { return fitting.left_out >= part; }
+    bool has_placing(LegendPlacing placing) const {
+        return LegendPlace == static_cast<std::uint8_t>(placing);
+    }
+    bool finds_legend_place() const {
+        return has_placing(LegendPlacing::WhereItHidesLeast) || has_placing(LegendPlacing::BesideThePlot);
+    }
 };
 
 /// A plot panel.

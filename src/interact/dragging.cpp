@@ -82,6 +82,11 @@ struct Extent {
 
 void move_hit_part(ControlState& state, Graph& graph, Point mouse, Corner corner) {
     Pointing const& on = state.pointing;
+    if (!graph.margins_by_hand && on.on_plot_edge()) {
+        // From now on they are as wide as a person wants them.
+        graph.set_margins(graph.margins());
+        graph.margins_by_hand = true;
+    }
     Extent across{graph.GraphLeft,
                   graph.GraphWidth,
                   graph.BorderLeft,
@@ -100,7 +105,6 @@ void move_hit_part(ControlState& state, Graph& graph, Point mouse, Corner corner
     if (on.OnFrameRight) return across.drag_frame_end();
     if (on.OnFrameTop) return down.drag_frame_start();
     if (on.OnFrameBottom) return down.drag_frame_end();
-    graph.margins_by_hand = true;
     if (on.OnPlotLeft) return across.drag_plot_start();
     if (on.OnPlotRight) return across.drag_plot_end();
     if (on.OnPlotTop) return down.drag_plot_start();
@@ -118,6 +122,7 @@ Corner inside_frame(Graph const& graph, Corner corner) {
 void place_legend(ControlState& state, Graph& graph, Corner corner) {
     render::LegendPosition(state, state.MouseGraph, corner.left, corner.top);
     graph.legend_by_hand = true;
+    graph.LegendPlace = 0;
     auto const percent = [](std::int32_t part, std::int32_t whole) {
         return whole == 0 ? 0.0F : static_cast<float>(part) * 100 / static_cast<float>(whole);
     };
@@ -134,9 +139,15 @@ bool move_legend(ControlState& state) {
 
 PlaceOnPage place_on_page(ControlState const& state, Graph const& graph) {
     double const width = state.PageWidth, height = state.PageHeight;
-    PlaceOnPage place{graph.GraphLeft * width,    graph.GraphTop * height, graph.GraphWidth * width,
-                      graph.GraphHeight * height, graph.BorderLeft,        graph.BorderTop,
-                      graph.BorderRight,          graph.BorderBottom};
+    const document::Margins margins = graph.margins();
+    PlaceOnPage place{graph.GraphLeft * width,
+                      graph.GraphTop * height,
+                      graph.GraphWidth * width,
+                      graph.GraphHeight * height,
+                      margins.left,
+                      margins.top,
+                      margins.right,
+                      margins.bottom};
     for (double& twips : place) twips = std::round(twips);
     return place;
 }

@@ -43,9 +43,9 @@ bool shows_all(document::Axis const& axis) {
 GraphPlace place_of(Graph const& graph) {
     std::vector<bool> whole;
     for (document::Axis const& axis : graph.Axes) whole.push_back(shows_all(axis));
-    return {graph.GraphLeft,       graph.GraphTop,       graph.GraphWidth,    graph.GraphHeight,
-            graph.BorderLeft,      graph.BorderTop,      graph.BorderRight,   graph.BorderBottom,
-            graph.LegendTableLeft, graph.LegendTableTop, shown_ranges(graph), std::move(whole)};
+    return {graph.GraphLeft,      graph.GraphTop,      graph.GraphWidth,
+            graph.GraphHeight,    graph.margins(),     graph.LegendTableLeft,
+            graph.LegendTableTop, shown_ranges(graph), std::move(whole)};
 }
 
 /// What of a graph a drag had moved.
@@ -76,10 +76,7 @@ Dragged put_back(ControlState const& state, Graph& graph) {
     graph.GraphTop = place.top;
     graph.GraphWidth = place.width;
     graph.GraphHeight = place.height;
-    graph.BorderLeft = place.border_left;
-    graph.BorderTop = place.border_top;
-    graph.BorderRight = place.border_right;
-    graph.BorderBottom = place.border_bottom;
+    if (graph.margins_by_hand) graph.set_margins(place.margins);
     graph.LegendTableLeft = place.legend_left;
     graph.LegendTableTop = place.legend_top;
     // No other drag has moved them.

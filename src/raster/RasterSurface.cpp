@@ -24,12 +24,6 @@ int side_in_pixels(double twips, double twips_per_pixel) {
     return side;
 }
 
-// The pixels of two corners, both included, whichever lies left or above.
-PixelBox spanned(PixelPoint a, PixelPoint b) {
-    int const x0 = whole_pixel(a.x), y0 = whole_pixel(a.y), x1 = whole_pixel(b.x), y1 = whole_pixel(b.y);
-    return {std::min(x0, x1), std::min(y0, y1), std::max(x0, x1) + 1, std::max(y0, y1) + 1};
-}
-
 // Copying a row stores many pixels at a time, which a loop over single ones may not.
 void fill_pixels(PixelBuffer& buffer, PixelBox const& box, std::uint32_t value) {
     if (box.empty()) return;

@@ -1,8 +1,9 @@
-// Whole pixels: boxes of them, the buffer that holds them, and the rounding that leads to them.
+// Whole pixels: boxes of them and the buffer that holds them.
 #pragma once
 
 #include "qvgraph/geometry.h"
 #include "qvgraph/system_color.h"
+#include "surface/whole_pixel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,6 +37,12 @@ inline PixelBox intersection(PixelBox const& a, PixelBox const& b) {
             std::max(top, std::min(a.bottom, b.bottom))};
 }
 
+/// The pixels of two corners, both included, whichever lies left or above.
+inline PixelBox spanned(PixelPoint a, PixelPoint b) {
+    int const x0 = whole_pixel(a.x), y0 = whole_pixel(a.y), x1 = whole_pixel(b.x), y1 = whole_pixel(b.y);
+    return {std::min(x0, x1), std::min(y0, y1), std::max(x0, x1) + 1, std::max(y0, y1) + 1};
+}
+
 inline PixelBox moved(PixelBox const& box, int dx, int dy) {
     return {box.left + dx, box.top + dy, box.right + dx, box.bottom + dy};
 }
@@ -44,25 +51,8 @@ inline PixelBox grown(PixelBox const& box, int margin) {
     return {box.left - margin, box.top - margin, box.right + margin, box.bottom + margin};
 }
 
-/// Beyond this distance from the origin nothing can be seen, and sums of two positions still fit an int.
-constexpr double farthest_pixel = 1 << 28;
-
 inline bool is_finite(PixelPoint point) {
     return std::isfinite(point.x) && std::isfinite(point.y);
-}
-
-/// floor() of what surely fits an int.
-template <class Real>
-int floor_int(Real value) {
-    int const whole = static_cast<int>(value);
-    return whole - (value < static_cast<Real>(whole) ? 1 : 0);
-}
-
-/// The one rounding from positions in pixels to pixels. Far away positions stop at `farthest_pixel`;
-/// not-a-number is that far to the left, where nothing shows.
-inline int whole_pixel(double position) {
-    if (std::isnan(position)) return static_cast<int>(-farthest_pixel);
-    return floor_int(std::clamp(position, -farthest_pixel, farthest_pixel) + 0.5);
 }
 
 /// A colour as it stands in the buffer: 0xFFRRGGBB.

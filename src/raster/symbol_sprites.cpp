@@ -1,6 +1,7 @@
 #include "raster/symbol_sprites.h"
 
 #include "raster/round_shapes.h"
+#include "surface/symbol_form.h"
 
 #include <array>
 #include <cstring>
@@ -13,20 +14,19 @@ static_assert(block <= CoverageMask::row_padding);
 
 // Pixels that a symbol can cover, around its centre.
 int reach_of(Symbol const& symbol) {
-    // A triangle's apex lies one and a half half-heights away, a wide rectangle's end 1.3.
-    return static_cast<int>(
-        std::ceil(1.5 * std::max(symbol.half_width, symbol.half_height) + symbol.pen.width / 2 + 2));
+    return static_cast<int>(std::ceil(farthest_corner * std::max(symbol.half_width, symbol.half_height)
+                                      + symbol.pen.width / 2 + 2));
 }
 
 // Whether the symbol lies on whole pixels wherever its centre is.
 bool is_snapped(Symbol const& symbol) {
-    switch (symbol.shape) {
-    case SymbolShape::Square:
-    case SymbolShape::WideRectangle:
-    case SymbolShape::TallRectangle:
-    case SymbolShape::Plus: return true;
-    case SymbolShape::Dot: return symbol.pen.edge == Edge::Whole || whole_pen(symbol.pen.width) == 1;
-    default: return symbol.pen.edge == Edge::Whole;
+    if (symbol.pen.edge == Edge::Whole) return true;
+    const SymbolForm form = symbol_form(symbol.shape);
+    switch (form.kind) {
+    case SymbolForm::Kind::Box: return true;
+    case SymbolForm::Kind::Lines: return is_along_pixels(form.places[0], form.places[1]);
+    case SymbolForm::Kind::Dot: return whole_pen(symbol.pen.width) == 1;
+    default: return false;
     }
 }
 
@@ -37,10 +37,13 @@ struct SymbolPainter {
     PixelPoint centre;
     PolygonFiller& filler;
 
-    PixelPoint at(double right, double down) const {
-        return {centre.x + right * symbol.half_width, centre.y + down * symbol.half_height};
+    PixelPoint at(PixelPoint point) const {
+        return {centre.x + point.x * symbol.half_width, centre.y + point.y * symbol.half_height};
     }
-    void outline(std::span<PixelPoint const> corners) const {
+    void polygon(std::span<PixelPoint const> points) const {
+        std::array<PixelPoint, 4> places{};
+        std::ranges::transform(points, places.begin(), [this](PixelPoint point) { return at(point); });
+        const std::span<PixelPoint const> corners = std::span(places).first(points.size());
         filler.fill(mask, clip, corners, symbol.pen.edge);
         for (std::size_t i = 0; i < corners.size(); ++i)
             line(corners[i], corners[i + 1 < corners.size() ? i + 1 : 0]);
@@ -56,19 +59,19 @@ struct SymbolPainter {
         int const y = whole_pixel(centre.y), down = whole_pixel(tall * symbol.half_height);
         return {x - across, y - down, x + across + 1, y + down + 1};
     }
-    void rectangle(double wide, double tall) const {
-        const PixelBox box = snapped(wide, tall);
+    void rectangle(PixelPoint corner) const {
+        const PixelBox box = snapped(corner.x, corner.y);
         int const width = whole_pen(symbol.pen.width);
         mask.fill(intersection({box.left - width / 2, box.top - width / 2, box.right - width / 2 + width - 1,
                                 box.bottom - width / 2 + width - 1},
                                clip));
     }
-    void plus() const {
-        stroke_snapped(mask, clip, snapped(1, 0), symbol.pen);
-        stroke_snapped(mask, clip, snapped(0, 1), symbol.pen);
-    }
-    void triangle(double direction) const {
-        outline(std::array{at(0, -1.5 * direction), at(-1, direction / 2), at(1, direction / 2)});
+    void lines(std::span<PixelPoint const> ends) const {
+        for (std::size_t i = 0; i + 1 < ends.size(); i += 2)
+            if (is_along_pixels(ends[i], ends[i + 1]))
+                stroke_snapped(mask, clip, snapped(std::abs(ends[i].x), std::abs(ends[i].y)), symbol.pen);
+            else
+                line(at(ends[i]), at(ends[i + 1]));
     }
     void dot() const {
         double const radius = symbol.pen.width / 2;
@@ -145,22 +148,13 @@ PixelBox joined(PixelBox const& a, PixelBox const& b) {
 void draw_symbol(CoverageMask& mask, PixelBox const& clip, Symbol const& symbol, PixelPoint centre,
                  PolygonFiller& filler) {
     const SymbolPainter painter{mask, clip, symbol, centre, filler};
-    switch (symbol.shape) {
-    case SymbolShape::Dot: painter.dot(); break;
-    case SymbolShape::Circle: painter.oval(); break;
-    case SymbolShape::Square: painter.rectangle(1, 1); break;
-    case SymbolShape::Diamond:
-        painter.outline(std::array{painter.at(0, -1), painter.at(-1, 0), painter.at(0, 1), painter.at(1, 0)});
-        break;
-    case SymbolShape::TriangleUp: painter.triangle(1); break;
-    case SymbolShape::TriangleDown: painter.triangle(-1); break;
-    case SymbolShape::WideRectangle: painter.rectangle(1.3, 1 / 1.3); break;
-    case SymbolShape::TallRectangle: painter.rectangle(1 / 1.3, 1.3); break;
-    case SymbolShape::Plus: painter.plus(); break;
-    case SymbolShape::Cross:
-        painter.line(painter.at(-1, -1), painter.at(1, 1));
-        painter.line(painter.at(-1, 1), painter.at(1, -1));
-        break;
+    const SymbolForm form = symbol_form(symbol.shape);
+    switch (form.kind) {
+    case SymbolForm::Kind::Dot: painter.dot(); break;
+    case SymbolForm::Kind::Oval: painter.oval(); break;
+    case SymbolForm::Kind::Box: painter.rectangle(form.places[1]); break;
+    case SymbolForm::Kind::Polygon: painter.polygon(form.points()); break;
+    case SymbolForm::Kind::Lines: painter.lines(form.points()); break;
     }
 }
 

@@ -23,6 +23,7 @@ using document::AxisKind;
 using document::ControlState;
 using document::current_graph;
 using document::Graph;
+using document::LeftOut;
 using document::trapped;
 
 constexpr double minor_tick_share = 0.7;
@@ -105,33 +106,61 @@ TextPlace title_place(AxisDrawing const& drawing, TextBlock const& title, double
             Align::Centre, 90, true};
 }
 
-// Draws the title and returns the twips the axis has used up on its side.
+// Draws the title and returns how many twips the axis reaches out of where it stands.
 double draw_title(AxisDrawing const& drawing) {
     double const distance = distance_to_title(drawing);
     Axis const& axis = drawing.axis;
-    if (!axis.AxisShowTitle) return distance + drawing.surface.TextHeight("A");
+    if (!axis.AxisShowTitle || current_graph(drawing.state).leaves_out(LeftOut::AxisTitles)) return distance;
     SetGraphFont(drawing.state, drawing.surface, axis.AxisTitleFont);
     const TextBlock title = text_block(drawing.surface, axis.AxisTitle);
     if (drawing.paints)
         PrintText(drawing.state, drawing.surface, axis.AxisTitle, title_place(drawing, title, distance),
                   {axis.AxisTitleFont, axis.AxisTitleColor});
-    return distance + title.height + drawing.surface.TextHeight("A");
+    return distance + title.height;
+}
+
+void reach_out(float& side, double twips) {
+    side = std::max(side, static_cast<float>(twips));
+}
+
+// Labels at the ends of an axis stand over them: by half of a label that runs along the axis or is level with
+// its tick, by all of one that is turned.
+void reach_past_ends(AxisDrawing const& drawing) {
+    AxisFrame const& frame = drawing.frame;
+    bool const is_x = frame.kind == AxisKind::X;
+    document::Margins& reach = drawing.state.axes_reach;
+    for (PlacedTick const& tick : drawing.ticks) {
+        if (tick.label.empty() || !tick.show_label) continue;
+        double const over = label_reach_along(frame, drawing.labels, tick);
+        reach_out(is_x ? reach.left : reach.top, frame.along_low() - tick.along + over);
+        reach_out(is_x ? reach.right : reach.bottom, tick.along + over - frame.along_high());
+    }
+}
+
+float& reach_beside(document::Margins& reach, AxisFrame const& frame) {
+    if (frame.kind == AxisKind::X) return frame.far_side ? reach.top : reach.bottom;
+    return frame.far_side ? reach.right : reach.left;
+}
+
+bool paints_axes(AxesPass pass) {
+    return pass == AxesPass::Full || pass == AxesPass::MarksOnly;
 }
 
 void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis const& axis, AxisSpan range,
                        AxesPass pass) {
-    AxisDrawing drawing{
-        state, surface, axis, axis_frame(state, surface, axis), {}, {}, pass != AxesPass::WithoutMarks};
+    AxisDrawing drawing{state, surface, axis, axis_frame(state, surface, axis), {}, {}, paints_axes(pass)};
     SetGraphFont(state, surface, axis.AxisLabelFont);
     drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range);
     drawing.labels = label_layout(surface, drawing.frame, axis, drawing.ticks);
     if (state.ThinTickLabels) thin_labels(surface, drawing.frame, axis, drawing.ticks);
     draw_own_edge(drawing);
-    double const used = draw_title(drawing);
+    double const reach = draw_title(drawing);
     if (axis.AxisTicksBothEnds && drawing.paints)
         for (PlacedTick const& tick : drawing.ticks) draw_tick(drawing, tick, drawing.frame.opposite);
     std::int32_t& offset = stack_offset(state, drawing.frame.kind, drawing.frame.far_side);
-    offset = to_i32(offset + used);
+    reach_out(reach_beside(state.axes_reach, drawing.frame), offset + reach);
+    reach_past_ends(drawing);
+    offset = to_i32(offset + (reach + surface.TextHeight("A")));
 }
 
 void draw_axis(ControlState& state, DrawSurface& surface, std::int16_t index, AxisKind kind, bool first,
@@ -153,18 +182,24 @@ void draw_axis(ControlState& state, DrawSurface& surface, std::int16_t index, Ax
 
 void set_axis_lengths(Graph& graph) {
     auto const length = [](double size) { return to_i32(std::max(smallest_axis_length, size)); };
-    selected_x_axis(graph).AxisLength = length(frame_box(graph).width - graph.BorderLeft - graph.BorderRight);
-    selected_y_axis(graph).AxisLength =
-        length(frame_box(graph).height - graph.BorderTop - graph.BorderBottom);
+    const document::Margins margins = graph.margins();
+    selected_x_axis(graph).AxisLength = length(frame_box(graph).width - margins.left - margins.right);
+    selected_y_axis(graph).AxisLength = length(frame_box(graph).height - margins.top - margins.bottom);
 }
 
-void draw_graph_title(ControlState& state, DrawSurface& surface) {
+void draw_graph_title(ControlState& state, DrawSurface& surface, AxesPass pass) {
     Graph const& graph = current_graph(state);
+    if (!graph.GraphShowTitle || graph.leaves_out(LeftOut::Title)) return;
     const Box plot = plot_box(current_graph(state));
+    std::string const& title = at(state.GraphTitles, state.CurrentGraph);
+    double const above = graph.TopAxesHeight + (graph.GraphTitleVShift + 1) * state.UnitsPerMmY;
+    if (pass == AxesPass::Measured) {
+        SetGraphFont(state, surface, std::string(graph.GraphTitleFont));
+        return reach_out(state.axes_reach.top, above + text_block(surface, title).height);
+    }
     double const x = plot.left + plot.width / 2 + (graph.GraphTitleHShift + 1) * state.UnitsPerMmX;
-    double const y = plot.top - graph.TopAxesHeight - (graph.GraphTitleVShift + 1) * state.UnitsPerMmY;
-    PrintText(state, surface, at(state.GraphTitles, state.CurrentGraph),
-              {{std::max(0.0, x), std::max(0.0, y)}, Align::Centre, Align::End, 0, true},
+    PrintText(state, surface, title,
+              {{std::max(0.0, x), std::max(0.0, plot.top - above)}, Align::Centre, Align::End, 0, true},
               {graph.GraphTitleFont, graph.GraphTitleColor});
 }
 
@@ -185,14 +220,13 @@ void draw_axes_of_kind(ControlState& state, DrawSurface& surface, AxisKind kind,
 void GraphAxes(ControlState& state, DrawSurface& surface, AxesPass pass) {
     trapped(state, "GraphAxes", [&] {
         Graph& graph = current_graph(state);
-        if (pass != AxesPass::MarksOnly) {
-            set_axis_lengths(graph);
-            DrawPlotArea(state, surface);
-        }
+        state.axes_reach = {};
+        if (pass != AxesPass::MarksOnly) set_axis_lengths(graph);
+        if (pass == AxesPass::Full || pass == AxesPass::WithoutMarks) DrawPlotArea(state, surface);
         draw_axes_of_kind(state, surface, AxisKind::X, pass);
         if (!is_current(state, graph)) return;
         // After the x axes, because those on the far side push the title up.
-        if (pass != AxesPass::MarksOnly && graph.GraphShowTitle) draw_graph_title(state, surface);
+        if (pass != AxesPass::MarksOnly) draw_graph_title(state, surface, pass);
         draw_axes_of_kind(state, surface, AxisKind::Y, pass);
         // Only now, because while it is drawn each axis is the selected one.
         if (is_current(state, graph)) scale::SetScrollBarsVisibility(state);

@@ -10,9 +10,11 @@ namespace qv::render {
 /// Axes are painted once, under the data or over them.
 enum class AxesPass {
     Full,         // sets the axis lengths, paints the plot area, settles the ranges, draws title and axes
+    Measured,     // the same without painting anything, for how far all reaches out of the plot area
     WithoutMarks, // the same, but axes only take their space
     MarksOnly     // only the axes, with the ranges settled before, over the data
 };
+/// Leaves in `axes_reach` how far it all reaches out of the plot area.
 void GraphAxes(document::ControlState& state, DrawSurface& surface, AxesPass pass);
 
 /// Draws one axis; the first of its kind in a pass starts the stacks of its two sides anew. A hidden axis

@@ -1,15 +1,15 @@
 #include "render/bar_batch.h"
 
+#include "surface/whole_pixel.h"
+
 #include <algorithm>
 
 namespace qv::render {
 inline BarBatch::Span BarBatch::pixels(double from, double to, double twips_per_pixel, Span const& within) {
+    if (std::isnan(from) || std::isnan(to)) return {};
     auto const [low, high] = std::minmax(from, to);
-    double const first = low / twips_per_pixel + 0.5, last = high / twips_per_pixel + 0.5;
-    if (!(last >= within.first && first < within.last + 1)) return {}; // not-a-number ends here too
-    // Neither is negative any more, so cutting the fraction rounds as the surfaces do.
-    return {static_cast<int>(std::max(first, static_cast<double>(within.first))),
-            static_cast<int>(std::min(last, static_cast<double>(within.last)))};
+    return {std::max(whole_pixel(low / twips_per_pixel), within.first),
+            std::min(whole_pixel(high / twips_per_pixel), within.last)};
 }
 
 bool BarBatch::pays(std::size_t bars, DrawSurface const& surface, Box const& visible, bool horizontal) {

@@ -6,6 +6,7 @@
 #include "render/column_thinner.h"
 #include "render/curve_sampling.h"
 #include "render/plot_geometry.h"
+#include "scale/drawn_range.h"
 #include "scale/mapping.h"
 
 #include <algorithm>
@@ -34,10 +35,11 @@ struct Interval {
 
 /// The range of the x axis, cut to the function's own ends unless both are 0.
 Interval interval_of(DataSet const& set, Axis const& axis) {
-    Interval interval{axis.AxisValue1, axis.AxisValue2};
+    const scale::DrawnRange range = scale::drawn_range(axis);
+    Interval interval{range.first, range.last};
     if (set.MathFuncX1 == 0 && set.MathFuncX2 == 0) return interval;
     auto const [low, high] = std::minmax(set.MathFuncX1, set.MathFuncX2);
-    if (interval.from < interval.to) {
+    if (range.rises()) {
         interval.from = std::max(interval.from, low);
         interval.to = std::min(interval.to, high);
     } else {
@@ -49,7 +51,7 @@ Interval interval_of(DataSet const& set, Axis const& axis) {
 
 /// A function whose ends lie beside the range of an upward axis cannot be seen.
 bool lies_beside(Interval const& interval, Axis const& axis) {
-    return axis.AxisValue1 < axis.AxisValue2 && interval.from > interval.to;
+    return scale::drawn_range(axis).rises() && interval.from > interval.to;
 }
 
 bool compile(ControlState& state, std::string const& formula) {

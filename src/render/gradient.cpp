@@ -3,8 +3,7 @@
 #include "document/trap.h"
 #include "qvgraph/clsGradient.h"
 #include "render/plot_geometry.h"
-
-#include <cmath>
+#include "surface/whole_pixel.h"
 
 namespace qv::render {
 namespace {
@@ -38,13 +37,10 @@ void paint_scratch(document::ControlState& state, Box const& area, document::Fil
 
 // Exactly the area's pixels: the legend table has no clip of its own that would cut the larger scratch.
 void copy_scratch(document::ControlState const& state, DrawSurface& surface, Box const& area) {
-    auto const pixel = [](double twips, double twips_per_pixel) {
-        return std::floor(twips / twips_per_pixel + 0.5);
-    };
-    double const dx = surface.TwipsPerPixelX(), dy = surface.TwipsPerPixelY();
-    const PixelPoint left_top{pixel(area.left, dx), pixel(area.top, dy)};
-    const PixelSize size{static_cast<std::int32_t>(pixel(area.right(), dx) - left_top.x) + 1,
-                         static_cast<std::int32_t>(pixel(area.bottom(), dy) - left_top.y) + 1};
+    const PixelPoint left_top = pixel_at(surface, {area.left, area.top});
+    const PixelPoint right_bottom = pixel_at(surface, {area.right(), area.bottom()});
+    const PixelSize size{static_cast<std::int32_t>(right_bottom.x - left_top.x) + 1,
+                         static_cast<std::int32_t>(right_bottom.y - left_top.y) + 1};
     surface.BitBlt(left_top, size, *state.ScratchPic1, {0, 0});
 }
 

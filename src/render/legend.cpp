@@ -6,6 +6,7 @@
 #include "document/trap.h"
 #include "render/data_sets.h"
 #include "render/gradient.h"
+#include "render/legend_place.h"
 #include "render/pen.h"
 #include "render/plot_geometry.h"
 #include "render/symbols.h"
@@ -93,6 +94,18 @@ LegendSize size_of(ControlState const& state, Table const& table) {
             (table.lines + margins_in_lines) * table.line_height};
 }
 
+/// Where it stands is told in percent of the frame too.
+void find_place(ControlState const& state, Graph& graph, LegendSize size) {
+    const Point corner = legend_corner(state, graph, size);
+    graph.LegendLeft = to_i32(corner.x);
+    graph.LegendTop = to_i32(corner.y);
+    auto const percent = [](double part, std::int32_t whole) {
+        return whole == 0 ? 0.0F : static_cast<float>(100 * part / whole);
+    };
+    graph.LegendTableLeft = percent(corner.x - graph.FrameLeft, graph.FrameWidth);
+    graph.LegendTableTop = percent(corner.y - graph.FrameTop, graph.FrameHeight);
+}
+
 /// Sets the table's size and moves it inside the frame; false when there is nothing to draw.
 bool place(ControlState const& state, Graph& graph, Table const& table) {
     bool const fits = graph.FrameWidth - table.widest_text > text_start_mm * state.UnitsPerMmX;
@@ -100,6 +113,7 @@ bool place(ControlState const& state, Graph& graph, Table const& table) {
     graph.LegendWidth = to_i32(width);
     graph.LegendHeight = to_i32(height);
     if (graph.LegendWidth == 0) return false;
+    if (graph.finds_legend_place()) find_place(state, graph, {width, height});
     graph.LegendLeft =
         start_inside({graph.LegendLeft, graph.LegendWidth}, {graph.FrameLeft, graph.FrameWidth});
     graph.LegendTop =

@@ -2,6 +2,7 @@
 
 #include "render/legend.h"
 #include "render/plot_geometry.h"
+#include "surface/whole_pixel.h"
 
 #include <cmath>
 #include <optional>
@@ -18,8 +19,8 @@ void keep_picture(ControlState& state, Graph const& graph) {
     DrawSurface& kept = *state.ScratchPic1;
     DrawSurface const& page = *state.Picture1;
     const Box box = legend_box(graph);
-    const PixelPoint first = in_pixels(page, {box.left, box.top});
-    const PixelPoint last = in_pixels(page, {box.right(), box.bottom()});
+    const PixelPoint first = pixel_at(page, {box.left, box.top});
+    const PixelPoint last = pixel_at(page, {box.right(), box.bottom()});
     kept.Move((last.x - first.x + 1) * page.TwipsPerPixelX(), (last.y - first.y + 1) * page.TwipsPerPixelY());
     kept.SelectClipPath({0, 0, kept.Width(), kept.Height()});
     kept.BitBlt({0, 0}, kept.GetClientRect(), page, first);
@@ -42,7 +43,7 @@ bool looks_alike(LegendOnPage const& legend, Graph const& graph, DrawSurface con
 void copy_picture(ControlState& state, LegendOnPage& legend, Graph const& graph) {
     DrawSurface& page = *state.Picture1;
     clip_to_legend(page, graph);
-    page.BitBlt(in_pixels(page, {legend_box(graph).left, legend_box(graph).top}),
+    page.BitBlt(pixel_at(page, {legend_box(graph).left, legend_box(graph).top}),
                 state.ScratchPic1->GetClientRect(), *state.ScratchPic1, {0, 0});
     draw_legend_edge(page, graph);
     legend.reach = legend_reach(graph, page);

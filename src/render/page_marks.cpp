@@ -56,9 +56,9 @@ Box whole_picture(ControlState const& state) {
 // The plot area as far as the frame's borders tell, whatever the axes' lengths.
 Box box_inside_borders(Graph const& graph) {
     const Box frame = frame_box(graph);
-    return {frame.left + graph.BorderLeft, frame.top + graph.BorderTop,
-            frame.width - graph.BorderLeft - graph.BorderRight,
-            frame.height - graph.BorderTop - graph.BorderBottom};
+    const document::Margins margins = graph.margins();
+    return {frame.left + margins.left, frame.top + margins.top, frame.width - margins.left - margins.right,
+            frame.height - margins.top - margins.bottom};
 }
 
 Shapes cross_hair(ControlState const& state) {

@@ -5,6 +5,7 @@
 #include "document/trap.h"
 #include "render/axes.h"
 #include "render/data_sets.h"
+#include "render/fit_margins.h"
 #include "render/gradient.h"
 #include "render/legend.h"
 #include "render/legend_on_page.h"
@@ -139,6 +140,17 @@ void finish_ground(ControlState& state, std::int16_t index) {
     show(state);
 }
 
+// A page in shapes has the margins of the page that is shown.
+void fit_graphs(ControlState& state, std::int16_t which) {
+    auto const fits = [&] {
+        return state.FitMargins || state.AlignPlots
+               || std::ranges::any_of(state.Graphs,
+                                      [](auto const& graph) { return graph->finds_legend_place(); });
+    };
+    if (!state.keeps_drawn_ranges && fits() && fit_margins(state, *state.GraphImage, which))
+        state.ground.reset();
+}
+
 void refresh_once(ControlState& state, std::int16_t which, bool legend_on_page) {
     const RestoreScope refreshing(state.Refreshing, true);
     for (auto const* surface : {&state.Picture1, &state.GraphImage, &state.Picture2})
@@ -146,7 +158,9 @@ void refresh_once(ControlState& state, std::int16_t which, bool legend_on_page) 
     if (which >= state.NumGraphs()) return;
     Graph const* const asked = which < 0 ? nullptr : at(state.Graphs, which).get();
     state.legend_on_page.reset();
-    if (asked && has_ground_of(state, which))
+    fit_graphs(state, which);
+    if (which >= state.NumGraphs()) return;
+    if (asked && is_there(state, which, *asked) && has_ground_of(state, which))
         copy_page(*state.GraphImage, *state.Picture2);
     else
         compose_ground(state);

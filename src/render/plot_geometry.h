@@ -6,7 +6,6 @@
 #include "render/pipeline.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace qv::render {
 
@@ -17,8 +16,9 @@ inline Box frame_box(document::Graph const& graph) {
 
 /// The plot area: inside the frame's borders, as long as the selected axes.
 inline Box plot_box(document::Graph& graph) {
-    return {graph.FrameLeft + static_cast<double>(graph.BorderLeft),
-            graph.FrameTop + static_cast<double>(graph.BorderTop),
+    const document::Margins margins = graph.margins();
+    return {graph.FrameLeft + static_cast<double>(margins.left),
+            graph.FrameTop + static_cast<double>(margins.top),
             static_cast<double>(document::selected_x_axis(graph).AxisLength),
             static_cast<double>(document::selected_y_axis(graph).AxisLength)};
 }
@@ -76,12 +76,6 @@ inline Box common_part(Box const& one, Box const& other) {
     double const left = std::max(one.left, other.left), top = std::max(one.top, other.top);
     return {left, top, std::max(0.0, std::min(one.right(), other.right()) - left),
             std::max(0.0, std::min(one.bottom(), other.bottom()) - top)};
-}
-
-/// The pixel a place on the page falls into.
-inline PixelPoint in_pixels(DrawSurface const& surface, Point point) {
-    return {std::floor(point.x / surface.TwipsPerPixelX() + 0.5),
-            std::floor(point.y / surface.TwipsPerPixelY() + 0.5)};
 }
 
 } // namespace qv::render

@@ -7,6 +7,7 @@
 #include "render/error_bars.h"
 #include "render/pen.h"
 #include "render/text.h"
+#include "scale/drawn_range.h"
 #include "scale/mapping.h"
 
 #include <algorithm>
@@ -90,9 +91,9 @@ std::string symbol_text(std::int16_t code, std::int32_t point_counter) {
 }
 
 VisibleRange visible_range(Axis const& axis) {
-    auto const [low, high] = std::minmax(axis.AxisValue1, axis.AxisValue2);
-    double const tolerance = (axis.AxisLog ? axis.AxisValue1 : high - low) / range_tolerance;
-    return {low - tolerance, high + tolerance};
+    const scale::DrawnRange range = scale::drawn_range(axis);
+    double const tolerance = (axis.AxisLog ? range.first : range.high() - range.low()) / range_tolerance;
+    return {range.low() - tolerance, range.high() + tolerance};
 }
 
 void DataPointXY(ControlState& state, DrawSurface& surface, DataPointValues const& values) {

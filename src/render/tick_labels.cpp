@@ -4,6 +4,7 @@
 #include "render/plot_geometry.h"
 #include "scale/mapping.h"
 #include "scale/number_format.h"
+#include "surface/whole_pixel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -118,14 +119,15 @@ std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& 
         double const tolerance = major ? 1 : 0;
         if (!(along >= frame.along_low() - tolerance && along <= frame.along_high() + tolerance)) continue;
         // Majors that fall into one pixel are one tick, with the first one's label.
-        double const place = std::floor(along / pixel + 0.5);
+        double const place = whole_pixel(along / pixel);
         if (major && place == last_major) continue;
         if (major) last_major = place;
         placed.push_back({along, tick.kind, tick.value, std::move(label), {}});
     }
     if (!given_labels) label_with_numbers(axis, placed, range);
+    bool const shows_labels = axis.AxisShowLabels && !graph.leaves_out(document::LeftOut::Labels);
     for (PlacedTick& tick : placed) {
-        if (!axis.AxisShowLabels) tick.label.clear();
+        if (!shows_labels) tick.label.clear();
         if (!tick.label.empty()) tick.label_size = text_block(surface, tick.label);
     }
     return placed;
@@ -179,6 +181,18 @@ void thin_labels(DrawSurface& surface, AxisFrame const& frame, Axis const& axis,
     std::size_t index = 0;
     for (PlacedTick& tick : ticks)
         if (tick.kind == TickKind::Major) tick.show_label = index++ % stride == 0;
+}
+
+double label_reach_along(AxisFrame const& frame, LabelLayout const& layout, PlacedTick const& tick) {
+    double const angle = layout.angle_degrees * std::numbers::pi / 180;
+    double const cosine = std::abs(std::cos(angle)), sine = std::abs(std::sin(angle));
+    bool const is_x = frame.kind == AxisKind::X;
+    double const text = tick.label_size.width * (is_x ? cosine : sine);
+    double const lines = tick.label_size.height * (is_x ? sine : cosine);
+    // A text that stands with one end at its tick leads away from it by its whole length.
+    bool const centred =
+        std::min(text, lines) < straight * std::max(text, lines) || layout.horizontal == Align::Centre;
+    return centred ? (text + lines) / 2 : text + lines / 2;
 }
 
 } // namespace qv::render

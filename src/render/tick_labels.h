@@ -42,6 +42,9 @@ struct LabelLayout {
 LabelLayout label_layout(DrawSurface& surface, AxisFrame const& frame, document::Axis const& axis,
                          std::vector<PlacedTick> const& ticks);
 
+/// How far a label reaches along its axis from its tick, to the side where it reaches farther.
+double label_reach_along(AxisFrame const& frame, LabelLayout const& layout, PlacedTick const& tick);
+
 /// Hides labels so that those left, every second, third, ... one, do not overlap along the axis.
 void thin_labels(DrawSurface& surface, AxisFrame const& frame, document::Axis const& axis,
                  std::vector<PlacedTick>& ticks);

@@ -3,6 +3,7 @@
 #include "base/convert.h"
 #include "document/selection.h"
 #include "document/trap.h"
+#include "scale/drawn_range.h"
 #include "scale/numeric.h"
 
 #include <algorithm>
@@ -22,12 +23,12 @@ struct Track {
 };
 
 Track x_track(Graph const& graph, Axis const& axis) {
-    return {graph.FrameLeft, graph.BorderLeft, axis.AxisLength, axis.AxisReverse};
+    return {graph.FrameLeft, graph.margins().left, axis.AxisLength, axis.AxisReverse};
 }
 
 // Page y grows downwards, so an axis that is not reversed starts at the bottom.
 Track y_track(Graph const& graph, Axis const& axis) {
-    return {graph.FrameTop, graph.BorderTop, axis.AxisLength, !axis.AxisReverse};
+    return {graph.FrameTop, graph.margins().top, axis.AxisLength, !axis.AxisReverse};
 }
 
 /// The map of a range that begins at one place and ends at another.
@@ -50,8 +51,9 @@ AxisMap map_of(document::ShownScale const& scale) {
 document::ShownScale scale_along(Track const& track, Axis const& axis) {
     double const near_end = static_cast<double>(track.frame) + static_cast<double>(track.border);
     double const length = track.length;
-    return {.first = axis.AxisValue1,
-            .last = axis.AxisValue2,
+    const DrawnRange range = drawn_range(axis);
+    return {.first = range.first,
+            .last = range.last,
             .is_log = axis.AxisLog,
             .start = track.mirrored ? near_end + length : near_end,
             .length = track.mirrored ? -length : length};

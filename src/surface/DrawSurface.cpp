@@ -1,6 +1,8 @@
 #include "qvgraph/DrawSurface.h"
 
 #include "base/convert.h"
+#include "surface/symbol_form.h"
+#include "surface/whole_pixel.h"
 
 #include <algorithm>
 #include <array>
@@ -9,42 +11,35 @@
 namespace qv {
 namespace {
 
-PixelPoint in_pixels(DrawSurface const& surface, Point point) {
-    return {point.x / surface.TwipsPerPixelX(), point.y / surface.TwipsPerPixelY()};
-}
-
-PixelPoint nearest_pixel(PixelPoint point) {
-    return {std::floor(point.x + 0.5), std::floor(point.y + 0.5)};
-}
-
 // Half a pixel, so that the last pixel of a plus or cross is included.
 double last_pixel(DrawSurface const& surface) {
     return std::floor(round_half_even(surface.TwipsPerPixelX()) / 2);
 }
 
-void draw_triangle(DrawSurface& surface, Point centre, std::int32_t size, int direction) {
-    double const apex = static_cast<double>((3LL * direction * size) / 2);
-    double const base = static_cast<double>((static_cast<long long>(direction) * size) / 2);
-    const std::array corners{in_pixels(surface, {centre.x, centre.y - apex}),
-                             in_pixels(surface, {centre.x - size, centre.y + base}),
-                             in_pixels(surface, {centre.x + size, centre.y + base})};
-    surface.Polygon(corners);
+// Corners lie on whole twips from the centre, cut towards it.
+void draw_polygon(DrawSurface& surface, std::span<PixelPoint const> corners, Point centre, double size) {
+    std::array<PixelPoint, 4> places{};
+    const PixelPoint middle = in_pixels(surface, centre);
+    std::ranges::transform(corners, places.begin(), [&](PixelPoint corner) {
+        const PixelPoint way = in_pixels(surface, {std::trunc(corner.x * size), std::trunc(corner.y * size)});
+        return PixelPoint{middle.x + way.x, middle.y + way.y};
+    });
+    surface.Polygon(std::span(places).first(corners.size()));
 }
 
-void draw_diamond(DrawSurface& surface, Point centre, std::int32_t size) {
-    const PixelPoint middle = in_pixels(surface, centre);
-    const PixelPoint half = in_pixels(surface, {static_cast<double>(size), static_cast<double>(size)});
-    const std::array corners{PixelPoint{middle.x, middle.y - half.y}, PixelPoint{middle.x - half.x, middle.y},
-                             PixelPoint{middle.x, middle.y + half.y},
-                             PixelPoint{middle.x + half.x, middle.y}};
-    surface.Polygon(corners);
+// The last pixel belongs to a line, so its end lies half a pixel further on.
+void draw_lines(DrawSurface& surface, std::span<PixelPoint const> ends, Point centre, double size) {
+    double const further = size + last_pixel(surface);
+    for (std::size_t i = 0; i + 1 < ends.size(); i += 2)
+        surface.Line({centre.x + ends[i].x * size, centre.y + ends[i].y * size},
+                     {centre.x + ends[i + 1].x * further, centre.y + ends[i + 1].y * further},
+                     LineShape::Segment, surface.state.ForeColor);
 }
 
 void draw_rectangle(DrawSurface& surface, Point centre, double half_width, double half_height) {
     // Middle and half sides are each rounded to whole pixels, so that all of a series are equal in size.
-    const PixelPoint middle = nearest_pixel(in_pixels(surface, centre));
-    const PixelPoint half =
-        nearest_pixel(in_pixels(surface, {round_half_even(half_width), round_half_even(half_height)}));
+    const PixelPoint middle = pixel_at(surface, centre);
+    const PixelPoint half = pixel_at(surface, {round_half_even(half_width), round_half_even(half_height)});
     surface.Rectangle({middle.x - half.x, middle.y - half.y}, {middle.x + half.x + 1, middle.y + half.y + 1});
 }
 
@@ -83,29 +78,17 @@ void DrawSurface::Text(TextLine const& line) {
 }
 
 void draw_symbol(DrawSurface& surface, SymbolShape shape, Point centre, std::int32_t half_size) {
-    double const s = half_size;
-    double const t = s + last_pixel(surface);
-    auto const segment = [&](Point from, Point to) {
-        surface.Line({centre.x + from.x, centre.y + from.y}, {centre.x + to.x, centre.y + to.y},
-                     LineShape::Segment, surface.state.ForeColor);
-    };
-    switch (shape) {
-    case SymbolShape::Dot: surface.PSet(centre); break;
-    case SymbolShape::Circle: surface.Circle(centre, s); break;
-    case SymbolShape::Square: draw_rectangle(surface, centre, s, s); break;
-    case SymbolShape::Diamond: draw_diamond(surface, centre, half_size); break;
-    case SymbolShape::TriangleUp: draw_triangle(surface, centre, half_size, 1); break;
-    case SymbolShape::TriangleDown: draw_triangle(surface, centre, half_size, -1); break;
-    case SymbolShape::WideRectangle: draw_rectangle(surface, centre, s * 1.3, s / 1.3); break;
-    case SymbolShape::TallRectangle: draw_rectangle(surface, centre, s / 1.3, s * 1.3); break;
-    case SymbolShape::Plus:
-        segment({-s, 0}, {t, 0});
-        segment({0, s}, {0, -t});
+    double const size = half_size;
+    const SymbolForm form = symbol_form(shape);
+    auto const points = form.points();
+    switch (form.kind) {
+    case SymbolForm::Kind::Dot: surface.PSet(centre); break;
+    case SymbolForm::Kind::Oval: surface.Circle(centre, size); break;
+    case SymbolForm::Kind::Box:
+        draw_rectangle(surface, centre, points[1].x * size, points[1].y * size);
         break;
-    case SymbolShape::Cross:
-        segment({-s, -s}, {t, t});
-        segment({-s, s}, {t, -t});
-        break;
+    case SymbolForm::Kind::Polygon: draw_polygon(surface, points, centre, size); break;
+    case SymbolForm::Kind::Lines: draw_lines(surface, points, centre, size); break;
     }
 }
 

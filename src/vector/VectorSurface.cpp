@@ -16,7 +16,7 @@ namespace {
 using raster::intersection;
 using raster::is_finite;
 using raster::pixel_value;
-using raster::whole_pixel;
+using raster::spanned;
 
 // Where to stop: a page this long is kept as a picture anyway.
 constexpr std::size_t longest_text = 3000000;
@@ -24,11 +24,6 @@ constexpr std::size_t longest_text = 3000000;
 /// From places where a whole number is a pixel's centre to those where it is its edge.
 PixelPoint from_edge(PixelPoint point) {
     return {point.x + 0.5, point.y + 0.5};
-}
-
-PixelBox spanned(PixelPoint a, PixelPoint b) {
-    int const x0 = whole_pixel(a.x), y0 = whole_pixel(a.y), x1 = whole_pixel(b.x), y1 = whole_pixel(b.y);
-    return {std::min(x0, x1), std::min(y0, y1), std::max(x0, x1) + 1, std::max(y0, y1) + 1};
 }
 
 // Contours that run the same way round can be filled together.
@@ -159,7 +154,7 @@ void VectorSurface::BitBlt(PixelPoint target, PixelSize size, DrawSurface const&
                     "A block can only be copied from another surface of shapes");
     int const left = whole_pixel(target.x), top = whole_pixel(target.y);
     int const dx = left - whole_pixel(origin.x), dy = top - whole_pixel(origin.y);
-    constexpr auto far = static_cast<int>(raster::farthest_pixel);
+    constexpr auto far = static_cast<int>(farthest_pixel);
     const PixelBox block{left, top, left + std::clamp(size.width, 0, far),
                          top + std::clamp(size.height, 0, far)};
     const PixelBox box = intersection(intersection(block, clip_), moved(other->bounds_, dx, dy));
@@ -333,7 +328,7 @@ void VectorSurface::Ellipse(PixelPoint left_top, PixelPoint right_bottom) {
 
 void VectorSurface::fill(std::uint32_t color, double outline, std::span<PixelPoint const> corners) {
     Contour contour;
-    auto const near = [](double v) { return std::clamp(v, -raster::farthest_pixel, raster::farthest_pixel); };
+    auto const near = [](double v) { return std::clamp(v, -farthest_pixel, farthest_pixel); };
     for (const PixelPoint corner : corners) contour.push_back(from_edge({near(corner.x), near(corner.y)}));
     turn_clockwise(contour);
     add(Fill{color, outline, state.Smooth, {std::move(contour)}});

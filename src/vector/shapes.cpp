@@ -3,7 +3,7 @@
 namespace qv::vector {
 namespace {
 
-constexpr auto far = static_cast<int>(raster::farthest_pixel);
+constexpr auto far = static_cast<int>(farthest_pixel);
 constexpr PixelBox nothing{};
 constexpr PixelBox everything{-far, -far, far, far};
 

@@ -10,8 +10,7 @@ constexpr std::size_t few = 5000;
 } // namespace
 
 void SymbolCloud::add(PixelPoint centre) {
-    if (!raster::is_finite(centre)
-        || !visible_.contains(raster::whole_pixel(centre.x), raster::whole_pixel(centre.y)))
+    if (!raster::is_finite(centre) || !visible_.contains(whole_pixel(centre.x), whole_pixel(centre.y)))
         return;
     if (!pixels_.empty()) return mark(centre);
     centres_.push_back(centre);
@@ -26,8 +25,8 @@ void SymbolCloud::count_by_pixel() {
 }
 
 void SymbolCloud::mark(PixelPoint centre) {
-    auto const x = static_cast<std::size_t>(raster::whole_pixel(centre.x) - visible_.left);
-    auto const y = static_cast<std::size_t>(raster::whole_pixel(centre.y) - visible_.top);
+    auto const x = static_cast<std::size_t>(whole_pixel(centre.x) - visible_.left);
+    auto const y = static_cast<std::size_t>(whole_pixel(centre.y) - visible_.top);
     pixels_[y * static_cast<std::size_t>(visible_.width()) + x] = true;
 }
 

@@ -1,22 +1,13 @@
 #include "vector/symbol_shapes.h"
 
+#include "surface/symbol_form.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 namespace qv::vector {
 namespace {
-
-using raster::whole_pixel;
-
-// How far a symbol's pieces lie from its centre, in half widths and half heights.
-constexpr double wide = 1.3;
-constexpr double narrow = 1 / 1.3;
-constexpr double apex = 1.5;
-
-bool is_of_lines(SymbolShape shape) {
-    return shape == SymbolShape::Plus || shape == SymbolShape::Cross;
-}
 
 // As rectangles are drawn: snapped to whole pixels, middle and half sides each, with the pen's width.
 PixelBox box_of(SymbolLook const& look, SymbolRun const& run, double wide_by, double tall_by) {
@@ -70,21 +61,60 @@ Stroke rounds_of(SymbolLook const& look, std::vector<SymbolRun> const& runs, dou
     return stroke;
 }
 
-std::vector<Shape> crosses_of(SymbolLook const& look, std::vector<SymbolRun> const& runs) {
-    const Piece falling{{{1, 1}, {-1, -1}}, {{-1, -1}, {1, 1}}};
-    const Piece rising{{{-1, 1}, {1, -1}}, {{1, -1}, {-1, 1}}};
-    return {fill_of(look, runs, falling), fill_of(look, runs, rising)};
+// The corners that face left from the lowest to the highest, and back down those that face right. Two points
+// are a line there and back.
+Piece piece_of(std::span<PixelPoint const> corners) {
+    double area = 0;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const PixelPoint a = corners[i], b = corners[(i + 1) % corners.size()];
+        area += a.x * b.y - b.x * a.y;
+    }
+    std::vector<PixelPoint> clockwise(corners.begin(), corners.end());
+    if (area < 0) std::ranges::reverse(clockwise);
+    auto const is_higher = [](PixelPoint a, PixelPoint b) { return a.y < b.y || (a.y == b.y && a.x < b.x); };
+    auto const leftmost_lowest = [](PixelPoint a, PixelPoint b) {
+        return a.y > b.y || (a.y == b.y && a.x < b.x);
+    };
+    std::ranges::rotate(clockwise, std::ranges::min_element(clockwise, leftmost_lowest));
+    auto const top = std::ranges::min_element(clockwise, is_higher);
+    Piece piece{{clockwise.begin(), top + 1}, {top, clockwise.end()}};
+    // An edge along a row ends one side and begins the other.
+    if (piece.right.size() > 1 && piece.right[1].y == top->y) piece.right.erase(piece.right.begin());
+    if (piece.right.back().y != clockwise[0].y) piece.right.push_back(clockwise[0]);
+    return piece;
+}
+
+std::vector<Shape> lines_of(SymbolLook const& look, std::vector<SymbolRun> const& runs,
+                            std::span<PixelPoint const> ends) {
+    std::vector<Shape> shapes;
+    for (std::size_t i = 0; i + 1 < ends.size(); i += 2)
+        if (is_along_pixels(ends[i], ends[i + 1]))
+            shapes.emplace_back(boxes_of(look, runs, std::abs(ends[i].x), std::abs(ends[i].y)));
+        else
+            shapes.emplace_back(fill_of(look, runs, piece_of(ends.subspan(i, 2))));
+    return shapes;
+}
+
+std::vector<Shape> ovals_of(SymbolLook const& look, std::vector<SymbolRun> const& runs) {
+    if (look.half_width == look.half_height)
+        return {rounds_of(look, runs, 2 * look.half_width + look.pen_width)};
+    return {fill_of(look, runs,
+                    {{{0, 1}, {-0.7, 0.7}, {-1, 0}, {-0.7, -0.7}, {0, -1}},
+                     {{0, -1}, {0.7, -0.7}, {1, 0}, {0.7, 0.7}, {0, 1}}})};
 }
 
 } // namespace
 
 int SymbolLook::reach() const {
-    return static_cast<int>(std::ceil(apex * std::max(half_width, half_height) + pen_width / 2 + 2));
+    return static_cast<int>(
+        std::ceil(farthest_corner * std::max(half_width, half_height) + pen_width / 2 + 2));
 }
 
 RunLimits SymbolLook::run_limits() const {
     // Thin symbols in every second row only would be seen as stripes.
-    if (shape == SymbolShape::Dot || is_of_lines(shape)) return {.coarsest = static_cast<int>(pen_width / 2)};
+    auto const kind = symbol_form(shape).kind;
+    if (kind == SymbolForm::Kind::Dot || kind == SymbolForm::Kind::Lines)
+        return {.coarsest = static_cast<int>(pen_width / 2)};
     double const half_size = std::min(half_width, half_height);
     // The edge of a run of circles would else be seen to be straight.
     return {.gap = std::max(1.0, half_width / 2), .coarsest = static_cast<int>(half_size / 2)};
@@ -92,26 +122,15 @@ RunLimits SymbolLook::run_limits() const {
 
 std::vector<Shape> SymbolLook::shapes(std::vector<SymbolRun> const& runs) const {
     if (runs.empty()) return {};
-    switch (shape) {
-    case SymbolShape::Dot:
+    const SymbolForm form = symbol_form(shape);
+    switch (form.kind) {
+    case SymbolForm::Kind::Dot:
         if (whole_pen(pen_width) == 1) return {boxes_of({shape, 0, 0, 1, color}, runs, 0, 0)};
         return {rounds_of(*this, runs, pen_width)};
-    case SymbolShape::Circle:
-        if (half_width == half_height) return {rounds_of(*this, runs, 2 * half_width + pen_width)};
-        return {fill_of(*this, runs,
-                        {{{0, 1}, {-0.7, 0.7}, {-1, 0}, {-0.7, -0.7}, {0, -1}},
-                         {{0, -1}, {0.7, -0.7}, {1, 0}, {0.7, 0.7}, {0, 1}}})};
-    case SymbolShape::Square: return {boxes_of(*this, runs, 1, 1)};
-    case SymbolShape::WideRectangle: return {boxes_of(*this, runs, wide, narrow)};
-    case SymbolShape::TallRectangle: return {boxes_of(*this, runs, narrow, wide)};
-    case SymbolShape::Diamond:
-        return {fill_of(*this, runs, {{{0, 1}, {-1, 0}, {0, -1}}, {{0, -1}, {1, 0}, {0, 1}}})};
-    case SymbolShape::TriangleUp:
-        return {fill_of(*this, runs, {{{-1, 0.5}, {0, -apex}}, {{0, -apex}, {1, 0.5}}})};
-    case SymbolShape::TriangleDown:
-        return {fill_of(*this, runs, {{{0, apex}, {-1, -0.5}}, {{1, -0.5}, {0, apex}}})};
-    case SymbolShape::Plus: return {boxes_of(*this, runs, 1, 0), boxes_of(*this, runs, 0, 1)};
-    case SymbolShape::Cross: return crosses_of(*this, runs);
+    case SymbolForm::Kind::Oval: return ovals_of(*this, runs);
+    case SymbolForm::Kind::Box: return {boxes_of(*this, runs, form.places[1].x, form.places[1].y)};
+    case SymbolForm::Kind::Polygon: return {fill_of(*this, runs, piece_of(form.points()))};
+    case SymbolForm::Kind::Lines: return lines_of(*this, runs, form.points());
     }
     return {};
 }

@@ -266,23 +266,22 @@ TEST_CASE("a data set is a line, or what the host makes of it") {
         int symbol, line; // -9: left alone
         int shown_symbol, shown_line;
     };
-    for (auto const& [symbol, line, shown_symbol, shown_line] :
-         {Row{-9, -9, 0, 1}, Row{1, -9, 1, 0}, Row{6, -9, 6, 0}, Row{0, -9, 0, 1}, Row{-9, 0, 4, 0},
-          Row{-9, 3, 0, 3}, Row{5, 1, 5, 1}, Row{0, 0, 0, 0}}) {
-        CAPTURE(symbol);
-        CAPTURE(line);
+    for (Row const& row : {Row{-9, -9, 0, 1}, Row{1, -9, 1, 0}, Row{6, -9, 6, 0}, Row{0, -9, 0, 1},
+                           Row{-9, 0, 4, 0}, Row{-9, 3, 0, 3}, Row{5, 1, 5, 1}, Row{0, 0, 0, 0}}) {
+        CAPTURE(row.symbol);
+        CAPTURE(row.line);
         Control control;
         control.UseLook("light");
         control.NewGraph("G");
         control.NewDataSet("first");
         control.NewDataSet("second");
-        if (line != -9) control.DataLineStyle(line);
-        if (symbol != -9) control.DataSymbol(symbol);
-        CHECK(control.DataSymbol() == shown_symbol);
-        CHECK(control.DataLineStyle() == shown_line);
+        if (row.line != -9) control.DataLineStyle(row.line);
+        if (row.symbol != -9) control.DataSymbol(row.symbol);
+        CHECK(control.DataSymbol() == row.shown_symbol);
+        CHECK(control.DataLineStyle() == row.shown_line);
         control.UseLook("dark");
-        CHECK(control.DataSymbol() == shown_symbol);
-        CHECK(control.DataLineStyle() == shown_line);
+        CHECK(control.DataSymbol() == row.shown_symbol);
+        CHECK(control.DataLineStyle() == row.shown_line);
     }
     Control control;
     control.UseLook("print");

@@ -12,7 +12,7 @@ import subprocess
 import sys
 import textwrap
 
-HEADERS = ("HeadlessHost.h", "qvGraph.h", "qvExpression.h", "render_error.h", "Host.h", "RasterSurface.h")
+HEADERS = ("HeadlessHost.h", "qvGraph.h", "qvExpression.h", "render_error.h", "Host.h", "RasterSurface.h", "looks.h")
 GIVEN = """
 #include <iostream>
 #include <memory>

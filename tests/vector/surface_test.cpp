@@ -6,6 +6,8 @@
 
 #include <array>
 #include <cmath>
+#include <set>
+#include <utility>
 
 using namespace qv;
 using namespace qv::vector;
@@ -82,6 +84,52 @@ TEST_CASE("shapes have the widths that pixels of the page's density have") {
         CHECK(std::get<Oval>(*surface.nodes()[2].shape).width == row.slanted);
         CHECK(std::get<Boxes>(*surface.nodes()[3].shape).boxes[0].height() == row.level);
         CHECK(std::get<Stroke>(*surface.nodes()[4].shape).width == row.level);
+    }
+}
+
+TEST_CASE("a symbol of a batch has the corners of a single one") {
+    for (int i = 0; i <= static_cast<int>(SymbolShape::Cross); ++i) {
+        CAPTURE(i);
+        auto const shape = static_cast<SymbolShape>(i);
+        // The corners of fills, the boxes' corners, the ends of lines.
+        auto const corners = [](VectorSurface const& surface) {
+            std::set<std::pair<double, double>> found;
+            auto const add = [&](PixelPoint place) { found.insert({place.x, place.y}); };
+            for (std::size_t n = 1; n < surface.nodes().size(); ++n) {
+                Shape const& drawn = *surface.nodes()[n].shape;
+                if (auto const* fill = std::get_if<Fill>(&drawn))
+                    for (Contour const& contour : fill->contours) std::ranges::for_each(contour, add);
+                if (auto const* stroke = std::get_if<Stroke>(&drawn))
+                    for (Contour const& line : stroke->lines) std::ranges::for_each(line, add);
+                if (auto const* oval = std::get_if<Oval>(&drawn)) add(oval->centre);
+                if (auto const* boxes = std::get_if<Boxes>(&drawn))
+                    for (PixelBox const& box : boxes->boxes)
+                        add({1.0 * box.left, 1.0 * box.top}), add({1.0 * box.right, 1.0 * box.bottom});
+            }
+            return found;
+        };
+        VectorSurface single = blank(), batch = blank();
+        for (VectorSurface* surface : {&single, &batch}) {
+            surface->state.fill_style = FillStyle::Solid;
+            surface->state.DrawWidth = shape == SymbolShape::Dot ? 3 : 1;
+        }
+        const Point centre{750, 600};
+        draw_symbol(single, shape, centre, 120);
+        batch.Symbols({shape, 120, std::array{centre}});
+        if (shape == SymbolShape::Cross) { // of single ones the last pixel belongs to each line
+            CHECK(corners(batch)
+                  == std::set<std::pair<double, double>>{
+                      {42.5, 32.5}, {42.5, 48.5}, {58.5, 32.5}, {58.5, 48.5}});
+            continue;
+        }
+        auto const one = corners(single), many = corners(batch);
+        REQUIRE(!one.empty());
+        CHECK(*one.begin() == *many.begin());
+        CHECK(*one.rbegin() == *many.rbegin());
+        // The outline of a single rectangle is made of boxes of its own.
+        bool const is_box = shape == SymbolShape::Square || shape == SymbolShape::WideRectangle
+                            || shape == SymbolShape::TallRectangle;
+        if (!is_box) CHECK(one == many);
     }
 }
 

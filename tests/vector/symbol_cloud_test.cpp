@@ -51,7 +51,7 @@ TEST_CASE("of many symbols no marked pixel is lost, and none is far from its run
         int lost = 0;
         for (int i = 0; i < 300000; ++i) {
             // Rows and columns may stand for those after them.
-            int const column = raster::whole_pixel(x(random)), row = raster::whole_pixel(y(random));
+            int const column = whole_pixel(x(random)), row = whole_pixel(y(random));
             bool found = column >= page.right || row >= page.bottom;
             for (int up = 0; up < coarsest && up <= row; ++up)
                 for (int left = 0; left < coarsest && left <= column; ++left)

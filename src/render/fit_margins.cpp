@@ -1,0 +1,158 @@
+#include "render/fit_margins.h"
+
+#include "document/selection.h"
+#include "render/axes.h"
+#include "render/legend.h"
+#include "render/legend_place.h"
+#include "render/plot_geometry.h"
+#include "scale/mapping.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace qv::render {
+namespace {
+
+using document::Axis;
+using document::ControlState;
+using document::Fitting;
+using document::Graph;
+using document::LeftOut;
+using document::LegendPlacing;
+using document::Margins;
+
+constexpr double edge_room_mm = 1.5;       // between the texts and the frame's edge
+constexpr double least_plot_share = 0.4;   // of the frame, either way, before something is left out
+constexpr double most_margin_share = 0.45; // of the frame that one margin may take
+constexpr int most_rounds = 3;             // ticks depend on the room, and the room on their labels
+constexpr float settled = 15;              // twips; smaller changes are not followed
+
+bool is_zoomed(Graph const& graph) {
+    return std::ranges::any_of(graph.Axes, [](Axis const& axis) {
+        return axis.AxisValue1 != axis.ScaleMin || axis.AxisValue2 != axis.ScaleMax;
+    });
+}
+
+Margins largest(Margins const& one, Margins const& other) {
+    return {std::max(one.left, other.left), std::max(one.top, other.top), std::max(one.right, other.right),
+            std::max(one.bottom, other.bottom)};
+}
+
+bool about_equal(Margins const& one, Margins const& other) {
+    auto const near = [](float a, float b) { return std::abs(a - b) <= settled; };
+    return near(one.left, other.left) && near(one.top, other.top) && near(one.right, other.right)
+           && near(one.bottom, other.bottom);
+}
+
+// What axes, labels and titles need of the current graph, with its margins as they are.
+Margins needed_now(ControlState& state, DrawSurface& surface) {
+    scale::CalcBorders(state);
+    GraphAxes(state, surface, AxesPass::Measured);
+    Graph const& graph = current_graph(state);
+    auto const room = [&](float reach, double units_per_mm, std::int32_t frame) {
+        double const wanted = reach <= 0 ? 0 : reach + edge_room_mm * units_per_mm;
+        return static_cast<float>(std::min(std::ceil(wanted), most_margin_share * frame));
+    };
+    Margins const& reach = state.axes_reach;
+    return {room(reach.left, state.UnitsPerMmX, graph.FrameWidth),
+            room(reach.top, state.UnitsPerMmY, graph.FrameHeight),
+            room(reach.right, state.UnitsPerMmX, graph.FrameWidth),
+            room(reach.bottom, state.UnitsPerMmY, graph.FrameHeight)};
+}
+
+bool plot_is_large_enough(Graph const& graph) {
+    const Margins margins = graph.margins();
+    double const width = graph.FrameWidth, height = graph.FrameHeight;
+    return width - margins.left - margins.right >= least_plot_share * width
+           && height - margins.top - margins.bottom >= least_plot_share * height;
+}
+
+void fit_axes_and_titles(ControlState& state, DrawSurface& surface, Graph& graph) {
+    Fitting& fitting = graph.fitting;
+    // While a person zooms, the plot area does not move for shorter labels.
+    const Margins at_least = is_zoomed(graph) ? fitting.needed : Margins{};
+    for (int round = 0; round < most_rounds; ++round) {
+        const Margins needed = largest(at_least, needed_now(state, surface));
+        if (!is_current(state, graph)) return;
+        if (about_equal(needed, fitting.needed)) return;
+        fitting.needed = needed;
+    }
+}
+
+void fit_whole(ControlState& state, DrawSurface& surface, Graph& graph) {
+    constexpr LeftOut barest = LeftOut::Labels;
+    graph.fitting.left_out = LeftOut::Nothing;
+    fit_axes_and_titles(state, surface, graph);
+    while (is_current(state, graph) && !plot_is_large_enough(graph) && graph.fitting.left_out != barest) {
+        graph.fitting.left_out = static_cast<LeftOut>(static_cast<int>(graph.fitting.left_out) + 1);
+        graph.fitting.needed = {};
+        fit_axes_and_titles(state, surface, graph);
+    }
+}
+
+// A legend beside the plot area adds to the margin on the right.
+void make_room_for_legend(ControlState& state, DrawSurface& surface, Graph& graph) {
+    graph.fitting.legend_beside = false;
+    bool const beside = graph.has_placing(LegendPlacing::BesideThePlot);
+    if (!graph.LegendShow || !(beside || graph.has_placing(LegendPlacing::WhereItHidesLeast))) return;
+    const LegendSize size = legend_size(state, surface, graph);
+    if (size.width <= 0 || (!beside && fits_in_plot(size, plot_box(graph)))) return;
+    double const room = size.width + legend_gap_mm * state.UnitsPerMmX;
+    if (room > most_margin_share * graph.FrameWidth) return;
+    graph.fitting.legend_beside = true;
+    graph.fitting.needed.right = static_cast<float>(graph.margins().right + room);
+}
+
+void fit(ControlState& state, DrawSurface& surface, std::int16_t index) {
+    const document::CurrentGraphScope current(state, index);
+    Graph& graph = current_graph(state);
+    if (!graph.GraphInclude) return;
+    if (state.FitMargins) {
+        fit_whole(state, surface, graph);
+    } else {
+        graph.fitting.needed = {};
+        graph.fitting.left_out = LeftOut::Nothing;
+        scale::CalcBorders(state);
+    }
+    if (is_current(state, graph)) make_room_for_legend(state, surface, graph);
+}
+
+// Graphs one above the other have one place and width, graphs side by side one place and height.
+void align(ControlState& state) {
+    auto const& graphs = state.Graphs;
+    std::vector<Margins> drawn;
+    for (auto const& graph : graphs) drawn.push_back(graph->margins());
+    for (auto const& one : graphs) {
+        Margins& needed = one->fitting.needed;
+        for (std::size_t i = 0; i < graphs.size(); ++i) {
+            Graph const& other = *graphs[i];
+            if (!one->GraphInclude || !other.GraphInclude) continue;
+            if (one->FrameLeft == other.FrameLeft && one->FrameWidth == other.FrameWidth) {
+                needed.left = std::max(needed.left, drawn[i].left);
+                needed.right = std::max(needed.right, drawn[i].right);
+            }
+            if (one->FrameTop == other.FrameTop && one->FrameHeight == other.FrameHeight) {
+                needed.top = std::max(needed.top, drawn[i].top);
+                needed.bottom = std::max(needed.bottom, drawn[i].bottom);
+            }
+        }
+    }
+}
+
+} // namespace
+
+bool fit_margins(ControlState& state, DrawSurface& surface, std::int16_t alone) {
+    std::vector<std::pair<Graph const*, Margins>> before;
+    for (auto const& graph : state.Graphs) before.emplace_back(graph.get(), graph->margins());
+    for (std::int16_t index = 0; index < state.NumGraphs(); ++index) fit(state, surface, index);
+    if (state.AlignPlots) align(state);
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        if (i >= state.Graphs.size() || state.Graphs[i].get() != before[i].first) return true;
+        if (static_cast<std::int16_t>(i) != alone && before[i].first->margins() != before[i].second)
+            return true;
+    }
+    return false;
+}
+
+} // namespace qv::render
