@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,8 @@ struct PageSettings {
     bool ThinTickLabels = false; // leave out tick labels that would overlap
     bool Smooth = true;          // antialiased drawing
     bool AdaptiveCurves = false; // function curves true to a pixel, broken where they have gaps
+    bool RoundTicks = false;     // ticks at round values on every axis
+    bool RichText = false;       // raised and lowered parts in the host's texts
 
     bool operator==(PageSettings const&) const = default;
 };
@@ -104,6 +107,9 @@ struct ControlState : PageSettings {
     std::string LookName = "classic";
     std::shared_ptr<Look const> look; // none: the classic one
     GivenProperties given;            // of the control and its page
+    bool TellFormulaErrors = false;
+    std::set<std::string> told_formulas;       // that did not compile
+    std::vector<std::string> formula_failures; // still to be told
     /// \}
 
     /// \name Interaction and zoom

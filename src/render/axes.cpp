@@ -8,6 +8,7 @@
 #include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
+#include "render/rich_text.h"
 #include "render/text.h"
 #include "render/tick_labels.h"
 #include "scale/zoomed.h"
@@ -35,6 +36,7 @@ struct AxisDrawing {
     Axis const& axis;
     AxisFrame frame;
     std::vector<PlacedTick> ticks;
+    std::string offset; // is to be added to all labels
     LabelLayout labels;
     bool paints = true; // else it is only measured
 };
@@ -68,7 +70,7 @@ void draw_label(AxisDrawing const& drawing, PlacedTick const& tick) {
         frame.at(tick.along, frame.own.line + frame.own.outward * layout.anchor_distance(tick));
     PrintText(drawing.state, drawing.surface, tick.label,
               {anchor, layout.horizontal, layout.vertical, layout.angle_degrees, true},
-              {drawing.axis.AxisLabelFont, drawing.axis.AxisLabelColor});
+              {drawing.axis.AxisLabelFont, drawing.axis.AxisLabelColor, tick.label_is_ours});
 }
 
 void draw_own_edge(AxisDrawing const& drawing) {
@@ -105,25 +107,41 @@ TextPlace title_place(AxisDrawing const& drawing, TextBlock const& title, double
             Align::Centre, 90, true};
 }
 
+// The title, with what its labels leave out behind it; that alone where no title is shown.
+struct AxisTitle {
+    std::string text;
+    bool is_ours = false;
+};
+
+AxisTitle axis_title(AxisDrawing const& drawing) {
+    std::string const& own = drawing.axis.AxisTitle;
+    bool const shows_own = drawing.axis.AxisShowTitle && !own.empty();
+    if (drawing.offset.empty()) return {shows_own ? own : ""};
+    if (!shows_own) return {drawing.offset, true};
+    return {(drawing.state.RichText ? own : escaped(own)) + "  (" + drawing.offset + ")", true};
+}
+
 // Draws the title and returns the twips the axis has used up on its side.
 double draw_title(AxisDrawing const& drawing) {
     double const distance = distance_to_title(drawing);
     Axis const& axis = drawing.axis;
-    if (!axis.AxisShowTitle) return distance + drawing.surface.TextHeight("A");
+    const AxisTitle title = axis_title(drawing);
+    if (!axis.AxisShowTitle && title.text.empty()) return distance + drawing.surface.TextHeight("A");
     SetGraphFont(drawing.state, drawing.surface, axis.AxisTitleFont);
-    const TextBlock title = text_block(drawing.surface, axis.AxisTitle);
+    const TextBlock size = text_block(drawing.surface, title.text,
+                                      title.is_ours ? Markup::Read : markup_of_host_texts(drawing.state));
     if (drawing.paints)
-        PrintText(drawing.state, drawing.surface, axis.AxisTitle, title_place(drawing, title, distance),
-                  {axis.AxisTitleFont, axis.AxisTitleColor});
-    return distance + title.height + drawing.surface.TextHeight("A");
+        PrintText(drawing.state, drawing.surface, title.text, title_place(drawing, size, distance),
+                  {axis.AxisTitleFont, axis.AxisTitleColor, title.is_ours});
+    return distance + size.height + drawing.surface.TextHeight("A");
 }
 
 void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis const& axis, AxisSpan range,
                        AxesPass pass) {
-    AxisDrawing drawing{
-        state, surface, axis, axis_frame(state, surface, axis), {}, {}, pass != AxesPass::WithoutMarks};
+    AxisDrawing drawing{state, surface, axis, axis_frame(state, surface, axis),
+                        {},    {},      {},   pass != AxesPass::WithoutMarks};
     SetGraphFont(state, surface, axis.AxisLabelFont);
-    drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range);
+    drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range, drawing.offset);
     drawing.labels = label_layout(surface, drawing.frame, axis, drawing.ticks);
     if (state.ThinTickLabels) thin_labels(surface, drawing.frame, axis, drawing.ticks);
     draw_own_edge(drawing);
