@@ -183,6 +183,9 @@ public:
     /// Defines a function, such as "f(a) = a^2", for the functions of all data sets; it stays until the
     /// control goes. A text that is none is reported through ErrorMsg.
     void DefineFunction(std::string_view Text);
+    /// What is wrong with a formula in x, as `render_error` writes it: the formula, a caret under the place, the
+    /// reason. Empty for nothing. It knows the functions of DefineFunction and no variable but x; nothing is drawn.
+    std::string CheckFormula(std::string_view MathFunc);
     /// Gives the newest data set a text at a place: values on its axes or, with TextPercent, percent of the
     /// plot area from its left bottom corner. TextOri is 0 to 8: its remainder by 3 aligns start, centre, end
     /// across, its quotient top, middle, bottom. The angle is degrees, counter-clockwise.

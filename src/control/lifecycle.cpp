@@ -119,6 +119,7 @@ void Reset(ControlState& state) {
         state.HScroll1.Visible = state.VScroll1.Visible = state.Zoomed = false;
         state.Label1.Border = false;
         state.Label1.Caption.clear();
+        state.told_formulas.clear();
         state.host->child_controls_changed();
     });
 }

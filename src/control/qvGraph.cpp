@@ -255,6 +255,10 @@ void qvGraph::DefineFunction(std::string_view Text) {
     render::DefineFunction(*state_, Text);
 }
 
+std::string qvGraph::CheckFormula(std::string_view MathFunc) {
+    return render::CheckFormula(*state_, MathFunc);
+}
+
 void qvGraph::AddText(std::string_view Text, double TextX, double TextY, Checked<std::uint8_t> TextOri,
                       std::string_view TextFont, ColorValue TextColor, Checked<std::int16_t> TextAngle,
                       Checked<bool> TextPercent) {

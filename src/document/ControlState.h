@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -62,6 +63,8 @@ struct PageSettings {
     bool FitMargins = false;     // margins grow until axes, titles and legends fit
     bool AlignPlots = false;     // graphs of a column or row have equal margins
     bool AdaptiveCurves = false; // function curves true to a pixel, broken where they have gaps
+    bool RoundTicks = false;     // ticks at round values on every axis
+    bool RichText = false;       // raised and lowered parts in the host's texts
 
     bool operator==(PageSettings const&) const = default;
 };
@@ -106,6 +109,9 @@ struct ControlState : PageSettings {
     std::string LookName = "classic";
     std::shared_ptr<Look const> look; // none: the classic one
     GivenProperties given;            // of the control and its page
+    bool TellFormulaErrors = false;
+    std::set<std::string> told_formulas;       // that did not compile
+    std::vector<std::string> formula_failures; // still to be told
     /// \}
 
     /// \name Interaction and zoom

@@ -48,6 +48,7 @@ struct DrawnRange {
     std::int16_t AxisMajorDivs = 0;
     std::int16_t AxisMinorDivs = 0;
     bool AxisLog = false;
+    bool round_ticks = false; // by the rule of RoundTicks
 };
 
 /// The scale on which the page shows an axis: a range, and where on the page it begins and how far it goes.
@@ -95,6 +96,8 @@ struct Axis {
     std::string AxisTextLabels; // labels separated by ",", or the format of numeric labels
     std::string AxisLabelFont = "Font=Arial|9";
     std::string AxisTitleFont = "Font=Arial|9";
+    bool AxisSIPrefix = false; // of RoundTicks: labels such as 20 k
+    bool AxisOffset = false;   // of RoundTicks: what labels share stands in the title
     bool AxisShowLabels = true;
     bool AxisShowTitle = true;
     std::int16_t AxisLabelsHoriz = 0; // degrees

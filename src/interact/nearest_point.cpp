@@ -5,6 +5,7 @@
 #include "interact/hit_test.h"
 #include "interact/read_out.h"
 #include "render/plot_geometry.h"
+#include "render/text.h"
 #include "scale/mapping.h"
 
 #include <algorithm>
@@ -113,9 +114,9 @@ std::string point_name(ControlState& state, std::int16_t index, FoundPoint const
     Graph& graph = *at(state.Graphs, index);
     DataSet const& set = at(graph.DataSets, found.data_set);
     const document::PointEntry point = set.points.at(found.point);
-    std::string name =
-        set.DataLegend.empty() ? "Data set " + std::to_string(found.data_set + 1) : set.DataLegend;
-    if (!point.DataID.empty()) name += ", " + std::string(point.DataID);
+    std::string name = set.DataLegend.empty() ? "Data set " + std::to_string(found.data_set + 1)
+                                              : render::as_read(state, set.DataLegend);
+    if (!point.DataID.empty()) name += ", " + render::as_read(state, point.DataID);
     return name + ": " + coordinate_text(at(graph.Axes, set.xAxisIndex), point.X) + ", "
            + coordinate_text(at(graph.Axes, set.yAxisIndex), point.Y);
 }

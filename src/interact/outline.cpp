@@ -4,6 +4,7 @@
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
 #include "render/plot_geometry.h"
+#include "render/text.h"
 
 #include <cmath>
 
@@ -68,16 +69,18 @@ std::optional<GraphOutline> outline(document::ControlState const& state, int gra
     auto const index = static_cast<std::size_t>(graph);
     Graph const& found = *state.Graphs[index];
     GraphOutline outline;
-    outline.name = or_number(state.GraphTitles[index], "Graph ", index + 1);
+    outline.name = or_number(render::as_read(state, state.GraphTitles[index]), "Graph ", index + 1);
     outline.description =
         std::to_string(found.Axes.size()) + " axes, " + std::to_string(found.DataSets.size()) + " data sets";
     outline.frame = render::frame_box(found);
     for (Axis const& axis : found.Axes)
         outline.parts.push_back(
-            {(axis.AxisXY == AxisKind::X ? "x axis " : "y axis ") + axis.AxisTitle, range_text(axis)});
+            {(axis.AxisXY == AxisKind::X ? "x axis " : "y axis ") + render::as_read(state, axis.AxisTitle),
+             range_text(axis)});
     std::size_t number = 0;
     for (DataSet const& set : found.DataSets)
-        outline.parts.push_back({or_number(set.DataLegend, "Data set ", ++number), data_text(found, set)});
+        outline.parts.push_back({or_number(render::as_read(state, set.DataLegend), "Data set ", ++number),
+                                 data_text(found, set)});
     return outline;
 }
 

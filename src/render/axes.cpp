@@ -8,6 +8,7 @@
 #include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
+#include "render/rich_text.h"
 #include "render/text.h"
 #include "render/tick_labels.h"
 #include "scale/zoomed.h"
@@ -36,6 +37,7 @@ struct AxisDrawing {
     Axis const& axis;
     AxisFrame frame;
     std::vector<PlacedTick> ticks;
+    std::string offset; // is to be added to all labels
     LabelLayout labels;
     bool paints = true; // else it is only measured
 };
@@ -69,7 +71,7 @@ void draw_label(AxisDrawing const& drawing, PlacedTick const& tick) {
         frame.at(tick.along, frame.own.line + frame.own.outward * layout.anchor_distance(tick));
     PrintText(drawing.state, drawing.surface, tick.label,
               {anchor, layout.horizontal, layout.vertical, layout.angle_degrees, true},
-              {drawing.axis.AxisLabelFont, drawing.axis.AxisLabelColor});
+              {drawing.axis.AxisLabelFont, drawing.axis.AxisLabelColor, tick.label_is_ours});
 }
 
 void draw_own_edge(AxisDrawing const& drawing) {
@@ -106,17 +108,37 @@ TextPlace title_place(AxisDrawing const& drawing, TextBlock const& title, double
             Align::Centre, 90, true};
 }
 
+// The title, with what its labels leave out behind it; that alone where no title is shown.
+struct AxisTitle {
+    std::string text;
+    bool is_ours = false;
+};
+
+bool leaves_out_titles(AxisDrawing const& drawing) {
+    return current_graph(drawing.state).leaves_out(LeftOut::AxisTitles);
+}
+
+AxisTitle axis_title(AxisDrawing const& drawing) {
+    std::string const& own = drawing.axis.AxisTitle;
+    bool const shows_own = drawing.axis.AxisShowTitle && !leaves_out_titles(drawing) && !own.empty();
+    if (drawing.offset.empty()) return {shows_own ? own : ""};
+    if (!shows_own) return {drawing.offset, true};
+    return {(drawing.state.RichText ? own : escaped(own)) + "  (" + drawing.offset + ")", true};
+}
+
 // Draws the title and returns how many twips the axis reaches out of where it stands.
 double draw_title(AxisDrawing const& drawing) {
     double const distance = distance_to_title(drawing);
     Axis const& axis = drawing.axis;
-    if (!axis.AxisShowTitle || current_graph(drawing.state).leaves_out(LeftOut::AxisTitles)) return distance;
+    const AxisTitle title = axis_title(drawing);
+    if (title.text.empty() && (!axis.AxisShowTitle || leaves_out_titles(drawing))) return distance;
     SetGraphFont(drawing.state, drawing.surface, axis.AxisTitleFont);
-    const TextBlock title = text_block(drawing.surface, axis.AxisTitle);
+    const TextBlock size = text_block(drawing.surface, title.text,
+                                      title.is_ours ? Markup::Read : markup_of_host_texts(drawing.state));
     if (drawing.paints)
-        PrintText(drawing.state, drawing.surface, axis.AxisTitle, title_place(drawing, title, distance),
-                  {axis.AxisTitleFont, axis.AxisTitleColor});
-    return distance + title.height;
+        PrintText(drawing.state, drawing.surface, title.text, title_place(drawing, size, distance),
+                  {axis.AxisTitleFont, axis.AxisTitleColor, title.is_ours});
+    return distance + size.height;
 }
 
 void reach_out(float& side, double twips) {
@@ -148,9 +170,10 @@ bool paints_axes(AxesPass pass) {
 
 void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis const& axis, AxisSpan range,
                        AxesPass pass) {
-    AxisDrawing drawing{state, surface, axis, axis_frame(state, surface, axis), {}, {}, paints_axes(pass)};
+    AxisDrawing drawing{state, surface, axis, axis_frame(state, surface, axis),
+                        {},    {},      {},   paints_axes(pass)};
     SetGraphFont(state, surface, axis.AxisLabelFont);
-    drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range);
+    drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range, drawing.offset);
     drawing.labels = label_layout(surface, drawing.frame, axis, drawing.ticks);
     if (state.ThinTickLabels) thin_labels(surface, drawing.frame, axis, drawing.ticks);
     draw_own_edge(drawing);
@@ -195,7 +218,8 @@ void draw_graph_title(ControlState& state, DrawSurface& surface, AxesPass pass) 
     double const above = graph.TopAxesHeight + (graph.GraphTitleVShift + 1) * state.UnitsPerMmY;
     if (pass == AxesPass::Measured) {
         SetGraphFont(state, surface, std::string(graph.GraphTitleFont));
-        return reach_out(state.axes_reach.top, above + text_block(surface, title).height);
+        return reach_out(state.axes_reach.top,
+                         above + text_block(surface, title, markup_of_host_texts(state)).height);
     }
     double const x = plot.left + plot.width / 2 + (graph.GraphTitleHShift + 1) * state.UnitsPerMmX;
     PrintText(state, surface, title,

@@ -1,9 +1,12 @@
 #include "render/axis_range.h"
 
 #include "document/selection.h"
+#include "document/trap.h"
 #include "render/function_curve.h"
 #include "scale/axis_range.h"
+#include "scale/round_ticks.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace qv::render {
@@ -32,18 +35,35 @@ bool is_as_drawn(Axis const& axis) {
            && axis.AxisMinorDivs == drawn->AxisMinorDivs && axis.AxisLog == drawn->AxisLog;
 }
 
-void remember_drawn(Axis& axis, AxisSpan const& range) {
+void remember_drawn(ControlState const& state, Axis& axis, AxisSpan const& range) {
     axis.drawn.reset();
     if (axis.has_mode(AxisMode::Automatic))
         axis.drawn = {range.low,          range.high,         axis.AxisValue1, axis.AxisValue2,
-                      axis.AxisMajorDivs, axis.AxisMinorDivs, axis.AxisLog};
+                      axis.AxisMajorDivs, axis.AxisMinorDivs, axis.AxisLog,    state.RoundTicks};
+}
+
+// The rule by which an axis got its range no longer holds.
+bool has_other_rule(ControlState const& state, Axis const& axis) {
+    return axis.drawn && axis.drawn->round_ticks != state.RoundTicks && axis.AxisValue1 == axis.ScaleMin
+           && axis.AxisValue2 == axis.ScaleMax;
+}
+
+AxisSpan round_range_of(ControlState& state, Axis& axis) {
+    if (!axis.AxisRescale) return {axis.AxisValue1, axis.AxisValue2};
+    auto const [low, high] = std::minmax(axis.DataMin, axis.DataMax);
+    scale::RoundRange range{low, high, axis.AxisLog};
+    document::trapped(state, "AutoScale", [&] { range = scale::round_range(range); });
+    axis.AxisLog = range.is_log;
+    return {range.low, range.high};
 }
 
 AxisSpan automatic_range(ControlState& state, Axis& axis) {
     range_over_functions(state, axis);
     if (axis.AxisLog && !(axis.AxisValue1 > 0 && axis.AxisValue2 > 0)) axis.AxisRescale = true;
+    if (has_other_rule(state, axis)) axis.AxisRescale = true;
     // Rounding a round range again may choose other divisions.
     if (state.keeps_drawn_ranges && is_as_drawn(axis)) return {axis.drawn->low, axis.drawn->high};
+    if (state.RoundTicks) return round_range_of(state, axis);
     scale::AxisRange range{axis.AxisRescale ? axis.DataMin : axis.AxisValue1,
                            axis.AxisRescale ? axis.DataMax : axis.AxisValue2,
                            axis.AxisMajorDivs,
@@ -88,7 +108,7 @@ AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
         axis.AxisRescale = false;
     }
     if (!(range.low > 0 && range.high > 0)) axis.AxisLog = false;
-    remember_drawn(axis, range);
+    remember_drawn(state, axis, range);
     if (rescaled) announce_range(state);
     return range;
 }

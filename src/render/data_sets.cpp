@@ -275,6 +275,7 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
         ClipGraphArea(state, surface, Area::GraphFrame);
         SetLineColor(state, surface, 0);
     });
+    tell_formula_failures(state); // only now, because a handler may change the data sets
 }
 
 } // namespace qv::render

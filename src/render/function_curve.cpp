@@ -3,6 +3,7 @@
 #include "base/convert.h"
 #include "document/selection.h"
 #include "document/trap.h"
+#include "qvgraph/render_error.h"
 #include "render/column_thinner.h"
 #include "render/curve_sampling.h"
 #include "render/plot_geometry.h"
@@ -13,6 +14,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qv::render {
@@ -60,6 +62,12 @@ bool compile(ControlState& state, std::string const& formula) {
     engine.ResetVariables();
     engine.Compile(formula, 0);
     return !CheckError(state);
+}
+
+/// Keeps what is wrong with the formula compiled last, once for each text.
+void note_failure(ControlState& state, std::string const& formula) {
+    if (state.TellFormulaErrors && state.told_formulas.insert(formula).second)
+        state.formula_failures.push_back("The function is no formula:\n" + render_error(evaluator(state)));
 }
 
 /// One sample a millimetre of the plotted width.
@@ -165,12 +173,30 @@ void DefineFunction(ControlState& state, std::string_view text) {
     });
 }
 
+std::string CheckFormula(ControlState& state, std::string_view formula) {
+    qvExpression& engine = evaluator(state);
+    const document::RestoreScope only_known_names(engine.AutoCreateVariables, false);
+    engine.ResetCompiledExpressions();
+    engine.ResetVariables();
+    engine.Variable(variable_name, 0.0);
+    engine.Compile(std::string(formula), 0);
+    std::string failure = render_error(engine);
+    engine.ClearError();
+    return failure;
+}
+
+void tell_formula_failures(ControlState& state) {
+    for (std::string const& failure : std::exchange(state.formula_failures, {}))
+        trapped(state, "AddMathFunc", [&] { raise_fault(FaultNumber::InvalidProcedureCall, failure); });
+}
+
 void draw_function(ControlState& state, DrawSurface& surface, DataSet const& set,
                    LineMapping const& mapping) {
     Axis const& x_axis = selected_x_axis(document::current_graph(state));
     const Interval interval = interval_of(set, x_axis);
     if (lies_beside(interval, x_axis)) return;
-    if (!compile(state, set.MathFunc) || sample_count(state, mapping.x, interval) == 0) return;
+    if (!compile(state, set.MathFunc)) return note_failure(state, set.MathFunc);
+    if (sample_count(state, mapping.x, interval) == 0) return;
     const std::vector<Point> places =
         state.AdaptiveCurves ? sample_adaptively(state, interval, mapping, surface.TwipsPerPixelX())
                              : sample_plainly(state, interval, mapping);

@@ -5,6 +5,7 @@
 #include "qvgraph/DrawSurface.h"
 #include "render/data_line.h"
 
+#include <string>
 #include <string_view>
 
 namespace qv::render {
@@ -18,6 +19,13 @@ bool CheckError(document::ControlState& state);
 /// Hands a user function such as "f(a) = a^2" to the engine. A text that defines none is reported through
 /// ErrorMsg with the engine's message.
 void DefineFunction(document::ControlState& state, std::string_view text);
+
+/// What is wrong with a formula in x, as render_error writes it, empty for nothing. A name that is neither x
+/// nor known to the engine is wrong too: drawn, it would be 0.
+std::string CheckFormula(document::ControlState& state, std::string_view formula);
+
+/// Tells ErrorMsg, one by one, of formulas that did not compile when they were drawn under TellFormulaErrors.
+void tell_formula_failures(document::ControlState& state);
 
 /// Draws the function of a data set on the graph's selected axes, in the surface's pen. A formula that does
 /// not compile draws nothing; the engine keeps its error. With `AdaptiveCurves` the curve is true to a pixel

@@ -71,7 +71,8 @@ Table measure(ControlState& state, DrawSurface& surface, Graph const& graph) {
         if (!has_row(set)) continue;
         table.rows.push_back({i, table.lines});
         for (const std::string_view line : lines_of(set.DataLegend)) {
-            table.widest_text = std::max(table.widest_text, surface.TextWidth(line));
+            table.widest_text =
+                std::max(table.widest_text, line_width(surface, line, markup_of_host_texts(state)));
             ++table.lines;
         }
     }

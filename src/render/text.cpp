@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "document/selection.h"
 #include "document/trap.h"
+#include "render/rich_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +16,9 @@ using document::trapped;
 
 // Degrees to radians as the layout of turned text has always used it; not quite pi / 180.
 constexpr double radians_per_degree = 0.01745;
+
+// Of common typefaces, from the top of a line to its baseline.
+constexpr double ascent_of_height = 0.8;
 
 void read_token(std::string_view token, FontDetails& details) {
     constexpr std::string_view name_key = "Font=";
@@ -48,22 +52,52 @@ Point line_start(Point anchor, double along, double across, Turn turn) {
             anchor.y + along * turn.sine - across * turn.cosine};
 }
 
-void print_lines(DrawSurface& surface, std::string_view text, TextPlace const& place) {
+// Calls `act(run)` for each run of a line, in its size.
+void for_each_run(DrawSurface& surface, std::string_view line, auto act) {
+    double const size = surface.state.font.size_points;
+    const document::RestoreScope restored(surface.state.font.size_points, size);
+    for (TextRun const& run : text_runs(line)) {
+        surface.state.font.size_points = size * run.size;
+        act(run);
+    }
+}
+
+struct PlacedLine {
+    std::string_view text;
+    Point start; // top left, before it is turned
+    double height = 0;
+    Turn turn;
+    double angle_degrees = 0;
+};
+
+void print_line(DrawSurface& surface, PlacedLine const& line, Markup markup) {
+    if (markup == Markup::Ignored) return surface.Text({line.text, line.start, line.angle_degrees});
+    double along = 0;
+    for_each_run(surface, line.text, [&](TextRun const& run) {
+        // Down to the line's baseline, up by the rise and by the run's own ascent.
+        double const down = line.height * (ascent_of_height * (1 - run.size) - run.rise);
+        surface.Text({run.text, line_start(line.start, -along, -down, line.turn), line.angle_degrees});
+        along += surface.TextWidth(run.text);
+    });
+}
+
+void print_lines(DrawSurface& surface, std::string_view text, TextPlace const& place, Markup markup) {
     double const angle = place.angle_degrees * radians_per_degree;
     const Turn turn = place.angle_degrees == 0 ? Turn{} : Turn{std::sin(angle), std::cos(angle)};
     bool const widths_count = place.as_block || place.horizontal != Align::Start;
-    const TextBlock block = place.as_block ? text_block(surface, text) : TextBlock{};
+    const TextBlock block = place.as_block ? text_block(surface, text, markup) : TextBlock{};
     Point anchor = place.anchor;
     double line_height = -1;
     for (const std::string_view line : lines_of(text)) {
-        const TextBlock own{widths_count ? surface.TextWidth(line) : 0, surface.TextHeight(line)};
+        const TextBlock own{widths_count ? line_width(surface, line, markup) : 0, surface.TextHeight(line)};
         if (line_height < 0) line_height = own.height;
         TextBlock const& placed = place.as_block ? block : own;
         double const along = shift(place.horizontal, placed.width) - (placed.width - own.width) / 2;
         double const across = whole_shift(place.vertical, placed.height);
         // The device turns text in tenths of a degree held in 16 bits.
         double const tenths = to_i16(place.angle_degrees * 10);
-        surface.Text({line, line_start(anchor, along, across, turn), tenths / 10});
+        print_line(surface, {line, line_start(anchor, along, across, turn), own.height, turn, tenths / 10},
+                   markup);
         anchor = {anchor.x + line_height * turn.sine, anchor.y + line_height * turn.cosine};
     }
 }
@@ -87,12 +121,24 @@ void SetGraphFont(document::ControlState& state, DrawSurface& surface, std::stri
     });
 }
 
-TextBlock text_block(DrawSurface& surface, std::string_view text) {
+std::string as_read(document::PageSettings const& page, std::string_view text) {
+    return page.RichText ? read_text(text) : std::string(text);
+}
+
+TextBlock text_block(DrawSurface& surface, std::string_view text, Markup markup) {
     auto const lines = lines_of(text);
     // Every line stands one height of the first below the one before.
     TextBlock block{0, surface.TextHeight(lines[0]) * static_cast<double>(lines.size())};
-    for (const std::string_view line : lines) block.width = std::max(block.width, surface.TextWidth(line));
+    for (const std::string_view line : lines)
+        block.width = std::max(block.width, line_width(surface, line, markup));
     return block;
+}
+
+double line_width(DrawSurface& surface, std::string_view line, Markup markup) {
+    if (markup == Markup::Ignored) return surface.TextWidth(line);
+    double width = 0;
+    for_each_run(surface, line, [&](TextRun const& run) { width += surface.TextWidth(run.text); });
+    return width;
 }
 
 void PrintText(document::ControlState& state, DrawSurface& surface, std::string_view text,
@@ -105,7 +151,7 @@ void PrintText(document::ControlState& state, DrawSurface& surface, std::string_
         SetGraphFont(state, surface, std::string(style.font));
         const document::RestoreScope fore_color(surface.state.ForeColor);
         if (!color_in_font && style.color != -1) surface.state.ForeColor = style.color;
-        print_lines(surface, own_text, place);
+        print_lines(surface, own_text, place, style.is_ours ? Markup::Read : markup_of_host_texts(state));
     });
 }
 

@@ -4,6 +4,7 @@
 #include "document/ControlState.h"
 #include "qvgraph/DrawSurface.h"
 
+#include <string>
 #include <string_view>
 
 namespace qv::render {
@@ -35,10 +36,22 @@ struct TextPlace {
     bool as_block = false; // the lines, centred on one another, are placed together instead of one by one
 };
 
-/// Font specification and colour; colour -1 keeps the surface's own, a "#" in the font overrides it.
+/// Whether a text's raised and lowered parts are read as such (render/rich_text.h).
+enum class Markup : bool { Ignored, Read };
+
+inline Markup markup_of_host_texts(document::PageSettings const& page) {
+    return page.RichText ? Markup::Read : Markup::Ignored;
+}
+
+/// A text of the host as it is read aloud.
+std::string as_read(document::PageSettings const& page, std::string_view text);
+
+/// Font specification and colour; colour -1 keeps the surface's own, a "#" in the font overrides it. A text
+/// is the host's unless it `is_ours`, which is always marked up.
 struct TextStyle {
     std::string_view font;
     Color color = -1;
+    bool is_ours = false;
 };
 
 /// What a text of one or more lines takes in the surface's current font, twips.
@@ -46,7 +59,10 @@ struct TextBlock {
     double width = 0; // of the widest line
     double height = 0;
 };
-TextBlock text_block(DrawSurface& surface, std::string_view text);
+TextBlock text_block(DrawSurface& surface, std::string_view text, Markup markup);
+
+/// The width of one line, twips.
+double line_width(DrawSurface& surface, std::string_view line, Markup markup);
 
 /// Prints a text whose lines are separated by "\n" or "\r\n".
 void PrintText(document::ControlState& state, DrawSurface& surface, std::string_view text,

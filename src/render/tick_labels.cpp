@@ -4,6 +4,7 @@
 #include "render/plot_geometry.h"
 #include "scale/mapping.h"
 #include "scale/number_format.h"
+#include "scale/round_ticks.h"
 #include "surface/whole_pixel.h"
 
 #include <algorithm>
@@ -35,6 +36,16 @@ LabelTurn label_turn(AxisFrame const& frame, Axis const& axis) {
     double const outward = frame.own.outward;
     if (frame.kind == AxisKind::X) return {-std::sin(angle) * outward, std::cos(angle) * outward};
     return {std::cos(angle) * outward, std::sin(angle) * outward};
+}
+
+double length_along(LabelTurn const& turn, TextBlock const& label) {
+    if (turn.runs_along_axis()) return label.width;
+    return std::min(label.width, label.height / std::max(std::abs(turn.along_text), 0.1));
+}
+
+// Between two labels.
+double least_gap(LabelTurn const& turn, double line_height) {
+    return turn.runs_along_axis() ? line_height / 2 : 0;
 }
 
 // To the nearest other value; the range where there is none.
@@ -97,13 +108,63 @@ bool overlap_with_stride(std::vector<PlacedTick const*> const& labelled, std::si
     return false;
 }
 
-} // namespace
+scale::AxisMap map_of(document::Graph const& graph, Axis const& axis) {
+    return axis.AxisXY == AxisKind::X ? scale::x_map(graph, axis) : scale::y_map(graph, axis);
+}
 
-std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface,
-                                    AxisFrame const& frame, Axis const& axis, AxisSpan range) {
-    bool const is_x = frame.kind == AxisKind::X;
+// Labels may reach out of the plot area as far as the graph's frame.
+scale::LabelRoom label_room(document::ControlState& state, DrawSurface& surface, AxisFrame const& frame,
+                            Axis const& axis) {
+    // Ticks this many line heights apart look neither crowded nor lost.
+    constexpr double spacing_along = 3.4, spacing_across = 2.2;
     document::Graph const& graph = document::current_graph(state);
-    const scale::AxisMap map = is_x ? scale::x_map(graph, axis) : scale::y_map(graph, axis);
+    const LabelTurn turn = label_turn(frame, axis);
+    const Box box = frame_box(graph);
+    bool const is_x = frame.kind == AxisKind::X;
+    double const before = frame.along_low() - (is_x ? box.left : box.top);
+    double const beyond = (is_x ? box.right() : box.bottom()) - frame.along_high();
+    const scale::AxisMap map = map_of(graph, axis);
+    bool const rises = (map(axis.AxisValue1) < map(axis.AxisValue2)) == (axis.AxisValue1 < axis.AxisValue2);
+    double const height = surface.TextHeight("A");
+    const Markup markup = axis.AxisTextLabels.empty() ? Markup::Read : markup_of_host_texts(state);
+    return {.length = frame.along_high() - frame.along_low(),
+            .before_low = rises ? before : beyond,
+            .beyond_high = rises ? beyond : before,
+            .line_height = height,
+            .gap = least_gap(turn, height),
+            .spacing = height * (turn.runs_along_axis() ? spacing_along : spacing_across),
+            .extent = [&surface, turn, markup](std::string_view label) {
+                return length_along(turn, text_block(surface, label, markup));
+            }};
+}
+
+std::vector<PlacedTick> place_round_ticks(document::ControlState& state, DrawSurface& surface,
+                                          AxisFrame const& frame, Axis const& axis, std::string& offset) {
+    scale::NumberStyle style{axis.AxisSIPrefix, axis.AxisOffset, {}};
+    if (!axis.AxisTextLabels.empty())
+        style.text = [&](double value) { return scale::EasyFormat(value, 0, axis.AxisTextLabels); };
+    scale::RoundTicks chosen = round_ticks({axis.AxisValue1, axis.AxisValue2, axis.AxisLog},
+                                           label_room(state, surface, frame, axis), style);
+    offset = std::move(chosen.offset);
+    const scale::AxisMap map = map_of(document::current_graph(state), axis);
+    std::vector<PlacedTick> placed;
+    for (scale::RoundTick& tick : chosen.ticks) {
+        double const along = std::clamp(map(tick.value), frame.along_low(), frame.along_high());
+        placed.push_back({along,
+                          tick.is_major ? TickKind::Major : TickKind::Minor,
+                          tick.value,
+                          std::move(tick.label),
+                          {},
+                          true,
+                          chosen.marked_up});
+    }
+    return placed;
+}
+
+std::vector<PlacedTick> place_classic_ticks(document::ControlState& state, DrawSurface& surface,
+                                            AxisFrame const& frame, Axis const& axis, AxisSpan range) {
+    bool const is_x = frame.kind == AxisKind::X;
+    const scale::AxisMap map = map_of(document::current_graph(state), axis);
     double const pixel = is_x ? surface.TwipsPerPixelX() : surface.TwipsPerPixelY();
     double const length = std::max(frame.along_high() - frame.along_low(), 1.0);
     const std::vector<Tick> ticks = axis_ticks(tick_scale(axis, range, pixel / length));
@@ -125,10 +186,25 @@ std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& 
         placed.push_back({along, tick.kind, tick.value, std::move(label), {}});
     }
     if (!given_labels) label_with_numbers(axis, placed, range);
-    bool const shows_labels = axis.AxisShowLabels && !graph.leaves_out(document::LeftOut::Labels);
+    return placed;
+}
+
+} // namespace
+
+std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface,
+                                    AxisFrame const& frame, Axis const& axis, AxisSpan range,
+                                    std::string& offset) {
+    bool const round =
+        state.RoundTicks && axis.major_tick_values.empty() && !axis.has_mode(AxisMode::TextLabels);
+    std::vector<PlacedTick> placed = round ? place_round_ticks(state, surface, frame, axis, offset)
+                                           : place_classic_ticks(state, surface, frame, axis, range);
+    bool const shows_labels =
+        axis.AxisShowLabels && !document::current_graph(state).leaves_out(document::LeftOut::Labels);
     for (PlacedTick& tick : placed) {
         if (!shows_labels) tick.label.clear();
-        if (!tick.label.empty()) tick.label_size = text_block(surface, tick.label);
+        if (!tick.label.empty())
+            tick.label_size = text_block(surface, tick.label,
+                                         tick.label_is_ours ? Markup::Read : markup_of_host_texts(state));
     }
     return placed;
 }
@@ -165,17 +241,13 @@ void thin_labels(DrawSurface& surface, AxisFrame const& frame, Axis const& axis,
                  std::vector<PlacedTick>& ticks) {
     double const height = surface.TextHeight("A");
     const LabelTurn turn = label_turn(frame, axis);
-    bool const along = turn.runs_along_axis();
     auto const size_along = [&](PlacedTick const& tick) {
-        if (tick.label.empty()) return 0.0;
-        if (along) return tick.label_size.width;
-        return std::min(tick.label_size.width,
-                        tick.label_size.height / std::max(std::abs(turn.along_text), 0.1));
+        return tick.label.empty() ? 0.0 : length_along(turn, tick.label_size);
     };
     std::vector<PlacedTick const*> labelled;
     for (PlacedTick const& tick : ticks)
         if (tick.kind == TickKind::Major) labelled.push_back(&tick);
-    double const padding = along ? height / 2 : 0;
+    double const padding = least_gap(turn, height);
     std::size_t stride = 1;
     while (stride < labelled.size() && overlap_with_stride(labelled, stride, padding, size_along)) ++stride;
     std::size_t index = 0;

@@ -18,11 +18,14 @@ struct PlacedTick {
     std::string label;
     TextBlock label_size; // nothing without a label
     bool show_label = true;
+    bool label_is_ours = false; // not in a format of the host's
 };
 
-/// The ticks that lie on the axis. Labels are measured in the surface's current font.
+/// The ticks that lie on the axis. Labels are measured in the surface's current font. What all of them leave
+/// out, marked up, goes into `offset`.
 std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface,
-                                    AxisFrame const& frame, document::Axis const& axis, AxisSpan range);
+                                    AxisFrame const& frame, document::Axis const& axis, AxisSpan range,
+                                    std::string& offset);
 
 /// How the labels of an axis lie beside it: outside its line, whatever their angle. Lengths are twips across
 /// the axis, from the middle of its line.

@@ -446,3 +446,91 @@ TEST_CASE("every logarithmic axis shows two numbers or more, and keeps its scale
     axes.draw();
     CHECK_FALSE(axes.x.AxisLog);
 }
+
+namespace {
+
+std::vector<std::string> texts(std::vector<std::string> const& log) {
+    std::vector<std::string> found;
+    for (std::string const& line : log) {
+        if (!line.starts_with("text ") && !line.starts_with("turned ")) continue;
+        auto const quote = line.find('"');
+        found.push_back(line.substr(quote + 1, line.rfind('"') - quote - 1));
+    }
+    return found;
+}
+
+} // namespace
+
+TEST_CASE("round ticks: labels at round values of a fixed range, given ticks and texts as before") {
+    AxisPage axes;
+    axes.y.AxisHide = true;
+    axes.x.AxisShowTitle = false;
+    set_range(axes.x, 0.3, 9.7, 3);
+    CHECK(texts(axes.draw()).front() == "0.3");
+    axes.state.RoundTicks = true;
+    CHECK(texts(axes.draw()) == std::vector<std::string>{"1", "2", "3", "4", "5", "6", "7", "8", "9"});
+    CHECK(axes.page().has("line 8553.19,10860 8553.19,11000 #000000 w1")); // a minor tick, at 7.3...
+    axes.x.AxisReverse = true;
+    CHECK(texts(axes.draw()) == std::vector<std::string>{"1", "2", "3", "4", "5", "6", "7", "8", "9"});
+    axes.x.major_tick_values = {3, 4};
+    CHECK(texts(axes.draw()) == std::vector<std::string>{"3", "4"});
+    axes.x.major_tick_values.clear();
+    axes.x.AxisScale = 2;
+    axes.x.AxisTextLabels = "a,b,c,d";
+    CHECK(texts(axes.draw()) == std::vector<std::string>{"a", "b", "c", "d"});
+    axes.x.AxisScale = 1;
+    axes.x.AxisTextLabels = "0.00";
+    CHECK(texts(axes.draw()).front() == "1.00");
+}
+
+TEST_CASE("round ticks: powers of ten with raised exponents, whether or not the host's texts have markup") {
+    AxisPage axes;
+    axes.state.RoundTicks = true;
+    axes.y.AxisHide = true;
+    axes.x.AxisTitle = "f^{2}";
+    axes.x.AxisLog = true;
+    set_range(axes.x, 1, 1000, 3);
+    CHECK(texts(axes.draw())
+          == std::vector<std::string>{"10", "0", "10", "1", "10", "2", "10", "3", "f^{2}"});
+    CHECK(axes.page().has("text 1050,10988 \"0\" #000000 Arial 6.3"));
+}
+
+TEST_CASE("round ticks: what labels leave out stands in the title, or in its place") {
+    AxisPage axes;
+    axes.state.RoundTicks = true;
+    axes.y.AxisHide = true;
+    axes.x.AxisOffset = true;
+    axes.x.AxisTitle = "p_{0}";
+    set_range(axes.x, 101324.1, 101325.7, 5);
+    CHECK(texts(axes.draw()).back() == "p_{0}  (+101\u2009320)");
+    axes.x.AxisShowTitle = false;
+    CHECK(texts(axes.draw()).back() == "+101\u2009320");
+}
+
+TEST_CASE(
+    "round ticks: an automatic range is widened a little, unless it is zoomed, and when the rule changes") {
+    AxisPage axes;
+    axes.x.AxisScale = 0;
+    axes.x.AxisNoData = false;
+    axes.x.DataMin = 313;
+    axes.x.DataMax = 417;
+    auto const range = [&] {
+        axes.draw();
+        return std::pair(axes.x.AxisValue1, axes.x.AxisValue2);
+    };
+    axes.x.AxisRescale = true;
+    CHECK(range() == std::pair(300.0, 500.0));
+    axes.state.RoundTicks = true;
+    CHECK(range() == std::pair(310.0, 420.0));
+    CHECK(axes.x.ScaleMax == 420);
+    axes.x.AxisValue1 = 351.3;
+    CHECK(range() == std::pair(351.3, 420.0));
+    axes.state.RoundTicks = false;
+    CHECK(range() == std::pair(351.3, 420.0));
+    axes.x.AxisValue1 = axes.x.ScaleMin;
+    axes.x.DataMax = HUGE_VAL;
+    axes.state.RoundTicks = axes.x.AxisRescale = true;
+    range();
+    REQUIRE(axes.events.errors.size() == 1);
+    CHECK(axes.events.errors[0] == "Error 6 has occured in qvGraph.ocx, AutoScale: Overflow");
+}

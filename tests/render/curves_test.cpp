@@ -292,6 +292,39 @@ TEST_CASE("user functions serve all curves; a text that defines none is reported
     CHECK(page.draw("line").size() == 100);
 }
 
+TEST_CASE("a formula is checked without drawing, by the functions that drawing knows") {
+    CurvePage page;
+    DefineFunction(page.state, "twice(a) = 2*a");
+    for (char const* const fine : {"x", "twice(x)^2", "sin(x)/x ' a comment"})
+        CHECK(CheckFormula(page.state, fine) == "");
+    for (char const* const wrong : {"2*sin(x))", "x +", "thrice(x)", "y + 1"}) {
+        const std::string told = CheckFormula(page.state, wrong);
+        CHECK_MESSAGE(!told.empty(), wrong);
+        CHECK_MESSAGE(told.starts_with(wrong), told);
+    }
+    CHECK(CheckFormula(page.state, "2*sin(x))").find("\n        ^\n") != std::string::npos);
+    CHECK(page.page().log.empty());
+    CHECK(page.events.errors.empty());
+    page.add_function("y + x"); // as before, a name that is not known is 0
+    CHECK(page.draw("line").size() == 100);
+}
+
+TEST_CASE("a formula that does not compile is told once, if the host asks") {
+    CurvePage page;
+    page.add_function("x +");
+    page.draw("line");
+    CHECK(page.events.errors.empty());
+    page.state.TellFormulaErrors = true;
+    page.draw("line");
+    page.draw("line");
+    REQUIRE(page.events.errors.size() == 1);
+    CHECK(page.events.errors[0].starts_with("Error 5 has occured in qvGraph.ocx, AddMathFunc: "));
+    CHECK(page.events.errors[0].find("x +") != std::string::npos);
+    page.add_function("x * / 2");
+    page.draw("line");
+    CHECK(page.events.errors.size() == 2);
+}
+
 TEST_CASE("an automatic axis without points shows the functions drawn on it") {
     CurvePage page;
     for (document::Axis& axis : page.graph.Axes) ResetAxis(page.state, axis, "", axis.AxisXY, 0, 0);

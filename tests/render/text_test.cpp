@@ -1,6 +1,7 @@
 #include "render/text.h"
 
 #include "TestControl.h"
+#include "render/rich_text.h"
 
 #include <doctest/doctest.h>
 
@@ -102,4 +103,68 @@ TEST_CASE("lines printed as a block are centred on one another and aligned toget
     CHECK(at_end[0].starts_with("text 600,400 \"ABCD\""));
     CHECK(at_end[2].starts_with("text 750,800 \"G\""));
     CHECK(print({{1000, 1000}, Align::Centre, Align::Centre, 0, true})[1].starts_with("text 900,900"));
+}
+
+TEST_CASE("marked-up lines as runs") {
+    auto const shown = [](std::string_view line) {
+        std::string text;
+        for (TextRun const& run : text_runs(line)) {
+            CHECK((run.size < 1) == (run.rise != 0));
+            text += run.rise > 0 ? "^" : run.rise < 0 ? "_" : "";
+            text += run.size < 0.5 ? "^(" + run.text + ")" : run.size < 1 ? "(" + run.text + ")" : run.text;
+        }
+        return text;
+    };
+    std::pair<char const*, char const*> const cases[]{
+        {"", ""},
+        {"plain", "plain"},
+        {"x^{2}", "x^(2)"},
+        {"x^2y", "x^(2)y"},
+        {"CO_{2}", "CO_(2)"},
+        {"CO_2 + H_2O", "CO_(2) + H_(2)O"},
+        {"max_temp", "max_temp"}, // names are not formulas
+        {"e^\u03BBt", "e^(\u03BB)t"},
+        {"10^{\u22123}", "10^(\u22123)"},
+        {"e^{x^2}z", "e^(x)^^(2)z"},
+        {"x_{a_{b}}", "x_(a)_^(b)"},
+        {"x^{}y", "xy"},
+        {"2^{{a}}{b}", "2^({a}){b}"},
+        {"x\\^2 \\{ \\\\", "x^2 { \\"},
+        {"x^{a\\}}", "x^(a})"},
+        {"x^{2", "x^{2"}, // unbalanced braces: as it is
+        {"x}^{2}{", "x}^{2}{"},
+        {"a ^ b_", "a ^ b_"},
+        {"^", "^"},
+        {"\\", "\\"},
+        {"x^^2", "x^^(2)"},
+    };
+    for (auto const& [line, runs] : cases) CHECK_MESSAGE(shown(line) == runs, line);
+    for (auto const& [line, runs] : cases) // what is escaped stands for itself
+        CHECK_MESSAGE(text_runs(escaped(line))[0].text == line, line);
+    CHECK(read_text("CO_{2}, x^{2}\ny^{\u22121} z^{n}") == "CO2, x\u00B2\ny\u207B\u00B9 zn");
+}
+
+TEST_CASE("raised and lowered text: smaller, on its level, as wide as it is drawn, at any angle") {
+    TestControl control;
+    RecordingSurface surface;
+    auto const print = [&](std::string_view text, TextPlace const& place) {
+        surface.log.clear();
+        PrintText(control.state, surface, text, place, {"Arial|10", 0});
+        return surface.log;
+    };
+    CHECK(print("x^{2}y", {{1000, 1000}})
+          == std::vector<std::string>{"text 1000,1000 \"x^{2}y\" #000000 Arial 10"});
+    control.state.RichText = true;
+    CHECK(print("x^{2}y", {{1000, 1000}})
+          == std::vector<std::string>{"text 1000,1000 \"x\" #000000 Arial 10",
+                                      "text 1100,988 \"2\" #000000 Arial 7",
+                                      "text 1200,1000 \"y\" #000000 Arial 10"});
+    CHECK(surface.state.font.size_points == 10);
+    CHECK(print("a_{b}", {{1000, 1000}, Align::End})
+          == std::vector<std::string>{"text 800,1000 \"a\" #000000 Arial 10",
+                                      "text 900,1078 \"b\" #000000 Arial 7"});
+    CHECK(print("a_{b}", {{1000, 1000}, Align::Start, Align::Start, 90})
+          == std::vector<std::string>{"turned 1000,1000 \"a\" at 90", "turned 1078.03,900.02 \"b\" at 90"});
+    CHECK(text_block(surface, "x^{2}\nabc", Markup::Read).width == 300);
+    CHECK(text_block(surface, "x^{2}\nabc", Markup::Ignored).width == 500);
 }
