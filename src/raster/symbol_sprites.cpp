@@ -41,7 +41,7 @@ struct SymbolPainter {
         return {centre.x + point.x * symbol.half_width, centre.y + point.y * symbol.half_height};
     }
     void polygon(std::span<PixelPoint const> points) const {
-        std::array<PixelPoint, 4> places{};
+        std::array<PixelPoint, SymbolForm::most_points> places{};
         std::ranges::transform(points, places.begin(), [this](PixelPoint point) { return at(point); });
         const std::span<PixelPoint const> corners = std::span(places).first(points.size());
         filler.fill(mask, clip, corners, symbol.pen.edge);

@@ -18,7 +18,7 @@ double last_pixel(DrawSurface const& surface) {
 
 // Corners lie on whole twips from the centre, cut towards it.
 void draw_polygon(DrawSurface& surface, std::span<PixelPoint const> corners, Point centre, double size) {
-    std::array<PixelPoint, 4> places{};
+    std::array<PixelPoint, SymbolForm::most_points> places{};
     const PixelPoint middle = in_pixels(surface, centre);
     std::ranges::transform(corners, places.begin(), [&](PixelPoint corner) {
         const PixelPoint way = in_pixels(surface, {std::trunc(corner.x * size), std::trunc(corner.y * size)});

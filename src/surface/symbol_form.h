@@ -19,9 +19,11 @@ struct SymbolForm {
         Polygon, // convex
         Lines    // each of two points
     };
+    static constexpr std::size_t most_points = 8;
+
     Kind kind;
     std::uint8_t count = 0;
-    std::array<PixelPoint, 4> places{};
+    std::array<PixelPoint, most_points> places{};
 
     std::span<PixelPoint const> points() const { return {places.data(), count}; }
 };
