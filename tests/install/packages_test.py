@@ -37,6 +37,13 @@ def draws(program, data, environment):
         return pathlib.Path(folder, "page.png").stat().st_size > 1000 and wrong.returncode == 2
 
 
+def lacks_plugin(build, files):
+    """Whether a plugin for Designer was built that the widget's development package has not."""
+    development = next(file for file in files if file.name.startswith("libqvgraph-qt6-dev"))
+    listed = subprocess.run(["dpkg-deb", "-c", development], check=True, capture_output=True, text=True).stdout
+    return (build / "plugins/designer").is_dir() and "/plugins/designer/qvgraph_designer.so" not in listed
+
+
 def installed(files, data):
     run("dpkg", "-i", *files, stdout=subprocess.DEVNULL)
     try:
@@ -58,6 +65,8 @@ def main():
     run("cpack", "-G", "DEB", "--config", build / "CPackConfig.cmake", cwd=build, stdout=subprocess.DEVNULL)
     files = [next((build / "packages").glob(f"{name}_*.deb")) for name in PACKAGES]
     wrong = errors_of(files)
+    if lacks_plugin(build, files):
+        wrong.append("libqvgraph-qt6-dev has no plugin for Designer")
     if not (installed if os.geteuid() == 0 else unpacked)(files, data):
         wrong.append("qvplot does not run as it should")
     print("\n".join(wrong) if wrong else "five packages without an error")
