@@ -3,8 +3,10 @@
 #include "document/selection.h"
 #include "render/function_curve.h"
 #include "scale/axis_range.h"
+#include "scale/time_ticks.h"
 
 #include <cmath>
+#include <optional>
 
 namespace qv::render {
 namespace {
@@ -39,8 +41,18 @@ void remember_drawn(Axis& axis, AxisSpan const& range) {
                       axis.AxisMajorDivs, axis.AxisMinorDivs, axis.AxisLog};
 }
 
+// Of an axis of time; nothing where it shows more than the calendar has.
+std::optional<AxisSpan> time_range(Axis const& axis) {
+    auto const range =
+        scale::automatic_time_range(axis.DataMin, axis.DataMax, scale::TimeZone::named(axis.AxisTimeZone));
+    if (!range) return std::nullopt;
+    return axis.AxisRescale ? AxisSpan{range->low, range->high} : AxisSpan{axis.AxisValue1, axis.AxisValue2};
+}
+
 AxisSpan automatic_range(ControlState& state, Axis& axis) {
     range_over_functions(state, axis);
+    if (axis.AxisTime)
+        if (auto const range = time_range(axis)) return *range;
     if (axis.AxisLog && !(axis.AxisValue1 > 0 && axis.AxisValue2 > 0)) axis.AxisRescale = true;
     // Rounding a round range again may choose other divisions.
     if (state.keeps_drawn_ranges && is_as_drawn(axis)) return {axis.drawn->low, axis.drawn->high};
@@ -79,6 +91,7 @@ void announce_range(ControlState& state) {
 } // namespace
 
 AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
+    if (axis.AxisTime) axis.AxisLog = false;
     const AxisSpan range = range_to_draw(state, axis);
     bool const rescaled = axis.AxisRescale;
     if (rescaled) {

@@ -2,8 +2,10 @@
 
 #include "render/axes.h"
 #include "render/plot_geometry.h"
+#include "render/time_labels.h"
 #include "scale/mapping.h"
 #include "scale/number_format.h"
+#include "scale/time_text.h"
 #include "surface/whole_pixel.h"
 
 #include <algorithm>
@@ -57,11 +59,26 @@ std::vector<scale::ShownNumber> shown_numbers(std::vector<PlacedTick const*> con
     return numbers;
 }
 
+// Of ticks given by the host. False where one lies beyond the calendar.
+bool label_with_times(Axis const& axis, std::vector<PlacedTick*> const& majors, AxisSpan const& range) {
+    const scale::TimeZone zone = scale::TimeZone::named(axis.AxisTimeZone);
+    std::vector<std::string> texts;
+    for (scale::ShownNumber const& number : shown_numbers({majors.begin(), majors.end()}, range)) {
+        double const step = number.tolerance / label_tolerance;
+        auto const text = scale::time_at_pixel(number.value, step, zone, axis.AxisTextLabels);
+        if (!text) return false;
+        texts.push_back(*text);
+    }
+    for (std::size_t i = 0; i < majors.size(); ++i) majors[i]->label = texts[i];
+    return true;
+}
+
 void label_with_numbers(Axis const& axis, std::vector<PlacedTick>& ticks, AxisSpan const& range) {
     std::vector<PlacedTick*> majors;
     for (PlacedTick& tick : ticks)
         if (tick.kind == TickKind::Major) majors.push_back(&tick);
-    if (!axis.AxisTextLabels.empty()) {
+    if (axis.AxisTime && label_with_times(axis, majors, range)) return;
+    if (!axis.AxisTextLabels.empty() && !axis.AxisTime) {
         for (PlacedTick* tick : majors) tick->label = scale::EasyFormat(tick->value, 0, axis.AxisTextLabels);
         return;
     }
@@ -105,6 +122,9 @@ std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& 
     document::Graph const& graph = document::current_graph(state);
     const scale::AxisMap map = is_x ? scale::x_map(graph, axis) : scale::y_map(graph, axis);
     double const pixel = is_x ? surface.TwipsPerPixelX() : surface.TwipsPerPixelY();
+    if (has_time_ticks(axis))
+        if (auto ticks = place_time_ticks(graph, surface, frame, axis, label_turn(frame, axis).along_text))
+            return *std::move(ticks);
     double const length = std::max(frame.along_high() - frame.along_low(), 1.0);
     const std::vector<Tick> ticks = axis_ticks(tick_scale(axis, range, pixel / length));
     bool const given_labels = axis.has_mode(AxisMode::TextLabels);
@@ -163,6 +183,7 @@ LabelLayout label_layout(DrawSurface& surface, AxisFrame const& frame, Axis cons
 
 void thin_labels(DrawSurface& surface, AxisFrame const& frame, Axis const& axis,
                  std::vector<PlacedTick>& ticks) {
+    if (std::ranges::any_of(ticks, &PlacedTick::has_room)) return;
     double const height = surface.TextHeight("A");
     const LabelTurn turn = label_turn(frame, axis);
     bool const along = turn.runs_along_axis();

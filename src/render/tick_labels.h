@@ -18,6 +18,7 @@ struct PlacedTick {
     std::string label;
     TextBlock label_size; // nothing without a label
     bool show_label = true;
+    bool has_room = false; // the label was chosen so that it keeps clear of the others
 };
 
 /// The ticks that lie on the axis. Labels are measured in the surface's current font.
