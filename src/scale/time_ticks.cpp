@@ -322,8 +322,8 @@ void add_minors(TimeScale const& scale, CalendarStep step, Instant low, Instant 
     std::vector<TimeTick> all;
     // Of equal ones the first range's comes first.
     std::ranges::merge(ticks, minors, std::back_inserter(all), {}, &TimeTick::value, &TimeTick::value);
-    auto const repeated = std::ranges::unique(all, {}, &TimeTick::value);
-    all.erase(repeated.begin(), repeated.end());
+    auto const same_place = [](TimeTick const& a, TimeTick const& b) { return a.value == b.value; };
+    all.erase(std::unique(all.begin(), all.end(), same_place), all.end());
     ticks = std::move(all);
 }
 

@@ -334,19 +334,22 @@ TEST_CASE("what is no stretch of the calendar has no ticks, and its borders have
 
 TEST_CASE("the read-out tells neighbouring pixels apart") {
     double const value = utc(2024, 5, 30, 21.5) + 7.0625;
-    for (auto const& [step, text] :
-         std::initializer_list<std::pair<double, char const*>>{{1e9, "2024"},
-                                                               {40 * 86400, "May 2024"},
-                                                               {100000, "30 May 2024"},
-                                                               {86399, "30 May 2024 21:30"},
-                                                               {59, "30 May 2024 21:30:07"},
-                                                               {0.9, "30 May 2024 21:30:07.0"},
-                                                               {0.02, "30 May 2024 21:30:07.06"},
-                                                               {1e-6, "30 May 2024 21:30:07.062500"},
-                                                               {1e-9, "30 May 2024 21:30:07.062500"},
-                                                               {0, "30 May 2024 21:30:07.0625"}}) {
-        CAPTURE(step);
-        CHECK(read_out(value, step) == text);
+    struct Row {
+        double step;
+        char const* text;
+    };
+    for (Row const& row : {Row{1e9, "2024"},
+                           {40 * 86400, "May 2024"},
+                           {100000, "30 May 2024"},
+                           {86399, "30 May 2024 21:30"},
+                           {59, "30 May 2024 21:30:07"},
+                           {0.9, "30 May 2024 21:30:07.0"},
+                           {0.02, "30 May 2024 21:30:07.06"},
+                           {1e-6, "30 May 2024 21:30:07.062500"},
+                           {1e-9, "30 May 2024 21:30:07.062500"},
+                           {0, "30 May 2024 21:30:07.0625"}}) {
+        CAPTURE(row.step);
+        CHECK(read_out(value, row.step) == row.text);
     }
     CHECK(read_out(0, 0) == "1 Jan 1970 00:00:00");
     CHECK(
