@@ -3,6 +3,8 @@ find_package(Freetype REQUIRED)
 find_package(Fontconfig REQUIRED)
 find_package(PNG REQUIRED)
 find_package(PkgConfig REQUIRED)
+# Time zones; the package from Debian reads the system's zone data.
+find_package(date 3 CONFIG REQUIRED)
 pkg_check_modules(cairo REQUIRED IMPORTED_TARGET GLOBAL cairo-pdf>=1.16 cairo-ft>=1.16)
 find_package(harfbuzz CONFIG QUIET)
 if(NOT TARGET harfbuzz::harfbuzz)

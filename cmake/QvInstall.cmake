@@ -15,6 +15,7 @@ endforeach()
 # The prefix as seen from the files, so that an installed tree can be moved.
 file(RELATIVE_PATH QV_PC_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 if(NOT BUILD_SHARED_LIBS)
+  set(QV_PC_PRIVATE_LIBS "-ldate-tz") # it has no pkg-config file of its own
   set(QV_PC_PRIVATE "freetype2 harfbuzz fontconfig libpng cairo-pdf cairo-ft")
 endif()
 
@@ -121,7 +122,7 @@ endmacro()
 
 set(same_version "(= ${PROJECT_VERSION})")
 set(QV_WHAT "qvGraph draws pages of graphs: lines, symbols, bars, functions and\nlegends on linear and logarithmic axes.")
-qv_package(runtime NAME libqvgraph2 SECTION libs SUMMARY "graphing control: pages as pictures, PDF and SVG"
+qv_package(runtime NAME libqvgraph2 SECTION libs NEEDS "tzdata" SUMMARY "graphing control: pages as pictures, PDF and SVG"
   TEXT "${QV_WHAT}\n.\nThis is the library without a window system.")
 qv_package(development NAME libqvgraph-dev SECTION libdevel NEEDS "libqvgraph2 ${same_version}"
   SUMMARY "graphing control: headers, CMake package, pkg-config file"

@@ -38,8 +38,8 @@ struct AxisScaleStyleArguments {
     Checked<std::int32_t> MinorDivs = 0;
     /// AxisScale: How the range is found: 0 automatic and round, 1 fixed, 2 fixed with texts as labels.
     Checked<std::int32_t> ScaleStyle = -1;
-    /// AxisTextLabels: With AxisScale 2 the labels, separated by commas; else the format of the numbers, e.g.
-    /// 0.00 or d mmm yyyy.
+    /// AxisTextLabels: With AxisScale 2 the labels, separated by commas; else the format of the numbers or
+    /// times, e.g. 0.00 or d mmm yyyy.
     std::string TextLabels = "";
 };
 

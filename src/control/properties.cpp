@@ -2,6 +2,7 @@
 #include "control/property_access.h"
 #include "qvgraph/qvGraph.h"
 #include "scale/axis_range.h"
+#include "scale/time_zone.h"
 
 #include <array>
 #include <cmath>
@@ -19,6 +20,8 @@ namespace {
 // Conversions between what the host gives and what the field holds. Those without a factor only change type.
 struct Plain {};
 constexpr Plain plain, text, byte, rounded, flag, widened;
+struct TimeZoneName {
+} constexpr time_zone;
 
 struct Percent {
     static double stored(ControlState const&, double value) { return value / 100; }
@@ -41,7 +44,9 @@ struct HalfMillimetresAcross {
 } constexpr half_mm_across;
 
 template <class Conversion>
-constexpr bool has_factor = !std::is_same_v<Conversion, Plain>;
+constexpr bool has_factor = requires {
+    &Conversion::stored;
+};
 
 template <class To, class From>
 To converted(From const& value) {
@@ -69,8 +74,10 @@ void store(ControlState const& state, Field& field, Value const& value, Conversi
         double const stored = conversion.stored(state, value);
         if (!std::isfinite(stored)) raise_fault(FaultNumber::Overflow); // a length no page can have
         field = converted<Field>(stored);
-    } else
+    } else {
+        if constexpr (std::is_same_v<Conversion, TimeZoneName>) scale::TimeZone::named(value);
         field = converted<Field>(value);
+    }
 }
 
 // What a Let does after storing.

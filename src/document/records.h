@@ -92,6 +92,8 @@ struct Axis {
     std::int16_t AxisMinorDivs = 1;
     std::int16_t AxisDP = 1;
     bool AxisReverse = false;
+    bool AxisTime = false; // values are seconds since 1970 in UTC
+    std::string AxisTimeZone = "UTC";
     std::uint8_t AxisScale = 0; // AxisMode; other values are kept but mean nothing
     std::string AxisTextLabels; // labels separated by ",", or the format of numeric labels
     std::string AxisLabelFont = "Font=Arial|9";

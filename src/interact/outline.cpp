@@ -22,8 +22,8 @@ std::string from_to(Axis const& axis, double first, double last) {
 }
 
 std::string range_text(Axis const& axis) {
-    return from_to(axis, axis.AxisValue1, axis.AxisValue2) + (axis.AxisLog ? ", logarithmic" : "")
-           + (axis.AxisReverse ? ", reversed" : "");
+    return from_to(axis, axis.AxisValue1, axis.AxisValue2) + (axis.AxisTime ? ", " + axis.AxisTimeZone : "")
+           + (axis.AxisLog ? ", logarithmic" : "") + (axis.AxisReverse ? ", reversed" : "");
 }
 
 /// Extents of the points that can be drawn. Where points were dropped, the first block knows too much.

@@ -8,9 +8,11 @@
 #include "render/plot_geometry.h"
 #include "scale/mapping.h"
 #include "scale/number_format.h"
+#include "scale/time_text.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <string>
 
 namespace qv::interact {
@@ -67,11 +69,21 @@ void show_pointer_text(ControlState& state, std::string const& text) {
     state.host->child_controls_changed();
 }
 
+// Nothing beyond the calendar.
+std::optional<std::string> time_text(Axis const& axis, double value, double pixel_step) {
+    std::string_view pattern = axis.AxisTextLabels;
+    if (axis.has_mode(AxisMode::TextLabels)) pattern = {};
+    return scale::time_at_pixel(value, pixel_step, scale::TimeZone::named(axis.AxisTimeZone), pattern);
+}
+
 } // namespace
 
 std::string coordinate_text(Axis const& axis, double value, double pixel_step) {
     std::int16_t const digits = scale::AxisDPx(axis.AxisValue1, axis.AxisValue2);
-    bool const pattern = !axis.has_mode(AxisMode::TextLabels) && !axis.AxisTextLabels.empty();
+    if (axis.AxisTime)
+        if (auto const text = time_text(axis, value, pixel_step)) return *text;
+    bool const pattern =
+        !axis.AxisTime && !axis.has_mode(AxisMode::TextLabels) && !axis.AxisTextLabels.empty();
     return pattern ? scale::EasyFormat(value, digits, axis.AxisTextLabels)
                    : scale::text_at_pixel(value, digits, pixel_step);
 }

@@ -5,9 +5,11 @@
 #include "render/function_curve.h"
 #include "scale/axis_range.h"
 #include "scale/round_ticks.h"
+#include "scale/time_ticks.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace qv::render {
 namespace {
@@ -57,8 +59,18 @@ AxisSpan round_range_of(ControlState& state, Axis& axis) {
     return {range.low, range.high};
 }
 
+// Of an axis of time; nothing where it shows more than the calendar has.
+std::optional<AxisSpan> time_range(Axis const& axis) {
+    auto const range =
+        scale::automatic_time_range(axis.DataMin, axis.DataMax, scale::TimeZone::named(axis.AxisTimeZone));
+    if (!range) return std::nullopt;
+    return axis.AxisRescale ? AxisSpan{range->low, range->high} : AxisSpan{axis.AxisValue1, axis.AxisValue2};
+}
+
 AxisSpan automatic_range(ControlState& state, Axis& axis) {
     range_over_functions(state, axis);
+    if (axis.AxisTime)
+        if (auto const range = time_range(axis)) return *range;
     if (axis.AxisLog && !(axis.AxisValue1 > 0 && axis.AxisValue2 > 0)) axis.AxisRescale = true;
     if (has_other_rule(state, axis)) axis.AxisRescale = true;
     // Rounding a round range again may choose other divisions.
@@ -99,6 +111,7 @@ void announce_range(ControlState& state) {
 } // namespace
 
 AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
+    if (axis.AxisTime) axis.AxisLog = false;
     const AxisSpan range = range_to_draw(state, axis);
     bool const rescaled = axis.AxisRescale;
     if (rescaled) {

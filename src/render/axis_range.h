@@ -11,7 +11,7 @@ struct AxisSpan {
 };
 
 /// Decides the range from the axis's mode, rounds automatic ones, stores a rescaled range and raises
-/// GraphScaleChanged, and clears AxisLog where the range is not wholly positive.
+/// GraphScaleChanged, and clears AxisLog where the range is not wholly positive and on axes of time.
 AxisSpan settle_axis_range(document::ControlState& state, document::Axis& axis);
 
 /// The range that an axis was settled to, which its data were drawn by.

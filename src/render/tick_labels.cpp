@@ -2,9 +2,11 @@
 
 #include "render/axes.h"
 #include "render/plot_geometry.h"
+#include "render/time_labels.h"
 #include "scale/mapping.h"
 #include "scale/number_format.h"
 #include "scale/round_ticks.h"
+#include "scale/time_text.h"
 #include "surface/whole_pixel.h"
 
 #include <algorithm>
@@ -68,11 +70,26 @@ std::vector<scale::ShownNumber> shown_numbers(std::vector<PlacedTick const*> con
     return numbers;
 }
 
+// Of ticks given by the host. False where one lies beyond the calendar.
+bool label_with_times(Axis const& axis, std::vector<PlacedTick*> const& majors, AxisSpan const& range) {
+    const scale::TimeZone zone = scale::TimeZone::named(axis.AxisTimeZone);
+    std::vector<std::string> texts;
+    for (scale::ShownNumber const& number : shown_numbers({majors.begin(), majors.end()}, range)) {
+        double const step = number.tolerance / label_tolerance;
+        auto const text = scale::time_at_pixel(number.value, step, zone, axis.AxisTextLabels);
+        if (!text) return false;
+        texts.push_back(*text);
+    }
+    for (std::size_t i = 0; i < majors.size(); ++i) majors[i]->label = texts[i];
+    return true;
+}
+
 void label_with_numbers(Axis const& axis, std::vector<PlacedTick>& ticks, AxisSpan const& range) {
     std::vector<PlacedTick*> majors;
     for (PlacedTick& tick : ticks)
         if (tick.kind == TickKind::Major) majors.push_back(&tick);
-    if (!axis.AxisTextLabels.empty()) {
+    if (axis.AxisTime && label_with_times(axis, majors, range)) return;
+    if (!axis.AxisTextLabels.empty() && !axis.AxisTime) {
         for (PlacedTick* tick : majors) tick->label = scale::EasyFormat(tick->value, 0, axis.AxisTextLabels);
         return;
     }
@@ -156,7 +173,8 @@ std::vector<PlacedTick> place_round_ticks(document::ControlState& state, DrawSur
                           std::move(tick.label),
                           {},
                           true,
-                          chosen.marked_up});
+                          chosen.marked_up,
+                          true});
     }
     return placed;
 }
@@ -189,15 +207,24 @@ std::vector<PlacedTick> place_classic_ticks(document::ControlState& state, DrawS
     return placed;
 }
 
+std::vector<PlacedTick> chosen_ticks(document::ControlState& state, DrawSurface& surface,
+                                     AxisFrame const& frame, Axis const& axis, AxisSpan range,
+                                     std::string& offset) {
+    document::Graph const& graph = document::current_graph(state);
+    if (has_time_ticks(axis))
+        if (auto ticks = place_time_ticks(graph, surface, frame, axis, label_turn(frame, axis).along_text))
+            return *std::move(ticks);
+    bool const given = !axis.major_tick_values.empty() || axis.has_mode(AxisMode::TextLabels);
+    if (state.RoundTicks && !given) return place_round_ticks(state, surface, frame, axis, offset);
+    return place_classic_ticks(state, surface, frame, axis, range);
+}
+
 } // namespace
 
 std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface,
                                     AxisFrame const& frame, Axis const& axis, AxisSpan range,
                                     std::string& offset) {
-    bool const round =
-        state.RoundTicks && axis.major_tick_values.empty() && !axis.has_mode(AxisMode::TextLabels);
-    std::vector<PlacedTick> placed = round ? place_round_ticks(state, surface, frame, axis, offset)
-                                           : place_classic_ticks(state, surface, frame, axis, range);
+    std::vector<PlacedTick> placed = chosen_ticks(state, surface, frame, axis, range, offset);
     bool const shows_labels =
         axis.AxisShowLabels && !document::current_graph(state).leaves_out(document::LeftOut::Labels);
     for (PlacedTick& tick : placed) {
@@ -239,6 +266,7 @@ LabelLayout label_layout(DrawSurface& surface, AxisFrame const& frame, Axis cons
 
 void thin_labels(DrawSurface& surface, AxisFrame const& frame, Axis const& axis,
                  std::vector<PlacedTick>& ticks) {
+    if (std::ranges::any_of(ticks, &PlacedTick::has_room)) return;
     double const height = surface.TextHeight("A");
     const LabelTurn turn = label_turn(frame, axis);
     auto const size_along = [&](PlacedTick const& tick) {

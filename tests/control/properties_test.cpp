@@ -43,7 +43,7 @@ std::set<std::string_view> may_change(PropertyRow const& changed) {
 Variant another_value(PropertyRow const& row, Variant const& present) {
     if (row.kind == "boolean") return !number_of<bool>(present);
     if (row.accepts == Accepts::Number) return number_of<double>(present) == 3.0 ? 5 : 3;
-    return "Font=Times|12";
+    return row.conversion == "time_zone" ? "Europe/Berlin" : "Font=Times|12";
 }
 
 /// A number that does not fit the property; not-a-number for those that take every finite one.
@@ -100,13 +100,27 @@ TEST_CASE("a number that does not fit is an overflow and changes nothing") {
     CHECK(fault_number([&] { control.DataSymbol(std::size_t(-1)); }) == 6);
 }
 
+TEST_CASE("a name that is no time zone's is a fault that names it, and changes nothing") {
+    FilledControl control;
+    control.AxisTimeZone("Asia/Tokyo");
+    try {
+        control.AxisTimeZone("Asia/Tokio");
+        FAIL("an unknown zone was taken");
+    } catch (Fault const& fault) {
+        CHECK(fault.number == 5);
+        CHECK(fault.description.find("\"Asia/Tokio\"") != std::string::npos);
+    }
+    CHECK(control.AxisTimeZone() == "Asia/Tokyo");
+}
+
 TEST_CASE("a property without its graph, axis or data set is an index fault to the caller") {
     auto const check_all = [](qvGraph& control, std::set<std::string_view> const& present) {
         for (PropertyRow const& row : property_table()) {
             CAPTURE(row.name);
             int const expected = present.contains(row.target) ? 0 : 9;
             CHECK(fault_number([&] { row.get(control); }) == expected);
-            Variant const value = row.accepts == Accepts::Number ? Variant(1) : Variant("1");
+            Variant const text = row.conversion == "time_zone" ? "local" : "1";
+            Variant const value = row.accepts == Accepts::Number ? Variant(1) : text;
             if (row.let) CHECK(fault_number([&] { row.let(control, value); }) == expected);
         }
     };

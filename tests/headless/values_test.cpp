@@ -1,5 +1,6 @@
 // Values under the pointer: those of the page as it is shown, in double precision, through every gesture.
 #include "Person.h"
+#include "qvgraph/Outline.h"
 #include "scale/mapping.h"
 
 #include <doctest/doctest.h>
@@ -254,6 +255,33 @@ TEST_CASE("the name of the point under the resting pointer is that of the page a
     person.press(place, host::right_button); // everything again, under a pointer that rests
     person.release(place, host::right_button);
     CHECK(person.state.shown_tooltip() == "line, peak: 3, 6");
+}
+
+TEST_CASE("values of an axis of time are read as dates and times, down to a pixel") {
+    constexpr double noon = 1711879200; // 31 March 2024, 12:00 in Berlin
+    Reader person(noon, noon + 86400);
+    person.page.SelectXaxis();
+    person.page.AxisTime(true);
+    person.page.AxisTimeZone("Europe/Berlin");
+    person.page.AddDataPoint(noon + 21600, noon + 43200, 0, 0, "evening");
+    person.page.Refresh();
+    person.move(person.place_of(noon + 21600, noon + 43200));
+    CHECK(person.state.shown_tooltip().starts_with("line, evening: 31 Mar 2024 18:00, 1"));
+    CHECK(person.reading().find("31 Mar 2024 1") == 0); // a pixel is some two minutes, so minutes are told
+    CHECK(person.reading().find(':') == person.reading().rfind(':'));
+    for (int i = 0; i < 60; ++i) person.wheel(person.place_of(noon + 21600, noon + 43200), 1);
+    person.move(person.place_of(noon + 21600, noon + 43200));
+    CHECK(person.reading().starts_with("31 Mar 2024 18:00:00.0")); // now it is less than a second
+    auto const outline = person.page.outline(0);
+    REQUIRE(outline.has_value());
+    CHECK(outline->parts[0].description.ends_with(", Europe/Berlin"));
+    CHECK(outline->parts[0].description.starts_with("31 Mar 2024 1"));
+    CHECK(outline->parts[2].description.find("x 31 Mar 2024 12:00") != std::string::npos);
+    person.page.AxisTextLabels("d/m hh:mm");
+    person.page.Refresh();
+    person.move(person.place_of(noon + 21600, noon + 43200));
+    CHECK(person.reading().starts_with("31/3 18:00, "));
+    CHECK(person.heard.errors.empty());
 }
 
 TEST_CASE(

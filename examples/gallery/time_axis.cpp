@@ -1,0 +1,49 @@
+// Axes of time: values in seconds since 1970, shown in a time zone, here on days when clocks are put forward.
+#include "example.h"
+
+#include <cmath>
+
+using namespace qv::example;
+
+constexpr double degree = 3.14159265358979 / 180, latitude = 52.5 * degree, longitude = 13.4;
+constexpr double hour = 3600, day = 24 * hour;
+constexpr double new_year = 1704067200; // 2024 in UTC
+
+double declination(double time) {
+    return -23.44 * degree * std::cos(360 * degree * ((time - new_year) / day + 10) / 365.25);
+}
+
+double height_of_sun(double time) {
+    double const angle = ((time - new_year) / hour + longitude / 15 - 12) * 15 * degree;
+    double const sine = std::sin(latitude) * std::sin(declination(time))
+                        + std::cos(latitude) * std::cos(declination(time)) * std::cos(angle);
+    return std::asin(sine) / degree;
+}
+
+double hours_of_daylight(double time) {
+    return std::acos(-std::tan(latitude) * std::tan(declination(time))) / degree / 7.5;
+}
+
+void sun_graph(qv::qvGraph& page, std::string const& title, std::string const& y_title, qv::Color color) {
+    plain_graph(page, title, "", y_title);
+    page.SetSelectedAxis(0);
+    page.AxisTime(true);
+    page.AxisTimeZone("Europe/Berlin");
+    line(page, title, color);
+}
+
+void draw(qv::qvGraph& page) {
+    sun_graph(page, "The sun over Berlin at the end of March 2024", "degrees", orange);
+    page.GraphPosition({0, 0, 100, 50});
+    double const saturday = new_year + 89 * day - hour; // midnight in Berlin
+    for (double time = saturday; time <= saturday + 71 * hour; time += hour / 6)
+        page.AddDataPoint(time, height_of_sun(time));
+    sun_graph(page, "Hours of daylight", "hours", blue);
+    page.GraphPosition({0, 50, 100, 50});
+    for (double time = new_year; time <= new_year + 550 * day; time += day)
+        page.AddDataPoint(time, hours_of_daylight(time));
+}
+
+int main(int argc, char** argv) {
+    return run(argc, argv, "time_axis", draw);
+}
