@@ -21,7 +21,7 @@ FLOORS = [
     ("render", "clsGradient.h"),
     ("interact", "Outline.h"),
     ("gradient_picker", "GradientChoice.h qvGradient.h qvGradientForm2.h"),
-    ("control", "looks.h styles.h members.inc qvGraph.h"),
+    ("control", "looks.h styles.h members.inc handle.h options.h handles.h qvGraph.h"),
     ("hosts", "HeadlessHost.h QvGraphWidget.h page_file.h"),
 ]
 FOLDERS = [folder for folder, _ in FLOORS]

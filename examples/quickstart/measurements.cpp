@@ -22,13 +22,13 @@ int main() {
 
     qv::headless::HeadlessHost host({800, 500});
     qv::qvGraph& page = host.control();
-    page.NewGraph("A day", 0, 24); // the x axis is fixed, the y axis finds its range
-    page.NewDataSet("inside");
-    page.DataLine({.Color = 0x3C3CC8, .Thickness = 2});
-    page.AddDataPoints(hours, inside); // whole columns at once
-    page.NewDataSet("outside");
-    page.DataLine({.Color = 0xA86426, .Thickness = 2});
-    page.AddDataPoints(hours, outside);
+    auto graph = page.graph("A day");
+    graph.x_axis({.title = "hour", .from = 0, .to = 24}); // fixed; the y axis finds its range
+    graph.y_axis({.title = "°C"});
+    auto warm = graph.line("inside", {.color = 0x3C3CC8, .symbol = 3, .line_thickness = 2});
+    auto cold = graph.line("outside", {.color = 0xA86426, .symbol = 4, .line_thickness = 2});
+    warm.add(hours, inside); // whole columns at once
+    cold.add(hours, outside);
     page.Refresh();
     host.save("day.png");
 }

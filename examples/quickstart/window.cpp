@@ -18,11 +18,9 @@ int main(int argc, char** argv) {
     widget.resize(800, 500);
 
     qv::qvGraph& page = widget.control();
-    page.NewGraph("A damped oscillation");
-    page.NewDataSet("amplitude");
-    page.DataSymbol(0);
-    page.DataLine({.Color = 0xB45A1E, .Thickness = 2});
-    for (double t = 0; t <= 10; t += 0.01) page.AddDataPoint(t, std::exp(-t / 4) * std::cos(5 * t));
+    auto graph = page.graph("A damped oscillation");
+    auto line = graph.line("amplitude", {.color = 0xB45A1E, .line_thickness = 2});
+    for (double t = 0; t <= 10; t += 0.01) line.add(t, std::exp(-t / 4) * std::cos(5 * t));
     page.Refresh();
 
     widget.show();

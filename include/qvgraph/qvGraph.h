@@ -9,6 +9,7 @@
 
 #include "qvgraph/checked.h"
 #include "qvgraph/export.h"
+#include "qvgraph/handles.h"
 #include "qvgraph/owned.h"
 #include "qvgraph/styles.h"
 #include "qvgraph/variant.h"
@@ -19,6 +20,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qv {
 
@@ -126,6 +128,18 @@ public:
     std::string Version() const; ///< the version's text
     /// Discards all graphs; the page fill and AxisMarksInFront go back to their defaults.
     void Reset();
+    /// \}
+
+    /// \name Handles
+    /// Graphs with their axes and data sets as values of their own (handles.h), beside the members below, which
+    /// act on what is selected. They throw what fails.
+    /// \{
+
+    /// Lays a new graph over the others, with an x and a y axis. The current graph stays, if there is one.
+    GraphHandle graph(std::string_view name, GraphOptions const& options = {});
+    std::vector<GraphHandle> graphs(); ///< all, in the order of their numbers
+    /// The first graph of this name; an empty handle where there is none.
+    GraphHandle find_graph(std::string_view name);
     /// \}
 
     /// \name Graphs, axes and data sets

@@ -87,6 +87,10 @@ void show_function(DataSetSettings& set) {
     if (set.DataLineStyle == 0 || set.DataLineStyle == 2) set.DataLineStyle = 1;
 }
 
+bool has_shape(DataSet const& set) {
+    return set.DataSymbol >= first_shape && set.DataSymbol <= last_shape;
+}
+
 } // namespace
 
 std::int16_t cycled_shape(std::int16_t index) {
@@ -102,6 +106,23 @@ DataSetSettings automatic_style(ControlState const& state, Graph const& graph, s
     }
     color_data_set(style, index);
     return style;
+}
+
+std::int16_t next_shape(Graph const& graph) {
+    std::int16_t shape = first_shape;
+    for (DataSet const& set : graph.DataSets)
+        if (has_shape(set)) shape = symbol_after(set.DataSymbol);
+    return shape;
+}
+
+DataSet& append_data_set(ControlState& state, Graph& graph) {
+    auto const index = static_cast<std::int16_t>(to_i16(graph.DataSets.size() + 1) - 1);
+    DataSet& set = graph.DataSets.emplace_back();
+    set.points = PointStore(&state.column_pool);
+    start_series(state, set);
+    color_data_set(set, index);
+    dress(state, graph, set);
+    return set;
 }
 
 Graph* graph_with_data(ControlState& state) {

@@ -22,6 +22,12 @@ void NewDataSet(ControlState& state, std::string_view legend, bool in_legend_tab
 /// not above 0 means the first data set, which starts the series.
 void AutoDataStyle(ControlState& state, std::int16_t graph_index, std::int16_t data_index);
 
+/// The shape that tells symbols from those of the graph's data sets so far.
+std::int16_t next_shape(Graph const& graph);
+/// Appends a data set with the style of a graph's first, in the next colour, selecting nothing. Fault 6 when
+/// there are too many.
+DataSet& append_data_set(ControlState& state, Graph& graph);
+
 /// The current graph when it has a data set, else nullptr.
 Graph* graph_with_data(ControlState& state);
 

@@ -20,23 +20,6 @@ std::int16_t next_index(auto const& sequence) {
     return static_cast<std::int16_t>(count - 1);
 }
 
-void append_axis(ControlState& state, AxisKind kind, std::string_view name, double a1, double a2) {
-    Graph& graph = current_graph(state);
-    const std::int16_t index = next_index(graph.Axes);
-    Axis axis = fresh_axis(state, name, kind, a1, a2);
-    if (!name.empty()) mark_given(axis.given, Row::AxisTitle);
-    Axis& appended = graph.Axes.emplace_back(std::move(axis));
-    dress(state, graph, appended);
-    selected_index(graph, kind) = index;
-    raise_scale_changed(state);
-}
-
-/// Makes sure that appending one element cannot fail.
-template <class Element>
-void make_room(std::vector<Element>& list) {
-    if (list.size() == list.capacity()) list.reserve(std::max<std::size_t>(8, 2 * list.size()));
-}
-
 std::int16_t select_axis(ControlState& state, std::int16_t index) {
     Graph& graph = current_graph(state);
     if (index < 0 || index >= graph.NumAxes()) return -1;
@@ -66,36 +49,69 @@ void list_names(StableList<Element> const& elements, std::string Settings::*name
     names = std::move(list);
 }
 
+void select_new_axis(ControlState& state, AxisKind kind, std::string_view name, double a1, double a2) {
+    Graph& graph = current_graph(state);
+    Axis axis = fresh_axis(state, name, kind, a1, a2);
+    if (!name.empty()) mark_given(axis.given, Row::AxisTitle);
+    append_axis(state, graph, std::move(axis));
+    selected_index(graph, kind) = static_cast<std::int16_t>(graph.NumAxes() - 1);
+    raise_scale_changed(state);
+}
+
+/// Makes sure that appending one element cannot fail.
+template <class Element>
+void make_room(std::vector<Element>& list) {
+    if (list.size() == list.capacity()) list.reserve(std::max<std::size_t>(8, 2 * list.size()));
+}
+
 } // namespace
+
+std::unique_ptr<Graph> graph_with_axes(ControlState& state, StartRanges const& ranges) {
+    auto graph = std::make_unique<Graph>(fresh_graph(state.UnitsPerMmX, state.UnitsPerMmY));
+    graph->Axes.push_back(fresh_axis(state, "x-axis", AxisKind::X, ranges.x1, ranges.x2));
+    graph->Axes.push_back(fresh_axis(state, "y-axis", AxisKind::Y, ranges.y1, ranges.y2));
+    graph->SelectedYAxis = 1;
+    dress(state, *graph);
+    return graph;
+}
+
+std::int16_t append_graph(ControlState& state, std::unique_ptr<Graph> graph, std::string_view name) {
+    const std::int16_t index = next_index(state.Graphs);
+    std::string title(name);
+    make_room(state.Graphs);
+    make_room(state.GraphTitles);
+    make_room(state.GraphOrder);
+    state.Graphs.push_back(std::move(graph));
+    state.GraphTitles.push_back(std::move(title));
+    state.GraphOrder.push_back(index);
+    return index;
+}
+
+void tell_of_first_axes(ControlState& state) {
+    for (char const* const procedure : {"NewXAxis", "NewYAxis"})
+        trapped(state, procedure, [&] { raise_scale_changed(state); });
+}
+
+Axis& append_axis(ControlState& state, Graph& graph, Axis axis) {
+    next_index(graph.Axes);
+    Axis& appended = graph.Axes.emplace_back(std::move(axis));
+    dress(state, graph, appended);
+    return appended;
+}
 
 void NewGraph(ControlState& state, std::string_view name, StartRanges const& ranges) {
     trapped(state, "NewGraph", [&] {
-        const std::int16_t index = next_index(state.Graphs);
-        // A whole graph or, where that fails, none.
-        auto graph = std::make_unique<Graph>(fresh_graph(state.UnitsPerMmX, state.UnitsPerMmY));
-        graph->Axes.push_back(fresh_axis(state, "x-axis", AxisKind::X, ranges.x1, ranges.x2));
-        graph->Axes.push_back(fresh_axis(state, "y-axis", AxisKind::Y, ranges.y1, ranges.y2));
-        graph->SelectedYAxis = 1;
-        dress(state, *graph);
-        std::string title(name);
-        make_room(state.Graphs);
-        make_room(state.GraphTitles);
-        make_room(state.GraphOrder);
-        state.Graphs.push_back(std::move(graph));
-        state.GraphTitles.push_back(std::move(title));
-        state.GraphOrder.push_back(index);
-        state.CurrentGraph = index;
-        for (char const* const procedure : {"NewXAxis", "NewYAxis"})
-            trapped(state, procedure, [&] { raise_scale_changed(state); });
+        state.CurrentGraph = append_graph(state, graph_with_axes(state, ranges), name);
+        tell_of_first_axes(state);
     });
 }
 
 void NewXAxis(ControlState& state, std::string_view name, double a1, double a2) {
-    trapped(state, "NewXAxis", [&] { append_axis(state, AxisKind::X, name, a1, a2); });
+    trapped(state, "NewXAxis", [&] { select_new_axis(state, AxisKind::X, name, a1, a2); });
 }
 
 void NewYAxis(ControlState& state, std::string_view name, double a1, double a2) {
-    trapped(state, "NewYAxis", [&] { append_axis(state, AxisKind::Y, name, a1, a2); });
+    trapped(state, "NewYAxis", [&] { select_new_axis(state, AxisKind::Y, name, a1, a2); });
 }
 
 void ClearGraphData(ControlState& state) {
@@ -103,6 +119,7 @@ void ClearGraphData(ControlState& state) {
         if (state.NumGraphs() == 0) return;
         Graph& graph = current_graph(state);
         state.point_target = {};
+        state.handle_anchor.discard_handles();
         graph.DataSets.clear();
         graph.SelectedDataSet = 0;
         graph.NumPoints = 0;

@@ -5,6 +5,8 @@
 #include "control/document_names.h"
 #include "qvgraph/variant.h"
 
+#include <memory>
+#include <string>
 #include <string_view>
 
 namespace qv::control {
@@ -13,6 +15,15 @@ namespace qv::control {
 struct StartRanges {
     double x1 = 0, x2 = 0, y1 = 0, y2 = 0;
 };
+
+/// A graph as NewGraph makes it.
+std::unique_ptr<Graph> graph_with_axes(ControlState& state, StartRanges const& ranges);
+/// Lays a graph over the others and returns its number; where that fails, nothing is done.
+std::int16_t append_graph(ControlState& state, std::unique_ptr<Graph> graph, std::string_view name);
+/// Raises what a new graph's two axes raise.
+void tell_of_first_axes(ControlState& state);
+/// Appends an axis, selecting nothing.
+Axis& append_axis(ControlState& state, Graph& graph, Axis axis);
 
 /// Appends a graph with an x axis and a y axis; it becomes the current one and stands in front.
 void NewGraph(ControlState& state, std::string_view name, StartRanges const& ranges);

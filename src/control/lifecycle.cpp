@@ -24,6 +24,7 @@ void discard_graphs(ControlState& state) {
     state.Graphs.clear();
     state.GraphTitles.clear();
     state.GraphOrder.clear();
+    state.handle_anchor.discard_handles();
     state.point_target = {};
     state.CurrentGraph = 0;
     state.MouseGraph = state.BarsGraph = -1;

@@ -82,9 +82,19 @@ PointAxes selected_axes(Graph& graph) {
     return {&selected_x_axis(graph), &selected_y_axis(graph)};
 }
 
+/// The axes that a data set lies on.
+QV_EVERY_POINT PointAxes own_axes(Graph& graph, DataSet const& set) {
+    return {&at(graph.Axes, set.xAxisIndex, "axis"), &at(graph.Axes, set.yAxisIndex, "axis")};
+}
+
 DataSet& numbered_data_set(Graph& graph, std::int16_t number) {
     bool const named = number >= 1 && static_cast<std::size_t>(number) <= graph.DataSets.size();
     return named ? graph.DataSets[static_cast<std::size_t>(number) - 1] : graph.DataSets.back();
+}
+
+QV_EVERY_POINT void hold_latest(Graph& graph, DataSet& set) {
+    if (set.points_kept != 0 && set.points.size() > set.points_kept)
+        drop_oldest(graph, set, set.points.size() - set.points_kept);
 }
 
 void check_room(Graph const& graph, std::size_t added) {
@@ -116,12 +126,13 @@ void remember(ControlState& state, Graph& graph, PointAxes const& axes, PointSto
     });
     if (!graph) return;
     check_room(*graph, 1);
-    PointStore& points = numbered_data_set(*graph, data_set).points;
-    points.append(point);
+    DataSet& set = numbered_data_set(*graph, data_set);
+    set.points.append(point);
     ++graph->NumPoints;
+    hold_latest(*graph, set);
     if (!axes) return;
     axes.begin(point.X, point.Y);
-    remember(state, *graph, axes, points, data_set);
+    if (set.points_kept == 0) remember(state, *graph, axes, set.points, data_set);
     if (axes.extend(point.X, point.Y)) raise_scale_changed(state);
 }
 
@@ -138,13 +149,26 @@ bool extend_all(PointAxes const& axes, PointColumns const& points, std::size_t f
     return changed;
 }
 
-void check_lengths(PointColumns const& points) {
+void check_lengths(std::string_view procedure, PointColumns const& points) {
     if (points.y.size() == points.x.size() && (points.e.empty() || points.e.size() == points.x.size()))
         return;
     raise_fault(FaultNumber::InvalidProcedureCall,
-                "AddDataPoints needs columns of one length, but x has " + std::to_string(points.x.size())
-                    + ", y " + std::to_string(points.y.size()) + " and e " + std::to_string(points.e.size())
-                    + " values. Nothing was added.");
+                std::string(procedure) + " needs columns of one length, but x has "
+                    + std::to_string(points.x.size()) + ", y " + std::to_string(points.y.size()) + " and e "
+                    + std::to_string(points.e.size()) + " values. Nothing was added.");
+}
+
+/// `axes_of` gives the graph's axes to be widened.
+void add_columns(ControlState& state, Graph& graph, DataSet& set, PointColumns const& points, auto axes_of) {
+    const std::size_t first = first_finite(points);
+    const PointAxes axes = first < points.x.size() ? axes_of(graph) : PointAxes();
+    check_room(graph, points.x.size());
+    set.points.append(points.x, points.y, points.e);
+    graph.NumPoints += static_cast<std::int32_t>(points.x.size());
+    hold_latest(graph, set);
+    if (!axes) return;
+    axes.begin(points.x[first], points.y[first]);
+    if (extend_all(axes, points, first)) raise_scale_changed(state);
 }
 
 } // namespace
@@ -161,17 +185,38 @@ void AddDataPoint(ControlState& state, double x, double y, double e, std::int16_
 }
 
 void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t data_set) {
-    check_lengths(points);
-    Graph* const graph = graph_with_data(state);
-    if (!graph) return;
-    const std::size_t first = first_finite(points);
-    const PointAxes axes = first < points.x.size() ? selected_axes(*graph) : PointAxes();
-    check_room(*graph, points.x.size());
-    numbered_data_set(*graph, data_set).points.append(points.x, points.y, points.e);
-    graph->NumPoints += static_cast<std::int32_t>(points.x.size());
-    if (!axes) return;
-    axes.begin(points.x[first], points.y[first]);
-    if (extend_all(axes, points, first)) raise_scale_changed(state);
+    check_lengths("AddDataPoints", points);
+    if (Graph* const graph = graph_with_data(state))
+        add_columns(state, *graph, numbered_data_set(*graph, data_set), points, selected_axes);
+}
+
+void add_points_to(ControlState& state, Graph& graph, DataSet& set, PointColumns const& points) {
+    check_lengths("add", points);
+    add_columns(state, graph, set, points, [&set](Graph& its) { return own_axes(its, set); });
+}
+
+void add_point_to(ControlState& state, Graph& graph, DataSet& set, PointEntry const& point) {
+    const PointAxes axes = own_axes(graph, set);
+    if (graph.NumPoints == most_points) raise_fault(FaultNumber::Overflow);
+    bool const plain = point.E == 0 && point.DataID.empty();
+    if (!plain || !set.points.append_plain(point.X, point.Y)) set.points.append(point);
+    ++graph.NumPoints;
+    hold_latest(graph, set);
+    if (!is_finite(point.X, point.Y)) return;
+    axes.begin(point.X, point.Y);
+    if (axes.extend(point.X, point.Y)) raise_scale_changed(state);
+}
+
+void drop_oldest(Graph& graph, DataSet& set, std::size_t count) {
+    const std::size_t before = set.points.size();
+    set.points.drop_oldest(count);
+    graph.NumPoints -= static_cast<std::int32_t>(before - set.points.size());
+}
+
+void keep_latest(ControlState& state, Graph& graph, DataSet& set, std::size_t count) {
+    state.point_target = {}; // whose short way holds nothing
+    set.points_kept = count;
+    hold_latest(graph, set);
 }
 
 void DropDataPoints(ControlState& state, std::int32_t count, std::int16_t data_set) {
@@ -181,10 +226,7 @@ void DropDataPoints(ControlState& state, std::int32_t count, std::int16_t data_s
                         "DropDataPoints cannot drop a negative number of points.");
         Graph* const graph = graph_with_data(state);
         if (!graph) return;
-        PointStore& points = numbered_data_set(*graph, data_set).points;
-        const std::size_t before = points.size();
-        points.drop_oldest(static_cast<std::size_t>(count));
-        graph->NumPoints -= static_cast<std::int32_t>(before - points.size());
+        drop_oldest(*graph, numbered_data_set(*graph, data_set), static_cast<std::size_t>(count));
     });
 }
 

@@ -25,6 +25,15 @@ struct PointColumns {
 /// The same for many points, with at most one GraphScaleChanged. Unequal lengths are fault 5 and add nothing.
 void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t data_set);
 
+/// The same on a data set of any graph: its own axes widen, whatever is selected, and failures are thrown.
+/// Nothing of the document is touched any more once GraphScaleChanged is raised.
+void add_point_to(ControlState& state, Graph& graph, DataSet& set, PointEntry const& point);
+void add_points_to(ControlState& state, Graph& graph, DataSet& set, PointColumns const& points);
+/// Forgets the oldest points of a data set of this graph.
+void drop_oldest(Graph& graph, DataSet& set, std::size_t count);
+/// From now on the data set forgets all but this many points after each addition; 0: none.
+void keep_latest(ControlState& state, Graph& graph, DataSet& set, std::size_t count);
+
 /// Forgets the `count` oldest points of a data set (all when there are fewer). No axis changes. A negative
 /// count is fault 5.
 void DropDataPoints(ControlState& state, std::int32_t count, std::int16_t data_set);

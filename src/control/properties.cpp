@@ -80,32 +80,57 @@ void store(ControlState const& state, Field& field, Value const& value, Conversi
     }
 }
 
-// What a Let does after storing.
+// What a Let does after storing, told of the records that it is about or of the control.
 void nothing(ControlState&) {}
 
-void dress_axis(ControlState& state) {
-    redress(state, current_graph(state), selected_axis(state));
+void dress_axis(Records const& records) {
+    redress(*records.control, *records.graph, *records.axis);
 }
 
-void dress_data(ControlState& state) {
-    redress(state, current_graph(state), selected_data_set(state));
+void dress_data(Records const& records) {
+    redress(*records.control, *records.graph, *records.data);
 }
 
-void follow_mode(ControlState& state) {
-    scale::SetAxisScale(state);
+void follow_mode(Records const& records) {
+    scale::SetAxisScale(*records.axis);
 }
 
 // The host has said where it stands.
-void place_legend(ControlState& state) {
-    Graph& graph = current_graph(state);
-    graph.LegendPlace = 0;
-    mark_given(graph.given, Row::LegendPlace);
+void place_legend(Records const& records) {
+    records.graph->LegendPlace = 0;
+    mark_given(records.graph->given, Row::LegendPlace);
 }
 
-void fix_range(ControlState& state) {
-    selected_axis(state).AxisScale = static_cast<std::uint8_t>(AxisMode::Fixed);
-    scale::SetAxisScale(state);
+void fix_range(Records const& records) {
+    records.axis->AxisScale = static_cast<std::uint8_t>(AxisMode::Fixed);
+    scale::SetAxisScale(*records.axis);
 }
+
+void follow(Records const& records, void (*then)(ControlState&)) {
+    then(*records.control);
+}
+void follow(Records const& records, void (*then)(Records const&)) {
+    then(records);
+}
+
+/// The records that are selected, as far as a property of a target is about them.
+namespace selected {
+Records control(ControlState& state) {
+    return {.control = &state};
+}
+Records graph(ControlState& state) {
+    return {.control = &state, .graph = &current_graph(state)};
+}
+Records page(ControlState& state) {
+    return graph(state);
+}
+Records axis(ControlState& state) {
+    return {.control = &state, .graph = &current_graph(state), .axis = &selected_axis(state)};
+}
+Records data(ControlState& state) {
+    return {.control = &state, .graph = &current_graph(state), .data = &selected_data_set(state)};
+}
+} // namespace selected
 
 /// The value inside a checked parameter, or the text or variant itself.
 template <class Kind, class Argument>
@@ -192,15 +217,21 @@ std::span<RecordRow const> record_rows() {
 namespace property {
 
 #define QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_)                                     \
+    kind::kind_::value of::name(ControlState const& state, record::target_ const& record) {                  \
+        return read<kind::kind_::value>(state, record.field_, conversion_);                                  \
+    }                                                                                                        \
     kind::kind_::value name(ControlState const& state) {                                                     \
-        return read<kind::kind_::value>(state, target::target_(state).field_, conversion_);                  \
+        return of::name(state, target::target_(state));                                                      \
     }
 #define QV_PROPERTY(name, kind_, target_, field_, conversion_, then_)                                        \
     QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_)                                         \
+    void of::name(Records const& records, kind::kind_::argument value) {                                     \
+        store(*records.control, target::target_(records).field_, value_of<kind::kind_>(value), conversion_); \
+        mark_given(given_to::target_(records), Row::name);                                                   \
+        follow(records, then_);                                                                              \
+    }                                                                                                        \
     void name(ControlState& state, kind::kind_::argument value) {                                            \
-        store(state, target::target_(state).field_, value_of<kind::kind_>(value), conversion_);              \
-        mark_given(given_to::target_(state), Row::name);                                                     \
-        then_(state);                                                                                        \
+        of::name(selected::target_(state), value);                                                           \
     }
 #include "control/properties.def"
 

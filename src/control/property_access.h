@@ -1,6 +1,7 @@
 // Properties as functions of the state, one overloaded pair a row of properties.def:
 // property::AxisColor(state) reads, property::AxisColor(state, value) stores with the row's conversion and
-// does what follows from it. A missing graph, axis or data set is fault 9, a value that does not fit fault 6.
+// does what follows from it, on what is selected; property::of::AxisColor(records, value) on any axis. A
+// missing graph, axis or data set is fault 9, a value that does not fit fault 6.
 #pragma once
 
 #include "control/document_names.h"
@@ -62,13 +63,28 @@ auto& control(auto& state) {
 }
 } // namespace target
 
+/// Their types.
+namespace record {
+using axis = Axis;
+using graph = Graph;
+using data = DataSet;
+using page = FillSpec;
+using control = ControlState;
+} // namespace record
+
 namespace property {
 
 #define QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_)                                     \
-    kind::kind_::value name(ControlState const& state);
-#define QV_PROPERTY(name, kind_, target_, field_, conversion_, then_)                                        \
     kind::kind_::value name(ControlState const& state);                                                      \
-    void name(ControlState& state, kind::kind_::argument value);
+    namespace of {                                                                                           \
+    kind::kind_::value name(ControlState const& state, record::target_ const& record);                       \
+    }
+#define QV_PROPERTY(name, kind_, target_, field_, conversion_, then_)                                        \
+    QV_READ_ONLY_PROPERTY(name, kind_, target_, field_, conversion_)                                         \
+    void name(ControlState& state, kind::kind_::argument value);                                             \
+    namespace of {                                                                                           \
+    void name(Records const& records, kind::kind_::argument value);                                          \
+    }
 #include "control/properties.def"
 
 /// Renames the current graph.

@@ -18,15 +18,16 @@ void GetAxisRange(ControlState const& state, double& a1, double& a2) {
     a2 = axis.AxisValue2;
 }
 
+void set_ticks(Axis& axis, std::span<double const> major, std::span<double const> minor) {
+    auto const finite = [](double value) { return std::isfinite(value); };
+    if (!std::ranges::all_of(major, finite) || !std::ranges::all_of(minor, finite))
+        raise_fault(FaultNumber::InvalidProcedureCall, "A tick's value must be finite");
+    axis.major_tick_values.assign(major.begin(), major.end());
+    axis.minor_tick_values.assign(minor.begin(), minor.end());
+}
+
 void SetAxisTicks(ControlState& state, std::span<double const> major, std::span<double const> minor) {
-    trapped(state, "SetAxisTicks", [&] {
-        Axis& axis = selected_axis(state);
-        auto const finite = [](double value) { return std::isfinite(value); };
-        if (!std::ranges::all_of(major, finite) || !std::ranges::all_of(minor, finite))
-            raise_fault(FaultNumber::InvalidProcedureCall, "A tick's value must be finite");
-        axis.major_tick_values.assign(major.begin(), major.end());
-        axis.minor_tick_values.assign(minor.begin(), minor.end());
-    });
+    trapped(state, "SetAxisTicks", [&] { set_ticks(selected_axis(state), major, minor); });
 }
 
 void SetTooltip(ControlState& state, std::string_view tooltip) {

@@ -10,9 +10,11 @@ namespace qv::control {
 
 /// The range drawn of the selected axis. Not trapped: fault 9 without one.
 void GetAxisRange(ControlState const& state, double& a1, double& a2);
-/// Where the selected axis has its ticks, in the order of their labels; without major ones it is divided
-/// evenly again. Labels follow the axis's format or, on an axis with text labels, come one a major tick.
-/// Values that are not finite are fault 5 and change nothing.
+/// Where an axis has its ticks, in the order of their labels; without major ones it is divided evenly again.
+/// Labels follow the axis's format or, on an axis with text labels, come one a major tick. Values that are
+/// not finite are fault 5 and change nothing.
+void set_ticks(Axis& axis, std::span<double const> major, std::span<double const> minor);
+/// The same for the selected axis.
 void SetAxisTicks(ControlState& state, std::span<double const> major, std::span<double const> minor);
 /// The text shown when the pointer rests on the page. Not trapped.
 void SetTooltip(ControlState& state, std::string_view tooltip);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/fault_report.h"
+#include "document/handle_anchor.h"
 #include "document/interaction.h"
 #include "document/records.h"
 #include "qvgraph/ChildControls.h"
@@ -101,6 +102,7 @@ struct ControlState : PageSettings {
     std::vector<std::int16_t> GraphOrder; // back to front
     PointTarget point_target;
     std::int16_t NumGraphs() const { return static_cast<std::int16_t>(Graphs.size()); }
+    AnchorOfPage handle_anchor;
     /// \}
 
     /// \name Switches of the host

@@ -168,6 +168,7 @@ struct DataSetSettings : GraphText {
 
 struct DataSet : DataSetSettings {
     PointStore points;
+    std::size_t points_kept = 0; // older ones are forgotten; 0: none is
     mutable CurveMemory curve; // written by drawing
 
     std::int32_t DataSetPointCount() const { return static_cast<std::int32_t>(points.size()); }

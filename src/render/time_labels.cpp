@@ -80,10 +80,8 @@ std::optional<std::vector<PlacedTick>> place_time_ticks(document::Graph const& g
         added.kind = tick.is_major ? TickKind::Major : TickKind::Minor;
         added.value = tick.value;
         added.has_room = true;
-        if (!tick.label.empty() && axis.AxisShowLabels) {
-            added.label = tick.label;
-            added.label_size = text_block(surface, tick.label);
-        }
+        added.label = tick.label;
+        added.label_is_ours = axis.AxisTextLabels.empty();
     }
     return placed;
 }

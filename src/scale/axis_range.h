@@ -26,7 +26,7 @@ void auto_scale(AxisRange& range);
 /// The same as a procedure of a control: a failure is reported and leaves what was already rewritten.
 void AutoScale(document::ControlState& state, AxisRange& range);
 
-/// Sets the full range of the current graph's selected axis from its range mode.
-void SetAxisScale(document::ControlState& state);
+/// Sets an axis's full range from its range mode.
+void SetAxisScale(document::Axis& axis);
 
 } // namespace qv::scale

@@ -60,17 +60,16 @@ TEST_CASE("frame positions round halves to even and overflow is reported") {
     CHECK(control.errors()[0] == "Error 6 has occured in qvGraph.ocx, CalcBorders: Overflow");
 }
 
-TEST_CASE("the full range follows the range mode of the selected axis") {
+TEST_CASE("the full range follows the range mode of an axis") {
     for (auto const& [mode, low, high] :
          {std::tuple(0, 1.0, 2.0), {1, 3.0, 4.0}, {2, 3.0, 4.0}, {7, 5.0, 6.0}}) {
         Fixture control;
-        control.graph().SelectedAxis = 1;
         document::Axis& axis = control.y_axis();
         axis.AxisScale = static_cast<std::uint8_t>(mode);
         std::tie(axis.DataMin, axis.DataMax) = std::pair(1, 2);
         std::tie(axis.AxisValue1, axis.AxisValue2) = std::pair(3, 4);
         std::tie(axis.ScaleMin, axis.ScaleMax) = std::pair(5, 6);
-        SetAxisScale(control.state);
+        SetAxisScale(axis);
         CHECK(axis.ScaleMin == low);
         CHECK(axis.ScaleMax == high);
     }
