@@ -78,13 +78,15 @@ struct PointAxes {
     }
 };
 
-PointAxes selected_axes(Graph& graph) {
-    return {&selected_x_axis(graph), &selected_y_axis(graph)};
-}
-
 DataSet& numbered_data_set(Graph& graph, std::int16_t number) {
     bool const named = number >= 1 && static_cast<std::size_t>(number) <= graph.DataSets.size();
     return named ? graph.DataSets[static_cast<std::size_t>(number) - 1] : graph.DataSets.back();
+}
+
+PointAxes axes_to_widen(ControlState const& state, Graph& graph, std::int16_t data_set) {
+    if (!state.DataOwnAxes) return {&selected_x_axis(graph), &selected_y_axis(graph)};
+    DataSet const& set = numbered_data_set(graph, data_set);
+    return {&at(graph.Axes, set.xAxisIndex, "axis"), &at(graph.Axes, set.yAxisIndex, "axis")};
 }
 
 void check_room(Graph const& graph, std::size_t added) {
@@ -111,7 +113,7 @@ void remember(ControlState& state, Graph& graph, PointAxes const& axes, PointSto
     PointAxes axes;
     trapped(state, "AddDataPoint", [&] {
         Graph* const found = graph_with_data(state);
-        if (found && is_finite(point.X, point.Y)) axes = selected_axes(*found);
+        if (found && is_finite(point.X, point.Y)) axes = axes_to_widen(state, *found, data_set);
         graph = found;
     });
     if (!graph) return;
@@ -165,7 +167,7 @@ void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t
     Graph* const graph = graph_with_data(state);
     if (!graph) return;
     const std::size_t first = first_finite(points);
-    const PointAxes axes = first < points.x.size() ? selected_axes(*graph) : PointAxes();
+    const PointAxes axes = first < points.x.size() ? axes_to_widen(state, *graph, data_set) : PointAxes();
     check_room(*graph, points.x.size());
     numbered_data_set(*graph, data_set).points.append(points.x, points.y, points.e);
     graph->NumPoints += static_cast<std::int32_t>(points.x.size());

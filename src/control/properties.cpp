@@ -76,6 +76,12 @@ void nothing(ControlState&) {}
 
 void follow_mode(ControlState& state) {
     scale::SetAxisScale(state);
+    Axis& axis = selected_axis(state);
+    if (state.AutoFit && axis.has_mode(AxisMode::Automatic)) axis.AxisRescale = true;
+}
+
+void find_axes_anew(ControlState& state) {
+    state.point_target = {};
 }
 
 void fix_range(ControlState& state) {

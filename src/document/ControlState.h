@@ -56,6 +56,7 @@ struct PageSettings {
     bool ThinTickLabels = false; // leave out tick labels that would overlap
     bool Smooth = true;          // antialiased drawing
     bool AdaptiveCurves = false; // function curves true to a pixel, broken where they have gaps
+    bool AutoFit = false;        // automatic axes fit their data at each drawing
 
     bool operator==(PageSettings const&) const = default;
 };
@@ -65,6 +66,7 @@ struct PageGround {
     PageSettings settings;
     std::vector<Graph const*> graphs; // back to front; Picture2 holds all but the last
     PixelSize size;
+    std::vector<AxisRanges> linked; // of the linked axes on it
 
     bool operator==(PageGround const&) const = default;
 };
@@ -97,6 +99,7 @@ struct ControlState : PageSettings {
     /// \name Switches of the host
     /// \{
     bool SuppressRaisingEvents = false; // the others are settings of the page
+    bool DataOwnAxes = false;           // points widen the axes of their data set, not the selected ones
     /// \}
 
     /// \name Interaction and zoom
