@@ -456,7 +456,7 @@ TEST_CASE("linked axes follow new data and what the host sets, wherever it is") 
         person.page.AxisScaleStyle({.Value1 = 1, .Value2 = 2});
         person.page.Refresh();
         CHECK((shown(person.x_axis()) == Shown{3, 4}) != fits); // fitted to what the two show
-        person.wheel(person.in_lower(0.5, 0.5), -2); // behind the third: nothing there is in front
+        person.wheel(person.in_lower(0.5, 0.5), -2);            // behind the third: nothing there is in front
         CHECK(person.are_one());
         CHECK(person.heard.errors.empty());
     }
