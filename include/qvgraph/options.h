@@ -91,6 +91,9 @@ struct AxisOptions {
     std::optional<Checked<bool>> offset = {};
     /// AxisDP: Kept for hosts that store it; labels find their own number of decimals.
     std::optional<Checked<std::int16_t>> decimal_places = {};
+    /// AxisLink: A name; the axes of a page with the same one share their range, whoever moves it; empty for
+    /// none.
+    std::optional<std::string> link = {};
 };
 
 /// The properties of an axis, read without an argument and set with one.
@@ -213,6 +216,10 @@ public:
     /// AxisDP: Kept for hosts that store it; labels find their own number of decimals.
     std::int16_t decimal_places() const;
     void decimal_places(Checked<std::int16_t> value) const; ///< sets it
+    /// AxisLink: A name; the axes of a page with the same one share their range, whoever moves it; empty for
+    /// none.
+    std::string link() const;
+    void link(std::string_view value) const; ///< sets it
 };
 
 /// What the legend of a graph can be given, in this order; what is left out stays as it is.
@@ -335,6 +342,9 @@ struct GraphOptions {
     std::optional<Checked<bool>> show_xy = {};
     /// GraphAllowDragging: Whether a person can move and resize the graph.
     std::optional<Checked<bool>> allow_dragging = {};
+    /// KeepEqualUnits: Makes a unit of the first x axis as long on the page as one of the first y axis; the
+    /// axis with room to spare shows more.
+    std::optional<Checked<bool>> keep_equal_units = {};
     /// GraphTitleColor: Colour of the graph's title.
     std::optional<ColorValue> title_color = {};
     /// GraphTitleFont: Font of the graph's title.
@@ -424,6 +434,10 @@ public:
     /// GraphAllowDragging: Whether a person can move and resize the graph.
     bool allow_dragging() const;
     void allow_dragging(Checked<bool> value) const; ///< sets it
+    /// KeepEqualUnits: Makes a unit of the first x axis as long on the page as one of the first y axis; the
+    /// axis with room to spare shows more.
+    bool keep_equal_units() const;
+    void keep_equal_units(Checked<bool> value) const; ///< sets it
     /// GraphTitleColor: Colour of the graph's title.
     Color title_color() const;
     void title_color(ColorValue value) const; ///< sets it

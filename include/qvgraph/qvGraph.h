@@ -192,6 +192,9 @@ public:
                        Checked<std::int16_t> DataSet = 0);
     /// Forgets the Count oldest points of a data set, numbered as in AddDataPoint; no axis changes.
     void DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet = 0);
+    /// The automatic axes of the current graph show what its data sets show now, and Margin of that range
+    /// more at each end, but at the base of bars. Fault 5 for a Margin that is negative or not finite.
+    void FitAxes(double Margin = 0.05);
     /// Makes the newest data set a function of x; Fromx = Tox = 0 draws it along the whole x axis.
     void AddMathFunc(std::string_view MathFunc, double Fromx = 0, double Tox = 0);
     /// Defines a function, such as "f(a) = a^2", for the functions of all data sets; it stays until the

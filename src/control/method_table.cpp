@@ -194,6 +194,7 @@ std::vector<MethodRow> make_method_table() {
                                        {{"X"}, {"Y"}, {"E", 0.0}, {"DataSet", 0}, {"DataID", ""}}),
         plain_method<&Q::AddDataPoints>("AddDataPoints", {{"X"}, {"Y"}, {"E", NumberList()}, {"DataSet", 0}}),
         plain_method<&Q::DropDataPoints>("DropDataPoints", {{"Count"}, {"DataSet", 0}}),
+        plain_method<&Q::FitAxes>("FitAxes", {{"Margin", 0.05}}),
         plain_method<&Q::DefineFunction>("DefineFunction", {{"Text"}}),
         plain_method<&Q::CheckFormula>("CheckFormula", {{"MathFunc"}}),
         plain_method<&Q::AddMathFunc>("AddMathFunc", {{"MathFunc"}, {"Fromx", 0.0}, {"Tox", 0.0}}),

@@ -78,10 +78,6 @@ struct PointAxes {
     }
 };
 
-PointAxes selected_axes(Graph& graph) {
-    return {&selected_x_axis(graph), &selected_y_axis(graph)};
-}
-
 /// The axes that a data set lies on.
 QV_EVERY_POINT PointAxes own_axes(Graph& graph, DataSet const& set) {
     return {&at(graph.Axes, set.xAxisIndex, "axis"), &at(graph.Axes, set.yAxisIndex, "axis")};
@@ -95,6 +91,11 @@ DataSet& numbered_data_set(Graph& graph, std::int16_t number) {
 QV_EVERY_POINT void hold_latest(Graph& graph, DataSet& set) {
     if (set.points_kept != 0 && set.points.size() > set.points_kept)
         drop_oldest(graph, set, set.points.size() - set.points_kept);
+}
+
+PointAxes axes_to_widen(ControlState const& state, Graph& graph, std::int16_t data_set) {
+    if (!state.DataOwnAxes) return {&selected_x_axis(graph), &selected_y_axis(graph)};
+    return own_axes(graph, numbered_data_set(graph, data_set));
 }
 
 void check_room(Graph const& graph, std::size_t added) {
@@ -121,7 +122,7 @@ void remember(ControlState& state, Graph& graph, PointAxes const& axes, PointSto
     PointAxes axes;
     trapped(state, "AddDataPoint", [&] {
         Graph* const found = graph_with_data(state);
-        if (found && is_finite(point.X, point.Y)) axes = selected_axes(*found);
+        if (found && is_finite(point.X, point.Y)) axes = axes_to_widen(state, *found, data_set);
         graph = found;
     });
     if (!graph) return;
@@ -187,7 +188,8 @@ void AddDataPoint(ControlState& state, double x, double y, double e, std::int16_
 void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t data_set) {
     check_lengths("AddDataPoints", points);
     if (Graph* const graph = graph_with_data(state))
-        add_columns(state, *graph, numbered_data_set(*graph, data_set), points, selected_axes);
+        add_columns(state, *graph, numbered_data_set(*graph, data_set), points,
+                    [&](Graph& its) { return axes_to_widen(state, its, data_set); });
 }
 
 void add_points_to(ControlState& state, Graph& graph, DataSet& set, PointColumns const& points) {

@@ -10,9 +10,9 @@
 namespace qv::control {
 
 /// Appends a point to a data set, counted from 1; a number outside 1..NumDataSets means the newest one. The
-/// graph's selected axes widen to hold the point; one GraphScaleChanged tells when a range drawn did. A point
-/// with a coordinate that is not finite is kept but moves no axis.
-/// Failures up to the axes are reported through ErrorMsg, later ones thrown.
+/// graph's selected axes, with `DataOwnAxes` those of the data set, widen to hold the point; one
+/// GraphScaleChanged tells when a range drawn did. A point with a coordinate that is not finite is kept but
+/// moves no axis. Failures up to the axes are reported through ErrorMsg, later ones thrown.
 void AddDataPoint(ControlState& state, double x, double y, double e, std::int16_t data_set,
                   std::string_view data_id);
 

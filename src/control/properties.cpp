@@ -83,6 +83,10 @@ void store(ControlState const& state, Field& field, Value const& value, Conversi
 // What a Let does after storing, told of the records that it is about or of the control.
 void nothing(ControlState&) {}
 
+void find_axes_anew(ControlState& state) {
+    state.point_target = {};
+}
+
 void dress_axis(Records const& records) {
     redress(*records.control, *records.graph, *records.axis);
 }
@@ -93,6 +97,8 @@ void dress_data(Records const& records) {
 
 void follow_mode(Records const& records) {
     scale::SetAxisScale(*records.axis);
+    bool const fits = records.control->AutoFit && records.axis->has_mode(AxisMode::Automatic);
+    if (fits) records.axis->AxisRescale = true;
 }
 
 // The host has said where it stands.

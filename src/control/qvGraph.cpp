@@ -20,6 +20,7 @@
 #include "interact/scroll_handlers.h"
 #include "interact/zoom.h"
 #include "render/function_curve.h"
+#include "render/graph_ranges.h"
 #include "render/page_marks.h"
 #include "render/pipeline.h"
 
@@ -245,6 +246,10 @@ void qvGraph::AddDataPoints(std::span<double const> X, std::span<double const> Y
 
 void qvGraph::DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet) {
     control::DropDataPoints(*state_, Count, DataSet);
+}
+
+void qvGraph::FitAxes(double Margin) {
+    render::FitAxes(*state_, Margin);
 }
 
 void qvGraph::AddMathFunc(std::string_view MathFunc, double Fromx, double Tox) {

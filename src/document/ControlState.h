@@ -66,6 +66,7 @@ struct PageSettings {
     bool AdaptiveCurves = false; // function curves true to a pixel, broken where they have gaps
     bool RoundTicks = false;     // ticks at round values on every axis
     bool RichText = false;       // raised and lowered parts in the host's texts
+    bool AutoFit = false;        // automatic axes fit their data at each drawing
 
     bool operator==(PageSettings const&) const = default;
 };
@@ -75,6 +76,7 @@ struct PageGround {
     PageSettings settings;
     std::vector<Graph const*> graphs; // back to front; Picture2 holds all but the last
     PixelSize size;
+    std::vector<AxisRanges> linked; // of the linked axes on it
 
     bool operator==(PageGround const&) const = default;
 };
@@ -114,6 +116,7 @@ struct ControlState : PageSettings {
     bool TellFormulaErrors = false;
     std::set<std::string> told_formulas;       // that did not compile
     std::vector<std::string> formula_failures; // still to be told
+    bool DataOwnAxes = false;           // points widen the axes of their data set, not the selected ones
     /// \}
 
     /// \name Interaction and zoom

@@ -52,6 +52,8 @@ public:
     std::string_view data_id(std::size_t index) const;
     bool has_data_ids() const { return !data_ids_.empty(); }
     PointEntry entry(std::size_t index) const;
+    /// Whether points were dropped of it.
+    bool was_cut() const { return begin_ > 0; }
 
     /// Extents of the points whose X and Y are both finite. After points were dropped they may still span
     /// those.

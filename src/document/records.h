@@ -51,6 +51,26 @@ struct DrawnRange {
     bool round_ticks = false; // by the rule of RoundTicks
 };
 
+/// What an axis shows, and its full range.
+struct AxisRanges {
+    double AxisValue1 = 0;
+    double AxisValue2 = 0;
+    double ScaleMin = 0;
+    double ScaleMax = 0;
+
+    bool shows_all() const { return AxisValue1 == ScaleMin && AxisValue2 == ScaleMax; }
+    bool operator==(AxisRanges const&) const = default;
+};
+
+/// The ranges that an axis was to have, and those that it got so that units are equally long both ways.
+struct EvenedRanges {
+    AxisRanges asked;
+    AxisRanges evened;
+};
+
+/// What FitAxes leaves free at each end of a fitted axis when it is not told, a share of the range.
+constexpr double usual_fit_margin = 0.05;
+
 /// The scale on which the page shows an axis: a range, and where on the page it begins and how far it goes.
 struct ShownScale {
     double first = 0;
@@ -112,7 +132,19 @@ struct Axis {
     std::optional<DrawnRange> drawn;       // the last time, if it was automatic then
     std::optional<ShownScale> shown;       // by the last drawing
     GivenProperties given;
+    std::string AxisLink;                  // axes of a page with one name share their ranges; "" for none
+    std::optional<AxisRanges> linked;      // as they were shared last
+    std::optional<EvenedRanges> evened;    // where KeepEqualUnits has widened it
+    bool fitted = false;                   // its range is what the data reach, not a round one
+    double fit_margin = usual_fit_margin;  // of the last FitAxes
 
+    AxisRanges ranges() const { return {AxisValue1, AxisValue2, ScaleMin, ScaleMax}; }
+    void take_ranges(AxisRanges const& ranges) {
+        AxisValue1 = ranges.AxisValue1;
+        AxisValue2 = ranges.AxisValue2;
+        ScaleMin = ranges.ScaleMin;
+        ScaleMax = ranges.ScaleMax;
+    }
     bool has_mode(AxisMode mode) const { return AxisScale == static_cast<std::uint8_t>(mode); }
 };
 
@@ -243,6 +275,7 @@ struct GraphSettings {
     bool GraphAllowZoom = true;
     bool GraphShowXY = true;
     bool GraphAllowDragging = true;
+    bool KeepEqualUnits = false;  // a unit of the first x axis is as long as one of the first y axis
     float GraphTitleVShift = 0;   // millimetres
     float GraphTitleHShift = 0;   // millimetres
     bool margins_by_hand = false; // a person has dragged an edge of the plot area, or the legend

@@ -203,13 +203,6 @@ void draw_axis(ControlState& state, DrawSurface& surface, std::int16_t index, Ax
     surface.state.ForeColor = 0;
 }
 
-void set_axis_lengths(Graph& graph) {
-    auto const length = [](double size) { return to_i32(std::max(smallest_axis_length, size)); };
-    const document::Margins margins = graph.margins();
-    selected_x_axis(graph).AxisLength = length(frame_box(graph).width - margins.left - margins.right);
-    selected_y_axis(graph).AxisLength = length(frame_box(graph).height - margins.top - margins.bottom);
-}
-
 void draw_graph_title(ControlState& state, DrawSurface& surface, AxesPass pass) {
     Graph const& graph = current_graph(state);
     if (!graph.GraphShowTitle || graph.leaves_out(LeftOut::Title)) return;
@@ -233,13 +226,20 @@ void draw_axes_of_kind(ControlState& state, DrawSurface& surface, AxisKind kind,
     for (std::int16_t i = 0; i < graph.NumAxes() && is_current(state, graph); ++i) {
         Axis& axis = at(graph.Axes, i);
         if (axis.AxisXY != kind) continue;
-        axis.AxisLength = at(graph.Axes, selected_index(graph, kind)).AxisLength;
         (kind == AxisKind::X ? DrawXAxis : DrawYAxis)(state, surface, i, first, pass);
         first = false;
     }
 }
 
 } // namespace
+
+void set_axis_lengths(Graph& graph) {
+    auto const length = [](double size) { return to_i32(std::max(smallest_axis_length, size)); };
+    const document::Margins margins = graph.margins();
+    std::int32_t const across = length(frame_box(graph).width - margins.left - margins.right);
+    std::int32_t const down = length(frame_box(graph).height - margins.top - margins.bottom);
+    for (Axis& axis : graph.Axes) axis.AxisLength = axis.AxisXY == AxisKind::X ? across : down;
+}
 
 void GraphAxes(ControlState& state, DrawSurface& surface, AxesPass pass) {
     trapped(state, "GraphAxes", [&] {

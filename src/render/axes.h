@@ -17,6 +17,9 @@ enum class AxesPass {
 /// Leaves in `axes_reach` how far it all reaches out of the plot area.
 void GraphAxes(document::ControlState& state, DrawSurface& surface, AxesPass pass);
 
+/// All axes become as long as the plot area of the graph's frame.
+void set_axis_lengths(document::Graph& graph);
+
 /// Draws one axis; the first of its kind in a pass starts the stacks of its two sides anew. A hidden axis
 /// settles its range too.
 void DrawXAxis(document::ControlState& state, DrawSurface& surface, std::int16_t axis, bool first,

@@ -18,8 +18,14 @@ using document::Axis;
 using document::AxisMode;
 using document::ControlState;
 
+// Ranges that were settled before the drawing of the axis.
+bool is_settled_already(Axis const& axis) {
+    return axis.fitted || axis.evened || !axis.AxisLink.empty();
+}
+
 // An automatic axis without points shows the functions drawn on it, or 0..1. A zoomed one is left alone.
 void range_over_functions(ControlState& state, Axis& axis) {
+    if (is_settled_already(axis)) return;
     if (!axis.AxisNoData || axis.AxisValue1 != axis.ScaleMin || axis.AxisValue2 != axis.ScaleMax) return;
     document::Extent extent = extent_of_functions(state, axis.AxisXY);
     if (extent.empty() || !std::isfinite(extent.high - extent.low)) extent = {0, 1};
@@ -96,8 +102,8 @@ AxisSpan range_to_draw(ControlState& state, Axis& axis) {
     return {axis.AxisValue1, axis.AxisValue2};
 }
 
-// Announces a new range. What is being drawn goes on with its own graph, if a handler has left it; the page
-// is drawn anew where another graph has become current.
+} // namespace
+
 void announce_range(ControlState& state) {
     std::int16_t const index = state.CurrentGraph;
     document::Graph const& drawn = document::current_graph(state);
@@ -108,22 +114,26 @@ void announce_range(ControlState& state) {
         state.CurrentGraph = index;
 }
 
-} // namespace
-
-AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
+SettledRange settle_silently(ControlState& state, Axis& axis) {
     if (axis.AxisTime) axis.AxisLog = false;
     const AxisSpan range = range_to_draw(state, axis);
-    bool const rescaled = axis.AxisRescale;
-    if (rescaled) {
+    bool const is_new = axis.AxisRescale;
+    if (is_new) {
         axis.AxisValue1 = axis.ScaleMin = range.low;
         axis.AxisValue2 = axis.ScaleMax = range.high;
-        // Cleared before the event, so that a handler that draws finds the range settled.
-        axis.AxisRescale = false;
+        axis.AxisRescale = axis.fitted = false;
     }
     if (!(range.low > 0 && range.high > 0)) axis.AxisLog = false;
     remember_drawn(state, axis, range);
-    if (rescaled) announce_range(state);
-    return range;
+    return {range, is_new};
+}
+
+AxisSpan settle_axis_range(ControlState& state, Axis& axis) {
+    const SettledRange settled = settle_silently(state, axis);
+    if (settled.is_new && axis.linked) axis.linked = axis.ranges();
+    // Only now, so that a handler that draws finds the range settled.
+    if (settled.is_new) announce_range(state);
+    return settled.range;
 }
 
 AxisSpan settled_axis_range(Axis const& axis) {

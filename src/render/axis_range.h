@@ -10,6 +10,17 @@ struct AxisSpan {
     double high = 0;
 };
 
+/// Announces a range of the current graph that has changed. What is being drawn goes on with its own graph,
+/// if a handler has left it; the page is drawn anew where another graph has become current.
+void announce_range(document::ControlState& state);
+
+struct SettledRange {
+    AxisSpan range;
+    bool is_new = false;
+};
+/// The same as `settle_axis_range` for one who announces new ranges later.
+SettledRange settle_silently(document::ControlState& state, document::Axis& axis);
+
 /// Decides the range from the axis's mode, rounds automatic ones, stores a rescaled range and raises
 /// GraphScaleChanged, and clears AxisLog where the range is not wholly positive and on axes of time.
 AxisSpan settle_axis_range(document::ControlState& state, document::Axis& axis);

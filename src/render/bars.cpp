@@ -19,7 +19,6 @@ using document::DataSet;
 using document::Graph;
 using document::trapped;
 
-constexpr double half_width_share = 0.9; // of the symbol's half size
 constexpr double half_sample_length_mm = 1.5;
 constexpr double shadow_mm = 1;
 
@@ -43,7 +42,7 @@ void draw_face(ControlState& state, DrawSurface& surface, BarBox const& box, Dat
 } // namespace
 
 BarLayout::BarLayout(ControlState& state, DataPointPlace const& point)
-    : half_width_(half_width_share * point.half_size) {
+    : half_width_(half_width_of_bars(point.half_size)) {
     Graph& graph = current_graph(state);
     DataSet const& set = at(graph.DataSets, point.data_set);
     horizontal_ = set.BarHoriz;
@@ -69,7 +68,7 @@ BarBox BarLayout::box(Point place, BarBase base) const {
 void Bar(ControlState& state, DrawSurface& surface, DataPointPlace const& point) {
     trapped(state, "Bar", [&] {
         DataSet const& set = at(current_graph(state).DataSets, point.data_set);
-        const double half_width = half_width_share * point.half_size;
+        const double half_width = half_width_of_bars(point.half_size);
         const BarBox box = point.legend_sample ? sample_box(state, point.place, half_width, set.BarHoriz)
                                                : BarLayout(state, point).box(point.place, point.base);
         if (set.BarShadow) {

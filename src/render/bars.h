@@ -17,6 +17,12 @@ struct BarBox {
     double y2 = 0;
 };
 
+/// Twips, of a symbol of this half size.
+constexpr double half_width_of_bars(double half_size) {
+    constexpr double share = 0.9;
+    return share * half_size;
+}
+
 /// Where the bars of a data set lie on the page. A bar starts at its base value, on the bar below it, or
 /// beyond the plot area's edge, where the clip cuts it.
 class BarLayout {

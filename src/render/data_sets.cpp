@@ -5,6 +5,7 @@
 #include "document/trap.h"
 #include "render/areas.h"
 #include "render/bar_batch.h"
+#include "render/bar_stack.h"
 #include "render/data_line.h"
 #include "render/function_curve.h"
 #include "render/pen.h"
@@ -27,17 +28,6 @@ using document::DataSet;
 using document::Graph;
 using document::PointBlock;
 using document::trapped;
-
-// Ends of the bars drawn last, by position in their data set, in data values.
-struct BarStack {
-    std::vector<BarBase> ends;
-    std::size_t position = 0;
-
-    BarBase& here() {
-        if (position >= ends.size()) ends.resize(position + 1);
-        return ends[position];
-    }
-};
 
 struct Plotting {
     ControlState& state;
@@ -75,23 +65,6 @@ void draw_line(Plotting& plotting, DataSet const& set) {
     case line_outlined_area: draw_area(surface, set, mapping, set.DataLineStyle == line_outlined_area); break;
     default: draw_data_line(surface, set.points, mapping);
     }
-}
-
-/// A bar's end and where it begins, in data values.
-struct StackedBar {
-    Point end;
-    BarBase base;
-    bool is_finite() const { return std::isfinite(end.x) && std::isfinite(end.y); }
-};
-
-/// Puts a bar onto the one below it and leaves its end for the next data set.
-StackedBar stacked(BarStack& stack, DataSet const& set, Point value) {
-    StackedBar bar{value, stack.here()};
-    if (set.BarStacked) (set.BarHoriz ? bar.end.x : bar.end.y) += set.BarHoriz ? bar.base.x : bar.base.y;
-    // A bar that is not drawn leaves the one below it to stand on.
-    if (bar.is_finite()) stack.here() = {bar.end.x, bar.end.y};
-    ++stack.position;
-    return bar;
 }
 
 // Error bars and texts belong to single points.

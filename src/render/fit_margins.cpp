@@ -2,6 +2,7 @@
 
 #include "document/selection.h"
 #include "render/axes.h"
+#include "render/graph_ranges.h"
 #include "render/legend.h"
 #include "render/legend_place.h"
 #include "render/plot_geometry.h"
@@ -47,9 +48,11 @@ bool about_equal(Margins const& one, Margins const& other) {
 
 // What axes, labels and titles need of the current graph, with its margins as they are.
 Margins needed_now(ControlState& state, DrawSurface& surface) {
-    scale::CalcBorders(state);
-    GraphAxes(state, surface, AxesPass::Measured);
     Graph const& graph = current_graph(state);
+    scale::CalcBorders(state);
+    settle_graph(state);
+    if (!is_current(state, graph)) return graph.fitting.needed;
+    GraphAxes(state, surface, AxesPass::Measured);
     auto const room = [&](float reach, double units_per_mm, std::int32_t frame) {
         double const wanted = reach <= 0 ? 0 : reach + edge_room_mm * units_per_mm;
         return static_cast<float>(std::min(std::ceil(wanted), most_margin_share * frame));

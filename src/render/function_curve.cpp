@@ -131,10 +131,6 @@ std::vector<Point> sample_adaptively(ControlState& state, Interval const& interv
     return sample_curve(evaluate, {mapping, interval.from, interval.to, twips_per_pixel});
 }
 
-bool has_curve(DataSet const& set) {
-    return !set.DataHide && !set.MathFunc.empty() && set.DataLineStyle != 0;
-}
-
 void include_values(ControlState& state, DataSet const& set, document::Extent& extent) {
     Graph& graph = document::current_graph(state);
     Axis const& x_axis = at(graph.Axes, set.xAxisIndex);
@@ -145,6 +141,12 @@ void include_values(ControlState& state, DataSet const& set, document::Extent& e
         if (std::isfinite(value)) extent.include(value);
 }
 
+} // namespace
+
+bool has_curve(DataSet const& set) {
+    return !set.DataHide && !set.MathFunc.empty() && set.DataLineStyle != 0;
+}
+
 void include_interval(DataSet const& set, document::Extent& extent) {
     if (set.MathFuncX1 == 0 && set.MathFuncX2 == 0) return;
     if (!std::isfinite(set.MathFuncX1) || !std::isfinite(set.MathFuncX2)) return;
@@ -152,7 +154,19 @@ void include_interval(DataSet const& set, document::Extent& extent) {
     extent.include(set.MathFuncX2);
 }
 
-} // namespace
+std::vector<double> values_over_full_range(ControlState& state, DataSet const& set, Axis const& x_axis) {
+    constexpr int samples = 500;
+    Axis whole = x_axis;
+    whole.AxisValue1 = x_axis.ScaleMin;
+    whole.AxisValue2 = x_axis.ScaleMax;
+    const Interval interval = interval_of(set, whole);
+    if (lies_beside(interval, whole) || !compile(state, set.MathFunc)) return {};
+    std::vector<double> x, y;
+    for_each_x(interval, samples, whole.AxisLog, [&](double value) { x.push_back(value); });
+    y.resize(x.size());
+    evaluate_over(state, x, y);
+    return y;
+}
 
 qvExpression& evaluator(ControlState& state) {
     if (!state.Evaluator) state.Evaluator = std::make_unique<qvExpression>();

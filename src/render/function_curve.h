@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qv::render {
 
@@ -32,6 +33,15 @@ void tell_formula_failures(document::ControlState& state);
 /// and broken where it has gaps, else it has one sample a millimetre.
 void draw_function(document::ControlState& state, DrawSurface& surface, document::DataSet const& set,
                    LineMapping const& mapping);
+
+/// Whether a data set shows the curve of a function.
+bool has_curve(document::DataSet const& set);
+/// Takes in the ends of a function that has ends of its own.
+void include_interval(document::DataSet const& set, document::Extent& extent);
+/// Values of a function all along the full range of its x axis, whatever is shown of it; not-a-number where
+/// it fails, none where it does not compile.
+std::vector<double> values_over_full_range(document::ControlState& state, document::DataSet const& set,
+                                           document::Axis const& x_axis);
 
 /// What the functions drawn on the graph's selected axis of a kind need to be seen: on an x axis their
 /// intervals, on a y axis their values. Empty when there is no such function.

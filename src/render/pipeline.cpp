@@ -7,6 +7,7 @@
 #include "render/data_sets.h"
 #include "render/fit_margins.h"
 #include "render/gradient.h"
+#include "render/graph_ranges.h"
 #include "render/legend.h"
 #include "render/legend_on_page.h"
 #include "render/page_marks.h"
@@ -91,7 +92,7 @@ bool is_there(ControlState const& state, std::int16_t index, Graph const& graph)
 }
 
 document::PageGround ground_now(ControlState const& state) {
-    document::PageGround ground{state, {}, state.GraphImage->GetClientRect()};
+    document::PageGround ground{state, {}, state.GraphImage->GetClientRect(), linked_ranges_behind(state)};
     for (std::int16_t const index : state.GraphOrder) ground.graphs.push_back(at(state.Graphs, index).get());
     return ground;
 }
@@ -106,14 +107,16 @@ void compose_ground(ControlState& state) {
         DrawGraph(state, *state.GraphImage, state.GraphOrder[i]);
     copy_page(*state.Picture2, *state.GraphImage);
     // Not kept when a part has failed, or a handler has changed the graphs meanwhile.
-    if (state.failures == failures && ground_now(state).graphs == ground.graphs)
-        state.ground = std::move(ground);
+    document::PageGround const now = ground_now(state);
+    if (state.failures != failures || now.graphs != ground.graphs) return;
+    ground.linked = now.linked; // round ranges are found while axes are drawn
+    state.ground = std::move(ground);
 }
 
 // One graph can be drawn on what lies behind it only while that is what would be drawn there now.
 bool has_ground_of(ControlState const& state, std::int16_t index) {
     return state.ground && !state.GraphOrder.empty() && state.GraphOrder.back() == index
-           && *state.ground == ground_now(state);
+           && *state.ground == ground_now(state) && are_links_settled_behind(state);
 }
 
 // The front graph on the ground, and the page shown. A legend in front of the data is left out on GraphImage,
@@ -155,6 +158,11 @@ void refresh_once(ControlState& state, std::int16_t which, bool legend_on_page) 
     const RestoreScope refreshing(state.Refreshing, true);
     for (auto const* surface : {&state.Picture1, &state.GraphImage, &state.Picture2})
         (*surface)->state.Smooth = state.Smooth;
+    settle_linked_graphs(state);
+    if (state.Graphs.empty()) { // a handler has emptied the page
+        state.refresh_asked_meanwhile = true;
+        return;
+    }
     if (which >= state.NumGraphs()) return;
     Graph const* const asked = which < 0 ? nullptr : at(state.Graphs, which).get();
     state.legend_on_page.reset();
@@ -260,6 +268,8 @@ void DrawGraph(ControlState& state, DrawSurface& surface, std::int16_t index, Fr
         // Decided once: a handler that changes its mind meanwhile would have a part drawn twice, or never.
         bool const legend_in_front = graph.LegendInFront, marks_in_front = state.AxisMarksInFront;
         scale::CalcBorders(state);
+        settle_graph(state);
+        if (!is_current(state, graph)) return;
         GraphAxes(state, surface, marks_in_front ? AxesPass::WithoutMarks : AxesPass::Full);
         if (!is_current(state, graph)) return; // a handler has taken the graph away
         graph.GraphNotDrawn = false;

@@ -59,6 +59,8 @@ private:
 
     void fill_page() {
         page.Reset();
+        page.AutoFit(below(3) == 0);
+        page.DataOwnAxes(below(2) == 0);
         int const graphs = below(4);
         for (int i = 0; i < graphs; ++i) add_graph();
         page.Refresh();
@@ -76,7 +78,9 @@ private:
             page.SetSelectedAxis(axis);
             page.AxisReverse(below(4) == 0);
             page.AxisLog(below(4) == 0);
+            page.AxisLink(below(3) == 0 ? "shared" : "");
         }
+        page.KeepEqualUnits(below(4) == 0);
         page.GraphAllowZoom(below(8) != 0);
         page.GraphAllowDragging(below(8) != 0);
         page.LegendInFront(below(2) == 0);
