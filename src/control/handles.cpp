@@ -279,7 +279,8 @@ void AxisHandle::ticks(std::span<double const> major, std::span<double const> mi
 }
 
 void DataHandle::add(double x, double y) const {
-    add(x, y, 0);
+    ControlState& state = Access::page(*this);
+    control::add_point_to(state, Access::graph(*this), Access::record<DataSet>(*this), x, y);
 }
 
 void DataHandle::add(double x, double y, double error, std::string_view id) const {

@@ -159,6 +159,16 @@ void check_lengths(std::string_view procedure, PointColumns const& points) {
                     + std::to_string(points.e.size()) + " values. Nothing was added.");
 }
 
+/// What follows when a point is stored.
+QV_EVERY_POINT void settle_point(ControlState& state, Graph& graph, DataSet& set, PointAxes const& axes,
+                                 double x, double y) {
+    ++graph.NumPoints;
+    hold_latest(graph, set);
+    if (!is_finite(x, y)) return;
+    axes.begin(x, y);
+    if (axes.extend(x, y)) raise_scale_changed(state);
+}
+
 /// `axes_of` gives the graph's axes to be widened.
 void add_columns(ControlState& state, Graph& graph, DataSet& set, PointColumns const& points, auto axes_of) {
     const std::size_t first = first_finite(points);
@@ -198,15 +208,17 @@ void add_points_to(ControlState& state, Graph& graph, DataSet& set, PointColumns
 }
 
 void add_point_to(ControlState& state, Graph& graph, DataSet& set, PointEntry const& point) {
+    check_room(graph, 1);
     const PointAxes axes = own_axes(graph, set);
-    if (graph.NumPoints == most_points) raise_fault(FaultNumber::Overflow);
-    bool const plain = point.E == 0 && point.DataID.empty();
-    if (!plain || !set.points.append_plain(point.X, point.Y)) set.points.append(point);
-    ++graph.NumPoints;
-    hold_latest(graph, set);
-    if (!is_finite(point.X, point.Y)) return;
-    axes.begin(point.X, point.Y);
-    if (axes.extend(point.X, point.Y)) raise_scale_changed(state);
+    set.points.append(point);
+    settle_point(state, graph, set, axes, point.X, point.Y);
+}
+
+void add_point_to(ControlState& state, Graph& graph, DataSet& set, double x, double y) {
+    const PointAxes axes = own_axes(graph, set);
+    if (graph.NumPoints == most_points || !set.points.append_plain(x, y))
+        return add_point_to(state, graph, set, {x, y, 0, {}});
+    settle_point(state, graph, set, axes, x, y);
 }
 
 void drop_oldest(Graph& graph, DataSet& set, std::size_t count) {

@@ -28,6 +28,7 @@ void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t
 /// The same on a data set of any graph: its own axes widen, whatever is selected, and failures are thrown.
 /// Nothing of the document is touched any more once GraphScaleChanged is raised.
 void add_point_to(ControlState& state, Graph& graph, DataSet& set, PointEntry const& point);
+void add_point_to(ControlState& state, Graph& graph, DataSet& set, double x, double y);
 void add_points_to(ControlState& state, Graph& graph, DataSet& set, PointColumns const& points);
 /// Forgets the oldest points of a data set of this graph.
 void drop_oldest(Graph& graph, DataSet& set, std::size_t count);

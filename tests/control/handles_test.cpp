@@ -354,3 +354,25 @@ TEST_CASE("a handler may discard what is just being made or filled") {
     set.add(2, 2);
     CHECK(set.discarded());
 }
+
+TEST_CASE("a look dresses what handles make and leaves what they set") {
+    Control control, classic;
+    for (Control* const page : {&control, &classic}) page->UseLook("dark");
+    classic.NewGraph("G");
+    classic.NewDataSet("D");
+    GraphHandle const graph = control.qvGraph::graph("G");
+    DataHandle const line = graph.line("D"), red = graph.line("E", {.line_color = 0x0000FF});
+    DataHandle const dots = graph.symbols("F");
+    CHECK(graph.border_color1() == classic.BorderColor1());
+    CHECK(graph.y_axis().label_color() == classic.AxisLabelColor());
+    CHECK(line.line_color() == classic.DataLineColor());
+    CHECK(line.line_thickness() == classic.DataLineThickness());
+    for (char const* const look : {"print", "classic"}) {
+        control.UseLook(look);
+        CHECK(red.line_color() == 0x0000FF);
+        CHECK(line.line_style() == 1);
+        CHECK(line.symbol() == 0);
+        CHECK(dots.line_style() == 0);
+        CHECK(dots.symbol() == 3);
+    }
+}
