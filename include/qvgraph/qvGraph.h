@@ -3,7 +3,8 @@
 // hears of events through an EventSink. Nothing is drawn before Refresh or RefreshGraphs is called once.
 //
 // Members whose failures are reported through the event ErrorMsg return normally; properties, GraphIndex,
-// Version, GetAxisRange, SetTooltip, the two input handlers and Get, Let and Call throw a qv::Fault instead.
+// Version, GetAxisRange, SetTooltip, UseLook, the two input handlers and Get, Let and Call throw a qv::Fault
+// instead.
 // Numbers given to any member must fit its type, else the call throws fault 6 before anything is done.
 #pragma once
 

@@ -94,9 +94,8 @@ void tell_of_first_axes(ControlState& state) {
 
 Axis& append_axis(ControlState& state, Graph& graph, Axis axis) {
     next_index(graph.Axes);
-    Axis& appended = graph.Axes.emplace_back(std::move(axis));
-    dress(state, graph, appended);
-    return appended;
+    dress(state, graph, axis);
+    return graph.Axes.emplace_back(std::move(axis));
 }
 
 void NewGraph(ControlState& state, std::string_view name, StartRanges const& ranges) {

@@ -74,8 +74,8 @@ Look look_in(std::string_view name, Inks const& inks) {
         look.values.merge(values);
     look.unnamed_axes = {{"AxisShowTitle", false}};
     look.further_axes = {{"AxisGridMajor", false}};
-    look.switches = {"ThinTickLabels", "AdaptiveCurves", "FitMargins", "RoundTicks",
-                     "AutoFit",        "DataOwnAxes",    "RichText",   "TellFormulaErrors"};
+    look.switches = {"ThinTickLabels", "AdaptiveCurves", "DotLonePoints", "FitMargins",       "RoundTicks",
+                     "AutoFit",        "DataOwnAxes",    "RichText",      "TellFormulaErrors"};
     return look;
 }
 

@@ -8,58 +8,74 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 namespace qv::control {
 namespace {
 
-constexpr std::array series_rows{"DataLineColor", "DataSymbolColor", "DataSymbolEdgeColor",
-                                 "ErrorBarColor", "DataLineDash",    "DataSymbol"};
+/// What data sets take in turn, made without memory: a data set is added whole or not at all.
+struct SeriesValue {
+    std::string_view property;
+    std::optional<int> value; // none where the look says nothing of it
+};
+using SeriesValues = std::array<SeriesValue, 6>;
+
+SeriesValues series_values(Look const& look, std::size_t index, bool filled) {
+    auto const next = [index](auto const& cycle) {
+        return cycle.empty() ? std::nullopt : std::optional<int>(cycle[index % cycle.size()]);
+    };
+    auto const color = next(look.palette);
+    return {{{"DataLineColor", color},
+             {"DataSymbolColor", filled && !look.fills.empty() ? next(look.fills) : color},
+             {"DataSymbolEdgeColor", color},
+             {"ErrorBarColor", color},
+             {"DataLineDash", next(look.dashes)},
+             {"DataSymbol", next(look.symbols)}}};
+}
+
+bool is_taken_in_turn(std::string_view property) {
+    const SeriesValues values = series_values({}, 0, false);
+    return std::ranges::find(values, property, &SeriesValue::property) != values.end();
+}
 
 bool speaks_of(Look const& look, std::string_view property) {
     auto const has = [&](LookValues const& values) { return values.contains(property); };
     return has(look.values) || has(look.unnamed_axes) || has(look.further_axes) || has(look.filled)
-           || std::ranges::find(series_rows, property) != series_rows.end();
+           || is_taken_in_turn(property);
+}
+
+bool is_open(RecordRow const& row, std::string_view target, Records const& records) {
+    return row.target == target && !is_given(row.given(records), row.row);
 }
 
 /// Writes what the host has not set of the records' properties.
 void give(Records const& records, std::string_view target, LookValues const& values) {
     if (values.empty()) return;
     for (RecordRow const& row : record_rows()) {
-        if (row.target != target || is_given(row.given(records), row.row)) continue;
+        if (!is_open(row, target, records)) continue;
         auto const found = values.find(row.name);
         if (found != values.end()) row.store(records, found->second);
+    }
+}
+
+void give(Records const& records, SeriesValues const& values) {
+    for (RecordRow const& row : record_rows()) {
+        if (!is_open(row, "data", records)) continue;
+        auto const found = std::ranges::find(values, row.name, &SeriesValue::property);
+        if (found != values.end() && found->value) row.store(records, *found->value);
     }
 }
 
 /// Takes back what a look may have written.
 void take_back(Look const& look, std::string_view target, Records const& records, Records const& fresh) {
     for (RecordRow const& row : record_rows())
-        if (row.target == target && speaks_of(look, row.name) && !is_given(row.given(records), row.row))
-            row.copy(records, fresh);
+        if (is_open(row, target, records) && speaks_of(look, row.name)) row.copy(records, fresh);
 }
 
 bool is_filled(DataSet const& set) {
     constexpr std::int16_t bar = 1, area = 4, outlined_area = 5;
     return set.DataSymbol == bar || set.DataLineStyle == area || set.DataLineStyle == outlined_area;
-}
-
-template <class Value>
-void take_next(LookValues& values, std::string_view property, std::vector<Value> const& cycle,
-               std::size_t index) {
-    if (!cycle.empty()) values.insert_or_assign(std::string(property), cycle[index % cycle.size()]);
-}
-
-LookValues series_values(Look const& look, std::size_t index, bool filled) {
-    LookValues values;
-    bool const has_fills = filled && !look.fills.empty();
-    take_next(values, "DataLineColor", look.palette, index);
-    take_next(values, "DataSymbolColor", has_fills ? look.fills : look.palette, index);
-    take_next(values, "DataSymbolEdgeColor", look.palette, index);
-    take_next(values, "ErrorBarColor", look.palette, index);
-    take_next(values, "DataLineDash", look.dashes, index);
-    take_next(values, "DataSymbol", look.symbols, index);
-    return values;
 }
 
 /// A look that draws lines draws none through bars and symbols that the host has asked for, and symbols where
@@ -77,11 +93,11 @@ void put_on(Look const& look, ControlState& state, DataSet& set, std::int16_t in
     const Records records{.control = &state, .data = &set};
     auto const number = static_cast<std::size_t>(index);
     give(records, "data", look.values);
-    give(records, "data", series_values(look, number, false));
+    give(records, series_values(look, number, false));
     if (!set.MathFunc.empty() && !is_given(set.given, Row::DataSymbol)) set.DataSymbol = 0;
     choose_line_or_symbols(look, set, index);
     if (!is_filled(set)) return;
-    give(records, "data", series_values(look, number, true));
+    give(records, series_values(look, number, true));
     give(records, "data", look.filled);
 }
 
@@ -109,6 +125,13 @@ void put_on_page(Look const& look, ControlState& state) {
     const Records records{.control = &state};
     give(records, "control", look.values);
     give(records, "page", look.values);
+}
+
+/// What a Let does after storing, for all that the look has written or taken back.
+void follow_page_values(Look const& look, ControlState& state) {
+    for (RecordRow const& row : record_rows())
+        if ((row.target == "control" || row.target == "page") && speaks_of(look, row.name))
+            row.then({.control = &state});
 }
 
 // What a person has dragged is as good as set by the host.
@@ -211,7 +234,8 @@ std::int16_t index_of(Graph const& graph, DataSet const& set) {
 void UseLook(ControlState& state, Look const& given) {
     std::shared_ptr<Look const> look = ready_to_wear(given, state);
     std::string name = look->name;
-    if (std::shared_ptr<Look const> const before = state.look) {
+    std::shared_ptr<Look const> const before = state.look;
+    if (before) {
         take_off_page(*before, state);
         for (auto const& graph : state.Graphs) {
             keep_what_was_dragged(*graph);
@@ -220,11 +244,13 @@ void UseLook(ControlState& state, Look const& given) {
     }
     state.look = look;
     state.LookName = std::move(name);
-    dress_page(state);
+    put_on_page(*look, state);
     for (auto const& graph : state.Graphs) {
         keep_what_was_dragged(*graph);
         put_on(*look, state, *graph);
     }
+    for (auto const& changed : {before, look})
+        if (changed) follow_page_values(*changed, state);
 }
 
 void UseLook(ControlState& state, std::string_view name) {

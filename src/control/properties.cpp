@@ -214,7 +214,8 @@ std::span<RecordRow const> record_rows() {
      },                                                                                                      \
      [](Records const& to, Records const& from) {                                                            \
          target::target_(to).field_ = target::target_(from).field_;                                          \
-     }},
+     },                                                                                                      \
+     [](Records const& records) { follow(records, then_); }},
 #include "control/properties.def"
     };
     return rows;

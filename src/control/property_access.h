@@ -101,6 +101,7 @@ struct RecordRow {
     GivenProperties const& (*given)(Records const& records);
     void (*store)(Records const& records, Variant const& value);
     void (*copy)(Records const& to, Records const& from);
+    void (*then)(Records const& records); // what a Let does after storing
 };
 /// The rows that can be set.
 std::span<RecordRow const> record_rows();

@@ -63,6 +63,7 @@ struct PageSettings {
     bool Smooth = true;          // antialiased drawing
     bool FitMargins = false;     // margins grow until axes, titles and legends fit
     bool AlignPlots = false;     // graphs of a column or row have equal margins
+    bool DotLonePoints = false;  // points of lines that no segment reaches are dots
     bool AdaptiveCurves = false; // function curves true to a pixel, broken where they have gaps
     bool RoundTicks = false;     // ticks at round values on every axis
     bool RichText = false;       // raised and lowered parts in the host's texts
@@ -116,7 +117,7 @@ struct ControlState : PageSettings {
     bool TellFormulaErrors = false;
     std::set<std::string> told_formulas;       // that did not compile
     std::vector<std::string> formula_failures; // still to be told
-    bool DataOwnAxes = false;           // points widen the axes of their data set, not the selected ones
+    bool DataOwnAxes = false; // points widen the axes of their data set, not the selected ones
     /// \}
 
     /// \name Interaction and zoom

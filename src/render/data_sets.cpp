@@ -8,6 +8,7 @@
 #include "render/bar_stack.h"
 #include "render/data_line.h"
 #include "render/function_curve.h"
+#include "render/lone_points.h"
 #include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
@@ -65,6 +66,8 @@ void draw_line(Plotting& plotting, DataSet const& set) {
     case line_outlined_area: draw_area(surface, set, mapping, set.DataLineStyle == line_outlined_area); break;
     default: draw_data_line(surface, set.points, mapping);
     }
+    if (plotting.state.DotLonePoints && set.DataSymbol == symbol_none)
+        draw_lone_points(surface, set.points, mapping);
 }
 
 // Error bars and texts belong to single points.

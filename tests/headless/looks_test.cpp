@@ -5,6 +5,7 @@
 #include <doctest/doctest.h>
 
 #include <cmath>
+#include <limits>
 #include <set>
 
 using namespace qv;
@@ -98,6 +99,45 @@ TEST_CASE("dashes leave gaps, and symbols on a line keep their distance") {
     CHECK(plain < spaced);
     CHECK(2 * spaced < at_each);
     CHECK(without_line == at_each);
+}
+
+TEST_CASE("a point of a line that no segment reaches is a dot, and no other") {
+    constexpr double gap = std::numeric_limits<double>::quiet_NaN();
+    // The same points, once with the dots, once without: how many pixels differ.
+    auto const dotted = [](std::vector<double> const& ys, bool log = false, int symbol = 0) {
+        Pixels pages[2];
+        for (bool const dots : {false, true}) {
+            HeadlessHost host({300, 200});
+            qvGraph& page = host.control();
+            page.UseLook("light");
+            page.NewGraph("", 0, 10, 1, 10);
+            page.SelectYaxis();
+            page.AxisLog(log);
+            page.DotLonePoints(dots);
+            page.NewDataSet("");
+            page.DataSymbol(symbol);
+            double x = 1;
+            for (double const y : ys) page.AddDataPoint(x++, y);
+            page.AxisValue1(1);
+            page.AxisValue2(10);
+            pages[dots] = pixels_of(host);
+        }
+        std::ptrdiff_t count = 0;
+        for (std::size_t i = 0; i < pages[0].size(); ++i) count += pages[0][i] != pages[1][i];
+        return count;
+    };
+    auto const one = dotted({5});
+    CHECK(one > 8);
+    CHECK(one < 40);
+    CHECK(dotted({5, gap, 5}) == 2 * one);
+    CHECK(dotted({gap, 5, gap, 2, 3}) == one);
+    CHECK(dotted({2, 3, gap, 5}) == one);
+    CHECK(dotted({5, -1, 5, -1}, true) > one);
+    CHECK(dotted({}) == 0);
+    CHECK(dotted({5, 5}) == 0);
+    CHECK(dotted({5}, false, 4) == 0);
+    CHECK(dotted({gap, gap}) == 0);
+    CHECK(dotted({50}) == 0);
 }
 
 TEST_CASE("what a person has dragged stays where it is in every look") {
