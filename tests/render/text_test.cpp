@@ -139,9 +139,11 @@ TEST_CASE("marked-up lines as runs") {
         {"\\", "\\"},
         {"x^^2", "x^^(2)"},
     };
-    for (auto const& [line, runs] : cases) CHECK_MESSAGE(shown(line) == runs, line);
-    for (auto const& [line, runs] : cases) // what is escaped stands for itself
-        CHECK_MESSAGE(text_runs(escaped(line))[0].text == line, line);
+    for (auto const& row : cases) {
+        CHECK_MESSAGE(shown(row.first) == row.second, row.first);
+        // What is escaped stands for itself.
+        CHECK_MESSAGE(text_runs(escaped(row.first))[0].text == row.first, row.first);
+    }
     CHECK(read_text("CO_{2}, x^{2}\ny^{\u22121} z^{n}") == "CO2, x\u00B2\ny\u207B\u00B9 zn");
 }
 

@@ -262,7 +262,8 @@ TEST_CASE("round ranges: outwards to a part of a tick step") {
                     {{21, 33, true}, {21, 33, true}},
                     {{-5, 1000, true}, {10, 1000, true}},
                     {{-5, -1, true}, {-5, -1}}};
-    for (auto const& [data, range] : cases) {
+    for (auto const& row : cases) {
+        RoundRange const &data = row.data, &range = row.range;
         const RoundRange rounded = round_range(data);
         CHECK_MESSAGE(rounded.low == range.low, data.low, " .. ", data.high);
         CHECK_MESSAGE(rounded.high == range.high, data.low, " .. ", data.high);
