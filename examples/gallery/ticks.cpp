@@ -14,29 +14,24 @@ struct Ticks {
 
 // An x axis alone, at a place in percent of the page.
 void axis_graph(qv::qvGraph& page, Ticks const& ticks, double left, double top, double width) {
-    page.NewGraph(ticks.title);
+    plain_graph(page, "", ticks.title, "");
     page.GraphPosition({left, top, width, 10});
-    page.BorderStyle({.Color1 = white, .Left = 5, .Top = 0, .Right = 5, .Bottom = 10});
-    page.BorderEdgeThickness(0);
-    page.PlotAreaColors({.Color1 = white});
-    page.GraphShowTitle(false);
-    page.LegendShow(false);
-    plain_axes(page, ticks.title, "");
+    page.BorderStyle({.Left = 5, .Top = 0, .Right = 5, .Bottom = 10});
     page.AxisHide(true);
-    page.SetSelectedAxis(0);
+    page.SelectXaxis();
     page.AxisScaleStyle({.Value1 = ticks.first, .Value2 = ticks.last, .ScaleStyle = 1});
     page.AxisLog(ticks.is_log);
     page.AxisReverse(ticks.reversed);
     page.AxisSIPrefix(ticks.si_prefix);
     page.AxisOffset(ticks.offset);
-    page.AxisColor(gray);
+    page.AxisLabelFont("Arial|8");
+    page.AxisTitleFont("Arial|9");
 }
 
 } // namespace
 
 void draw(qv::qvGraph& page) {
-    page.RoundTicks(true);
-    page.RichText(true);
+    page.FitMargins(false);
     Ticks const wide[]{{"0 .. 1", 0, 1},
                        {"313 .. 417", 313, 417},
                        {"−0.73 .. 2.19", -0.73, 2.19},
@@ -61,8 +56,6 @@ void draw(qv::qvGraph& page) {
         axis_graph(page, wide[row], 0, row * 10, 58);
         axis_graph(page, narrow[row], 58, row * 10, row < 5 ? 42 : 21 + 4 * (row - 5));
     }
-    page.PageColors({.Color1 = white});
-    page.PageEdgeThickness(0);
 }
 
 int main(int argc, char** argv) {

@@ -7,20 +7,22 @@
 namespace qv::render {
 namespace {
 
-constexpr double smaller = 0.7; // each level, of the one around it
+// Share of the line's font size, level by level; smaller letters could not be read.
+constexpr std::array<double, 3> sizes{1, 0.7, 0.55};
 constexpr double rise_of_raised = 0.3;
 constexpr double rise_of_lowered = -0.15;
-constexpr int most_levels = 3; // smaller letters could not be read
+constexpr std::size_t most_levels = 3;
 
 struct Level {
-    double size = 1;
     double rise = 0;
-    int depth = 0;
+    std::size_t depth = 0;
+
+    double size() const { return sizes[std::min(depth, sizes.size() - 1)]; }
 
     Level inner(char mark) const {
         if (depth == most_levels) return *this;
         double const step = mark == '^' ? rise_of_raised : rise_of_lowered;
-        return {size * smaller, rise + step * size, depth + 1};
+        return {rise + step * size(), depth + 1};
     }
 };
 
@@ -32,6 +34,28 @@ std::size_t character_length(std::string_view text, std::size_t place) {
     std::size_t end = place + 1;
     while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) ++end;
     return end - place;
+}
+
+bool is_letter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+bool is_capital(char c) {
+    return c >= 'A' && c <= 'Z';
+}
+
+// Whether a text ends in what has an index: a closing parenthesis, a letter alone, symbols of chemical
+// elements. The last word of sensor_1 is none of these.
+bool takes_index(std::string_view text) {
+    std::size_t begin = text.size();
+    while (begin > 0 && is_letter(text[begin - 1])) --begin;
+    const std::string_view word = text.substr(begin);
+    if (word.empty())
+        return !text.empty() && (text.back() == ')' || static_cast<unsigned char>(text.back()) > 0x7F);
+    bool const stands_behind_name = begin > 0 && text[begin - 1] == '_';
+    if (word.size() == 1) return !stands_behind_name;
+    for (std::size_t i = 0; i < word.size(); ++i)
+        if (!is_capital(word[i]) && (i == 0 || !is_capital(word[i - 1]))) return false;
+    return !stands_behind_name;
 }
 
 bool is_balanced(std::string_view text) {
@@ -76,7 +100,7 @@ private:
         char const mark = line_[place_];
         char const next = place_ + 1 < line_.size() ? line_[place_ + 1] : ' ';
         bool const one = mark == '^' ? next != ' ' && !is_mark(next) && next != '}' && next != '\\'
-                                     : next >= '0' && next <= '9';
+                                     : next >= '0' && next <= '9' && takes_index(line_.substr(0, place_));
         if (next != '{' && !one) return false;
         place_ += next == '{' ? 2 : 1;
         if (next == '{') {
@@ -90,8 +114,8 @@ private:
 
     void take_character(Level level) {
         std::size_t const length = character_length(line_, place_);
-        if (runs_.empty() || runs_.back().size != level.size || runs_.back().rise != level.rise)
-            runs_.push_back({{}, level.size, level.rise});
+        if (runs_.empty() || runs_.back().size != level.size() || runs_.back().rise != level.rise)
+            runs_.push_back({{}, level.size(), level.rise});
         runs_.back().text += line_.substr(place_, length);
         place_ += length;
     }

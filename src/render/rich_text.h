@@ -17,9 +17,9 @@ struct TextRun {
 };
 
 /// The runs of a marked-up line. "^" and "_" before braces raise and lower what stands between them, parts of
-/// which may be raised and lowered again; "^" before a character, and "_" before a digit, do so with that
-/// alone. A backslash takes the next character as it is. A line whose braces are not balanced is one run, as
-/// it stands.
+/// which may be raised and lowered again; "^" before a character, and "_" before a digit behind a letter
+/// alone or symbols of chemical elements, do so with that alone. A backslash takes the next character as it
+/// is. A line whose braces are not balanced is one run, as it stands.
 std::vector<TextRun> text_runs(std::string_view line);
 
 /// A text whose characters stand for themselves when it is read as marked up.

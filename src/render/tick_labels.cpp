@@ -148,7 +148,7 @@ scale::LabelRoom label_room(document::ControlState& state, DrawSurface& surface,
             .before_low = rises ? before : beyond,
             .beyond_high = rises ? beyond : before,
             .line_height = height,
-            .gap = least_gap(turn, height),
+            .gap = 1.6 * least_gap(turn, height), // not only apart, but airy
             .spacing = height * (turn.runs_along_axis() ? spacing_along : spacing_across),
             .extent = [&surface, turn, markup](std::string_view label) {
                 return length_along(turn, text_block(surface, label, markup));
@@ -227,6 +227,7 @@ std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& 
     std::vector<PlacedTick> placed = chosen_ticks(state, surface, frame, axis, range, offset);
     bool const shows_labels =
         axis.AxisShowLabels && !document::current_graph(state).leaves_out(document::LeftOut::Labels);
+    if (!shows_labels) offset.clear();
     for (PlacedTick& tick : placed) {
         if (!shows_labels) tick.label.clear();
         if (!tick.label.empty())

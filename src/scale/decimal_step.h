@@ -1,6 +1,7 @@
 // Steps of 1, 2, 2.5 and 5 times a power of ten, and their multiples, exact to the last bit.
 #pragma once
 
+#include <compare>
 #include <cstdint>
 
 namespace qv::scale {

@@ -78,6 +78,12 @@ public:
 
 using Candidates = std::vector<Candidate>;
 
+// A whole number as such, as far as doubles count one by one.
+std::int64_t whole_number(double number) {
+    constexpr double most = 9e15;
+    return std::isnan(number) ? 0 : static_cast<std::int64_t>(std::clamp(number, -most, most));
+}
+
 // Whether all labels have room beside each other and differ, and two or more are inside the room.
 bool fits(SeenAxis const& axis, Candidates const& ticks) {
     std::set<std::string_view> texts;
@@ -137,7 +143,7 @@ std::vector<Decimal> multiples(SeenAxis const& axis, DecimalStep step) {
     double const first = std::floor(axis.low / size), last = std::ceil(axis.high / size);
     std::vector<Decimal> numbers;
     if (!(last - first < most)) return numbers;
-    for (auto count = static_cast<std::int64_t>(first); count <= static_cast<std::int64_t>(last); ++count)
+    for (auto count = whole_number(first); count <= whole_number(last); ++count)
         if (const Decimal number = step.times(count); axis.holds(number.value())) numbers.push_back(number);
     return numbers;
 }
@@ -161,7 +167,7 @@ Decimal shared_part(SeenAxis const& axis) {
     constexpr double worth_it = 1000; // times the span
     if (!(axis.largest() > worth_it * axis.span())) return {};
     const DecimalStep unit(4 * (decimal_exponent(axis.span()) + 1));
-    return unit.times(static_cast<std::int64_t>(std::floor(axis.low / unit.size())));
+    return unit.times(whole_number(std::floor(axis.low / unit.size())));
 }
 
 /// Writes the numbers of a linear axis.
@@ -185,7 +191,7 @@ public:
     /// What any label takes at most while the axis is moved by up to its own span.
     double widest_extent(DecimalStep step) const {
         if (style_.text) return 0;
-        auto const count = static_cast<std::int64_t>(std::ceil((largest_ + axis_.span()) / step.size()));
+        auto const count = whole_number(std::ceil((largest_ + axis_.span()) / step.size()));
         return axis_.room.extent(form_.text(step.times(-count)));
     }
     std::string offset() const {

@@ -35,6 +35,7 @@ TEST_CASE("a graph is built by name") {
     CHECK(control.Get("AxisLog") == Variant(true));
     CHECK(control.AxisThickness() == 3);
     CHECK(control.data(0).points.at(0).DataID == "id");
+    CHECK(control.Call("CheckFormula", {"x +"}) == Variant(control.CheckFormula("x +")));
     CHECK(control.Call("SetSelectedAxis", {1}) == Variant(std::int16_t{1}));
     CHECK(control.Call("GraphTitle") == Variant("G"));
     CHECK(control.Get("Version") == Variant("2.13"));

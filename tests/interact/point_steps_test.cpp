@@ -1,6 +1,8 @@
 #include "interact/point_steps.h"
 
 #include "TestControl.h"
+#include "interact/nearest_point.h"
+#include "interact/outline.h"
 
 #include <doctest/doctest.h>
 
@@ -110,4 +112,20 @@ TEST_CASE(
     CHECK_FALSE(step_data_set(reader.state, false));
     CHECK(stop_reading(reader.state));
     CHECK_FALSE(reader.state.read_point);
+}
+
+TEST_CASE("what is read aloud is without markup") {
+    Reader reader;
+    document::DataSet& set = reader.add_data_set(reader.graph, {{1, 2}});
+    set.DataLegend = "CO_{2}";
+    reader.state.GraphTitles[0] = "x^{2}";
+    reader.graph.Axes[0].AxisTitle = "10^{\u22123}";
+    auto const told = [&] {
+        const GraphOutline found = *outline(reader.state, 0);
+        return found.name + "; " + found.parts[0].name + "; " + found.parts[2].name + "; "
+               + point_name(reader.state, 0, {0, 0, 0}).substr(0, found.parts[2].name.size());
+    };
+    CHECK(told() == "x^{2}; x axis 10^{\u22123}; CO_{2}; CO_{2}");
+    reader.state.RichText = true;
+    CHECK(told() == "x\u00B2; x axis 10\u207B\u00B3; CO2; CO2");
 }

@@ -189,3 +189,31 @@ TEST_CASE("a name with a zero character touches no file") {
              "character, after \""
                  + file.string() + "\"");
 }
+
+TEST_CASE(
+    "raised and lowered text in a file of shapes: pieces of text in two sizes, each where it was drawn") {
+    const TemporaryFolder folder;
+    HeadlessHost host({400, 300});
+    draw_dark_page(host.control());
+    auto const saved = [&](bool rich) {
+        host.control().RichText(rich);
+        host.control().GraphTitleStyle({.Title = "CO_{2}"});
+        host.control().Refresh();
+        const files::path file = folder.path() / "page.svg";
+        host.save(file.string());
+        return content_of(file);
+    };
+    CHECK(saved(false).find(">CO_{2}<") != std::string::npos);
+    const std::string svg = saved(true);
+    auto const base = svg.find(">CO<"), index = svg.find(">2<", base);
+    REQUIRE(base != std::string::npos);
+    REQUIRE(index != std::string::npos);
+    auto const number_before = [&](std::size_t end, std::string_view name) {
+        return std::stod(svg.substr(svg.rfind(name, end) + name.size()));
+    };
+    CHECK(number_before(index, "font-size=\"") == doctest::Approx(0.7 * number_before(base, "font-size=\"")));
+    CHECK(number_before(index, " y=\"") > number_before(base, " y=\""));
+    CHECK(number_before(index, " x=\"")
+          == doctest::Approx(number_before(base, " x=\"") + number_before(base, "textLength=\""))
+                 .epsilon(0.01));
+}

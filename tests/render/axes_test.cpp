@@ -505,6 +505,8 @@ TEST_CASE("round ticks: what labels leave out stands in the title, or in its pla
     CHECK(texts(axes.draw()).back() == "p_{0}  (+101\u2009320)");
     axes.x.AxisShowTitle = false;
     CHECK(texts(axes.draw()).back() == "+101\u2009320");
+    axes.x.AxisShowLabels = false;
+    CHECK(texts(axes.draw()).empty());
 }
 
 TEST_CASE(

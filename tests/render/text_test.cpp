@@ -111,7 +111,7 @@ TEST_CASE("marked-up lines as runs") {
         for (TextRun const& run : text_runs(line)) {
             CHECK((run.size < 1) == (run.rise != 0));
             text += run.rise > 0 ? "^" : run.rise < 0 ? "_" : "";
-            text += run.size < 0.5 ? "^(" + run.text + ")" : run.size < 1 ? "(" + run.text + ")" : run.text;
+            text += run.size < 0.6 ? "^(" + run.text + ")" : run.size < 1 ? "(" + run.text + ")" : run.text;
         }
         return text;
     };
@@ -122,7 +122,8 @@ TEST_CASE("marked-up lines as runs") {
         {"x^2y", "x^(2)y"},
         {"CO_{2}", "CO_(2)"},
         {"CO_2 + H_2O", "CO_(2) + H_(2)O"},
-        {"max_temp", "max_temp"}, // names are not formulas
+        {"CaCl_2, (OH)_2, x_1, \u03B1_0", "CaCl_(2), (OH)_(2), x_(1), \u03B1_(0)"},
+        {"max_temp, sensor_1, Run_2, _3, a_b_4", "max_temp, sensor_1, Run_2, _3, a_b_4"}, // names
         {"e^\u03BBt", "e^(\u03BB)t"},
         {"10^{\u22123}", "10^(\u22123)"},
         {"e^{x^2}z", "e^(x)^^(2)z"},
@@ -138,9 +139,11 @@ TEST_CASE("marked-up lines as runs") {
         {"\\", "\\"},
         {"x^^2", "x^^(2)"},
     };
-    for (auto const& [line, runs] : cases) CHECK_MESSAGE(shown(line) == runs, line);
-    for (auto const& [line, runs] : cases) // what is escaped stands for itself
-        CHECK_MESSAGE(text_runs(escaped(line))[0].text == line, line);
+    for (auto const& row : cases) {
+        CHECK_MESSAGE(shown(row.first) == row.second, row.first);
+        // What is escaped stands for itself.
+        CHECK_MESSAGE(text_runs(escaped(row.first))[0].text == row.first, row.first);
+    }
     CHECK(read_text("CO_{2}, x^{2}\ny^{\u22121} z^{n}") == "CO2, x\u00B2\ny\u207B\u00B9 zn");
 }
 

@@ -236,6 +236,11 @@ TEST_CASE("round ticks: at the ends of arithmetic") {
         CHECK_MESSAGE(numbers.size() >= 2, span.first);
         for (RoundTick const& tick : numbers) CHECK(number_in(tick.label) == tick.value);
     }
+    for (double const far : {1e300, 0.9 * largest, 1e-310})
+        for (TickSpan const& span : {TickSpan{far, 1.0001 * far}, {-far, 0}, {far, 1.1 * far, true}})
+            for (NumberStyle const& style : {NumberStyle{true, false}, {false, true}, {true, true}})
+                for (RoundTick const& tick : round_ticks(span, room, style).ticks)
+                    CHECK(std::isfinite(tick.value));
     CHECK(labelled(round_ticks({3, 3, false}, room, {})).size() == 1);
     for (TickSpan const& span : {TickSpan{0, infinite}, {std::nan(""), 1}, {0, 1, true}, {-1, 1, true}})
         CHECK(round_ticks(span, room, {}).ticks.empty());
@@ -257,7 +262,8 @@ TEST_CASE("round ranges: outwards to a part of a tick step") {
                     {{21, 33, true}, {21, 33, true}},
                     {{-5, 1000, true}, {10, 1000, true}},
                     {{-5, -1, true}, {-5, -1}}};
-    for (auto const& [data, range] : cases) {
+    for (auto const& row : cases) {
+        RoundRange const &data = row.data, &range = row.range;
         const RoundRange rounded = round_range(data);
         CHECK_MESSAGE(rounded.low == range.low, data.low, " .. ", data.high);
         CHECK_MESSAGE(rounded.high == range.high, data.low, " .. ", data.high);
