@@ -30,9 +30,8 @@ Hour next(Hour const& hour) {
             14 + 3 * std::sin(time / 3) - 5 * std::cos(time * 6.2832) - rain * 0.6};
 }
 
-void place(qv::qvGraph& page, float top, float height, float bottom_mm) {
+void place(qv::qvGraph& page, float top, float height) {
     page.GraphPosition({.Left = 0, .Top = top, .Width = 100, .Height = height});
-    page.BorderStyle({.Color1 = white, .Left = 16, .Top = 9, .Right = 17, .Bottom = bottom_mm});
     page.SelectXaxis();
     page.AxisLink("time");
 }
@@ -40,28 +39,24 @@ void place(qv::qvGraph& page, float top, float height, float bottom_mm) {
 } // namespace
 
 void draw(qv::qvGraph& page) {
-    page.AutoFit(true);
-    page.DataOwnAxes(true);
+    page.AlignPlots(true);
     plain_graph(page, "River level and air temperature", "", "level, m");
-    place(page, 0, 56, 7);
+    place(page, 0, 56);
     line(page, "level", blue);
     page.NewYAxis("temperature, °C");
     page.SelectYaxis(2);
     page.AxisStyle({.LineColor = orange, .FarSide = true});
-    page.AxisTitleStyle({.Title = "temperature, °C", .Font = "Arial|9", .FontColor = orange});
-    page.AxisLabelStyle({.Font = "Arial|8", .FontColor = orange});
-    page.AxisLabelsHoriz(0);
-    page.AxisTickStyle({.Length = 1.2F, .Inside = false, .Outside = true, .BothEnds = false});
-    page.AxisGridStyle({.MajorGridShow = false, .MinorGridShow = false});
+    page.AxisLabelColor(orange);
+    page.AxisTitleColor(orange);
     line(page, "temperature", orange, 1);
     for (Hour hour; hour.time < 20; hour = next(hour)) {
         page.AddDataPoint(hour.time, hour.level, 0, 1);
         page.AddDataPoint(hour.time, hour.temperature, 0, 2);
     }
     plain_graph(page, "Rain", "day", "mm in three hours");
-    place(page, 56, 44, 14);
+    place(page, 56, 44);
     page.NewDataSet("rain");
-    page.SymbolStyle({.Symbol = 1, .Size = 0.7F, .Color1 = blue, .EdgeThickness = 0});
+    page.SymbolStyle({.Symbol = 1, .Size = 0.7F});
     for (Hour hour; hour.time < 20; hour = next(hour)) page.AddDataPoint(hour.time, hour.rain);
 }
 

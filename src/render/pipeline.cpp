@@ -47,7 +47,8 @@ void show_empty_page(ControlState& state) {
     // The whole picture, not only the page area: no strip of an earlier page may stay beside it.
     DrawSurface& page = *state.Picture1;
     page.SelectClipPath({0, 0, page.Width(), page.Height()});
-    fill_box(page, {0, 0, page.Width(), page.Height()}, state.PageFill.Color1);
+    constexpr Color white = rgb(255, 255, 255);
+    fill_box(page, {0, 0, page.Width(), page.Height()}, state.look ? state.PageFill.Color1 : white);
     forget_marks(state);
     show(state);
 }
