@@ -68,6 +68,9 @@ struct EvenedRanges {
     AxisRanges evened;
 };
 
+/// Who has fitted the range of an axis to its data, so that it is no round one.
+enum class FittedBy : std::uint8_t { Nobody, FitAxes, AutoFit };
+
 /// What FitAxes leaves free at each end of a fitted axis when it is not told, a share of the range.
 constexpr double usual_fit_margin = 0.05;
 
@@ -132,11 +135,11 @@ struct Axis {
     std::optional<DrawnRange> drawn;       // the last time, if it was automatic then
     std::optional<ShownScale> shown;       // by the last drawing
     GivenProperties given;
-    std::string AxisLink;                  // axes of a page with one name share their ranges; "" for none
-    std::optional<AxisRanges> linked;      // as they were shared last
-    std::optional<EvenedRanges> evened;    // where KeepEqualUnits has widened it
-    bool fitted = false;                   // its range is what the data reach, not a round one
-    double fit_margin = usual_fit_margin;  // of the last FitAxes
+    std::string AxisLink;               // axes of a page with one name share their ranges; "" for none
+    std::optional<AxisRanges> linked;   // as they were shared last
+    std::optional<EvenedRanges> evened; // where KeepEqualUnits has widened it
+    FittedBy fitted_by = FittedBy::Nobody;
+    double fit_margin = usual_fit_margin; // of the last FitAxes
 
     AxisRanges ranges() const { return {AxisValue1, AxisValue2, ScaleMin, ScaleMax}; }
     void take_ranges(AxisRanges const& ranges) {
@@ -201,7 +204,7 @@ struct DataSetSettings : GraphText {
 struct DataSet : DataSetSettings {
     PointStore points;
     std::size_t points_kept = 0; // older ones are forgotten; 0: none is
-    mutable CurveMemory curve; // written by drawing
+    mutable CurveMemory curve;   // written by drawing
 
     std::int32_t DataSetPointCount() const { return static_cast<std::int32_t>(points.size()); }
 };

@@ -17,10 +17,18 @@ namespace {
 using document::Axis;
 using document::AxisMode;
 using document::ControlState;
+using document::FittedBy;
 
 // Ranges that were settled before the drawing of the axis.
 bool is_settled_already(Axis const& axis) {
-    return axis.fitted || axis.evened || !axis.AxisLink.empty();
+    return axis.fitted_by != FittedBy::Nobody || axis.evened || !axis.AxisLink.empty();
+}
+
+// AutoFit was switched off.
+void leave_fit(ControlState const& state, Axis& axis) {
+    if (state.AutoFit || axis.fitted_by != FittedBy::AutoFit || !axis.ranges().shows_all()) return;
+    axis.fitted_by = FittedBy::Nobody;
+    axis.AxisRescale = true;
 }
 
 // An automatic axis without points shows the functions drawn on it, or 0..1. A zoomed one is left alone.
@@ -52,8 +60,8 @@ void remember_drawn(ControlState const& state, Axis& axis, AxisSpan const& range
 
 // The rule by which an axis got its range no longer holds.
 bool has_other_rule(ControlState const& state, Axis const& axis) {
-    return axis.drawn && axis.drawn->round_ticks != state.RoundTicks && axis.AxisValue1 == axis.ScaleMin
-           && axis.AxisValue2 == axis.ScaleMax;
+    return !is_settled_already(axis) && axis.drawn && axis.drawn->round_ticks != state.RoundTicks
+           && axis.AxisValue1 == axis.ScaleMin && axis.AxisValue2 == axis.ScaleMax;
 }
 
 AxisSpan round_range_of(ControlState& state, Axis& axis) {
@@ -74,6 +82,7 @@ std::optional<AxisSpan> time_range(Axis const& axis) {
 }
 
 AxisSpan automatic_range(ControlState& state, Axis& axis) {
+    leave_fit(state, axis);
     range_over_functions(state, axis);
     if (axis.AxisTime)
         if (auto const range = time_range(axis)) return *range;
@@ -121,7 +130,8 @@ SettledRange settle_silently(ControlState& state, Axis& axis) {
     if (is_new) {
         axis.AxisValue1 = axis.ScaleMin = range.low;
         axis.AxisValue2 = axis.ScaleMax = range.high;
-        axis.AxisRescale = axis.fitted = false;
+        axis.AxisRescale = false;
+        axis.fitted_by = FittedBy::Nobody;
     }
     if (!(range.low > 0 && range.high > 0)) axis.AxisLog = false;
     remember_drawn(state, axis, range);

@@ -23,6 +23,7 @@ using document::AxisKind;
 using document::AxisMode;
 using document::AxisRanges;
 using document::ControlState;
+using document::FittedBy;
 using document::Graph;
 
 /// An axis and what is known of it while ranges are settled.
@@ -159,16 +160,18 @@ Reach joined_reach(ControlState& state, Group const& group) {
     return all;
 }
 
-std::optional<document::Extent> range_of(Reach const& reach, bool is_log, double margin) {
+std::optional<document::Extent> range_of(Reach const& reach, Axis const& axis, double margin) {
+    constexpr double half_a_day = 12 * 3600.0; // about a single moment
     auto const [low, high] = reach.extent;
     return scale::fitted_range({.low = low,
                                 .high = high,
-                                .is_log = is_log,
+                                .is_log = axis.AxisLog,
                                 .margin = margin,
                                 .stands_low = reach.has_base_at(low),
                                 .stands_high = reach.has_base_at(high),
                                 .room_low = reach.room_low,
-                                .room_high = reach.room_high});
+                                .room_high = reach.room_high,
+                                .single_pad = axis.AxisTime ? half_a_day : 0});
 }
 
 void fit_group(ControlState& state, Group const& group, Fit const& fit) {
@@ -181,7 +184,7 @@ void fit_group(ControlState& state, Group const& group, Fit const& fit) {
         any([&](Member const* member) { return at(state.Graphs, member->graph)->KeepEqualUnits; });
     Axis const& leading = *leading_member(state, group).axis;
     double const margin = is_asked ? fit.margin : leading.fit_margin;
-    auto const range = range_of(reach, leading.AxisLog, margin);
+    auto const range = range_of(reach, leading, margin);
     if (!range && is_asked)
         raise_fault(FaultNumber::Overflow,
                     "The data of an axis lie too far apart to be shown together; its range stays.");
@@ -191,11 +194,12 @@ void fit_group(ControlState& state, Group const& group, Fit const& fit) {
                                  : within(*range, leading.ranges(), is_evened));
     for (Member* const member : group) {
         Axis& axis = *member->axis;
+        axis.AxisRescale = false;
+        axis.fit_margin = margin;
+        axis.fitted_by = is_asked ? FittedBy::FitAxes : FittedBy::AutoFit;
+        if (!is_asked) continue; // AutoFit may be switched off again
         axis.DataMin = reach.extent.low;
         axis.DataMax = reach.extent.high;
-        axis.AxisRescale = false;
-        axis.fitted = true;
-        axis.fit_margin = margin;
     }
 }
 
@@ -205,7 +209,8 @@ void unite_group(ControlState& state, Group const& group) {
     bool is_new = false;
     for (Member* const member : group) {
         Axis const& axis = *member->axis;
-        is_new |= axis.AxisRescale || !axis.linked;
+        is_new |=
+            axis.AxisRescale || !axis.linked || (axis.fitted_by == FittedBy::AutoFit && member->shows_all());
         if (!axis.AxisNoData) {
             data.include(axis.DataMin);
             data.include(axis.DataMax);
@@ -279,7 +284,10 @@ bool has_new_range(Member const& member) {
 /// Settles the ranges of graphs that are laid out; true where a full range has become another.
 bool settle(ControlState& state, Fit const& fit) {
     std::vector<Member> members = members_of(state, fit.graphs);
-    for (Member& member : members) take_back_evening(*member.axis);
+    for (Member& member : members) {
+        take_back_evening(*member.axis);
+        if (member.axis->AxisTime) member.axis->AxisLog = false; // as it is drawn
+    }
     if (state.AutoFit || fit.graph >= 0) find_reaches(state, fit, members);
     // x first, because values of functions depend on it.
     for (AxisKind const kind : {AxisKind::X, AxisKind::Y})

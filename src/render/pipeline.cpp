@@ -151,8 +151,9 @@ void fit_graphs(ControlState& state, std::int16_t which) {
                || std::ranges::any_of(state.Graphs,
                                       [](auto const& graph) { return graph->finds_legend_place(); });
     };
-    if (!state.keeps_drawn_ranges && fits() && fit_margins(state, *state.GraphImage, which))
-        state.ground.reset();
+    if (state.keeps_drawn_ranges || !fits()) return;
+    if (fit_margins(state, *state.GraphImage, which)) state.ground.reset();
+    settle_linked_graphs(state); // whose axes have other lengths now
 }
 
 void refresh_once(ControlState& state, std::int16_t which, bool legend_on_page) {

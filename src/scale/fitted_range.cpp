@@ -9,7 +9,7 @@ namespace qv::scale {
 namespace {
 
 constexpr double least_share_of_data = 0.1; // of the axis
-constexpr double same_value = 1e-12;        // two values no further apart, relatively, are one
+constexpr double same_value = 1e-14;        // two values no further apart, relatively, are one
 
 /// What is added to data at one end, on the axis's own scale.
 struct End {
@@ -41,7 +41,8 @@ void widen_single_value(FitWish& wish) {
                                        : wish.high - wish.low <= largest * same_value;
     if (!is_single) return;
     if (wish.stands_low) wish.stands_high = false;
-    double const pad = largest == 0 ? 1 : std::max(largest / 20, std::numeric_limits<double>::min());
+    double const usual_pad = largest == 0 ? 1 : std::max(largest / 20, std::numeric_limits<double>::min());
+    double const pad = wish.single_pad > 0 ? wish.single_pad : usual_pad;
     double const factor = std::sqrt(10.0);
     if (!wish.stands_low) wish.low = wish.is_log ? wish.low / factor : wish.low - pad;
     if (!wish.stands_high) wish.high = wish.is_log ? wish.high * factor : wish.high + pad;

@@ -17,6 +17,7 @@ struct FitWish {
     bool stands_high = false; // or hang from there
     double room_low = 0;      // at least this share of the axis lies below `low`
     double room_high = 0;
+    double single_pad = 0; // what one value alone gets to either side; 0 for what is usual
 };
 
 /// The range; all shares are of the axis's own scale. One value alone gets a twentieth of it to either side,

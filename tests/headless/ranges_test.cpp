@@ -158,6 +158,12 @@ TEST_CASE("one value gets a range about it, ends beyond all numbers get none") {
         person.page.Refresh();
         CHECK(person.fits(first, last, first, last));
     }
+    Fitted moment;
+    moment.page.SelectXaxis();
+    moment.page.AxisTime(true);
+    moment.points({{1.7e9, 1}});
+    moment.page.FitAxes(0);
+    CHECK(is_near(shown(moment.x_axis()), 1.7e9 - 43200, 1.7e9 + 43200));
     Fitted person;
     person.points({{0, -1e308}, {1, 1.5e308}});
     person.page.FitAxes();
@@ -255,6 +261,23 @@ TEST_CASE(
         else
             CHECK(shown(person.y_axis()) == Shown{2, 3}); // zoomed, as ever
     }
+}
+
+TEST_CASE("where AutoFit ends ranges are round as if it had never been, those of FitAxes stay") {
+    Fitted person, classic;
+    for (Fitted* const it : {&person, &classic}) {
+        it->page.AutoFit(it == &person);
+        it->points({{0, -3}, {10, 17}});
+        it->page.Refresh();
+    }
+    CHECK_FALSE(shown(person.y_axis()) == shown(classic.y_axis()));
+    person.page.AutoFit(false);
+    person.page.Refresh();
+    CHECK(shown(person.y_axis()) == shown(classic.y_axis()));
+    CHECK(person.pixels() == classic.pixels());
+    person.page.FitAxes(0);
+    person.page.Refresh();
+    CHECK(person.fits(0, 10, -3, 17));
 }
 
 TEST_CASE("with DataOwnAxes points widen the axes of their data set, one by one and in columns") {
