@@ -7,8 +7,9 @@
 int main() {
     qv::headless::HeadlessHost host({800, 500}); // a page in memory, in pixels
     qv::qvGraph& page = host.control();
+    page.UseLook("light"); // or "dark", "print", one of your own
     auto graph = page.graph("A damped oscillation");
-    auto line = graph.line("amplitude", {.color = 0xB45A1E, .line_thickness = 2}); // colours are 0xBBGGRR
+    auto line = graph.line("amplitude");
     for (double t = 0; t <= 10; t += 0.01) line.add(t, std::exp(-t / 4) * std::cos(5 * t));
     page.Refresh();
     host.save("first_page.png"); // or .svg, .pdf

@@ -16,7 +16,6 @@ void draw(qv::qvGraph& page) {
     axis_range(page, 0, 0, 24, 8, 3);
     axis_range(page, 1, 0, 6, 6);
     page.LegendShow(true);
-    page.LegendTableTop(12);
 }
 
 int main(int argc, char** argv) {

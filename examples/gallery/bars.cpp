@@ -30,8 +30,6 @@ void draw(qv::qvGraph& page) {
     page.AxisTextLabels(",January,February,March,April,May,June,");
     page.AxisGridMajor(false);
     page.LegendShow(true);
-    page.LegendTableLeft(12);
-    page.LegendTableTop(12);
 }
 
 int main(int argc, char** argv) {

@@ -24,7 +24,6 @@ void draw(qv::qvGraph& page) {
     axis_range(page, 1, -2, 1.5, 7);
     page.AxisReverse(true); // the brighter, the higher
     page.LegendShow(true);
-    page.LegendTableTop(12);
 }
 
 int main(int argc, char** argv) {

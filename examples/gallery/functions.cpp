@@ -32,7 +32,6 @@ void draw(qv::qvGraph& page) {
     axis_range(page, 0, -4, 4, 8, 2);
     axis_range(page, 1, -1, 1, 4);
     page.LegendShow(true);
-    page.LegendTableTop(2);
 }
 
 int main(int argc, char** argv) {

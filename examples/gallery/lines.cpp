@@ -21,7 +21,6 @@ void draw(qv::qvGraph& page) {
     axis_range(page, 0, 0, 10, 10, 2);
     axis_range(page, 1, -1.5, 1.5, 6, 2);
     page.LegendShow(true);
-    page.LegendTableLeft(72);
 }
 
 int main(int argc, char** argv) {

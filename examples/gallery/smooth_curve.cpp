@@ -20,8 +20,6 @@ void draw(qv::qvGraph& page) {
     axis_range(page, 0, 0, 24, 8, 3);
     axis_range(page, 1, 5, 25, 4, 5);
     page.LegendShow(true);
-    page.LegendTableLeft(12);
-    page.LegendTableTop(12);
 }
 
 int main(int argc, char** argv) {

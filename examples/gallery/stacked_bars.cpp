@@ -41,8 +41,6 @@ void draw(qv::qvGraph& page) {
     axis_range(page, 0, 0, 100, 5);
     axis_range(page, 1, 2019, 2025, 6);
     page.LegendShow(true);
-    page.LegendTableLeft(88);
-    page.LegendTableTop(12);
 }
 
 int main(int argc, char** argv) {

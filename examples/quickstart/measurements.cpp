@@ -22,11 +22,13 @@ int main() {
 
     qv::headless::HeadlessHost host({800, 500});
     qv::qvGraph& page = host.control();
+    page.UseLook("light");
     auto graph = page.graph("A day");
     graph.x_axis({.title = "hour", .from = 0, .to = 24}); // fixed; the y axis finds its range
     graph.y_axis({.title = "°C"});
-    auto warm = graph.line("inside", {.color = 0x3C3CC8, .symbol = 3, .line_thickness = 2});
-    auto cold = graph.line("outside", {.color = 0xA86426, .symbol = 4, .line_thickness = 2});
+    // colours are 0xBBGGRR, and the look's own where none is given
+    auto warm = graph.line("inside", {.color = 0x1E12BA, .symbol = 3});
+    auto cold = graph.line("outside", {.symbol = 4});
     warm.add(hours, inside); // whole columns at once
     cold.add(hours, outside);
     page.Refresh();

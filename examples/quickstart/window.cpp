@@ -18,8 +18,9 @@ int main(int argc, char** argv) {
     widget.resize(800, 500);
 
     qv::qvGraph& page = widget.control();
+    page.UseLook("light");
     auto graph = page.graph("A damped oscillation");
-    auto line = graph.line("amplitude", {.color = 0xB45A1E, .line_thickness = 2});
+    auto line = graph.line("amplitude");
     for (double t = 0; t <= 10; t += 0.01) line.add(t, std::exp(-t / 4) * std::cos(5 * t));
     page.Refresh();
 

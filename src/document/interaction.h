@@ -72,6 +72,7 @@ struct ReadPoint {
 struct GraphPlace {
     float left = 0, top = 0, width = 0, height = 0; // fractions of the page
     Margins margins;
+    std::uint8_t legend_place = 0;
     float legend_left = 0, legend_top = 0; // percent of the frame
     std::vector<Shown> ranges;
     std::vector<bool> shows_all; // which axes showed their full range, wherever it may reach since

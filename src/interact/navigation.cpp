@@ -43,9 +43,9 @@ bool shows_all(document::Axis const& axis) {
 GraphPlace place_of(Graph const& graph) {
     std::vector<bool> whole;
     for (document::Axis const& axis : graph.Axes) whole.push_back(shows_all(axis));
-    return {graph.GraphLeft,      graph.GraphTop,      graph.GraphWidth,
-            graph.GraphHeight,    graph.margins(),     graph.LegendTableLeft,
-            graph.LegendTableTop, shown_ranges(graph), std::move(whole)};
+    return {graph.GraphLeft,     graph.GraphTop,    graph.GraphWidth,      graph.GraphHeight,
+            graph.margins(),     graph.LegendPlace, graph.LegendTableLeft, graph.LegendTableTop,
+            shown_ranges(graph), std::move(whole)};
 }
 
 /// What of a graph a drag had moved.
@@ -77,6 +77,7 @@ Dragged put_back(ControlState const& state, Graph& graph) {
     graph.GraphWidth = place.width;
     graph.GraphHeight = place.height;
     if (graph.margins_by_hand) graph.set_margins(place.margins);
+    graph.LegendPlace = place.legend_place;
     graph.LegendTableLeft = place.legend_left;
     graph.LegendTableTop = place.legend_top;
     // No other drag has moved them.

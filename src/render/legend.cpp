@@ -95,16 +95,10 @@ LegendSize size_of(ControlState const& state, Table const& table) {
             (table.lines + margins_in_lines) * table.line_height};
 }
 
-/// Where it stands is told in percent of the frame too.
 void find_place(ControlState const& state, Graph& graph, LegendSize size) {
     const Point corner = legend_corner(state, graph, size);
     graph.LegendLeft = to_i32(corner.x);
     graph.LegendTop = to_i32(corner.y);
-    auto const percent = [](double part, std::int32_t whole) {
-        return whole == 0 ? 0.0F : static_cast<float>(100 * part / whole);
-    };
-    graph.LegendTableLeft = percent(corner.x - graph.FrameLeft, graph.FrameWidth);
-    graph.LegendTableTop = percent(corner.y - graph.FrameTop, graph.FrameHeight);
 }
 
 /// Sets the table's size and moves it inside the frame; false when there is nothing to draw.
