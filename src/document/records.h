@@ -291,6 +291,7 @@ struct GraphSettings {
         Margins const set{BorderLeft, BorderTop, BorderRight, BorderBottom};
         if (margins_by_hand) return set;
         Margins const& more = fitting.needed;
+        if (leaves_out(LeftOut::Labels)) return more; // nothing stands in them
         return {std::max(set.left, more.left), std::max(set.top, more.top), std::max(set.right, more.right),
                 std::max(set.bottom, more.bottom)};
     }

@@ -8,8 +8,9 @@ namespace qv::render {
 inline BarBatch::Span BarBatch::pixels(double from, double to, double twips_per_pixel, Span const& within) {
     if (std::isnan(from) || std::isnan(to)) return {};
     auto const [low, high] = std::minmax(from, to);
-    return {std::max(whole_pixel(low / twips_per_pixel), within.first),
-            std::min(whole_pixel(high / twips_per_pixel), within.last)};
+    const Span span{std::max(whole_pixel(low / twips_per_pixel), within.first),
+                    std::min(whole_pixel(high / twips_per_pixel), within.last)};
+    return span.empty() ? Span{} : span;
 }
 
 bool BarBatch::pays(std::size_t bars, DrawSurface const& surface, Box const& visible, bool horizontal) {

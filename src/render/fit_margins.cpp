@@ -26,8 +26,8 @@ using document::Margins;
 constexpr double edge_room_mm = 1.5;       // between the texts and the frame's edge
 constexpr double least_plot_share = 0.4;   // of the frame, either way, before something is left out
 constexpr double most_margin_share = 0.45; // of the frame that one margin may take
-constexpr int most_rounds = 3;             // ticks depend on the room, and the room on their labels
-constexpr float settled = 15;              // twips; smaller changes are not followed
+constexpr std::int8_t no_corner = Fitting{}.legend_corner;
+constexpr int most_rounds = 3; // ticks depend on the room, and the room on their labels
 
 bool is_zoomed(Graph const& graph) {
     return std::ranges::any_of(graph.Axes, [](Axis const& axis) {
@@ -40,12 +40,6 @@ Margins largest(Margins const& one, Margins const& other) {
             std::max(one.bottom, other.bottom)};
 }
 
-bool about_equal(Margins const& one, Margins const& other) {
-    auto const near = [](float a, float b) { return std::abs(a - b) <= settled; };
-    return near(one.left, other.left) && near(one.top, other.top) && near(one.right, other.right)
-           && near(one.bottom, other.bottom);
-}
-
 // What axes, labels and titles need of the current graph, with its margins as they are.
 Margins needed_now(ControlState& state, DrawSurface& surface) {
     Graph const& graph = current_graph(state);
@@ -54,7 +48,7 @@ Margins needed_now(ControlState& state, DrawSurface& surface) {
     if (!is_current(state, graph)) return graph.fitting.needed;
     GraphAxes(state, surface, AxesPass::Measured);
     auto const room = [&](float reach, double units_per_mm, std::int32_t frame) {
-        double const wanted = reach <= 0 ? 0 : reach + edge_room_mm * units_per_mm;
+        double const wanted = std::max<double>(reach, 0) + edge_room_mm * units_per_mm;
         return static_cast<float>(std::min(std::ceil(wanted), most_margin_share * frame));
     };
     Margins const& reach = state.axes_reach;
@@ -71,26 +65,25 @@ bool plot_is_large_enough(Graph const& graph) {
            && height - margins.top - margins.bottom >= least_plot_share * height;
 }
 
-void fit_axes_and_titles(ControlState& state, DrawSurface& surface, Graph& graph) {
-    Fitting& fitting = graph.fitting;
-    // While a person zooms, the plot area does not move for shorter labels.
-    const Margins at_least = is_zoomed(graph) ? fitting.needed : Margins{};
+void fit_axes_and_titles(ControlState& state, DrawSurface& surface, Graph& graph, Margins const& at_least) {
+    // From the same margins each time, so that what comes out does not depend on what was there before.
+    graph.fitting.needed = at_least;
     for (int round = 0; round < most_rounds; ++round) {
         const Margins needed = largest(at_least, needed_now(state, surface));
-        if (!is_current(state, graph)) return;
-        if (about_equal(needed, fitting.needed)) return;
-        fitting.needed = needed;
+        if (!is_current(state, graph) || needed == graph.fitting.needed) return;
+        graph.fitting.needed = needed;
     }
 }
 
 void fit_whole(ControlState& state, DrawSurface& surface, Graph& graph) {
     constexpr LeftOut barest = LeftOut::Labels;
+    // While a person zooms, the plot area does not move for shorter labels.
+    const Margins at_least = is_zoomed(graph) ? graph.fitting.needed : Margins{};
     graph.fitting.left_out = LeftOut::Nothing;
-    fit_axes_and_titles(state, surface, graph);
+    fit_axes_and_titles(state, surface, graph, at_least);
     while (is_current(state, graph) && !plot_is_large_enough(graph) && graph.fitting.left_out != barest) {
         graph.fitting.left_out = static_cast<LeftOut>(static_cast<int>(graph.fitting.left_out) + 1);
-        graph.fitting.needed = {};
-        fit_axes_and_titles(state, surface, graph);
+        fit_axes_and_titles(state, surface, graph, {});
     }
 }
 
@@ -114,8 +107,9 @@ void fit(ControlState& state, DrawSurface& surface, std::int16_t index) {
     if (state.FitMargins) {
         fit_whole(state, surface, graph);
     } else {
-        graph.fitting.needed = {};
-        graph.fitting.left_out = LeftOut::Nothing;
+        std::int8_t const corner = graph.finds_legend_place() ? graph.fitting.legend_corner : no_corner;
+        graph.fitting = {};
+        graph.fitting.legend_corner = corner;
         scale::CalcBorders(state);
     }
     if (is_current(state, graph)) make_room_for_legend(state, surface, graph);
@@ -145,7 +139,18 @@ void align(ControlState& state) {
 
 } // namespace
 
+bool has_margins_to_fit(ControlState const& state) {
+    return state.FitMargins || state.AlignPlots || std::ranges::any_of(state.Graphs, [](auto const& graph) {
+               return graph->finds_legend_place() || graph->fitting != Fitting{};
+           });
+}
+
 bool fit_margins(ControlState& state, DrawSurface& surface, std::int16_t alone) {
+    bool const fits =
+        state.FitMargins || state.AlignPlots || std::ranges::any_of(state.Graphs, [](auto const& graph) {
+            return graph->finds_legend_place() || graph->fitting != Fitting{};
+        });
+    if (!fits) return false;
     std::vector<std::pair<Graph const*, Margins>> before;
     for (auto const& graph : state.Graphs) before.emplace_back(graph.get(), graph->margins());
     for (std::int16_t index = 0; index < state.NumGraphs(); ++index) fit(state, surface, index);

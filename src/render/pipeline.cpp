@@ -146,12 +146,7 @@ void finish_ground(ControlState& state, std::int16_t index) {
 
 // A page in shapes has the margins of the page that is shown.
 void fit_graphs(ControlState& state, std::int16_t which) {
-    auto const fits = [&] {
-        return state.FitMargins || state.AlignPlots
-               || std::ranges::any_of(state.Graphs,
-                                      [](auto const& graph) { return graph->finds_legend_place(); });
-    };
-    if (state.keeps_drawn_ranges || !fits()) return;
+    if (state.keeps_drawn_ranges || !has_margins_to_fit(state)) return;
     if (fit_margins(state, *state.GraphImage, which)) state.ground.reset();
     settle_linked_graphs(state); // whose axes have other lengths now
 }

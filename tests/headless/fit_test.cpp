@@ -99,7 +99,8 @@ TEST_CASE("margins do not shrink while a person zooms, and do when everything is
 }
 
 TEST_CASE("a small graph leaves out titles and labels for its plot area's sake") {
-    for (int const width : {60, 90, 140, 220, 480}) {
+    auto before = document::LeftOut::Labels;
+    for (int const width : {40, 60, 90, 140, 220, 480}) {
         CAPTURE(width);
         HeadlessHost host({width, width * 3 / 4});
         host.control().UseLook("light");
@@ -110,9 +111,11 @@ TEST_CASE("a small graph leaves out titles and labels for its plot area's sake")
         document::Graph const& graph = graph_of(host);
         CHECK(plot_of(host).width >= 0.39 * graph.FrameWidth);
         CHECK(plot_of(host).height >= 0.39 * graph.FrameHeight);
-        CHECK(graph.leaves_out(document::LeftOut::Labels) == (width <= 60));
-        CHECK(graph.leaves_out(document::LeftOut::AxisTitles) == (width <= 90));
+        CHECK(graph.fitting.left_out <= before);
+        before = graph.fitting.left_out;
+        if (width == 40) CHECK(before == document::LeftOut::Labels);
     }
+    CHECK(before == document::LeftOut::Nothing);
 }
 
 TEST_CASE("graphs of one column and of one row are flush, however one of them is redrawn") {
@@ -172,7 +175,7 @@ TEST_CASE("a legend stands where it hides least") {
         CHECK(has_clean_edge(host));
     }
     SUBCASE("one too large for the plot area stands beside it") {
-        for (int i = 0; i < 14; ++i) page.NewDataSet("another data set " + std::to_string(i));
+        for (int i = 0; i < 20; ++i) page.NewDataSet("another data set " + std::to_string(i));
         page.Refresh();
         CHECK(legend().left >= plot_of(host).right());
     }
