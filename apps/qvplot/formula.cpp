@@ -1,8 +1,9 @@
 #include "qvplot/formula.h"
 
 #include "qvgraph/render_error.h"
-#include "qvplot/axis_plan.h"
 #include "qvplot/report.h"
+#include "qvplot/shown_range.h"
+#include "table/text.h"
 
 #include <algorithm>
 #include <array>
@@ -13,6 +14,8 @@
 namespace qv::plot {
 namespace {
 
+using table::shortest;
+
 constexpr char const* variable = "x";
 constexpr double most_rows = 1e7;
 constexpr double default_steps = 10;       // of FROM:TO
@@ -20,19 +23,12 @@ constexpr std::size_t block_rows = 4096;   // evaluated at a time
 constexpr std::size_t page_samples = 2001; // of a function on a page
 constexpr XRange default_range{-10, 10};
 
-std::optional<double> number(std::string_view text) {
-    double value = 0;
-    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    bool const whole = error == std::errc() && end == text.data() + text.size();
-    return whole && std::isfinite(value) ? std::optional(value) : std::nullopt;
-}
-
 /// The numbers between colons; a part that is none is a PlotError.
 std::vector<double> numbers(std::string const& option, std::string_view text, char const* form) {
     std::vector<double> values;
     for (std::size_t begin = 0; begin <= text.size();) {
         std::size_t const end = std::min(text.find(':', begin), text.size());
-        auto const value = number(text.substr(begin, end - begin));
+        auto const value = table::finite_number(text.substr(begin, end - begin));
         if (!value)
             throw PlotError(option + ": \"" + std::string(text) + "\" is not " + form
                             + ", all of them numbers");
@@ -121,12 +117,6 @@ public:
 private:
     qvExpression engine_;
 };
-
-std::string shortest(double value) {
-    std::array<char, 32> text{};
-    auto const [end, error] = std::to_chars(text.data(), text.data() + text.size(), value);
-    return {text.data(), end};
-}
 
 /// Where a formula failed first.
 struct Failure {

@@ -3,12 +3,12 @@
 #include "qvplot/formula.h"
 #include "qvplot/plot_error.h"
 #include "table/dates.h"
+#include "table/text.h"
 
 #include <CLI/CLI.hpp>
 
 #include <cctype>
 #include <charconv>
-#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -36,13 +36,6 @@ PixelSize parse_size(std::string const& text) {
     throw CLI::ValidationError("--size", "\"" + text
                                              + "\" is not a width and a height of 64 to 8192 pixels, "
                                                "such as 1200x800");
-}
-
-std::optional<double> number(std::string_view text) {
-    double value = 0;
-    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    bool const whole = error == std::errc() && end == text.data() + text.size();
-    return whole && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
 void add_definitions(CLI::App& app, std::vector<std::string>& definitions) {
@@ -84,7 +77,7 @@ void add_look(CLI::App& app, PlotOptions& options) {
     app.add_flag("--log-y2", options.log.y2, "logarithmic axis on the right");
     app.add_flag("--no-legend", options.no_legend,
                  "leave out the legend, which pages of several columns have");
-    app.add_option("--title", options.title, "title of the page")->type_name("TEXT");
+    app.add_option("--title", options.title, "title of the page; x^{2} and CO_{2} are raised and lowered, in other titles too")->type_name("TEXT");
     app.add_option("--x-title", options.x_title, "title of the x axis; default: its column")
         ->type_name("TEXT");
     app.add_option("--y-title", options.y_title, "title of the y axis; default: its columns")
@@ -113,9 +106,9 @@ XRange parse_x_range(std::string_view text) {
     // Times hold colons too.
     for (auto colon = text.find(':'); colon != std::string_view::npos; colon = text.find(':', colon + 1)) {
         const std::string_view first = text.substr(0, colon), second = text.substr(colon + 1);
-        auto const from = number(first), to = number(second);
+        auto const from = table::finite_number(first), to = table::finite_number(second);
         if (from && to && *from < *to) return {*from, *to};
-        auto const first_date = table::shown_date(first), second_date = table::shown_date(second);
+        auto const first_date = table::utc_seconds(first), second_date = table::utc_seconds(second);
         if (first_date && second_date && *first_date < *second_date) return {*first_date, *second_date, true};
     }
     throw PlotError("--x-range: \"" + std::string(text)

@@ -26,7 +26,7 @@ struct LogAxes {
 struct XRange {
     double from = 0;
     double to = 0;
-    bool is_date = false; // both are days since 1899-12-30
+    bool is_date = false; // both are seconds since 1970 in UTC
 };
 
 /// Reads FROM:TO, two numbers or two dates, the smaller first; anything else is a PlotError.

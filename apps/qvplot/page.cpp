@@ -1,133 +1,29 @@
 #include "qvplot/page.h"
-#include "control/state_of.h"
 
-#include "document/selection.h"
-#include "interact/scroll_bars.h"
-#include "qvplot/layout.h"
-#include "qvplot/legend_place.h"
-#include "qvplot/look.h"
-#include "qvplot/ruler.h"
-#include "render/legend.h"
+#include "qvgraph/looks.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace qv::plot {
 namespace {
 
-constexpr std::int16_t bar_symbol = 1;
+constexpr char const* look_of_page = "light";
 constexpr std::int16_t first_shape = 3; // circle, square, diamond, two triangles
 constexpr std::size_t shapes = 5;
-constexpr double pixels_per_mm = 96 / millimetres_per_inch;
+constexpr std::size_t dashes = 5;
+constexpr double bar_share = 0.8;         // of the room between two bars
+constexpr double bar_share_of_size = 0.9; // the control's bars are narrower than their size
 
-struct AxisLook {
-    Color color = ink;
-    bool far_side = false;
-    bool grid = true;
-    bool labels = true;
-    double title_shift = 0; // millimetres away from the axis
-};
-
-// Of the selected axis; its full range stays.
-void show_range(qvGraph& page, Extent range) {
-    document::Axis& axis = document::selected_axis(control::state_of(page));
-    axis.AxisValue1 = range.low;
-    axis.AxisValue2 = range.high;
-}
-
-void style_axis(qvGraph& page, AxisLayout const& axis, AxisLook const& look) {
-    AxisPlan const& plan = axis.plan;
-    page.AxisScaleStyle({.Value1 = axis.full.low,
-                         .Value2 = axis.full.high,
-                         .MajorDivs = -1,
-                         .MinorDivs = -1,
-                         .ScaleStyle = 1,
-                         .TextLabels = plan.format});
-    show_range(page, plan.range);
-    page.SetAxisTicks(plan.major, plan.minor);
-    page.AxisStyle({.LineColor = axis_gray, .LogScale = plan.is_log, .FarSide = look.far_side});
-    page.AxisTitleStyle({.Title = axis.title,
-                         .Font = axis_title_font.specification,
-                         .FontColor = look.color,
-                         .Show = !axis.title.empty()});
-    page.AxisTitleShift(static_cast<float>(-look.title_shift));
-    page.AxisLabelStyle({.Font = label_font.specification, .FontColor = look.color, .Show = look.labels});
-    page.AxisTickStyle(
-        {.Length = static_cast<float>(tick_length), .Inside = false, .Outside = true, .BothEnds = false});
-    page.AxisGridStyle({.MajorGridColor = grid_gray, .MajorGridShow = look.grid, .MinorGridShow = false});
-}
-
-// The colour of an axis that has one column, on a page with an axis on either side.
-Color axis_color(PlotData const& data, bool second) {
-    std::size_t columns = 0, last = 0;
-    for (std::size_t i = 0; i < data.series.size(); ++i)
-        if (data.series[i].on_second_axis == second) {
-            ++columns;
-            last = i;
-        }
-    return columns == 1 && data.series.size() > 1 ? column_color(last) : ink;
-}
-
-void style_axes(qvGraph& page, PlotData const& data, PageLayout const& layout) {
-    bool const labels = layout.shows_labels;
-    page.SelectXaxis(1);
-    // The control counts an x axis's title from its labels without their gap.
-    style_axis(page, layout.x, {.labels = labels, .title_shift = label_gap + title_gap - tick_length});
-    // It also halves the distance of its labels: twice the tick's length, and a shift.
-    page.AxisLabelShift(static_cast<float>(2 * (tick_length - label_gap)));
-    page.SelectYaxis(1);
-    style_axis(
-        page, layout.y,
-        {.color = layout.y2 ? axis_color(data, false) : ink, .labels = labels, .title_shift = title_gap});
-    if (!layout.y2) return;
-    page.SelectYaxis(2);
-    style_axis(page, *layout.y2,
-               {.color = axis_color(data, true),
-                .far_side = true,
-                .grid = false,
-                .labels = labels,
-                .title_shift = title_gap});
-    page.SelectYaxis(1); // which the scroll bar follows
-}
-
-void style_graph(qvGraph& page, PageLayout const& layout) {
-    page.PageColors({.Color1 = white});
-    page.BorderStyle({.Color1 = white,
-                      .Left = static_cast<float>(layout.left),
-                      .Top = static_cast<float>(layout.top),
-                      .Right = static_cast<float>(layout.right),
-                      .Bottom = static_cast<float>(layout.bottom)});
-    page.BorderEdgeThickness(0);
-    page.PlotAreaColors({.Color1 = white});
-    page.GraphTitleStyle({.Font = title_font.specification,
-                          .FontColor = ink,
-                          .VerticalShift = static_cast<std::int32_t>(title_gap),
-                          .Show = layout.shows_title});
-}
-
-LegendRoom legend_room(qvGraph& page) {
-    document::ControlState& state = control::state_of(page);
-    auto const size = render::legend_size(state, *state.host->make_surface(), document::current_graph(state));
-    return {size.width / state.UnitsPerMmX, size.height / state.UnitsPerMmY};
-}
-
-void style_legend(qvGraph& page) {
-    page.LegendTableStyle({.Font = label_font.specification,
-                           .FontColor = ink,
-                           .EdgeColor = axis_gray,
-                           .EdgeThickness = 1,
-                           .Color1 = white,
-                           .Show = false});
-}
-
-void style_bars(qvGraph& page, std::size_t number, std::size_t count, PageLayout const& layout) {
-    constexpr double bar_share_of_size = 0.9; // the control's bars are narrower than their size
-    double const place = static_cast<double>(number) - (static_cast<double>(count) - 1) / 2;
-    page.SymbolStyle({.Symbol = bar_symbol,
-                      .Size = static_cast<float>(layout.bar_width / bar_share_of_size),
-                      .Color1 = column_color(number),
-                      .BarOffset = static_cast<float>(place * layout.bar_width),
-                      .BarBase = !layout.y.plan.is_log});
-    page.DataLineStyle(0);
+/// The text as RichText shows it letter by letter: what a file names x_1 is not lowered.
+std::string as_it_stands(std::string const& text) {
+    std::string escaped;
+    for (char const letter : text) {
+        if (letter == '\\' || letter == '^' || letter == '_' || letter == '{' || letter == '}')
+            escaped += '\\';
+        escaped += letter;
+    }
+    return escaped;
 }
 
 // Millimetres: smaller the more there are.
@@ -135,15 +31,14 @@ float symbol_size(std::size_t points) {
     return points <= 200 ? 2 : points <= 2000 ? 1.4F : points <= 20000 ? 1 : 0.6F;
 }
 
-// Points of a line whose neighbours are missing.
+/// Points of a line whose neighbours are missing.
 struct LonePoints {
-    std::size_t series = 0;
     std::vector<double> x;
     std::vector<double> y;
 };
 
-LonePoints find_lone_points(Series const& series, std::size_t index) {
-    LonePoints lone{index, {}, {}};
+LonePoints find_lone_points(Series const& series) {
+    LonePoints lone;
     for (std::size_t i = 0; i < series.x.size(); ++i) {
         bool const joined =
             (i > 0 && series.has_point(i - 1)) || (i + 1 < series.x.size() && series.has_point(i + 1));
@@ -154,152 +49,197 @@ LonePoints find_lone_points(Series const& series, std::size_t index) {
     return lone;
 }
 
-std::vector<LonePoints> find_lone_points(PlotData const& data, PlotOptions const& options) {
-    std::vector<LonePoints> all;
-    if (!options.draws_lines() || options.symbols) return all;
-    for (std::size_t i = 0; i < data.series.size(); ++i) {
-        LonePoints lone = find_lone_points(data.series[i], i);
-        bool const some = !lone.x.empty() && lone.x.size() < data.series[i].number_of_points();
-        if (some && data.series[i].function.empty()) all.push_back(std::move(lone));
-    }
-    return all;
+std::string given_or(std::string const& given, std::string const& own) {
+    return given.empty() ? own : given;
 }
 
-void style_points(qvGraph& page, Series const& series, std::size_t number, PageLayout const& layout,
-                  PlotOptions const& options) {
-    const Color color = column_color(number);
-    std::size_t const points = series.number_of_points();
-    // A line of lone points would not be seen.
-    bool const symbols = options.symbols || find_lone_points(series, number).x.size() == points;
-    auto const shape = static_cast<std::int16_t>(first_shape + number / palette.size() % shapes);
-    page.SymbolStyle({.Symbol = symbols ? shape : 0, .Size = symbol_size(points), .Color1 = color});
-    bool const lines = options.draws_lines();
-    bool const dense = static_cast<double>(points) > layout.plot_width * pixels_per_mm;
-    page.DataLine({.Color = color, .Thickness = dense ? 1 : 2, .Style = lines ? 1 : 0});
-}
-
-void style_function(qvGraph& page, std::size_t number) {
-    page.DataSymbol(0);
-    page.DataLine({.Color = column_color(number), .Thickness = 2, .Style = 1});
-}
-
-void add_series(qvGraph& page, PlotData const& data) {
+/// The columns of an axis, the first few of many.
+std::string name_columns(PlotData const& data, bool second, std::size_t most_named) {
+    std::string names;
+    std::size_t named = 0, unnamed = 0;
     for (Series const& series : data.series) {
-        page.SelectYaxis(series.on_second_axis ? 2 : 1);
-        page.NewDataSet(series.name);
-        if (series.function.empty())
-            page.AddDataPoints(series.x, series.y);
+        if (series.on_second_axis != second) continue;
+        if (named < most_named)
+            names += (named++ == 0 ? "" : ", ") + series.name;
         else
-            page.AddMathFunc(series.function, series.function_range.from, series.function_range.to);
+            ++unnamed;
     }
+    return unnamed == 0 ? names : names + " and " + std::to_string(unnamed) + " more";
 }
 
-// Points that a line alone would not show, because those beside them are missing. They get a data set of
-// their own, without a row in the legend.
-void add_lone_points(qvGraph& page, PlotData const& data, std::vector<LonePoints> const& lone_points) {
-    for (auto const& [index, x, y] : lone_points) {
-        Series const& series = data.series[index];
-        page.SelectYaxis(series.on_second_axis ? 2 : 1);
-        page.NewDataSet(series.name);
-        page.DataInLegendTable(false);
-        page.AddDataPoints(x, y);
-        page.SymbolStyle({.Symbol = first_shape,
-                          .Size = symbol_size(series.number_of_points()),
-                          .Color1 = column_color(index)});
-        page.DataLineStyle(0);
+/// As many columns as have room beside a plot area of this height.
+std::string column_names(PlotData const& data, bool second, double height_mm) {
+    constexpr double letter_mm = 2; // most are narrower
+    for (std::size_t most_named = 6; most_named > 1; --most_named) {
+        std::string names = name_columns(data, second, most_named);
+        if (letter_mm * static_cast<double>(names.size()) < height_mm) return names;
     }
+    return name_columns(data, second, 1);
 }
 
-void style_page(qvGraph& page, PlotData const& data, PageLayout const& layout, PlotOptions const& options) {
-    for (std::size_t i = 0; i < data.series.size(); ++i) {
-        page.SetSelectedData(static_cast<std::int16_t>(i));
-        if (!data.series[i].function.empty())
-            style_function(page, i);
-        else if (options.bars)
-            style_bars(page, i, data.series.size(), layout);
-        else
-            style_points(page, data.series[i], i, layout, options);
-    }
-    style_graph(page, layout);
-    style_axes(page, data, layout);
+DataHandle add_points(GraphHandle const& graph, Series const& series, std::size_t number,
+                      PlotOptions const& options, AxisHandle const& axis) {
+    // More columns than the look has colours differ in dashes and shapes too.
+    std::size_t const round = number / look(look_of_page).palette.size();
+    std::string const name = as_it_stands(series.name);
+    if (options.bars)
+        return graph.bars(
+            name, {.axis = axis, .bar_base = !(series.on_second_axis ? options.log.y2 : options.log.y)});
+    std::size_t const points = series.number_of_points();
+    DataOptions style{.axis = axis, .symbol_size = symbol_size(points)};
+    // A line of lone points would not be seen.
+    if (options.symbols || find_lone_points(series).x.size() == points)
+        style.symbol = static_cast<std::int16_t>(first_shape + round % shapes);
+    if (!options.draws_lines()) return graph.symbols(name, style);
+    style.line_dash = static_cast<std::uint8_t>(round % dashes);
+    return graph.line(name, style);
 }
 
-std::vector<Extent> shown_ranges(qvGraph const& page) {
-    std::vector<Extent> ranges;
-    for (document::Axis const& axis : document::current_graph(control::state_of(page)).Axes)
-        ranges.push_back({axis.AxisValue1, axis.AxisValue2});
-    return ranges;
+/// True when it was another.
+bool retitle(AxisHandle const& axis, std::string const& title) {
+    if (axis.title() == title) return false;
+    axis.title(title);
+    return true;
 }
 
 } // namespace
 
 PlotPage::PlotPage(qvGraph& page, PlotData data, PlotOptions options)
-    : page_(page), data_(std::move(data)), options_(std::move(options)) {}
+    : page_(page), data_(std::move(data)), options_(std::move(options)),
+      bar_distance_(options_.bars ? bar_distance(data_) : 0) {}
+
+bool PlotPage::has_axis(bool second) const {
+    return std::ranges::any_of(data_.series,
+                               [&](Series const& series) { return series.on_second_axis == second; });
+}
 
 void PlotPage::draw() {
     page_.Reset();
-    page_.NewGraph(options_.title);
-    page_.ThinTickLabels(true);
-    page_.AdaptiveCurves(true);
+    page_.UseLook(look_of_page);
     for (std::string const& definition : options_.definitions) page_.DefineFunction(definition);
-    layout_ = lay_out_page(page_, data_, options_);
-    if (layout_.y2) page_.NewYAxis("");
-    add_series(page_, data_);
-    add_lone_points(page_, data_, find_lone_points(data_, options_));
-    style_legend(page_);
-    arrange({});
-    place_legend(false);
+    graph_ = page_.graph(options_.title, {.show_title = !options_.title.empty()});
+    add_axes();
+    add_series();
+    add_lone_points();
+    show_ranges();
+    // The axis title names a lone column.
+    graph_.legend({.show = !options_.no_legend && data_.series.size() > 1});
+    name_axes();
     page_.Refresh();
+    if (fit_bars()) page_.Refresh();
 }
 
-void PlotPage::fit() {
-    document::Graph const& graph = document::current_graph(control::state_of(page_));
-    bool const legend_was_moved = legend_place_
-                                  && (graph.LegendTableLeft != static_cast<float>(legend_place_->x)
-                                      || graph.LegendTableTop != static_cast<float>(legend_place_->y));
-    arrange(zoomed_ranges());
-    place_legend(legend_was_moved);
-    page_.Refresh();
-    interact::ResizeScrollBars(control::state_of(page_));
+void PlotPage::follow() {
+    bool const renamed = name_axes(), fitted = fit_bars();
+    if (renamed || fitted) page_.Refresh();
 }
 
-void PlotPage::follow_zoom() {
-    if (shown_ranges(page_) == shown_) return;
-    arrange(zoomed_ranges());
-    page_.Refresh();
+// A page may have its only columns on the right.
+void PlotPage::add_axes() {
+    x_ = graph_.x_axis({.log = options_.log.x, .time = data_.x_is_date});
+    if (has_axis(false)) y_ = graph_.y_axis({.log = options_.log.y});
+    if (!has_axis(true)) return;
+    y2_ = y_ ? graph_.add_y_axis() : graph_.y_axis();
+    y2_.set({.far_side = true, .log = options_.log.y2});
 }
 
-void PlotPage::arrange(ZoomedRanges const& zoomed) {
-    layout_ = lay_out_page(page_, data_, options_, zoomed);
-    // Until one bar fills the plot area: the control knows no bars of many metres.
-    if (layout_.bar_width > 0 && !zoomed.x)
-        page_.MaxZoomFactor(std::max(1.0, layout_.plot_width / layout_.bar_width));
-    style_page(page_, data_, layout_, options_);
-    shown_ = shown_ranges(page_);
+void PlotPage::add_series() {
+    sets_.clear();
+    for (Series const& series : data_.series) {
+        AxisHandle const& axis = axis_of(series);
+        if (series.function.empty()) {
+            sets_.push_back(add_points(graph_, series, sets_.size(), options_, axis));
+            sets_.back().add(series.x, series.y);
+        } else {
+            XRange const& range = series.function_range;
+            sets_.push_back(
+                graph_.function(as_it_stands(series.name), series.function,
+                                {.axis = axis, .formula_from = range.from, .formula_to = range.to}));
+        }
+    }
+    if (!y_ || !y2_) return;
+    for (bool const second : {false, true}) color_axis(second);
 }
 
-// The axis title names a lone column.
-void PlotPage::place_legend(bool stays) {
-    page_.LegendShow(false);
-    if (options_.no_legend || data_.series.size() < 2) return;
-    auto const place = find_legend_place(data_, layout_, options_, legend_room(page_));
-    if (!place) return;
-    page_.LegendShow(true);
-    if (stays) return;
-    legend_place_ = Point{100 * place->x / page_width(page_), 100 * place->y / page_height(page_)};
-    page_.LegendTableLeft(static_cast<float>(legend_place_->x));
-    page_.LegendTableTop(static_cast<float>(legend_place_->y));
+// Points that a line alone would not show, because those beside them are missing. They get a data set of
+// their own, without a row in the legend.
+void PlotPage::add_lone_points() {
+    if (!options_.draws_lines() || options_.symbols) return;
+    for (std::size_t i = 0; i < data_.series.size(); ++i) {
+        Series const& series = data_.series[i];
+        if (!series.function.empty()) continue;
+        const LonePoints lone = find_lone_points(series);
+        std::size_t const points = series.number_of_points();
+        if (lone.x.empty() || lone.x.size() == points) continue;
+        graph_
+            .symbols(as_it_stands(series.name), {.axis = axis_of(series),
+                                                 .color = sets_[i].line_color(),
+                                                 .in_legend_table = false,
+                                                 .symbol = first_shape,
+                                                 .symbol_size = symbol_size(points)})
+            .add(lone.x, lone.y);
+    }
 }
 
-ZoomedRanges PlotPage::zoomed_ranges() const {
-    auto const& axes = document::current_graph(control::state_of(page_)).Axes;
-    auto const zoomed = [](document::Axis const& axis) -> std::optional<Extent> {
-        if (axis.AxisValue1 == axis.ScaleMin && axis.AxisValue2 == axis.ScaleMax) return std::nullopt;
-        return Extent{axis.AxisValue1, axis.AxisValue2};
+// On a page with an axis on either side, one that has one column alone takes its colour.
+void PlotPage::color_axis(bool second) const {
+    std::size_t columns = 0, last = 0;
+    for (std::size_t i = 0; i < data_.series.size(); ++i)
+        if (data_.series[i].on_second_axis == second) {
+            ++columns;
+            last = i;
+        }
+    if (columns != 1) return;
+    const Color color = options_.bars ? sets_[last].symbol_color() : sets_[last].line_color();
+    (second ? y2_ : y_).set({.label_color = color, .title_color = color});
+}
+
+// After the data, which widen a range.
+void PlotPage::show_ranges() const {
+    auto const show = [](AxisHandle const& axis, std::optional<Extent> const& range) {
+        if (axis && range) axis.set({.from = range->low, .to = range->high});
     };
-    ZoomedRanges ranges{zoomed(axes[0]), zoomed(axes[1]), std::nullopt};
-    if (layout_.y2) ranges.y2 = zoomed(axes[2]);
-    return ranges;
+    show(x_, x_range_to_show(data_, options_));
+    show(y_, y_range_to_show(data_, options_, false));
+    show(y2_, y_range_to_show(data_, options_, true));
+}
+
+bool PlotPage::name_axes() {
+    double const height_mm = page_.PageHeight() / static_cast<double>(page_.UnitsPerMmY());
+    auto const title = [&](std::string const& given, bool second) {
+        return given_or(given, as_it_stands(column_names(data_, second, height_mm)));
+    };
+    bool changed = retitle(x_, given_or(options_.x_title, as_it_stands(data_.x_name)));
+    if (y_) changed |= retitle(y_, title(options_.y_title, false));
+    if (y2_) changed |= retitle(y2_, title(options_.y2_title, true));
+    return changed;
+}
+
+// Bars of several series stand side by side. True when they have another width than before.
+bool PlotPage::fit_bars() {
+    if (!options_.bars) return false;
+    double const plot_mm = graph_.plot_area().width / page_.UnitsPerMmX();
+    auto const columns =
+        std::ranges::count_if(data_.series, [](Series const& series) { return series.function.empty(); });
+    auto const width_over = [&](double span) {
+        double const room =
+            bar_distance_ > 0 && !options_.log.x ? plot_mm * bar_distance_ / span : plot_mm / 20;
+        return bar_share * room / static_cast<double>(columns);
+    };
+    auto const full = x_range_to_show(data_, options_);
+    double const shown = x_.to() - x_.from();
+    double const width = width_over(shown);
+    // Until one bar fills the plot area: the control knows no bars of many metres.
+    page_.MaxZoomFactor(std::max(1.0, plot_mm / width_over(full ? full->span() : shown)));
+    if (std::abs(width - bar_width_) < 0.001 * width) return false;
+    bar_width_ = width;
+    double place = -(static_cast<double>(columns) - 1) / 2;
+    for (std::size_t i = 0; i < sets_.size(); ++i) {
+        if (!data_.series[i].function.empty()) continue;
+        sets_[i].set({.symbol_size = static_cast<float>(width / bar_share_of_size),
+                      .bar_offset = static_cast<float>(place++ * width)});
+    }
+    return true;
 }
 
 void draw_page(qvGraph& page, PlotData const& data, PlotOptions const& options) {

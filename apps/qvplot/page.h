@@ -2,11 +2,10 @@
 #pragma once
 
 #include "qvgraph/qvGraph.h"
-#include "qvplot/layout.h"
 #include "qvplot/options.h"
 #include "qvplot/series.h"
+#include "qvplot/shown_range.h"
 
-#include <optional>
 #include <vector>
 
 namespace qv::plot {
@@ -19,23 +18,29 @@ public:
 
     /// Draws the graph in place of what was on the page.
     void draw();
-    /// Lays the page out anew for the control's present size. Axes stay zoomed, and a legend that a person
-    /// has moved stays there.
-    void fit();
-    /// Where axes show other ranges than before, gives them the ticks that suit and draws the page.
-    void follow_zoom();
+    /// Follows the control's present size and the ranges that its axes show: bars are as wide as these let
+    /// them be, and titles name as many columns as have room. All else the control does by itself.
+    void follow();
 
 private:
-    ZoomedRanges zoomed_ranges() const;
-    void arrange(ZoomedRanges const& zoomed);
-    void place_legend(bool stays);
+    void add_axes();
+    void add_series();
+    void add_lone_points();
+    void color_axis(bool second) const;
+    void show_ranges() const;
+    bool name_axes();
+    bool fit_bars();
+    AxisHandle const& axis_of(Series const& series) const { return series.on_second_axis ? y2_ : y_; }
+    bool has_axis(bool second) const;
 
     qvGraph& page_;
     PlotData data_;
     PlotOptions options_;
-    PageLayout layout_;
-    std::vector<Extent> shown_;         // by the axes when their ticks were chosen
-    std::optional<Point> legend_place_; // that was found for it, percent of the page
+    GraphHandle graph_;
+    AxisHandle x_, y_, y2_;
+    std::vector<DataHandle> sets_; // of the series, in their order
+    double bar_distance_ = 0;      // between the values of bars
+    double bar_width_ = 0;         // millimetres
 };
 
 /// Draws one graph of all series over the whole page, in place of what was on it.

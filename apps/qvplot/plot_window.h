@@ -8,7 +8,7 @@
 
 namespace qv::plot {
 
-/// Margins and ticks follow the window's size and what is zoomed.
+/// Bars and titles follow the window's size and what is zoomed, as all else does by itself.
 class PlotWindow : public qt::QvGraphWidget {
 public:
     PlotWindow(PlotData series, PlotOptions const& options);

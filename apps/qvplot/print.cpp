@@ -1,8 +1,7 @@
 #include "qvplot/print.h"
 
-#include "hosts/qt/page_printer.h"
-#include "qvgraph/HeadlessHost.h"
 #include "qvplot/plot_error.h"
+#include "qvplot/plot_window.h"
 #include "qvplot/report.h"
 #include "qvplot/whole_page.h"
 
@@ -22,28 +21,21 @@ QPrinterInfo find_printer(std::string const& name) {
                                  : "--printer: no printer is called \"" + name + "\" (" + there + ")");
 }
 
-/// A page without a window, on a printer all the same.
-class PrintingHost : public headless::HeadlessHost {
-public:
-    PrintingHost(PixelSize size, QPrinterInfo printer) : HeadlessHost(size), printer_(std::move(printer)) {}
-    std::unique_ptr<host::Printer> default_printer() override {
-        return std::make_unique<qt::PagePrinter>(
-            std::make_unique<QPrinter>(printer_, QPrinter::HighResolution));
-    }
-
-private:
-    QPrinterInfo printer_;
-};
-
 } // namespace
 
+// The page in a widget of its own, which has a printer and is never seen.
 void print_page(PlotOptions const& options) {
-    PrintingHost host(options.size, find_printer(options.printer));
-    draw_whole_page(host.control(), options);
+    QPrinter printer(find_printer(options.printer), QPrinter::HighResolution);
+    PlotWindow page(read_data(options), options);
+    page.setAttribute(Qt::WA_DontShowOnScreen);
     FirstError errors;
-    host.control().set_events(&errors);
-    host.control().PrintImage(options.landscape);
-    host.control().set_events(nullptr);
+    page.control().set_events(&errors);
+    page.show();
+    errors.raise();
+    page.set_printer(&printer);
+    page.control().PrintImage(options.landscape);
+    page.set_printer(nullptr);
+    page.control().set_events(nullptr);
     errors.raise();
 }
 

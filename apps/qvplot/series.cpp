@@ -1,10 +1,10 @@
 #include "qvplot/series.h"
 
-#include "base/text.h"
-#include "qvplot/axis_plan.h"
 #include "qvplot/plot_error.h"
+#include "qvplot/shown_range.h"
 #include "table/csv_reader.h"
 #include "table/dates.h"
+#include "table/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,7 +21,7 @@ using table::TableError;
 constexpr std::size_t rows_between_reports = 1000000;
 constexpr std::size_t most_series = 10000;
 constexpr std::string_view a_date =
-    "a date from 0100-01-01 to 9999-12-31, such as 2010-01-31 or 2010-01-31T12:30";
+    "a date from 0000-01-01 to 9999-12-31, such as 2010-01-31 or 2010-01-31T12:30";
 
 enum class XKind { Unknown, Number, Date };
 
@@ -30,14 +30,14 @@ struct XColumn {
     XKind kind = XKind::Unknown;
 
     double value(CsvReader const& csv, std::size_t column) {
-        const std::string_view text = trim(csv.field(column));
+        const std::string_view text = table::trimmed(csv.field(column));
         if (kind == XKind::Unknown && !text.empty())
             kind = table::iso_date(text) ? XKind::Date : XKind::Number;
         if (kind != XKind::Date) return csv.number(column);
         if (text.empty()) return std::nan("");
-        auto const days = table::shown_date(text);
-        if (!days) csv.fail(column, a_date);
-        return *days;
+        auto const seconds = table::utc_seconds(text);
+        if (!seconds) csv.fail(column, a_date);
+        return *seconds;
     }
 };
 
@@ -263,8 +263,8 @@ void require_finite_span(PlotData const& data, std::vector<double> Series::*valu
         if (values == &Series::x || series.on_second_axis == second)
             for (double const value : series.*values) extent.include(value);
     if (extent.high >= extent.low && !std::isfinite(extent.span()))
-        throw PlotError("the values of one axis reach from " + number_text(extent.low) + " to "
-                        + number_text(extent.high) + ", too far apart to be drawn");
+        throw PlotError("the values of one axis reach from " + table::shortest(extent.low) + " to "
+                        + table::shortest(extent.high) + ", too far apart to be drawn");
 }
 
 std::size_t count_outside(Series const& series, XRange const& range) {

@@ -35,7 +35,7 @@ struct Series {
 
 struct PlotData {
     std::string x_name;     // empty without files
-    bool x_is_date = false; // x in days since 1899-12-30
+    bool x_is_date = false; // x in seconds since 1970 in UTC
     std::vector<Series> series;
     std::vector<std::string> columns_left_out = {}; // a line for each file that has such
 };

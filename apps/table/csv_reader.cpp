@@ -1,7 +1,7 @@
 #include "table/csv_reader.h"
 
-#include "base/text.h"
 #include "table/dates.h"
+#include "table/text.h"
 
 #include <csv.h>
 
@@ -62,7 +62,9 @@ char separator_of(std::string_view text) {
 bool is_missing(std::string_view text) {
     if (text.empty()) return true;
     if (text.size() > 4 || (text.front() != 'n' && text.front() != 'N')) return false;
-    const std::string mark = to_upper(text);
+    std::string mark(text);
+    for (char& letter : mark)
+        if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
     return mark == "NA" || mark == "N/A" || mark == "NULL";
 }
 
@@ -74,7 +76,7 @@ struct ParsedNumber {
 };
 
 ParsedNumber parse_number(std::string_view text) {
-    text = trim(text);
+    text = trimmed(text);
     if (is_missing(text)) return {};
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     double value = 0;
@@ -134,7 +136,7 @@ bool CsvReader::is_row_of_values() const {
     bool any = false;
     for (std::size_t i = 0; i < ends_.size(); ++i) {
         const ParsedNumber number = parse_number(field(i));
-        bool const is_date = iso_date(trim(field(i))).has_value();
+        bool const is_date = iso_date(trimmed(field(i))).has_value();
         if (number.error != NumberError::None && !is_date) return false;
         any = any || is_date || std::isfinite(number.value);
     }

@@ -79,10 +79,15 @@ std::optional<double> iso_date(std::string_view text) {
     return *days + *time;
 }
 
-std::optional<double> shown_date(std::string_view text) {
-    constexpr sys_days first{year{100} / January / 1};
-    auto const days = iso_date(text);
-    return days && *days >= static_cast<double>((first - day_zero).count()) ? days : std::nullopt;
+std::optional<double> utc_seconds(std::string_view text) {
+    constexpr double seconds_a_day = 86400;
+    constexpr double microseconds = 1e6; // finer than that a share of the day is not kept
+    auto const number = iso_date(text);
+    if (!number) return std::nullopt;
+    double const days_since_1970 = *number - static_cast<double>((sys_days{} - day_zero).count());
+    double const day = std::floor(days_since_1970);
+    return day * seconds_a_day
+           + std::round((days_since_1970 - day) * seconds_a_day * microseconds) / microseconds;
 }
 
 double decimal_year(double days_since_zero) {

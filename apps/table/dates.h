@@ -15,8 +15,8 @@ constexpr std::chrono::sys_days day_zero{std::chrono::year{1899} / std::chrono::
 /// to 9999 are read.
 std::optional<double> iso_date(std::string_view text);
 
-/// The same for the years 0100 to 9999 alone, in which a day number has a text (base/picture_format.h).
-std::optional<double> shown_date(std::string_view text);
+/// The same moment in seconds since 1970 in UTC, to the microsecond.
+std::optional<double> utc_seconds(std::string_view text);
 
 /// The year with the part of it that has passed, such as 1958.5, of a day number of `iso_date`.
 double decimal_year(double days);

@@ -10,6 +10,7 @@
 // where the same change by the members of qvGraph does.
 #pragma once
 
+#include "qvgraph/geometry.h"
 #include "qvgraph/options.h"
 
 #include <span>
@@ -61,6 +62,8 @@ class QV_EXPORT GraphHandle : public GraphProperties {
 public:
     std::string title() const;                ///< its name
     void title(std::string_view title) const; ///< renames it
+    /// Where its plot area lies on the page, twips, as it was drawn last; FitMargins decides it at drawing.
+    Box plot_area() const;
 
     /// \name Axes and legend
     /// \{

@@ -7,6 +7,7 @@
 #include "control/property_access.h"
 #include "control/settings.h"
 #include "qvgraph/qvGraph.h"
+#include "render/plot_geometry.h"
 
 #include <algorithm>
 #include <utility>
@@ -338,6 +339,11 @@ std::string GraphHandle::title() const {
 
 void GraphHandle::title(std::string_view title) const {
     control::title_of(*this) = title;
+}
+
+Box GraphHandle::plot_area() const {
+    Access::page(*this);
+    return render::plot_box(Access::graph(*this));
 }
 
 AxisHandle GraphHandle::x_axis() const {

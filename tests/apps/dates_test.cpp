@@ -36,6 +36,15 @@ TEST_CASE("what is no date is none") {
     }
 }
 
+TEST_CASE("moments are seconds since 1970, exact to the microsecond") {
+    CHECK(utc_seconds("1970-01-01") == 0);
+    CHECK(utc_seconds("2024-03-31T01:00:00Z") == 1711846800);
+    CHECK(utc_seconds("2024-03-31 01:00:00.123456") == 1711846800.123456);
+    CHECK(utc_seconds("1969-12-31T23:59:59") == -1);
+    CHECK(utc_seconds("0000-01-01") == -62167219200);
+    CHECK_FALSE(utc_seconds("12"));
+}
+
 TEST_CASE("a decimal year counts the days of its own year") {
     CHECK(decimal_year(*iso_date("2001-01-01")) == 2001);
     CHECK(decimal_year(*iso_date("2000-12-31")) == doctest::Approx(2000 + 365.0 / 366));
