@@ -12,6 +12,8 @@ constexpr char const* look_of_page = "light";
 constexpr std::int16_t first_shape = 3; // circle, square, diamond, two triangles
 constexpr std::size_t shapes = 5;
 constexpr std::size_t dashes = 5;
+constexpr float least_margin_mm = 3;      // so that a small page is plot area above all
+constexpr double letter_mm = 2;           // most are narrower
 constexpr double bar_share = 0.8;         // of the room between two bars
 constexpr double bar_share_of_size = 0.9; // the control's bars are narrower than their size
 
@@ -69,7 +71,6 @@ std::string name_columns(PlotData const& data, bool second, std::size_t most_nam
 
 /// As many columns as have room beside a plot area of this height.
 std::string column_names(PlotData const& data, bool second, double height_mm) {
-    constexpr double letter_mm = 2; // most are narrower
     for (std::size_t most_named = 6; most_named > 1; --most_named) {
         std::string names = name_columns(data, second, most_named);
         if (letter_mm * static_cast<double>(names.size()) < height_mm) return names;
@@ -117,21 +118,24 @@ void PlotPage::draw() {
     page_.Reset();
     page_.UseLook(look_of_page);
     for (std::string const& definition : options_.definitions) page_.DefineFunction(definition);
-    graph_ = page_.graph(options_.title, {.show_title = !options_.title.empty()});
+    graph_ = page_.graph(options_.title, {.show_title = !options_.title.empty(),
+                                          .border_left = least_margin_mm,
+                                          .border_right = least_margin_mm,
+                                          .border_top = least_margin_mm,
+                                          .border_bottom = least_margin_mm});
     add_axes();
     add_series();
     add_lone_points();
     show_ranges();
-    // The axis title names a lone column.
-    graph_.legend({.show = !options_.no_legend && data_.series.size() > 1});
     name_axes();
+    show_legend();
     page_.Refresh();
     if (fit_bars()) page_.Refresh();
 }
 
 void PlotPage::follow() {
-    bool const renamed = name_axes(), fitted = fit_bars();
-    if (renamed || fitted) page_.Refresh();
+    bool const renamed = name_axes(), legend_changed = show_legend(), fitted = fit_bars();
+    if (renamed || legend_changed || fitted) page_.Refresh();
 }
 
 // A page may have its only columns on the right.
@@ -213,6 +217,22 @@ bool PlotPage::name_axes() {
     if (y_) changed |= retitle(y_, title(options_.y_title, false));
     if (y2_) changed |= retitle(y2_, title(options_.y2_title, true));
     return changed;
+}
+
+// The axis title names a lone column, and a page too small for a legend has none. True when it comes or goes.
+bool PlotPage::show_legend() {
+    constexpr double row_mm = 4.2, edges_mm = 4, key_mm = 14, most_of_width = 0.6, most_of_height = 0.9;
+    std::size_t longest = 0;
+    for (Series const& series : data_.series) longest = std::max(longest, series.name.size());
+    double const rows = static_cast<double>(data_.series.size());
+    bool const has_room = row_mm * rows + edges_mm < most_of_height * page_.PageHeight() / page_.UnitsPerMmY()
+                          && letter_mm * static_cast<double>(longest) + key_mm
+                                 < most_of_width * page_.PageWidth() / page_.UnitsPerMmX();
+    bool const shown = !options_.no_legend && data_.series.size() > 1 && has_room;
+    LegendHandle const legend = graph_.legend();
+    if (legend.show() == shown) return false;
+    legend.show(shown);
+    return true;
 }
 
 // Bars of several series stand side by side. True when they have another width than before.

@@ -29,6 +29,7 @@ private:
     void color_axis(bool second) const;
     void show_ranges() const;
     bool name_axes();
+    bool show_legend();
     bool fit_bars();
     AxisHandle const& axis_of(Series const& series) const { return series.on_second_axis ? y2_ : y_; }
     bool has_axis(bool second) const;

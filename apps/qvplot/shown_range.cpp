@@ -101,6 +101,10 @@ std::optional<Extent> x_range_to_show(PlotData const& data, PlotOptions const& o
         XRange const& range = data.series.front().function_range;
         return Extent{range.from, range.to};
     }
+    // Beyond it an axis of time has no dates.
+    constexpr double end_of_9999 = 253402300799;
+    if (data.x_is_date && extent.high + std::max(extent.span(), 86400.0) > end_of_9999)
+        return Extent{extent.low - (extent.span() > 0 ? 0 : 86400), std::min(extent.high, end_of_9999)};
     if (!options.bars || options.log.x) return std::nullopt;
     double const distance = bar_distance(data);
     const Extent padded = widened(extent, distance / 2, distance / 2, false);

@@ -139,6 +139,7 @@ TEST_CASE("a new size keeps what is zoomed and where the legend was put") {
     window.check_bars();
     // Too small for a legend, and back.
     window.resize(64, 60);
+    CHECK_FALSE(graph.LegendShow);
     window.resize(950, 600);
     CHECK(graph.LegendShow);
     CHECK(graph.LegendTableLeft == left);

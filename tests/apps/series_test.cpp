@@ -67,7 +67,7 @@ TEST_CASE("a file shows what it says") {
         // A first line of numbers is no header.
         {"1,2\n3,4\n", {}, "column 2 1,2 3,4"},
         {"1;2,5\n", {}, ""},
-        {"2020-01-01,2,\n2020-01-02,3,\n", {}, "column 2 43831,2 43832,3"},
+        {"2020-01-01,2,\n2020-01-02,3,\n", {}, "column 2 1577836800,2 1577923200,3"},
         {"1,2,3\n4,5,6\n", {"column 3"}, "column 3 1,3 4,6"},
         {"country,1990,1991\n1,2,3\n", {}, "1990 1,2; 1991 1,3"},
         // What is no number is told of.
@@ -137,7 +137,7 @@ TEST_CASE("a range of x holds for data") {
     options.x_range = parse_x_range("-1:1.79e308");
     CHECK(refusal(options) == "--x-range: \"t\" holds dates; give two such as 2010-01-01:2010-12-31");
     for (char const* range : {"1", "1:0", "0:0", "0:1:2", "a:b", "0:inf", "nan:1", "2020-01-02:2020-01-01",
-                              "2020-01-01:5", "0099-01-01:2000-01-01"})
+                              "2020-01-01:5", "99-01-01:2000-01-01"})
         CHECK_THROWS_AS(parse_x_range(range), PlotError);
 }
 
@@ -146,7 +146,7 @@ TEST_CASE("values so far apart that no axis has places for them are refused") {
     PlotOptions options;
     options.files = {folder.file("a.csv", "t,n\n1,1.7976931348623157e308\n2,-1e308\n")};
     CHECK(refusal(options)
-          == "the values of one axis reach from -1E+308 to 1.79769313486232E+308, too far apart to be drawn");
+          == "the values of one axis reach from -1e+308 to 1.7976931348623157e+308, too far apart to be drawn");
 }
 
 TEST_CASE("several files: each has the columns it has, named apart where the names meet") {

@@ -376,18 +376,3 @@ TEST_CASE("a look dresses what handles make and leaves what they set") {
         CHECK(dots.symbol() == 3);
     }
 }
-
-TEST_CASE("a graph tells where its plot area was drawn, with margins that fit") {
-    Control control;
-    control.UseLook("light");
-    GraphHandle const graph = control.graph("a graph", {.left = 50, .width = 50});
-    graph.line("a").add(1000000, 2000000);
-    control.Refresh();
-    const Box narrow = graph.plot_area();
-    CHECK(narrow.left > control.PageWidth() / 2);
-    CHECK(narrow.right() < control.PageWidth());
-    graph.y_axis().title("a title");
-    control.Refresh();
-    CHECK(graph.plot_area().left > narrow.left);
-    CHECK(graph.plot_area().right() == doctest::Approx(narrow.right()).epsilon(0.01));
-}
