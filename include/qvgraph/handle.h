@@ -21,9 +21,9 @@ struct HandleAccess;
 /// graphs were discarded by Reset, or when the handle is empty.
 class QV_EXPORT Handle {
 public:
-    Handle() = default; ///< an empty one, to be assigned later
-    Handle(Handle const& other);
-    Handle& operator=(Handle const& other);
+    Handle() = default;                     ///< an empty one, to be assigned later
+    Handle(Handle const& other);            ///< leads to the same
+    Handle& operator=(Handle const& other); ///< leads to the same from now on
     ~Handle();
 
     /// Whether what it led to is not there any more, or the handle is empty.

@@ -73,8 +73,8 @@ public:
     AxisHandle y_axis(AxisOptions const& options) const;          ///< the same, with this set
     AxisHandle add_x_axis(AxisOptions const& options = {}) const; ///< one more
     AxisHandle add_y_axis(AxisOptions const& options = {}) const; ///< one more
-    std::vector<AxisHandle> axes() const; ///< all, in the order in which they were made
-    LegendHandle legend() const;
+    std::vector<AxisHandle> axes() const;                    ///< all, in the order in which they were made
+    LegendHandle legend() const;                             ///< of the graph
     LegendHandle legend(LegendOptions const& options) const; ///< the same, with this set
     /// \}
 
