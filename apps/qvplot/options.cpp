@@ -77,7 +77,9 @@ void add_look(CLI::App& app, PlotOptions& options) {
     app.add_flag("--log-y2", options.log.y2, "logarithmic axis on the right");
     app.add_flag("--no-legend", options.no_legend,
                  "leave out the legend, which pages of several columns have");
-    app.add_option("--title", options.title, "title of the page; x^{2} and CO_{2} are raised and lowered, in other titles too")->type_name("TEXT");
+    app.add_option("--title", options.title,
+                   "title of the page; x^{2} and CO_{2} are raised and lowered, in other titles too")
+        ->type_name("TEXT");
     app.add_option("--x-title", options.x_title, "title of the x axis; default: its column")
         ->type_name("TEXT");
     app.add_option("--y-title", options.y_title, "title of the y axis; default: its columns")

@@ -132,8 +132,8 @@ public:
     /// \}
 
     /// \name Handles
-    /// Graphs with their axes and data sets as values of their own (handles.h), beside the members below, which
-    /// act on what is selected. They throw what fails.
+    /// Graphs with their axes and data sets as values of their own (handles.h), beside the members below,
+    /// which act on what is selected. They throw what fails.
     /// \{
 
     /// Lays a new graph over the others, with an x and a y axis. The current graph stays, if there is one.
@@ -201,8 +201,9 @@ public:
     /// Defines a function, such as "f(a) = a^2", for the functions of all data sets; it stays until the
     /// control goes. A text that is none is reported through ErrorMsg.
     void DefineFunction(std::string_view Text);
-    /// What is wrong with a formula in x, as `render_error` writes it: the formula, a caret under the place, the
-    /// reason. Empty for nothing. It knows the functions of DefineFunction and no variable but x; nothing is drawn.
+    /// What is wrong with a formula in x, as `render_error` writes it: the formula, a caret under the place,
+    /// the reason. Empty for nothing. It knows the functions of DefineFunction and no variable but x; nothing
+    /// is drawn.
     std::string CheckFormula(std::string_view MathFunc);
     /// Gives the newest data set a text at a place: values on its axes or, with TextPercent, percent of the
     /// plot area from its left bottom corner. TextOri is 0 to 8: its remainder by 3 aligns start, centre, end

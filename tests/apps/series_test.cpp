@@ -145,8 +145,9 @@ TEST_CASE("values so far apart that no axis has places for them are refused") {
     const TemporaryFolder folder;
     PlotOptions options;
     options.files = {folder.file("a.csv", "t,n\n1,1.7976931348623157e308\n2,-1e308\n")};
-    CHECK(refusal(options)
-          == "the values of one axis reach from -1e+308 to 1.7976931348623157e+308, too far apart to be drawn");
+    CHECK(
+        refusal(options)
+        == "the values of one axis reach from -1e+308 to 1.7976931348623157e+308, too far apart to be drawn");
 }
 
 TEST_CASE("several files: each has the columns it has, named apart where the names meet") {
