@@ -19,7 +19,7 @@ struct PlacedTick {
     TextBlock label_size; // nothing without a label
     bool show_label = true;
     bool label_is_ours = false; // not in a format of the host's
-    bool has_room = false; // the label was chosen so that it keeps clear of the others
+    bool has_room = false;      // the label was chosen so that it keeps clear of the others
 };
 
 /// The ticks that lie on the axis. Labels are measured in the surface's current font. What all of them leave
