@@ -45,6 +45,11 @@ public:
     /// Many points at once: columns of equal length, errors may be left out. GraphScaleChanged comes at most
     /// once.
     void add(std::span<double const> x, std::span<double const> y, std::span<double const> errors = {}) const;
+    /// The same with up to four more columns, whose meaning is that of the data set's kind: for points the
+    /// lengths of their error bars below, above, left and right of them. Columns left out say nothing.
+    void add_columns(std::span<double const> x, std::span<double const> y, std::span<double const> extra1,
+                     std::span<double const> extra2 = {}, std::span<double const> extra3 = {},
+                     std::span<double const> extra4 = {}) const;
     /// From now on there are never more than this many points: after each addition, whoever makes it, the
     /// oldest are forgotten. 0 keeps all again. No axis changes.
     void keep_latest(Checked<std::int32_t> count) const;

@@ -572,6 +572,9 @@ struct DataOptions {
     std::optional<ColorValue> line_color = {};
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::optional<Checked<std::uint8_t>> line_thickness = {};
+    /// DataKind: What is made of the points: 0 lines, symbols and bars at them. Automatic axes with other
+    /// kinds fit what they show at each drawing.
+    std::optional<Checked<std::uint8_t>> kind = {};
     /// DataHide: Leaves the data set out of page and legend.
     std::optional<Checked<bool>> hide = {};
     /// ShowErrorBar: Whether points with an E have error bars: upright for a positive E, lying for a negative
@@ -673,6 +676,10 @@ public:
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::uint8_t line_thickness() const;
     void line_thickness(Checked<std::uint8_t> value) const; ///< sets it
+    /// DataKind: What is made of the points: 0 lines, symbols and bars at them. Automatic axes with other
+    /// kinds fit what they show at each drawing.
+    std::uint8_t kind() const;
+    void kind(Checked<std::uint8_t> value) const; ///< sets it
     /// DataHide: Leaves the data set out of page and legend.
     bool hide() const;
     void hide(Checked<bool> value) const; ///< sets it

@@ -295,6 +295,14 @@ void DataHandle::add(std::span<double const> x, std::span<double const> y,
     control::add_points_to(state, Access::graph(*this), Access::record<DataSet>(*this), {x, y, errors});
 }
 
+void DataHandle::add_columns(std::span<double const> x, std::span<double const> y,
+                             std::span<double const> extra1, std::span<double const> extra2,
+                             std::span<double const> extra3, std::span<double const> extra4) const {
+    ControlState& state = Access::page(*this);
+    control::add_points_to(state, Access::graph(*this), Access::record<DataSet>(*this),
+                           {x, y, {}, {extra1, extra2, extra3, extra4}});
+}
+
 void DataHandle::keep_latest(Checked<std::int32_t> count) const {
     ControlState& state = Access::page(*this);
     if (count < 0)

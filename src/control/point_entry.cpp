@@ -151,12 +151,20 @@ bool extend_all(PointAxes const& axes, PointColumns const& points, std::size_t f
 }
 
 void check_lengths(std::string_view procedure, PointColumns const& points) {
-    if (points.y.size() == points.x.size() && (points.e.empty() || points.e.size() == points.x.size()))
-        return;
-    raise_fault(FaultNumber::InvalidProcedureCall,
-                std::string(procedure) + " needs columns of one length, but x has "
-                    + std::to_string(points.x.size()) + ", y " + std::to_string(points.y.size()) + " and e "
-                    + std::to_string(points.e.size()) + " values. Nothing was added.");
+    std::size_t const length = points.x.size();
+    auto const fits = [length](std::span<double const> column) {
+        return column.empty() || column.size() == length;
+    };
+    if (points.y.size() == length && fits(points.e) && std::ranges::all_of(points.extra, fits)) return;
+    std::string lengths = "x has " + std::to_string(length) + ", y " + std::to_string(points.y.size())
+                          + " and e " + std::to_string(points.e.size());
+    for (std::size_t i = 0; i < points.extra.size(); ++i)
+        if (!fits(points.extra[i]))
+            lengths +=
+                ", extra column " + std::to_string(i + 1) + " " + std::to_string(points.extra[i].size());
+    raise_fault(FaultNumber::InvalidProcedureCall, std::string(procedure)
+                                                       + " needs columns of one length, but " + lengths
+                                                       + " values. Nothing was added.");
 }
 
 /// What follows when a point is stored.
@@ -174,7 +182,7 @@ void add_columns(ControlState& state, Graph& graph, DataSet& set, PointColumns c
     const std::size_t first = first_finite(points);
     const PointAxes axes = first < points.x.size() ? axes_of(graph) : PointAxes();
     check_room(graph, points.x.size());
-    set.points.append(points.x, points.y, points.e);
+    set.points.append(points.x, points.y, points.e, points.extra);
     graph.NumPoints += static_cast<std::int32_t>(points.x.size());
     hold_latest(graph, set);
     if (!axes) return;

@@ -10,6 +10,7 @@
 #include <array>
 #include <bitset>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -170,6 +171,11 @@ struct CurveMemory {
     std::size_t dropped = 0;
 };
 
+/// What was worked out of a data set's points, such as the bins of a histogram, kept while they stay.
+struct DerivedData {
+    virtual ~DerivedData() = default;
+};
+
 /// Everything of a data set but its points.
 struct DataSetSettings : GraphText {
     std::string DataLegend;
@@ -182,6 +188,7 @@ struct DataSetSettings : GraphText {
     std::int16_t DataLineThickness = 0; // pixels
     std::uint8_t DataLineDash = 0;      // 1 dashes, 2 dots, 3 and 4 dashes with one and two dots
     float DataSymbolSpacing = 0;        // twips between symbols on a line, at least; 0: at each point
+    std::uint8_t DataKind = 0;          // what is made of the points; 0: lines, symbols and bars at them
     bool DataHide = false;
     bool ShowErrorBar = false;
     Color ErrorBarColor = 0;
@@ -203,8 +210,9 @@ struct DataSetSettings : GraphText {
 
 struct DataSet : DataSetSettings {
     PointStore points;
-    std::size_t points_kept = 0; // older ones are forgotten; 0: none is
-    mutable CurveMemory curve;   // written by drawing
+    std::size_t points_kept = 0;                  // older ones are forgotten; 0: none is
+    mutable CurveMemory curve;                    // written by drawing
+    mutable std::unique_ptr<DerivedData> derived; // by its kind
 
     std::int32_t DataSetPointCount() const { return static_cast<std::int32_t>(points.size()); }
 };

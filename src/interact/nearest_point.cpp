@@ -1,10 +1,12 @@
 #include "interact/nearest_point.h"
 
+#include "base/text.h"
 #include "document/selection.h"
 #include "document/trap.h"
 #include "interact/hit_test.h"
 #include "interact/read_out.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 #include "render/text.h"
 #include "scale/mapping.h"
 
@@ -13,6 +15,7 @@
 #include <ranges>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace qv::interact {
 namespace {
@@ -86,6 +89,30 @@ private:
     std::optional<FoundPoint> found_;
 };
 
+// Items have an extent: those that a place lies on are at no distance from it.
+std::optional<std::size_t> item_under(render::SeriesView const& view, Point place) {
+    render::SeriesKind const* const kind = render::series_kind(view.set);
+    if (!kind || !view.x.valid || !view.y.valid || !holds(view.plot, place)) return std::nullopt;
+    return kind->item_at(view, place);
+}
+
+std::string fact_text(Graph const& graph, DataSet const& set, render::Fact const& fact) {
+    using Of = render::Fact::Of;
+    std::string const name = fact.name.empty() ? "" : fact.name + " ";
+    switch (fact.of) {
+    case Of::XAxis: return name + coordinate_text(at(graph.Axes, set.xAxisIndex), fact.value);
+    case Of::YAxis: return name + coordinate_text(at(graph.Axes, set.yAxisIndex), fact.value);
+    case Of::Text: return name + fact.text;
+    default: return name + number_text(fact.value);
+    }
+}
+
+std::string facts_text(Graph const& graph, DataSet const& set, std::vector<render::Fact> const& facts) {
+    std::string text;
+    for (render::Fact const& fact : facts) text += (text.empty() ? ": " : ", ") + fact_text(graph, set, fact);
+    return text;
+}
+
 void show_name(ControlState& state, std::string name) {
     if (name == state.PointTooltip) return;
     state.PointTooltip = std::move(name);
@@ -96,26 +123,30 @@ void show_name(ControlState& state, std::string name) {
 
 std::optional<FoundPoint> nearest_point(ControlState& state, std::int16_t index, Point place, double radius) {
     Graph& graph = *at(state.Graphs, index);
-    std::optional<FoundPoint> nearest;
+    std::optional<FoundPoint> nearest, item; // of items the one drawn last lies above
     for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
         DataSet const& set = at(graph.DataSets, i);
         if (set.DataHide) continue;
-        const document::SelectedAxesScope selection(graph);
-        graph.SelectedXAxis = set.xAxisIndex;
-        graph.SelectedYAxis = set.yAxisIndex;
+        const render::SeriesScope scope(state, graph, i, render::SeriesScope::Maps::AsShown);
+        if (render::series_kind(set)) {
+            if (auto const found = item_under(scope.view(), place)) item = FoundPoint{i, *found, 0};
+            continue;
+        }
         Search search(graph, place, nearest ? nearest->distance : radius);
         search.look_at(set, i);
         if (search.found()) nearest = search.found();
     }
-    return nearest;
+    return nearest ? nearest : item; // points are small, and drawn where they can be seen
 }
 
 std::string point_name(ControlState& state, std::int16_t index, FoundPoint const& found) {
     Graph& graph = *at(state.Graphs, index);
     DataSet const& set = at(graph.DataSets, found.data_set);
-    const document::PointEntry point = set.points.at(found.point);
     std::string name = set.DataLegend.empty() ? "Data set " + std::to_string(found.data_set + 1)
                                               : render::as_read(state, set.DataLegend);
+    if (render::SeriesKind const* const kind = render::series_kind(set))
+        return name + facts_text(graph, set, kind->item_facts(set, found.point));
+    const document::PointEntry point = set.points.at(found.point);
     if (!point.DataID.empty()) name += ", " + render::as_read(state, point.DataID);
     return name + ": " + coordinate_text(at(graph.Axes, set.xAxisIndex), point.X) + ", "
            + coordinate_text(at(graph.Axes, set.yAxisIndex), point.Y);

@@ -12,6 +12,7 @@
 #include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 #include "render/spline.h"
 #include "render/symbols.h"
 #include "render/text.h"
@@ -244,7 +245,10 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
             DataSet const& set = at(graph.DataSets, i);
             if (set.DataHide) continue;
             if (!is_current(state, graph)) return; // a handler has gone to another graph
-            draw_points(plotting, set, i);
+            if (SeriesKind const* const kind = series_kind(set))
+                kind->draw(SeriesScope(state, graph, i, SeriesScope::Maps::BeingDrawn).view(), surface);
+            else
+                draw_points(plotting, set, i);
             draw_curve(plotting, set);
             draw_data_text(plotting, set);
         }

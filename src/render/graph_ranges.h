@@ -6,6 +6,11 @@
 
 namespace qv::render {
 
+/// Whether the range of an automatic axis is fitted at each drawing: under AutoFit, or because the points do
+/// not tell how far a data set on it reaches.
+bool fits_itself(document::ControlState const& state, document::Graph const& graph,
+                 document::Axis const& axis);
+
 /// Before a page is drawn: settles the ranges of all graphs with axes that share theirs (`AxisLink`).
 void settle_linked_graphs(document::ControlState& state);
 
