@@ -107,6 +107,33 @@ Page stacked_bars_page(std::size_t count, Drawing drawing) {
     return page;
 }
 
+Page grouped_bars_page(std::size_t count, Drawing drawing) {
+    Page page = stacked_bars_page(count, drawing);
+    page->control().BarArrangement(1);
+    return page;
+}
+
+Page candles_page(std::size_t count, Drawing drawing) {
+    Page page = empty_page(drawing);
+    add_graph(page->control());
+    Series const series = noisy_sine(count);
+    std::vector<double> times, open, high, low, volume;
+    for (std::size_t i = 0; i < count; ++i) {
+        double const close = series.y[i], before = series.y[i == 0 ? 0 : i - 1];
+        times.push_back(60.0 * static_cast<double>(i));
+        open.push_back(before);
+        high.push_back(std::max(before, close) + 0.01);
+        low.push_back(std::min(before, close) - 0.01);
+        volume.push_back(1000 * std::abs(close - before));
+    }
+    GraphHandle const graph = page->control().graphs().front();
+    graph.x_axis({.time = true, .categories = true});
+    auto const candles = graph.candles("");
+    candles.show_volume();
+    candles.add_candles(times, open, high, low, series.y, volume);
+    return page;
+}
+
 Page many_sets_page(Drawing drawing) {
     Page page = empty_page(drawing);
     add_graph(page->control());

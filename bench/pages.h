@@ -30,6 +30,12 @@ Page spline_page(std::size_t count, Drawing drawing);
 /// As many bars without edge, half of them standing on the other half.
 Page stacked_bars_page(std::size_t count, Drawing drawing);
 
+/// As many bars of two data sets beside each other at each value.
+Page grouped_bars_page(std::size_t count, Drawing drawing);
+
+/// Candles, one a moment on an axis of categories, with their volumes below.
+Page candles_page(std::size_t count, Drawing drawing);
+
 /// 100 lines of 10 000 points, each set in a colour of its own and 0.05 above the one before.
 Page many_sets_page(Drawing drawing);
 

@@ -1,5 +1,5 @@
 // One full redraw of an unchanged page: line_redraw/N, symbols_redraw/N, area_redraw/N, spline_redraw/N,
-// stacked_bars/N, many_sets, zoomed/N, twelve_graphs;
+// stacked_bars/N, grouped_bars/N, candles/N, many_sets, zoomed/N, twelve_graphs;
 // with /flat behind the name, the same without smoothing.
 #include "benchmarks.h"
 #include "pages.h"
@@ -34,6 +34,8 @@ void register_redraw() {
         add_redraw("area_redraw" + size, std::bind_front(area_page, count));
         add_redraw("spline_redraw" + size, std::bind_front(spline_page, count));
         add_redraw("stacked_bars" + size, std::bind_front(stacked_bars_page, count));
+        add_redraw("grouped_bars" + size, std::bind_front(grouped_bars_page, count));
+        add_redraw("candles" + size, std::bind_front(candles_page, count));
     }
     add_redraw("many_sets", many_sets_page);
     add_redraw("zoomed/1000000", std::bind_front(zoomed_page, 1000000));

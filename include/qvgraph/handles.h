@@ -12,6 +12,7 @@
 
 #include "qvgraph/geometry.h"
 #include "qvgraph/options.h"
+#include "qvgraph/variant.h"
 
 #include <span>
 #include <string>
@@ -30,6 +31,10 @@ public:
     /// Puts the ticks at these values, as SetAxisTicks does; without major ones the axis is divided evenly
     /// again.
     void ticks(std::span<double const> major, std::span<double const> minor = {}) const;
+    /// Makes it an axis of these categories: value n is the n-th of them, from 0 on.
+    void set_categories(TextList const& texts) const;
+    /// The same with moments, in seconds since 1970, on an axis of time; fault 5 for one that is not finite.
+    void set_category_times(std::span<double const> times) const;
 };
 
 /// The legend table of a graph.
@@ -50,6 +55,24 @@ public:
     void add_columns(std::span<double const> x, std::span<double const> y, std::span<double const> extra1,
                      std::span<double const> extra2 = {}, std::span<double const> extra3 = {},
                      std::span<double const> extra4 = {}) const;
+    /// A point at a category, which is added to those of the axis where it is not there yet. The x axis, of
+    /// lying bars the y axis, becomes one of categories, unless one of the two is. Where categories are
+    /// times, the text is a date such as "2026-03-14" or "2026-03-14 09:30"; fault 5 for another.
+    void add(std::string_view category, double value) const;
+    /// The same for columns of equal length.
+    void add(TextList const& categories, std::span<double const> values) const;
+    /// Points at moments, in seconds since 1970, that stand side by side as the categories of an axis of
+    /// time: what lies between them, such as weekends, takes no room. Fault 5 for a moment that is not
+    /// finite.
+    void add_at_times(std::span<double const> times, std::span<double const> values) const;
+    /// Candles: columns of equal length, volumes may be left out. Where the x axis has categories and is one
+    /// of time, `x` are moments as in add_at_times, else values of the axis.
+    void add_candles(std::span<double const> x, std::span<double const> open, std::span<double const> high,
+                     std::span<double const> low, std::span<double const> close,
+                     std::span<double const> volume = {}) const;
+    /// Shows the volumes of candles as columns in the lower third of the plot area, on a y axis of their own
+    /// at the right, which is made and returned.
+    AxisHandle show_volume(AxisOptions const& options = {}) const;
     /// From now on there are never more than this many points: after each addition, whoever makes it, the
     /// oldest are forgotten. 0 keeps all again. No axis changes.
     void keep_latest(Checked<std::int32_t> count) const;
@@ -92,6 +115,9 @@ public:
     DataHandle symbols(std::string_view name, DataOptions const& options = {}) const;
     /// Bars from 0 (bar_base_value), as wide as symbol_size says.
     DataHandle bars(std::string_view name, DataOptions const& options = {}) const;
+    /// Candles of prices: bodies from open to close, wicks to high and low. On an axis of time whose
+    /// categories are the candles' moments, x_axis({.time = true, .categories = true}), there are no gaps.
+    DataHandle candles(std::string_view name, DataOptions const& options = {}) const;
     /// A line and what lies below it, filled.
     DataHandle area(std::string_view name, DataOptions const& options = {}) const;
     /// The curve of a formula in x, along the whole x axis or from formula_from to formula_to.

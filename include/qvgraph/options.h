@@ -79,6 +79,13 @@ struct AxisOptions {
     /// AxisTimeZone: Time zone in which an axis of time is shown, e.g. Europe/Berlin; UTC at first, local is
     /// the system's own.
     std::optional<std::string> time_zone = {};
+    /// AxisCategories: Whether value n of the axis is category n, from 0 on, written as its text; the axis
+    /// reaches half a category beyond the first and the last. Categories that are times leave gaps such as
+    /// weekends out.
+    std::optional<Checked<bool>> categories = {};
+    /// AxisCategoryTexts: The texts of the categories, separated by ","; "\," is a comma within a text. Texts
+    /// of AddCategoryPoint that are not among them follow. Empty where the categories are times.
+    std::optional<std::string> category_texts = {};
     /// AxisMajorDivs: Number of divisions between major ticks, 0 for ticks at both ends alone; automatic axes
     /// choose their own.
     std::optional<Checked<std::int16_t>> major_divs = {};
@@ -199,6 +206,15 @@ public:
     /// the system's own.
     std::string time_zone() const;
     void time_zone(std::string_view value) const; ///< sets it
+    /// AxisCategories: Whether value n of the axis is category n, from 0 on, written as its text; the axis
+    /// reaches half a category beyond the first and the last. Categories that are times leave gaps such as
+    /// weekends out.
+    bool categories() const;
+    void categories(Checked<bool> value) const; ///< sets it
+    /// AxisCategoryTexts: The texts of the categories, separated by ","; "\," is a comma within a text. Texts
+    /// of AddCategoryPoint that are not among them follow. Empty where the categories are times.
+    std::string category_texts() const;
+    void category_texts(std::string_view value) const; ///< sets it
     /// AxisMajorDivs: Number of divisions between major ticks, 0 for ticks at both ends alone; automatic axes
     /// choose their own.
     std::int16_t major_divs() const;
@@ -345,6 +361,13 @@ struct GraphOptions {
     /// KeepEqualUnits: Makes a unit of the first x axis as long on the page as one of the first y axis; the
     /// axis with room to spare shows more.
     std::optional<Checked<bool>> keep_equal_units = {};
+    /// BarArrangement: How the bars of the graph's data sets share the room of a value: 0 as DataSymbolSize,
+    /// BarOffset and BarStacked say, 1 beside each other, 2 upon each other, those below 0 downwards, 3 the
+    /// same in percent of all at a value. 1 to 3 make them as wide as the axis says at every zoom.
+    std::optional<Checked<std::uint8_t>> bar_arrangement = {};
+    /// BarWidthShare: Share of the room of a value, such as a category, that its bars take together under
+    /// BarArrangement 1 to 3, 0 to 1; the rest is the gap.
+    std::optional<Checked<double>> bar_width_share = {};
     /// GraphTitleColor: Colour of the graph's title.
     std::optional<ColorValue> title_color = {};
     /// GraphTitleFont: Font of the graph's title.
@@ -438,6 +461,15 @@ public:
     /// axis with room to spare shows more.
     bool keep_equal_units() const;
     void keep_equal_units(Checked<bool> value) const; ///< sets it
+    /// BarArrangement: How the bars of the graph's data sets share the room of a value: 0 as DataSymbolSize,
+    /// BarOffset and BarStacked say, 1 beside each other, 2 upon each other, those below 0 downwards, 3 the
+    /// same in percent of all at a value. 1 to 3 make them as wide as the axis says at every zoom.
+    std::uint8_t bar_arrangement() const;
+    void bar_arrangement(Checked<std::uint8_t> value) const; ///< sets it
+    /// BarWidthShare: Share of the room of a value, such as a category, that its bars take together under
+    /// BarArrangement 1 to 3, 0 to 1; the rest is the gap.
+    double bar_width_share() const;
+    void bar_width_share(Checked<double> value) const; ///< sets it
     /// GraphTitleColor: Colour of the graph's title.
     Color title_color() const;
     void title_color(ColorValue value) const; ///< sets it
@@ -572,8 +604,9 @@ struct DataOptions {
     std::optional<ColorValue> line_color = {};
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::optional<Checked<std::uint8_t>> line_thickness = {};
-    /// DataKind: What is made of the points: 0 lines, symbols and bars at them. Automatic axes with other
-    /// kinds fit what they show at each drawing.
+    /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 6 candles: Y is the close,
+    /// the extra columns open, high, low and volume. Automatic axes with other kinds fit what they show at
+    /// each drawing.
     std::optional<Checked<std::uint8_t>> kind = {};
     /// DataHide: Leaves the data set out of page and legend.
     std::optional<Checked<bool>> hide = {};
@@ -604,6 +637,22 @@ struct DataOptions {
     std::optional<Checked<double>> bar_base_value = {};
     /// BarOffset: Millimetres by which bars move across their length, so that sets stand side by side.
     std::optional<Checked<float>> bar_offset = {};
+    /// BarLabels: Where bars have their values written: 0 nowhere, 1 in their middle, 2 at their end, beyond
+    /// it where there is room. A label that has none is left out.
+    std::optional<Checked<std::uint8_t>> bar_labels = {};
+    /// BarLabelFormat: Pattern of the labels of bars, as for AxisTextLabels; empty writes as many digits as
+    /// needed.
+    std::optional<std::string> bar_label_format = {};
+    /// CandleStyle: How candles (DataKind 6) are drawn: 0 bodies from open to close with wicks to high and
+    /// low, 1 bars from low to high with ticks for open and close.
+    std::optional<Checked<std::uint8_t>> candle_style = {};
+    /// CandleRisingColor: Colour of candles that close at or above their opening.
+    std::optional<ColorValue> candle_rising_color = {};
+    /// CandleFallingColor: Colour of candles that close below their opening.
+    std::optional<ColorValue> candle_falling_color = {};
+    /// CandleVolumeAxis: Number of the y axis, counted from 1 among the y axes, on which the volumes of
+    /// candles stand as columns in the lower third of the plot area; 0 for none.
+    std::optional<Checked<std::int16_t>> candle_volume_axis = {};
     /// DataText: A text on the plot area; lines are separated by CR LF.
     std::optional<std::string> text = {};
     /// DataTextX: Where the text stands along x, in data values or percent.
@@ -676,8 +725,9 @@ public:
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::uint8_t line_thickness() const;
     void line_thickness(Checked<std::uint8_t> value) const; ///< sets it
-    /// DataKind: What is made of the points: 0 lines, symbols and bars at them. Automatic axes with other
-    /// kinds fit what they show at each drawing.
+    /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 6 candles: Y is the close,
+    /// the extra columns open, high, low and volume. Automatic axes with other kinds fit what they show at
+    /// each drawing.
     std::uint8_t kind() const;
     void kind(Checked<std::uint8_t> value) const; ///< sets it
     /// DataHide: Leaves the data set out of page and legend.
@@ -723,6 +773,28 @@ public:
     /// BarOffset: Millimetres by which bars move across their length, so that sets stand side by side.
     float bar_offset() const;
     void bar_offset(Checked<float> value) const; ///< sets it
+    /// BarLabels: Where bars have their values written: 0 nowhere, 1 in their middle, 2 at their end, beyond
+    /// it where there is room. A label that has none is left out.
+    std::uint8_t bar_labels() const;
+    void bar_labels(Checked<std::uint8_t> value) const; ///< sets it
+    /// BarLabelFormat: Pattern of the labels of bars, as for AxisTextLabels; empty writes as many digits as
+    /// needed.
+    std::string bar_label_format() const;
+    void bar_label_format(std::string_view value) const; ///< sets it
+    /// CandleStyle: How candles (DataKind 6) are drawn: 0 bodies from open to close with wicks to high and
+    /// low, 1 bars from low to high with ticks for open and close.
+    std::uint8_t candle_style() const;
+    void candle_style(Checked<std::uint8_t> value) const; ///< sets it
+    /// CandleRisingColor: Colour of candles that close at or above their opening.
+    Color candle_rising_color() const;
+    void candle_rising_color(ColorValue value) const; ///< sets it
+    /// CandleFallingColor: Colour of candles that close below their opening.
+    Color candle_falling_color() const;
+    void candle_falling_color(ColorValue value) const; ///< sets it
+    /// CandleVolumeAxis: Number of the y axis, counted from 1 among the y axes, on which the volumes of
+    /// candles stand as columns in the lower third of the plot area; 0 for none.
+    std::int16_t candle_volume_axis() const;
+    void candle_volume_axis(Checked<std::int16_t> value) const; ///< sets it
     /// DataText: A text on the plot area; lines are separated by CR LF.
     std::string text() const;
     void text(std::string_view value) const; ///< sets it

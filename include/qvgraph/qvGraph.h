@@ -196,6 +196,11 @@ public:
     void AddDataColumns(std::span<double const> X, std::span<double const> Y, std::span<double const> Extra1,
                         std::span<double const> Extra2 = {}, std::span<double const> Extra3 = {},
                         std::span<double const> Extra4 = {}, Checked<std::int16_t> DataSet = 0);
+    /// Adds a point at a category: that of this text, which is added to the categories where it is not there
+    /// yet. The axis of the data set becomes one of categories: its x axis, for lying bars its y axis, unless
+    /// one of the two is. Where categories are times, the text is a date such as "2026-03-14" or
+    /// "2026-03-14 09:30" in the axis's time zone; fault 5 for another.
+    void AddCategoryPoint(std::string_view Category, double Y, Checked<std::int16_t> DataSet = 0);
     /// Forgets the Count oldest points of a data set, numbered as in AddDataPoint; no axis changes.
     void DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet = 0);
     /// The automatic axes of the current graph show what its data sets show now, and Margin of that range
@@ -226,6 +231,10 @@ public:
     /// Puts the selected axis's ticks at these values, where even divisions would not do (months have
     /// unequal lengths); without major ones the axis is divided evenly again.
     void SetAxisTicks(std::span<double const> Major, std::span<double const> Minor = {});
+    /// Makes the selected axis one of time whose categories are these moments, in seconds since 1970: they
+    /// stand side by side, and what lies between them, such as weekends, takes no room. Points lie at the
+    /// moments' numbers, from 0 on. Fault 5 for a moment that is not finite.
+    void SetAxisCategoryTimes(std::span<double const> Times);
     /// Of the page; while it is empty, the point under the pointer is named.
     void SetTooltip(std::string_view Tooltip);
     /// 0 switches the cross-hair off, n on with style n - 1.

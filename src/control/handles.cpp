@@ -1,6 +1,7 @@
 // Handles: the way from a handle to its record, and what its members do there.
 #include "qvgraph/handles.h"
 
+#include "control/category_entry.h"
 #include "control/data_entry.h"
 #include "control/document.h"
 #include "control/point_entry.h"
@@ -279,6 +280,16 @@ void AxisHandle::ticks(std::span<double const> major, std::span<double const> mi
     control::set_ticks(Access::record<document::Axis>(*this), major, minor);
 }
 
+void AxisHandle::set_categories(TextList const& texts) const {
+    Access::page(*this);
+    control::take_categories(Access::record<document::Axis>(*this), document::CategoryList(texts));
+}
+
+void AxisHandle::set_category_times(std::span<double const> times) const {
+    Access::page(*this);
+    control::take_category_times(Access::record<document::Axis>(*this), times);
+}
+
 void DataHandle::add(double x, double y) const {
     ControlState& state = Access::page(*this);
     control::add_point_to(state, Access::graph(*this), Access::record<DataSet>(*this), x, y);
@@ -301,6 +312,40 @@ void DataHandle::add_columns(std::span<double const> x, std::span<double const> 
     ControlState& state = Access::page(*this);
     control::add_points_to(state, Access::graph(*this), Access::record<DataSet>(*this),
                            {x, y, {}, {extra1, extra2, extra3, extra4}});
+}
+
+void DataHandle::add(std::string_view category, double value) const {
+    ControlState& state = Access::page(*this);
+    control::add_category_point(state, Access::graph(*this), Access::record<DataSet>(*this), category, value);
+}
+
+void DataHandle::add(TextList const& categories, std::span<double const> values) const {
+    ControlState& state = Access::page(*this);
+    control::add_category_points(state, Access::graph(*this), Access::record<DataSet>(*this), categories,
+                                 values);
+}
+
+void DataHandle::add_at_times(std::span<double const> times, std::span<double const> values) const {
+    ControlState& state = Access::page(*this);
+    control::add_points_at_times(state, Access::graph(*this), Access::record<DataSet>(*this), times,
+                                 {{}, values, {}});
+}
+
+void DataHandle::add_candles(std::span<double const> x, std::span<double const> open,
+                             std::span<double const> high, std::span<double const> low,
+                             std::span<double const> close, std::span<double const> volume) const {
+    ControlState& state = Access::page(*this);
+    control::add_candles(state, Access::graph(*this), Access::record<DataSet>(*this),
+                         {x, open, high, low, close, volume});
+}
+
+AxisHandle DataHandle::show_volume(AxisOptions const& options) const {
+    AxisHandle const axis = graph().add_y_axis({.far_side = true});
+    axis.set(options);
+    std::vector<AxisHandle> const axes = graph().axes();
+    auto const y_axes = std::ranges::count_if(axes, [](AxisHandle const& each) { return !each.is_x(); });
+    candle_volume_axis(y_axes);
+    return axis;
 }
 
 void DataHandle::keep_latest(Checked<std::int32_t> count) const {
@@ -412,6 +457,13 @@ DataHandle GraphHandle::symbols(std::string_view name, DataOptions const& option
 DataHandle GraphHandle::bars(std::string_view name, DataOptions const& options) const {
     return control::add_data_set(*this, name, {.symbol = control::bars, .bar_base = true}, options,
                                  control::finished);
+}
+
+DataHandle GraphHandle::candles(std::string_view name, DataOptions const& options) const {
+    constexpr std::uint8_t candles = 6;
+    return control::add_data_set(*this, name, {.error_bars = false}, options, [&](Records const& made) {
+        control::property::of::DataKind(made, candles);
+    });
 }
 
 DataHandle GraphHandle::area(std::string_view name, DataOptions const& options) const {

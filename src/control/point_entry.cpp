@@ -14,6 +14,12 @@
 #define QV_EVERY_POINT [[gnu::always_inline]] inline
 
 namespace qv::control {
+
+DataSet& numbered_data_set(Graph& graph, std::int16_t number) {
+    bool const named = number >= 1 && static_cast<std::size_t>(number) <= graph.DataSets.size();
+    return named ? graph.DataSets[static_cast<std::size_t>(number) - 1] : graph.DataSets.back();
+}
+
 namespace {
 
 constexpr std::int32_t most_points = std::numeric_limits<std::int32_t>::max();
@@ -81,11 +87,6 @@ struct PointAxes {
 /// The axes that a data set lies on.
 QV_EVERY_POINT PointAxes own_axes(Graph& graph, DataSet const& set) {
     return {&at(graph.Axes, set.xAxisIndex, "axis"), &at(graph.Axes, set.yAxisIndex, "axis")};
-}
-
-DataSet& numbered_data_set(Graph& graph, std::int16_t number) {
-    bool const named = number >= 1 && static_cast<std::size_t>(number) <= graph.DataSets.size();
-    return named ? graph.DataSets[static_cast<std::size_t>(number) - 1] : graph.DataSets.back();
 }
 
 QV_EVERY_POINT void hold_latest(Graph& graph, DataSet& set) {

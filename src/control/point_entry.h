@@ -9,6 +9,9 @@
 
 namespace qv::control {
 
+/// A data set of a graph that has some, counted from 1; any other number means the newest one.
+DataSet& numbered_data_set(Graph& graph, std::int16_t number);
+
 /// Appends a point to a data set, counted from 1; a number outside 1..NumDataSets means the newest one. The
 /// graph's selected axes, with `DataOwnAxes` those of the data set, widen to hold the point; one
 /// GraphScaleChanged tells when a range drawn did. A point with a coordinate that is not finite is kept but

@@ -101,6 +101,11 @@ void follow_mode(Records const& records) {
     if (fits) records.axis->AxisRescale = true;
 }
 
+// Other categories are another scale.
+void follow_categories(Records const& records) {
+    if (records.axis->has_mode(AxisMode::Automatic)) records.axis->AxisRescale = true;
+}
+
 // The host has said where it stands.
 void place_legend(Records const& records) {
     records.graph->LegendPlace = 0;
@@ -206,7 +211,7 @@ std::span<RecordRow const> record_rows() {
 #define QV_PROPERTY(name, kind_, target_, field_, conversion_, then_)                                        \
     {#name,                                                                                                  \
      #target_,                                                                                               \
-     #then_ != "fix_range"sv && #then_ != "follow_mode"sv,                                                   \
+     #then_ != "fix_range"sv && #then_ != "follow_mode"sv && #then_ != "follow_categories"sv,                \
      Row::name,                                                                                              \
      [](Records const& records) -> GivenProperties const& { return given_to::target_(records); },            \
      [](Records const& records, Variant const& value) {                                                      \

@@ -1,5 +1,6 @@
 #include "qvgraph/qvGraph.h"
 
+#include "control/category_entry.h"
 #include "control/color_requests.h"
 #include "control/data_entry.h"
 #include "control/document.h"
@@ -251,6 +252,10 @@ void qvGraph::AddDataColumns(std::span<double const> X, std::span<double const> 
     control::AddDataPoints(*state_, {X, Y, {}, {Extra1, Extra2, Extra3, Extra4}}, DataSet);
 }
 
+void qvGraph::AddCategoryPoint(std::string_view Category, double Y, Checked<std::int16_t> DataSet) {
+    control::AddCategoryPoint(*state_, Category, Y, DataSet);
+}
+
 void qvGraph::DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet) {
     control::DropDataPoints(*state_, Count, DataSet);
 }
@@ -304,6 +309,10 @@ void qvGraph::GetAxisRange(double& a1, double& a2) const {
 
 void qvGraph::SetAxisTicks(std::span<double const> Major, std::span<double const> Minor) {
     control::SetAxisTicks(*state_, Major, Minor);
+}
+
+void qvGraph::SetAxisCategoryTimes(std::span<double const> Times) {
+    control::SetAxisCategoryTimes(*state_, Times);
 }
 
 void qvGraph::SetTooltip(std::string_view Tooltip) {

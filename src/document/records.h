@@ -2,6 +2,7 @@
 // property that reads or writes them.
 #pragma once
 
+#include "document/CategoryList.h"
 #include "document/PointStore.h"
 #include "document/StableList.h"
 #include "qvgraph/geometry.h"
@@ -118,6 +119,8 @@ struct Axis {
     bool AxisReverse = false;
     bool AxisTime = false; // values are seconds since 1970 in UTC
     std::string AxisTimeZone = "UTC";
+    bool AxisCategories = false; // value n is category n
+    CategoryList categories;
     std::uint8_t AxisScale = 0; // AxisMode; other values are kept but mean nothing
     std::string AxisTextLabels; // labels separated by ",", or the format of numeric labels
     std::string AxisLabelFont = "Font=Arial|9";
@@ -197,7 +200,13 @@ struct DataSetSettings : GraphText {
     bool BarStacked = false;
     bool BarBase = false;
     double BarBaseValue = 0;
-    double BarOffset = 0; // millimetres across the bar
+    double BarOffset = 0;       // millimetres across the bar
+    std::uint8_t BarLabels = 0; // BarLabelling; other values mean none
+    std::string BarLabelFormat;
+    std::uint8_t CandleStyle = 0; // 0 bodies with wicks, 1 bars with two ticks
+    Color CandleRisingColor = rgb(34, 146, 104);
+    Color CandleFallingColor = rgb(208, 66, 60);
+    std::int16_t CandleVolumeAxis = 0; // of the y axes, counted from 1; 0: volumes are not shown
     bool BarShadow = false;
     Color BarShadowColor = 0;
     std::string MathFunc;
@@ -231,6 +240,12 @@ enum class LeftOut : std::uint8_t { Nothing, AxisTitles, Title, Labels };
 
 /// Where a legend stands; other values of LegendPlace mean the first.
 enum class LegendPlacing : std::uint8_t { AsSet = 0, WhereItHidesLeast = 1, BesideThePlot = 2 };
+
+/// How the bars of a graph's data sets share the room of their values.
+enum class BarArranging : std::uint8_t { AsSet = 0, Grouped = 1, Stacked = 2, Percent = 3 };
+
+/// Where bars have their values written.
+enum class BarLabelling : std::uint8_t { None = 0, Inside = 1, AtEnd = 2 };
 
 /// What is worked out for a graph when it is drawn under FitMargins or with a legend that finds its place.
 struct Fitting {
@@ -292,6 +307,8 @@ struct GraphSettings {
     bool margins_by_hand = false; // a person has dragged an edge of the plot area, or the legend
     bool legend_by_hand = false;
     std::uint8_t LegendPlace = 0;
+    std::uint8_t BarArrangement = 0; // BarArranging; other values mean as set
+    double BarWidthShare = 0.8;      // of the room that a value has, which its arranged bars take together
     GivenProperties given;
 
     /// As drawn: those set, and under FitMargins as much more as is needed, but for a person who drags them.

@@ -5,6 +5,7 @@
 #include "document/trap.h"
 #include "interact/hit_test.h"
 #include "interact/read_out.h"
+#include "render/bar_places.h"
 #include "render/plot_geometry.h"
 #include "render/series_kind.h"
 #include "render/text.h"
@@ -124,12 +125,18 @@ void show_name(ControlState& state, std::string name) {
 std::optional<FoundPoint> nearest_point(ControlState& state, std::int16_t index, Point place, double radius) {
     Graph& graph = *at(state.Graphs, index);
     std::optional<FoundPoint> nearest, item; // of items the one drawn last lies above
+    const render::BarPlan plan(graph);
     for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
         DataSet const& set = at(graph.DataSets, i);
         if (set.DataHide) continue;
         const render::SeriesScope scope(state, graph, i, render::SeriesScope::Maps::AsShown);
         if (render::series_kind(set)) {
             if (auto const found = item_under(scope.view(), place)) item = FoundPoint{i, *found, 0};
+            continue;
+        }
+        if (plan.holds(i)) {
+            if (auto const found = render::arranged_bar_at(scope.view(), plan, place))
+                item = FoundPoint{i, *found, 0};
             continue;
         }
         Search search(graph, place, nearest ? nearest->distance : radius);

@@ -6,6 +6,7 @@
 #include "interact/hit_test.h"
 #include "interact/scroll_bars.h"
 #include "render/plot_geometry.h"
+#include "scale/category_text.h"
 #include "scale/mapping.h"
 #include "scale/number_format.h"
 #include "scale/time_text.h"
@@ -80,7 +81,9 @@ std::optional<std::string> time_text(Axis const& axis, double value, double pixe
 
 std::string coordinate_text(Axis const& axis, double value, double pixel_step) {
     std::int16_t const digits = scale::AxisDPx(axis.AxisValue1, axis.AxisValue2);
-    if (axis.AxisTime)
+    if (axis.AxisCategories)
+        if (auto const text = scale::category_text(axis, value)) return *text;
+    if (axis.AxisTime && !axis.AxisCategories)
         if (auto const text = time_text(axis, value, pixel_step)) return *text;
     bool const pattern =
         !axis.AxisTime && !axis.has_mode(AxisMode::TextLabels) && !axis.AxisTextLabels.empty();

@@ -37,7 +37,7 @@ struct AxisDrawing {
     Axis const& axis;
     AxisFrame frame;
     std::vector<PlacedTick> ticks;
-    std::string offset; // is to be added to all labels
+    LabelChoice choice;
     LabelLayout labels;
     bool paints = true; // else it is only measured
 };
@@ -121,9 +121,9 @@ bool leaves_out_titles(AxisDrawing const& drawing) {
 AxisTitle axis_title(AxisDrawing const& drawing) {
     std::string const& own = drawing.axis.AxisTitle;
     bool const shows_own = drawing.axis.AxisShowTitle && !leaves_out_titles(drawing) && !own.empty();
-    if (drawing.offset.empty()) return {shows_own ? own : ""};
-    if (!shows_own) return {drawing.offset, true};
-    return {(drawing.state.RichText ? own : escaped(own)) + "  (" + drawing.offset + ")", true};
+    if (drawing.choice.offset.empty()) return {shows_own ? own : ""};
+    if (!shows_own) return {drawing.choice.offset, true};
+    return {(drawing.state.RichText ? own : escaped(own)) + "  (" + drawing.choice.offset + ")", true};
 }
 
 // Draws the title and returns how many twips the axis reaches out of where it stands.
@@ -173,8 +173,8 @@ void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis const& ax
     AxisDrawing drawing{state, surface, axis, axis_frame(state, surface, axis),
                         {},    {},      {},   paints_axes(pass)};
     SetGraphFont(state, surface, axis.AxisLabelFont);
-    drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range, drawing.offset);
-    drawing.labels = label_layout(surface, drawing.frame, axis, drawing.ticks);
+    drawing.ticks = place_ticks(state, surface, drawing.frame, axis, range, drawing.choice);
+    drawing.labels = label_layout(surface, drawing.frame, axis, drawing.ticks, drawing.choice);
     if (state.ThinTickLabels) thin_labels(surface, drawing.frame, axis, drawing.ticks);
     draw_own_edge(drawing);
     double const reach = draw_title(drawing);

@@ -5,6 +5,7 @@
 #include "render/function_curve.h"
 #include "render/graph_ranges.h"
 #include "scale/axis_range.h"
+#include "scale/category_text.h"
 #include "scale/round_ticks.h"
 #include "scale/time_ticks.h"
 
@@ -84,8 +85,22 @@ std::optional<AxisSpan> time_range(Axis const& axis) {
     return axis.AxisRescale ? AxisSpan{range->low, range->high} : AxisSpan{axis.AxisValue1, axis.AxisValue2};
 }
 
+// Categories may have come while the axis was zoomed.
+AxisSpan category_range_of(Axis& axis) {
+    const AxisSpan shown{axis.AxisValue1, axis.AxisValue2};
+    bool const follows = axis.AxisRescale || (axis.ranges().shows_all() && !is_settled_already(axis));
+    if (!follows) return shown;
+    const document::Extent data =
+        axis.AxisNoData ? document::Extent{} : document::Extent{axis.DataMin, axis.DataMax};
+    auto const [low, high] = scale::category_range(axis, data);
+    if (!std::isfinite(high - low)) return shown;
+    axis.AxisRescale |= low != shown.low || high != shown.high;
+    return {low, high};
+}
+
 AxisSpan automatic_range(ControlState& state, Axis& axis) {
     leave_fit(state, axis);
+    if (axis.AxisCategories) return category_range_of(axis);
     range_over_functions(state, axis);
     if (axis.AxisTime)
         if (auto const range = time_range(axis)) return *range;
@@ -127,7 +142,7 @@ void announce_range(ControlState& state) {
 }
 
 SettledRange settle_silently(ControlState& state, Axis& axis) {
-    if (axis.AxisTime) axis.AxisLog = false;
+    if (axis.AxisTime || axis.AxisCategories) axis.AxisLog = false;
     const AxisSpan range = range_to_draw(state, axis);
     bool const is_new = axis.AxisRescale;
     if (is_new) {

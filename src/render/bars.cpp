@@ -5,6 +5,7 @@
 #include "document/trap.h"
 #include "qvgraph/system_color.h"
 #include "render/color_table.h"
+#include "render/pen.h"
 #include "scale/mapping.h"
 
 #include <algorithm>
@@ -39,6 +40,26 @@ void draw_face(ControlState& state, DrawSurface& surface, BarBox const& box, Dat
     Draw3DBar(state, surface, box, {set.BarHoriz, set.DataSymbolFill.EdgeColor, set.DataSymbolFill.Color1});
 }
 
+void set_bar_colors(DrawSurface& surface, document::FillSpec const& fill) {
+    surface.state.FillColor = fill.Color1;
+    surface.state.ForeColor = fill.EdgeThickness < 1 ? fill.Color1 : fill.EdgeColor;
+    surface.state.fill_style = FillStyle::Solid;
+}
+
+/// With the brush and pen that are set.
+void draw_box_of_bar(ControlState& state, DrawSurface& surface, DataSet const& set, BarBox const& box) {
+    if (set.BarShadow) {
+        double const right = shadow_mm * state.UnitsPerMmX;
+        double const down = shadow_mm * state.UnitsPerMmY;
+        draw_box(surface, {box.x1 + right, box.y1 + down, box.x2 + right, box.y2 + down},
+                 LineShape::FilledBox, set.BarShadowColor);
+    }
+    draw_face(state, surface, box, set);
+    if (set.DataSymbolFill.EdgeThickness == 0) return;
+    surface.state.fill_style = FillStyle::Transparent;
+    draw_box(surface, box, LineShape::Box, set.DataSymbolFill.EdgeColor);
+}
+
 } // namespace
 
 BarLayout::BarLayout(ControlState& state, DataPointPlace const& point)
@@ -71,16 +92,16 @@ void Bar(ControlState& state, DrawSurface& surface, DataPointPlace const& point)
         const double half_width = half_width_of_bars(point.half_size);
         const BarBox box = point.legend_sample ? sample_box(state, point.place, half_width, set.BarHoriz)
                                                : BarLayout(state, point).box(point.place, point.base);
-        if (set.BarShadow) {
-            const double right = shadow_mm * state.UnitsPerMmX;
-            const double down = shadow_mm * state.UnitsPerMmY;
-            draw_box(surface, {box.x1 + right, box.y1 + down, box.x2 + right, box.y2 + down},
-                     LineShape::FilledBox, set.BarShadowColor);
-        }
-        draw_face(state, surface, box, set);
-        if (set.DataSymbolFill.EdgeThickness == 0) return;
+        draw_box_of_bar(state, surface, set, box);
+    });
+}
+
+void draw_bar(ControlState& state, DrawSurface& surface, DataSet const& set, BarBox const& box) {
+    trapped(state, "Bar", [&] {
+        set_bar_colors(surface, set.DataSymbolFill);
+        const PenScope pen(surface, set.DataSymbolFill.EdgeThickness);
+        draw_box_of_bar(state, surface, set, box);
         surface.state.fill_style = FillStyle::Transparent;
-        draw_box(surface, box, LineShape::Box, set.DataSymbolFill.EdgeColor);
     });
 }
 

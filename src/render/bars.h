@@ -43,6 +43,10 @@ private:
 /// Draws the bar of a data point, or a sample of it, with the brush and pen that are set.
 void Bar(document::ControlState& state, DrawSurface& surface, DataPointPlace const& point);
 
+/// Draws a bar of a data set that covers this box.
+void draw_bar(document::ControlState& state, DrawSurface& surface, document::DataSet const& set,
+              BarBox const& box);
+
 struct BarShade {
     bool horizontal = false;
     Color edge = 0;

@@ -1,5 +1,6 @@
 #include "render/data_reach.h"
 
+#include "render/bar_places.h"
 #include "render/bar_stack.h"
 #include "render/bars.h"
 #include "render/function_curve.h"
@@ -66,10 +67,6 @@ void include_points(Plane const& plane) {
     }
 }
 
-bool are_bars(DataSet const& set) {
-    return set.DataSymbol == symbol_bar;
-}
-
 /// The bars of a data set upon those of the sets before.
 void include_stacked(Plane const& plane, BarStack& stack, bool stands_on_others) {
     DataSet const& set = plane.set;
@@ -100,6 +97,26 @@ void leave_room_for_bars(ControlState const& state, DataSet const& set, AxisReac
     across.reach.room_high = std::max(across.reach.room_high, (half_width + offset) / length);
 }
 
+// Nothing goes beyond all of it.
+void stand_on_all(AxisReach const& along, Extent const& ends) {
+    constexpr double all = 100, rounding = 1e-9; // percent
+    for (double const end : {ends.low, ends.high})
+        if (std::abs(std::abs(end) - all) < rounding) along.stand_on(end);
+}
+
+// Beyond the ends of bars, about as much as the usual labels need, which are measured only when they are
+// drawn.
+void leave_room_for_labels(ControlState const& state, DataSet const& set, Extent const& ends,
+                           AxisReach const& along) {
+    bool const at_end = set.BarLabels == static_cast<std::uint8_t>(document::BarLabelling::AtEnd);
+    if (!at_end || along.axis.AxisLength <= 0) return;
+    constexpr double line_mm = 5, text_mm = 9;
+    double const room =
+        (set.BarHoriz ? text_mm * state.UnitsPerMmX : line_mm * state.UnitsPerMmY) / along.axis.AxisLength;
+    if (ends.high > 0) along.reach.room_high = std::max(along.reach.room_high, room);
+    if (ends.low < 0) along.reach.room_low = std::max(along.reach.room_low, room);
+}
+
 // Bars without a base begin beyond the edge of the plot area; that edge is 0 for them where it can be.
 void include_base(Plane const& plane, Extent const& ends) {
     AxisReach const& along = plane.set.BarHoriz ? plane.x : plane.y;
@@ -115,23 +132,32 @@ public:
     Reaches(ControlState const& state, Graph const& graph)
         : state_(state), graph_(graph), found_(graph.Axes.size()),
           some_are_stacked_(std::ranges::any_of(
-              graph.DataSets, [](DataSet const& set) { return are_bars(set) && set.BarStacked; })) {}
+              graph.DataSets, [](DataSet const& set) { return are_bars(set) && set.BarStacked; })),
+          plan_(graph) {}
 
-    void add(DataSet const& set, bool is_first) {
+    void add(DataSet const& set, std::int16_t index) {
         if (set.DataHide) return;
-        auto const along = [&](std::int16_t index, std::vector<Reach>& reaches) -> AxisReach {
-            return {at(graph_.Axes, index, "axis"), at(reaches, index)};
+        auto const along = [&](std::int16_t axis, std::vector<Reach>& reaches) -> AxisReach {
+            return {at(graph_.Axes, axis, "axis"), at(reaches, axis)};
         };
         const Plane plane{set, along(set.xAxisIndex, found_), along(set.yAxisIndex, found_)};
-        if (SeriesKind const* const kind = series_kind(set))
-            return kind->include_reach(state_, set, plane.x, plane.y);
+        if (SeriesKind const* const kind = series_kind(set)) {
+            kind->include_reach(state_, set, plane.x, plane.y);
+            std::int16_t const third = kind->third_axis(graph_, set);
+            return third < 0 ? void() : kind->include_third(set, along(third, found_));
+        }
         if (set.points.size() == 0) return;
         if (!are_bars(set)) return include_points(plane);
         if (set.DataLineStyle > 0) include_points(plane);
         // Apart from the others, because where these bars begin depends on their own ends.
         std::vector<Reach> own(graph_.Axes.size());
         const Plane bars{set, along(set.xAxisIndex, own), along(set.yAxisIndex, own)};
-        bool const stands_on_others = set.BarStacked && !is_first;
+        if (plan_.holds(index)) {
+            include_arranged(bars, index);
+            for (std::size_t i = 0; i < own.size(); ++i) found_[i].join(own[i]);
+            return;
+        }
+        bool const stands_on_others = set.BarStacked && index > 0;
         if (!set.BarStacked) stack_.ends.clear();
         if (some_are_stacked_)
             include_stacked(bars, stack_, stands_on_others);
@@ -145,10 +171,41 @@ public:
     std::vector<Reach> const& found() const { return found_; }
 
 private:
+    // In values, so no more room is needed than the outermost bars have.
+    void include_arranged(Plane const& plane, std::int16_t index) const {
+        DataSet const& set = plane.set;
+        AxisReach const& across = set.BarHoriz ? plane.y : plane.x;
+        AxisReach const& along = set.BarHoriz ? plane.x : plane.y;
+        const BarPlan::Share share = *plan_.share_of(index);
+        // Of categories the axis shows half of one more anyway.
+        double const reach = across.axis.AxisCategories ? 0 : std::abs(share.offset) + share.half_width;
+        std::size_t point = 0;
+        bool stands_on_zero = false;
+        Extent ends;
+        for (PointBlock const& block : set.points.blocks())
+            for (std::size_t i = 0; i < block.size(); ++i) {
+                double const x = block.x()[i], y = block.y()[i], value = set.BarHoriz ? y : x;
+                const BarEnds bar = plan_.ends(index, point++, set.BarHoriz ? x : y);
+                if (!across.has_place(value) || !along.has_place(bar.to)) continue;
+                const scale::ScaleFrom from{value, across.axis.AxisLog};
+                across.include(from.value_at(-reach));
+                across.include(from.value_at(reach));
+                along.include(bar.to);
+                ends.include(bar.to);
+                stands_on_zero |= bar.from == 0;
+            }
+        if (stands_on_zero) along.stand_on(0);
+        if (plan_.in_percent()) return stand_on_all(along, ends);
+        if (plan_.stacks()) return;
+        include_base(plane, ends);
+        leave_room_for_labels(state_, set, ends, along);
+    }
+
     ControlState const& state_;
     Graph const& graph_;
     std::vector<Reach> found_;
     bool some_are_stacked_;
+    BarPlan plan_;
     BarStack stack_;
 };
 
@@ -167,11 +224,8 @@ void Reach::join(Reach const& other) {
 
 std::vector<Reach> reaches_of_points(ControlState const& state, Graph const& graph) {
     Reaches reaches(state, graph);
-    bool is_first = true;
-    for (DataSet const& set : graph.DataSets) {
-        reaches.add(set, is_first);
-        is_first = false;
-    }
+    std::int16_t index = 0;
+    for (DataSet const& set : graph.DataSets) reaches.add(set, index++);
     return reaches.found();
 }
 

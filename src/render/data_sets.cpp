@@ -5,8 +5,11 @@
 #include "document/trap.h"
 #include "render/areas.h"
 #include "render/bar_batch.h"
+#include "render/bar_labels.h"
+#include "render/bar_places.h"
 #include "render/bar_stack.h"
 #include "render/data_line.h"
+#include "render/error_bars.h"
 #include "render/function_curve.h"
 #include "render/lone_points.h"
 #include "render/pen.h"
@@ -36,6 +39,7 @@ struct Plotting {
     DrawSurface& surface;
     Graph& graph;
     BarStack bars;
+    BarPlan plan;
 };
 
 // The dashes that the host has asked for beside the line's style.
@@ -165,7 +169,66 @@ void draw_each_symbol(Plotting& plotting, DataSet const& set, std::int16_t index
             draw_symbol_at(plotting, set, {index, set.points.blocks()[b].entry(i), {}});
 }
 
+// Bars side by side touch, but do not lie over each other: boxes include the pixels of both corners.
+BarBox without_last_pixel(DrawSurface const& surface, BarBox box, bool horizontal) {
+    double const pixel = horizontal ? surface.TwipsPerPixelY() : surface.TwipsPerPixelX();
+    double& last = horizontal ? box.y2 : box.x2;
+    if (last - (horizontal ? box.y1 : box.x1) > pixel) last -= pixel;
+    return box;
+}
+
+// The error bar at a bar's end, and the text of its point.
+void draw_marks_of_bar(Plotting& plotting, SeriesView const& view, PlacedBar const& bar) {
+    if (bar.point >= view.set.points.size()) return; // a handler of ErrorMsg has dropped it
+    DataSet const& set = view.set;
+    const document::PointEntry point = set.points.at(bar.point);
+    const std::string data_id(point.DataID); // a copy, which outlives what such a handler drops
+    const Point end{(bar.box.x1 + bar.box.x2) / 2, (bar.box.y1 + bar.box.y2) / 2};
+    const BarEnds ends = plotting.plan.ends(view.index, bar.point, set.BarHoriz ? point.X : point.Y);
+    if (set.ShowErrorBar && point.E > 0 && !set.BarHoriz)
+        ErrorBar(plotting.state, plotting.surface, view.index,
+                 {end.x, view.y(ends.to - point.E), view.y(ends.to + point.E)});
+    if (set.ShowErrorBar && point.E < 0 && set.BarHoriz)
+        HorizErrorBar(plotting.state, plotting.surface, view.index,
+                      {end.y, view.x(ends.to + point.E), view.x(ends.to - point.E)});
+    if (!data_id.empty() && plotting.graph.ShowDataID)
+        PrintText(plotting.state, plotting.surface, data_id,
+                  {{set.BarHoriz ? bar.box.x2 : end.x, set.BarHoriz ? end.y : bar.box.y2},
+                   set.BarHoriz ? Align::Start : Align::Centre,
+                   set.BarHoriz ? Align::Centre : Align::End,
+                   0},
+                  {set.DataTextFont, plotting.graph.LegendFontColor});
+}
+
+/// Whether bars share the room of their values with those of other data sets.
+bool draw_arranged_bars(Plotting& plotting, std::int16_t index) {
+    if (!plotting.plan.holds(index)) return false;
+    const SeriesScope scope(plotting.state, plotting.graph, index, SeriesScope::Maps::BeingDrawn);
+    DataSet const& set = scope.view().set;
+    if (set.DataSymbolFill.Transparent) return true;
+    Box const& plot = scope.view().plot;
+    std::vector<PlacedBar> bars;
+    std::optional<BarBatch> batch;
+    if (are_bars_plain(set) && BarBatch::pays(set.points.size(), plotting.surface, plot, set.BarHoriz))
+        batch.emplace(plotting.surface, plot, set.BarHoriz);
+    bool const has_marks = has_single_marks(plotting.graph, set);
+    for_each_bar(scope.view(), plotting.plan, plotting.bars, [&](PlacedBar const& bar) {
+        if (batch) batch->add(without_last_pixel(plotting.surface, bar.box, set.BarHoriz));
+        if (!batch || has_marks) bars.push_back(bar);
+    });
+    if (batch) batch->draw(set.DataSymbolFill.Color1);
+    // A handler of ErrorMsg may add and drop points from here on.
+    for (PlacedBar const& bar : bars) {
+        if (!batch)
+            draw_bar(plotting.state, plotting.surface, set,
+                     without_last_pixel(plotting.surface, bar.box, set.BarHoriz));
+        if (has_marks) draw_marks_of_bar(plotting, scope.view(), bar);
+    }
+    return true;
+}
+
 void draw_symbols(Plotting& plotting, DataSet const& set, std::int16_t index) {
+    if (draw_arranged_bars(plotting, index)) return;
     plotting.state.PointCounter = 0;
     plotting.bars.position = 0;
     if (has_single_marks(plotting.graph, set)) return draw_each_symbol(plotting, set, index);
@@ -240,7 +303,7 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
     trapped(state, "PlotDataSets", [&] {
         Graph& graph = document::current_graph(state);
         ClipGraphArea(state, surface, Area::PlotArea);
-        Plotting plotting{state, surface, graph, {}};
+        Plotting plotting{state, surface, graph, {}, BarPlan(graph)};
         for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
             DataSet const& set = at(graph.DataSets, i);
             if (set.DataHide) continue;
@@ -252,6 +315,7 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
             draw_curve(plotting, set);
             draw_data_text(plotting, set);
         }
+        draw_bar_labels(state, surface, graph, plotting.plan);
         ClipGraphArea(state, surface, Area::GraphFrame);
         SetLineColor(state, surface, 0);
     });

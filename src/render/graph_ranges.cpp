@@ -8,6 +8,7 @@
 #include "render/data_reach.h"
 #include "render/equal_units.h"
 #include "render/series_kind.h"
+#include "scale/category_text.h"
 #include "scale/fitted_range.h"
 #include "scale/mapping.h"
 
@@ -169,6 +170,10 @@ Reach joined_reach(ControlState& state, Group const& group) {
 
 std::optional<document::Extent> range_of(Reach const& reach, Axis const& axis, double margin) {
     constexpr double half_a_day = 12 * 3600.0; // about a single moment
+    if (axis.AxisCategories) {
+        const document::Extent range = scale::category_range(axis, reach.extent);
+        return std::isfinite(range.high - range.low) ? std::optional(range) : std::nullopt;
+    }
     auto const [low, high] = reach.extent;
     return scale::fitted_range({.low = low,
                                 .high = high,
@@ -183,7 +188,8 @@ std::optional<document::Extent> range_of(Reach const& reach, Axis const& axis, d
 
 void fit_group(ControlState& state, Group const& group, Fit const& fit) {
     const Reach reach = joined_reach(state, group);
-    if (reach.extent.empty()) return;
+    bool const has_categories = leading_member(state, group).axis->AxisCategories;
+    if (reach.extent.empty() && !has_categories) return;
     auto const any = [&](auto const& holds) { return std::ranges::any_of(group, holds); };
     bool const is_asked = any([&](Member const* member) { return member->graph == fit.graph; });
     bool const is_new = any([](Member const* member) { return member->axis->AxisRescale; });
@@ -204,7 +210,7 @@ void fit_group(ControlState& state, Group const& group, Fit const& fit) {
         axis.AxisRescale = false;
         axis.fit_margin = margin;
         axis.fitted_by = is_asked ? FittedBy::FitAxes : FittedBy::AutoFit;
-        if (!is_asked) continue; // AutoFit may be switched off again
+        if (!is_asked || reach.extent.empty()) continue; // AutoFit may be switched off again
         axis.DataMin = reach.extent.low;
         axis.DataMax = reach.extent.high;
     }
@@ -221,6 +227,12 @@ void unite_group(ControlState& state, Group const& group) {
         if (!axis.AxisNoData) {
             data.include(axis.DataMin);
             data.include(axis.DataMax);
+        }
+        if (axis.AxisCategories && !axis.categories.empty()) {
+            data.include(0);
+            data.include(static_cast<double>(axis.categories.size()) - 1);
+        }
+        if (!axis.AxisNoData || axis.AxisCategories) {
             continue;
         }
         Reach reach;
@@ -294,7 +306,8 @@ bool settle(ControlState& state, Fit const& fit) {
     std::vector<Member> members = members_of(state, fit.graphs);
     for (Member& member : members) {
         take_back_evening(*member.axis);
-        if (member.axis->AxisTime) member.axis->AxisLog = false; // as it is drawn
+        if (member.axis->AxisTime || member.axis->AxisCategories)
+            member.axis->AxisLog = false; // as it is drawn
     }
     bool const some_fit = std::ranges::any_of(fit.graphs, [&](std::int16_t index) {
         return has_range_that_fits_itself(state, *at(state.Graphs, index));
@@ -351,8 +364,10 @@ void for_each_link_behind(ControlState const& state, Take take) {
 bool fits_itself(ControlState const& state, Graph const& graph, Axis const& axis) {
     auto const lies_on = [&](std::int16_t index) { return &at(graph.Axes, index, "axis") == &axis; };
     return state.AutoFit || std::ranges::any_of(graph.DataSets, [&](document::DataSet const& set) {
-               return !set.DataHide && series_kind(set)
-                      && (lies_on(set.xAxisIndex) || lies_on(set.yAxisIndex));
+               SeriesKind const* const kind = set.DataHide ? nullptr : series_kind(set);
+               if (!kind) return false;
+               std::int16_t const third = kind->third_axis(graph, set);
+               return lies_on(set.xAxisIndex) || lies_on(set.yAxisIndex) || (third >= 0 && lies_on(third));
            });
 }
 

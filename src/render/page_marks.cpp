@@ -1,6 +1,7 @@
 #include "render/page_marks.h"
 
 #include "document/selection.h"
+#include "render/bar_places.h"
 #include "render/plot_geometry.h"
 #include "render/series_kind.h"
 #include "scale/mapping.h"
@@ -97,6 +98,8 @@ Shapes read_mark(ControlState& state) {
         if (!is_finite(box)) return {};
         return {{{box.left, box.top}, {box.right(), box.bottom()}, LineShape::Box, view.plot}};
     }
+    if (auto const bar = arranged_bar_of(view, BarPlan(graph), index))
+        return {{{bar->left, bar->top}, {bar->right(), bar->bottom()}, LineShape::Box, view.plot}};
     const document::PointEntry point = set.points.at(index);
     const Point place{view.x(point.X), view.y(point.Y)};
     if (!std::isfinite(place.x) || !std::isfinite(place.y)) return {};

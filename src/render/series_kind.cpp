@@ -39,6 +39,12 @@ std::optional<std::size_t> SeriesKind::item_at(SeriesView const& view, Point pla
     return std::nullopt;
 }
 
+std::int16_t SeriesKind::third_axis(Graph const&, DataSet const&) const {
+    return -1;
+}
+
+void SeriesKind::include_third(DataSet const&, AxisReach const&) const {}
+
 SeriesScope::SeriesScope(ControlState& state, Graph& graph, std::int16_t index, Maps maps)
     : selection_(graph), view_(view_of(state, graph, index, maps)) {}
 

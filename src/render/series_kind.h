@@ -60,6 +60,10 @@ public:
     /// Tells its axes what they must show.
     virtual void include_reach(document::ControlState const& state, document::DataSet const& set,
                                AxisReach const& x, AxisReach const& y) const = 0;
+    /// The axis beside its own two that it needs, by its number among all; -1 for none.
+    virtual std::int16_t third_axis(document::Graph const& graph, document::DataSet const& set) const;
+    /// Tells that one what it must show, after include_reach.
+    virtual void include_third(document::DataSet const& set, AxisReach const& axis) const;
     /// Draws what stands for it in the legend into a box.
     virtual void draw_sample(SeriesView const& view, DrawSurface& surface, Box const& box) const = 0;
 

@@ -1,8 +1,10 @@
 #include "render/tick_labels.h"
 
 #include "render/axes.h"
+#include "render/category_labels.h"
 #include "render/plot_geometry.h"
 #include "render/time_labels.h"
+#include "scale/category_text.h"
 #include "scale/mapping.h"
 #include "scale/number_format.h"
 #include "scale/round_ticks.h"
@@ -26,28 +28,8 @@ constexpr double label_tolerance = 0.01; // of the distance to the next major ti
 // A label leads along the axis, or straight away from it, when its direction is this close.
 constexpr double straight = 1e-6;
 
-/// How far one step along a label's text, and one down its lines, leads away from the plot area.
-struct LabelTurn {
-    double along_text = 0;
-    double down_lines = 0;
-    bool runs_along_axis() const { return std::abs(along_text) < straight; }
-};
-
 LabelTurn label_turn(AxisFrame const& frame, Axis const& axis) {
-    double const angle = axis.AxisLabelsHoriz * std::numbers::pi / 180;
-    double const outward = frame.own.outward;
-    if (frame.kind == AxisKind::X) return {-std::sin(angle) * outward, std::cos(angle) * outward};
-    return {std::cos(angle) * outward, std::sin(angle) * outward};
-}
-
-double length_along(LabelTurn const& turn, TextBlock const& label) {
-    if (turn.runs_along_axis()) return label.width;
-    return std::min(label.width, label.height / std::max(std::abs(turn.along_text), 0.1));
-}
-
-// Between two labels.
-double least_gap(LabelTurn const& turn, double line_height) {
-    return turn.runs_along_axis() ? line_height / 2 : 0;
+    return render::label_turn(frame, axis.AxisLabelsHoriz);
 }
 
 // To the nearest other value; the range where there is none.
@@ -88,7 +70,11 @@ void label_with_numbers(Axis const& axis, std::vector<PlacedTick>& ticks, AxisSp
     std::vector<PlacedTick*> majors;
     for (PlacedTick& tick : ticks)
         if (tick.kind == TickKind::Major) majors.push_back(&tick);
-    if (axis.AxisTime && label_with_times(axis, majors, range)) return;
+    if (axis.AxisTime && !axis.AxisCategories && label_with_times(axis, majors, range)) return;
+    if (axis.AxisCategories) {
+        for (PlacedTick* tick : majors) tick->label = scale::category_text(axis, tick->value).value_or("");
+        return;
+    }
     if (!axis.AxisTextLabels.empty() && !axis.AxisTime) {
         for (PlacedTick* tick : majors) tick->label = scale::EasyFormat(tick->value, 0, axis.AxisTextLabels);
         return;
@@ -209,25 +195,48 @@ std::vector<PlacedTick> place_classic_ticks(document::ControlState& state, DrawS
 
 std::vector<PlacedTick> chosen_ticks(document::ControlState& state, DrawSurface& surface,
                                      AxisFrame const& frame, Axis const& axis, AxisSpan range,
-                                     std::string& offset) {
+                                     LabelChoice& choice) {
     document::Graph const& graph = document::current_graph(state);
     if (has_time_ticks(axis))
         if (auto ticks = place_time_ticks(graph, surface, frame, axis, label_turn(frame, axis).along_text))
             return *std::move(ticks);
+    if (axis.AxisCategories && axis.major_tick_values.empty())
+        return place_category_ticks(state, surface, frame, axis, choice);
     bool const given = !axis.major_tick_values.empty() || axis.has_mode(AxisMode::TextLabels);
-    if (state.RoundTicks && !given) return place_round_ticks(state, surface, frame, axis, offset);
+    if (state.RoundTicks && !given) return place_round_ticks(state, surface, frame, axis, choice.offset);
     return place_classic_ticks(state, surface, frame, axis, range);
 }
 
 } // namespace
 
+bool LabelTurn::runs_along_axis() const {
+    return std::abs(along_text) < straight;
+}
+
+LabelTurn label_turn(AxisFrame const& frame, std::int16_t angle_degrees) {
+    double const angle = angle_degrees * std::numbers::pi / 180;
+    double const outward = frame.own.outward;
+    if (frame.kind == AxisKind::X) return {-std::sin(angle) * outward, std::cos(angle) * outward};
+    return {std::cos(angle) * outward, std::sin(angle) * outward};
+}
+
+double length_along(LabelTurn const& turn, TextBlock const& label) {
+    if (turn.runs_along_axis()) return label.width;
+    return std::min(label.width, label.height / std::max(std::abs(turn.along_text), 0.1));
+}
+
+double least_gap(LabelTurn const& turn, double line_height) {
+    return turn.runs_along_axis() ? line_height / 2 : 0;
+}
+
 std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface,
                                     AxisFrame const& frame, Axis const& axis, AxisSpan range,
-                                    std::string& offset) {
-    std::vector<PlacedTick> placed = chosen_ticks(state, surface, frame, axis, range, offset);
+                                    LabelChoice& choice) {
+    choice.angle_degrees = axis.AxisLabelsHoriz;
+    std::vector<PlacedTick> placed = chosen_ticks(state, surface, frame, axis, range, choice);
     bool const shows_labels =
         axis.AxisShowLabels && !document::current_graph(state).leaves_out(document::LeftOut::Labels);
-    if (!shows_labels) offset.clear();
+    if (!shows_labels) choice.offset.clear();
     for (PlacedTick& tick : placed) {
         if (!shows_labels) tick.label.clear();
         if (!tick.label.empty())
@@ -238,10 +247,10 @@ std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& 
 }
 
 LabelLayout label_layout(DrawSurface& surface, AxisFrame const& frame, Axis const& axis,
-                         std::vector<PlacedTick> const& ticks) {
-    const LabelTurn turn = label_turn(frame, axis);
+                         std::vector<PlacedTick> const& ticks, LabelChoice const& choice) {
+    const LabelTurn turn = label_turn(frame, choice.angle_degrees);
     LabelLayout layout;
-    layout.angle_degrees = axis.AxisLabelsHoriz;
+    layout.angle_degrees = choice.angle_degrees;
     double const share = frame.kind == AxisKind::X ? 0.5 : 1;
     double const past_ticks = axis.AxisTicksOutside ? share * 2 * axis.AxisTickLength : 0;
     layout.gap = std::max(frame.own.half_line + past_ticks, frame.taken)

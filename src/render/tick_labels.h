@@ -22,11 +22,28 @@ struct PlacedTick {
     bool has_room = false;      // the label was chosen so that it keeps clear of the others
 };
 
-/// The ticks that lie on the axis. Labels are measured in the surface's current font. What all of them leave
-/// out, marked up, goes into `offset`.
+/// How far one step along a label's text, and one down its lines, leads away from the plot area.
+struct LabelTurn {
+    double along_text = 0;
+    double down_lines = 0;
+    bool runs_along_axis() const;
+};
+LabelTurn label_turn(AxisFrame const& frame, std::int16_t angle_degrees);
+/// What a label takes of its axis.
+double length_along(LabelTurn const& turn, TextBlock const& label);
+/// Between two labels.
+double least_gap(LabelTurn const& turn, double line_height);
+
+/// What is decided for all labels of an axis together.
+struct LabelChoice {
+    std::string offset; // what all of them leave out, marked up
+    std::int16_t angle_degrees = 0;
+};
+
+/// The ticks that lie on the axis. Labels are measured in the surface's current font.
 std::vector<PlacedTick> place_ticks(document::ControlState& state, DrawSurface& surface,
                                     AxisFrame const& frame, document::Axis const& axis, AxisSpan range,
-                                    std::string& offset);
+                                    LabelChoice& choice);
 
 /// How the labels of an axis lie beside it: outside its line, whatever their angle. Lengths are twips across
 /// the axis, from the middle of its line.
@@ -44,7 +61,7 @@ struct LabelLayout {
     }
 };
 LabelLayout label_layout(DrawSurface& surface, AxisFrame const& frame, document::Axis const& axis,
-                         std::vector<PlacedTick> const& ticks);
+                         std::vector<PlacedTick> const& ticks, LabelChoice const& choice);
 
 /// How far a label reaches along its axis from its tick, to the side where it reaches farther.
 double label_reach_along(AxisFrame const& frame, LabelLayout const& layout, PlacedTick const& tick);

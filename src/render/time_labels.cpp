@@ -48,6 +48,7 @@ Course course(document::Graph const& graph, AxisFrame const& frame, double start
 } // namespace
 
 bool has_time_ticks(Axis const& axis) {
+    if (axis.AxisCategories && !(axis.categories.are_times() && axis.categories.times_rise())) return false;
     return axis.AxisTime && axis.major_tick_values.empty() && !axis.has_mode(document::AxisMode::TextLabels);
 }
 
@@ -59,18 +60,19 @@ std::optional<std::vector<PlacedTick>> place_time_ticks(document::Graph const& g
     auto const [low, high] = std::minmax(axis.AxisValue1, axis.AxisValue2);
     const Course place = course(graph, frame, map(low), map(high));
     double const line_height = surface.TextHeight("A");
-    auto const ticks =
-        scale::time_ticks({.low = low,
-                           .high = high,
-                           .zone = scale::TimeZone::named(axis.AxisTimeZone),
-                           .pattern = axis.AxisTextLabels,
-                           .lines = label_lines(frame, along_text),
-                           .length = place.length,
-                           .room_before = place.room_before,
-                           .room_after = place.room_after,
-                           .gap = std::abs(along_text) < straight ? line_height : line_height / 2,
-                           .minor_gap = least_minor_gap,
-                           .size_along = size_along_axis(surface, along_text)});
+    const scale::TimeScale scale{.low = low,
+                                 .high = high,
+                                 .zone = scale::TimeZone::named(axis.AxisTimeZone),
+                                 .pattern = axis.AxisTextLabels,
+                                 .lines = label_lines(frame, along_text),
+                                 .length = place.length,
+                                 .room_before = place.room_before,
+                                 .room_after = place.room_after,
+                                 .gap = std::abs(along_text) < straight ? line_height : line_height / 2,
+                                 .minor_gap = least_minor_gap,
+                                 .size_along = size_along_axis(surface, along_text)};
+    auto const ticks = axis.AxisCategories ? scale::category_time_ticks(scale, axis.categories.times())
+                                           : scale::time_ticks(scale);
     if (!ticks) return std::nullopt;
     std::vector<PlacedTick> placed;
     for (scale::TimeTick const& tick : *ticks) {

@@ -327,7 +327,89 @@ void add_minors(TimeScale const& scale, CalendarStep step, Instant low, Instant 
     ticks = std::move(all);
 }
 
+/// Moments that stand at 0, 1, 2, ... on a scale, and which of them it shows.
+class TimeCategories {
+public:
+    TimeCategories(TimeScale const& scale, std::span<double const> times) : scale_(scale), times_(times) {
+        double const last = static_cast<double>(times.size()) - 1;
+        first_ = static_cast<std::size_t>(std::clamp(std::ceil(scale.low), 0.0, last + 1));
+        end_ = static_cast<std::size_t>(std::clamp(std::floor(scale.high), -1.0, last) + 1);
+    }
+
+    bool empty() const { return first_ >= end_; }
+    /// From the first moment shown to the last.
+    std::optional<std::pair<Instant, Instant>> span() const {
+        auto const low = instant_of(times_[first_]), high = instant_of(times_[end_ - 1]);
+        return low && high ? std::optional(std::pair(*low, *high)) : std::nullopt;
+    }
+    /// The first of each step, as far as they are shown.
+    std::vector<std::size_t> at_steps(CalendarStep step) const {
+        std::vector<std::size_t> found;
+        auto const ends = span();
+        for (const Instant place :
+             step_places(step, round_down(step, ends->first, scale_.zone), ends->second, scale_.zone)) {
+            auto const time = std::ranges::lower_bound(times_, seconds_of(place));
+            auto const number = static_cast<std::size_t>(time - times_.begin());
+            bool const is_new = found.empty() || found.back() != number;
+            if (number >= first_ && number < end_ && is_new) found.push_back(number);
+        }
+        return found;
+    }
+    bool has_too_many(CalendarStep step) const {
+        constexpr double most_places = 4096;
+        return (times_[end_ - 1] - times_[first_]) / step.seconds() > most_places;
+    }
+    std::size_t count() const { return end_ - first_; }
+    LocalTime local(std::size_t number) const { return scale_.zone.local(*instant_of(times_[number])); }
+
+private:
+    TimeScale const& scale_;
+    std::span<double const> times_;
+    std::size_t first_ = 0, end_ = 0;
+};
+
+/// The finest step whose labels have room, and of several that lead to the same categories the coarsest; if
+/// it has fewer than two labels, a finer one some of whose labels are left out.
+struct CategoryChoice {
+    Choice choice{&step_rows.back()};
+    std::vector<std::size_t> numbers;
+};
+CategoryChoice choose_step(TimeScale const& scale, TimeCategories const& categories) {
+    CategoryChoice chosen;
+    for (auto row = step_rows.rbegin(); row != step_rows.rend() && !categories.has_too_many(row->major);
+         ++row) {
+        if (!tells_steps_apart(scale, row->major) && !chosen.numbers.empty()) continue;
+        std::vector<std::size_t> numbers = categories.at_steps(row->major);
+        if (numbers.size() <= chosen.numbers.size()) continue;
+        bool const is_each = numbers.size() == categories.count();
+        double const apart = scale.length / span_of(scale) * static_cast<double>(categories.count())
+                             / static_cast<double>(numbers.size()) * (is_each ? 1 : shortest_share);
+        bool const fits = numbers.size() <= most_labels && apart >= needed_room(scale, row->major);
+        if (!fits && static_cast<double>(chosen.numbers.size()) >= fewest_labels) break;
+        chosen = {{&*row}, std::move(numbers)};
+        if (is_each) break;
+    }
+    return chosen;
+}
+
 } // namespace
+
+std::optional<std::vector<TimeTick>> category_time_ticks(TimeScale const& scale,
+                                                         std::span<double const> times) {
+    const TimeCategories categories(scale, times);
+    if (categories.empty() || !(span_of(scale) > 0)) return std::vector<TimeTick>();
+    if (!categories.span()) return std::nullopt;
+    const CategoryChoice chosen = choose_step(scale, categories);
+    std::vector<TimeTick> ticks;
+    LabelRow labels(scale, chosen.choice);
+    for (std::size_t const number : chosen.numbers) {
+        auto const value = static_cast<double>(number);
+        ticks.push_back({value, true, {}});
+        labels.add(ticks.size() - 1, along(scale, value), categories.local(number));
+    }
+    labels.write(ticks);
+    return ticks;
+}
 
 std::optional<std::vector<TimeTick>> time_ticks(TimeScale const& scale) {
     auto const low = instant_of(scale.low), high = instant_of(scale.high);

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,12 @@ struct TimeTick {
 /// Nothing where the range is empty, reaches beyond the years -9999 to 9999 or is shorter than two
 /// microseconds.
 std::optional<std::vector<TimeTick>> time_ticks(TimeScale const& scale);
+
+/// The same where it is not time that passes evenly: the moments stand at 0, 1, 2, ..., none before the one
+/// that comes earlier, and `low` and `high` are such numbers, as the values of the ticks are. A step is
+/// labelled at its first moment. Nothing where a moment shown lies beyond the calendar.
+std::optional<std::vector<TimeTick>> category_time_ticks(TimeScale const& scale,
+                                                         std::span<double const> times);
 
 struct TimeRange {
     double low = 0;
