@@ -164,7 +164,8 @@ bool extend_all(PointAxes const& axes, PointColumns const& points, std::size_t f
         std::size_t const count = std::min(stretch, points.x.size() - start);
         auto const xs = points.x.subspan(start, count), ys = points.y.subspan(start, count);
         auto const x = document::column_extent(xs), y = document::column_extent(ys);
-        if (x.all_finite && y.all_finite && ends_suffice(*axes.x, x.extent) && ends_suffice(*axes.y, y.extent)) {
+        if (x.all_finite && y.all_finite && ends_suffice(*axes.x, x.extent)
+            && ends_suffice(*axes.y, y.extent)) {
             changed |= take_in(*axes.x, x.extent);
             changed |= take_in(*axes.y, y.extent);
             continue;

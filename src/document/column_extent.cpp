@@ -46,7 +46,8 @@ ColumnExtent column_extent(std::span<double const> values) {
             found.extent.high = std::fmax(found.extent.high, lanes.high[lane]);
             sum += lanes.sum[lane];
         }
-    found.all_finite = !std::isnan(sum) && std::isfinite(found.extent.low) && std::isfinite(found.extent.high);
+    found.all_finite =
+        !std::isnan(sum) && std::isfinite(found.extent.low) && std::isfinite(found.extent.high);
     return found;
 }
 
