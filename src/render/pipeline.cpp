@@ -294,8 +294,6 @@ void DrawPageBackground(ControlState& state) {
         if (fill.Color1 != fill.Color2) {
             DrawGradient(state, page, Area::Page, fill);
             ClipGraphArea(state, page, Area::Page);
-        } else {
-            fill_box(page, page_box(state), fill.Color1);
         }
         draw_page_edge(state);
     });

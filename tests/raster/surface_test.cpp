@@ -245,3 +245,23 @@ TEST_CASE("drawing one colour over itself leaves it, at any coverage") {
         CHECK(largest_difference(before, picture_of(surface)) <= 1);
     }
 }
+
+TEST_CASE("surfaces that were copied whole, and snapshots, keep their own picture") {
+    RasterSurface first = numbered_surface(20, 10), second = surface_of(20, 10), third = surface_of(20, 10);
+    auto const before = picture_of(first);
+    second.BitBlt({0, 0}, {20, 10}, first, {0, 0});
+    third.BitBlt({0, 0}, {20, 10}, second, {0, 0});
+    auto const kept = first.snapshot();
+    first.Line({0, 0}, {150, 75}, LineShape::FilledBox, rgb(255, 0, 0));
+    CHECK(picture_of(second) == before);
+    CHECK(std::equal(before.begin(), before.end(), kept.get()));
+    second.Cls();
+    CHECK(picture_of(third) == before);
+    CHECK(picture_of(second) == std::vector<std::uint32_t>(before.size(), 0xFFFFFFFF));
+    third.Print("x");
+    third.BitBlt({0, 0}, {20, 10}, first, {0, 0});
+    first.Line({0, 0}, {300, 150}, LineShape::Segment, 0);
+    CHECK(picture_of(third) != picture_of(first));
+    CHECK(picture_of(third)[0] == 0xFFFF0000);
+    CHECK(std::equal(before.begin(), before.end(), kept.get()));
+}
