@@ -144,7 +144,7 @@ TEST_CASE("bars follow what is shown, and a page of another size is that of its 
             series.y.push_back(k % 7 - 2);
         }
     PlotOptions options = sized({900, 500});
-    options.bars = true;
+    options.bars = options.no_legend = true; // a legend stays where it was while it hides nothing there
     headless::HeadlessHost host(options.size);
     qvGraph& control = host.control();
     PlotPage page(control, data, options);
