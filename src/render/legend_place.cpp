@@ -6,6 +6,7 @@
 #include "render/data_sets.h"
 #include "render/function_curve.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 #include "render/symbols.h"
 #include "scale/mapping.h"
 
@@ -84,7 +85,10 @@ public:
         for (std::int16_t i = 0; i < graph_.NumDataSets(); ++i) {
             DataSet const& set = at(graph_.DataSets, i);
             if (set.DataHide) continue;
-            set.DataSymbol == symbol_bar ? bars(set, i, visit) : points(set, visit);
+            if (SeriesKind const* const kind = series_kind(set))
+                items(*kind, set, i, visit);
+            else
+                set.DataSymbol == symbol_bar ? bars(set, i, visit) : points(set, visit);
             function(set, visit);
         }
     }
@@ -136,6 +140,16 @@ private:
                 const BarBox box = layout.box({x(bar.end.x), y(bar.end.y)}, bar.end, bar.base);
                 visit(set.BarHoriz ? lying(box) : upright(box));
             }
+    }
+
+    void items(SeriesKind const& kind, DataSet const& set, std::int16_t index, auto const& visit) {
+        const SeriesScope scope(state_, graph_, index, SeriesScope::Maps::BeingDrawn);
+        std::size_t const count = kind.item_count(set);
+        for (std::size_t i = 0; i < count; i += count / strokes_seen + 1) {
+            const Box box = kind.item_box(scope.view(), i);
+            const Stroke stroke = upright({box.left, box.top, box.right(), box.bottom()});
+            if (is_finite(stroke.from) && is_finite(stroke.to)) visit(stroke);
+        }
     }
 
     static Stroke upright(BarBox const& box) {

@@ -241,8 +241,8 @@ TEST_CASE("a graph fits its axes and tells its plot area by handle, whichever is
     CHECK(page.first.x_axis().to() == 111);
     CHECK(page.first.y_axis().to() == 11);
     for (char const* kept : {"current", "front", "0 data", "1 x"}) CHECK(after.at(kept) == before.at(kept));
-    for (auto const& [name, value] : before)
-        if (name.starts_with("1 ")) CHECK_MESSAGE(after.at(name) == value, name);
+    for (auto const& entry : before)
+        if (entry.first.starts_with("1 ")) CHECK_MESSAGE(after.at(entry.first) == entry.second, entry.first);
     CHECK_THROWS_AS(page.first.fit(-1), Fault);
     page.Refresh();
     const Box left = page.first.plot_area();
