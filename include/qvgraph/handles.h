@@ -69,6 +69,9 @@ public:
     void title(std::string_view title) const; ///< renames it
     /// Where its plot area lies on the page, twips, as it was drawn last; FitMargins decides it at drawing.
     Box plot_area() const;
+    /// Fits its automatic axes to the data there are now, as FitAxes does: with `margin`, a share of the
+    /// range, free at either end.
+    void fit(double margin = 0.05) const;
 
     /// \name Axes and legend
     /// \{
@@ -90,7 +93,7 @@ public:
     DataHandle line(std::string_view name, DataOptions const& options = {}) const; ///< straight lines
     /// Symbols alone, of a shape of their own.
     DataHandle symbols(std::string_view name, DataOptions const& options = {}) const;
-    /// Bars from 0 (bar_base_value), as wide as symbol_size says.
+    /// Bars from 0 (bar_base_value), as wide as bar_width or, in millimetres, symbol_size says.
     DataHandle bars(std::string_view name, DataOptions const& options = {}) const;
     /// A line and what lies below it, filled.
     DataHandle area(std::string_view name, DataOptions const& options = {}) const;

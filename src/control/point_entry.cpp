@@ -80,9 +80,16 @@ struct PointAxes {
     }
 };
 
+[[gnu::cold, gnu::noinline]] void find_axes(Graph& graph, DataSet& set) {
+    set.found_axes = {&at(graph.Axes, set.xAxisIndex, "axis"), &at(graph.Axes, set.yAxisIndex, "axis"),
+                      set.xAxisIndex, set.yAxisIndex};
+}
+
 /// The axes that a data set lies on.
-QV_EVERY_POINT PointAxes own_axes(Graph& graph, DataSet const& set) {
-    return {&at(graph.Axes, set.xAxisIndex, "axis"), &at(graph.Axes, set.yAxisIndex, "axis")};
+QV_EVERY_POINT PointAxes own_axes(Graph& graph, DataSet& set) {
+    auto const& found = set.found_axes;
+    if (!found.x || found.x_index != set.xAxisIndex || found.y_index != set.yAxisIndex) find_axes(graph, set);
+    return {found.x, found.y};
 }
 
 DataSet& numbered_data_set(Graph& graph, std::int16_t number) {

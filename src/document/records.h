@@ -197,7 +197,8 @@ struct DataSetSettings : GraphText {
     bool BarStacked = false;
     bool BarBase = false;
     double BarBaseValue = 0;
-    double BarOffset = 0; // millimetres across the bar
+    double BarOffset = 0; // across the bar, in millimetres or, with a BarWidth, in values
+    double BarWidth = 0;  // values of the axis across the bar; 0: twice DataSymbolSize, less a tenth
     bool BarShadow = false;
     Color BarShadowColor = 0;
     std::string MathFunc;
@@ -208,8 +209,17 @@ struct DataSetSettings : GraphText {
     GivenProperties given;
 };
 
+/// The axes that a data set lies on, kept for the next point.
+struct FoundAxes {
+    Axis* x = nullptr; // nullptr: not looked for yet
+    Axis* y = nullptr;
+    std::int16_t x_index = 0; // by which they were found
+    std::int16_t y_index = 0;
+};
+
 struct DataSet : DataSetSettings {
     PointStore points;
+    FoundAxes found_axes;
     std::size_t points_kept = 0;                  // older ones are forgotten; 0: none is
     mutable CurveMemory curve;                    // written by drawing
     mutable std::unique_ptr<DerivedData> derived; // by its kind
@@ -236,7 +246,9 @@ enum class LegendPlacing : std::uint8_t { AsSet = 0, WhereItHidesLeast = 1, Besi
 struct Fitting {
     Margins needed; // for axes, titles and a legend beside the plot area
     LeftOut left_out = LeftOut::Nothing;
-    bool legend_beside = false;     // it is too large for the plot area
+    bool legend_beside = false;     // in the plot area it would hide too much
+    bool legend_left_out = false;   // it has no room anywhere
+    float legend_room = 0;          // what it takes of `needed`, beside the plot area
     std::int8_t legend_corner = -1; // the last place among those for a legend, so that it does not wander
     bool operator==(Fitting const&) const = default;
 };

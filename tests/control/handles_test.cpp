@@ -231,6 +231,33 @@ TEST_CASE("points by handle are those of the classic members, selected for them"
     CHECK(set.size() == 304);
 }
 
+TEST_CASE("a graph fits its axes and tells its plot area by handle, whichever is selected") {
+    TwoGraphs page;
+    for (int i = 0; i <= 10; ++i) page.data.add(100 + i, i);
+    const Snapshot before = everything(page);
+    page.first.fit(0.1);
+    Snapshot after = everything(page);
+    CHECK(page.first.x_axis().from() == 99);
+    CHECK(page.first.x_axis().to() == 111);
+    CHECK(page.first.y_axis().to() == 11);
+    for (char const* kept : {"current", "front", "0 data", "1 x"}) CHECK(after.at(kept) == before.at(kept));
+    for (auto const& entry : before)
+        if (entry.first.starts_with("1 ")) CHECK_MESSAGE(after.at(entry.first) == entry.second, entry.first);
+    CHECK_THROWS_AS(page.first.fit(-1), Fault);
+    page.Refresh();
+    const Box left = page.first.plot_area();
+    CHECK(left.width > 0);
+    page.first.set({.left = 50, .width = 50});
+    CHECK(page.first.plot_area().left == left.left); // as it was drawn last
+    page.Refresh();
+    CHECK(page.first.plot_area().left > left.left);
+    CHECK(page.first.plot_area().width < left.width);
+    const GraphHandle gone = page.first;
+    page.Reset();
+    CHECK_THROWS_AS(gone.plot_area(), Fault);
+    CHECK_THROWS_AS(gone.fit(), Fault);
+}
+
 TEST_CASE("a data set keeps its latest points, whoever adds them") {
     FilledControl control;
     DataHandle const set = control.qvGraph::graphs()[0].data_sets()[0];

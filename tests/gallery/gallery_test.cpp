@@ -4,6 +4,7 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -81,6 +82,20 @@ TEST_CASE("the examples draw these pictures; ./run-demo --gallery docs/gallery m
         CHECK(share < 0.002);
         if (share < 0.002) fs::remove(drawn);
     }
+}
+
+TEST_CASE("the picture at the head of the README is drawn by the program named there, in forty lines") {
+    std::string const readme = text_of(source_folder() / "README.md");
+    CHECK(readme.find("(docs/pictures/warming.png)") < readme.find("(examples/warming.cpp)"));
+    std::string const program = text_of(source_folder() / "examples" / "warming.cpp");
+    CHECK(std::ranges::count(program, '\n') <= 40);
+    fs::path const drawn = fs::absolute("warming.png");
+    test::run("'" QV_PROGRAMS "/warming' '" + drawn.string() + "' '"
+              + (source_folder() / "examples" / "data").string() + "'");
+    fs::path const kept = source_folder() / "docs" / "pictures" / "warming.png";
+    double const share = difference(raster::read_png(drawn).buffer, raster::read_png(kept).buffer);
+    CHECK(share < 0.002);
+    if (share < 0.002) fs::remove(drawn);
 }
 
 TEST_CASE("pages in shapes look like their pictures") {
