@@ -17,6 +17,7 @@ file(RELATIVE_PATH QV_PC_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_I
 if(NOT BUILD_SHARED_LIBS)
   set(QV_PC_PRIVATE_LIBS "-ldate-tz") # it has no pkg-config file of its own
   set(QV_PC_PRIVATE "freetype2 harfbuzz fontconfig libpng cairo-pdf cairo-ft")
+  set(QV_PC_PRIVATE_QT Qt6PrintSupport)
 endif()
 
 # qv_install_library(target EXPORT name PC file RUNTIME component DEVELOPMENT component)
