@@ -221,6 +221,7 @@ Handle::Handle(Handle const& other)
 }
 
 Handle& Handle::operator=(Handle const& other) {
+    if (this == &other) return *this;
     if (other.anchor_) ++other.anchor_->holders;
     document::let_go(anchor_);
     anchor_ = other.anchor_;

@@ -222,7 +222,7 @@ void fill_border(ControlState& state, DrawSurface& surface, Graph const& graph, 
         for (Box const& strip : strips_around(plot, frame_box(graph))) fill_box(surface, strip, fill.Color1);
     if (fill.EdgeThickness == 0) return;
     const PenScope pen(surface, fill.EdgeThickness);
-    outline_box(surface, frame_box(graph), fill.EdgeColor);
+    outline_box(surface, frame_box(graph), fill.EdgeColor, fill.EdgeThickness);
 }
 
 } // namespace

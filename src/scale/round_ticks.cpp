@@ -304,9 +304,10 @@ RoundTicks choose_powers(SeenAxis const& axis, NumberStyle const& style) {
     for (int const stride : {1, 2, 3, 5, 10, 20, 30, 50, 100, 200, 300}) {
         bool const spaced = stride * a_power >= axis.room.spacing && axis.powers() <= stride * most_steps;
         Candidates ticks = candidates(axis, powers(axis, stride), text);
-        bool const fit = spaced && fits(axis, ticks);
-        if (!fit) choices.insert(choices.begin(), std::move(ticks));
-        if (!fit) continue;
+        if (!spaced || !fits(axis, ticks)) {
+            choices.insert(choices.begin(), std::move(ticks));
+            continue;
+        }
         chosen.ticks = with_labels(axis, std::move(ticks));
         bool const minors_have_room =
             a_power * std::log10(10.0 / 9) >= least_log_minor_spacing * axis.room.line_height;

@@ -123,17 +123,6 @@ auto getter(Value (Owner::*member)() const) {
     return member;
 }
 
-/// The fault's text; "" when there is none.
-template <class Action>
-std::string fault_of(Action&& action) {
-    try {
-        action();
-    } catch (Fault const& fault) {
-        return std::to_string(fault.number) + " " + fault.description;
-    }
-    return "";
-}
-
 } // namespace
 
 TEST_CASE("every property by handle is the classic one of a record that nobody has selected") {
@@ -341,7 +330,7 @@ TEST_CASE("a handle whose graph or page is gone says so, and a new graph is none
     CHECK(copy == set);
     CHECK_FALSE(set.discarded());
     CHECK(empty.discarded());
-    CHECK(fault_of([&] { empty.add(1, 2); }).starts_with("91 This handle is empty"));
+    CHECK(fault_of([&] { empty.add(1, 2); }).description.starts_with("This handle is empty"));
 
     control->Reset();
     control->qvGraph::graph("another").line("l");
@@ -351,14 +340,14 @@ TEST_CASE("a handle whose graph or page is gone says so, and a new graph is none
              [&] { set.add(1, 2); }, [&] { copy.clear(); }, [&] { axis.title("t"); }, [&] { axis.log(); },
              [&] { graph.line("n"); }, [&] { graph.title(); }, [&] { graph.axes(); }, [&] { graph.set({}); },
              [&] { control->qvGraph::graphs()[0].line("n", {.axis = axis}); }})
-        CHECK(fault_of(use).starts_with("91 The graph of this handle was discarded by Reset"));
+        CHECK(fault_of(use).description.starts_with("The graph of this handle was discarded by Reset"));
     set = control->qvGraph::graphs()[0].data_sets()[0];
     set.add(1, 2);
     CHECK(set.size() == 1);
     control.reset();
     CHECK(set.discarded());
-    CHECK(fault_of([&] { set.size(); }).starts_with("91 The page of this handle is gone"));
-    CHECK(fault_of([&] { copy.add(1, 2); }).starts_with("91 The page of this handle is gone"));
+    CHECK(fault_of([&] { set.size(); }).description.starts_with("The page of this handle is gone"));
+    CHECK(fault_of([&] { copy.add(1, 2); }).description.starts_with("The page of this handle is gone"));
 }
 
 TEST_CASE("a handler may discard what is just being made or filled") {
