@@ -109,12 +109,12 @@ TEST_CASE("bins and boxes are read out by pointer and by keys") {
     auto const set = reader.graph_.histogram("values", {.histogram_bin_width = 1});
     set.add_values(std::vector<double>{0.5, 1.5, 1.7, 2.5});
     reader.page.Refresh();
-    CHECK(reader.name_at(reader.in_plot(0.5, 0.5)) == "values: from 1.000, to 2.000, count 2");
+    CHECK(reader.name_at(reader.in_plot(0.5, 0.5)) == "values: from 1, to 2, count 2");
     CHECK(reader.name_at(reader.in_plot(0.2, 0.3)).empty());
     CHECK(interact::step_point(reader.state, true));
-    CHECK(reader.read() == "values: from 0.000, to 1.000, count 1");
+    CHECK(reader.read() == "values: from 0, to 1, count 1");
     for (int step = 0; step < 2; ++step) CHECK(interact::step_point(reader.state, true));
-    CHECK(reader.read() == "values: from 2.000, to 3.000, count 1");
+    CHECK(reader.read() == "values: from 2, to 3, count 1");
     CHECK_FALSE(interact::step_point(reader.state, true));
     set.clear(); // what was read is gone
     reader.page.Refresh();
@@ -125,9 +125,10 @@ TEST_CASE("bins and boxes are read out by pointer and by keys") {
     reader.page.Refresh();
     std::string const box =
         reader.name_at({reader.in_plot(0.5, 0).x, scale::y_map(reader.graph(), reader.graph().Axes[1])(2.5)});
-    CHECK(box.starts_with("values: 3.0"));
-    CHECK(box.find("lower quartile 2.0") != std::string::npos);
-    CHECK(box.ends_with("upper whisker 4.0, count 5, outliers 1"));
+    CHECK(box.starts_with("values: 3"));
+    CHECK(box.find("lower quartile 2") != std::string::npos);
+    CAPTURE(box);
+    CHECK(box.ends_with("upper whisker 4, count 5, outliers 1"));
 }
 
 TEST_CASE("a look fills histograms and boxes as it fills bars, whenever it is put on") {
