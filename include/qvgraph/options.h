@@ -276,7 +276,8 @@ struct LegendOptions {
     /// LegendTableTop: Top edge of the legend in percent of the graph's height; kept inside the graph.
     std::optional<Checked<float>> top = {};
     /// LegendPlace: 0 where LegendTableLeft and LegendTableTop say, 1 in the plot area where it hides least,
-    /// or beside it where it is too large, 2 beside the plot area; a person who drags it has the last word.
+    /// or beside it where it is too large or would hide data, 2 beside the plot area; a person who drags it
+    /// has the last word.
     std::optional<Checked<std::uint8_t>> place = {};
 };
 
@@ -335,7 +336,8 @@ public:
     float top() const;
     void top(Checked<float> value) const; ///< sets it
     /// LegendPlace: 0 where LegendTableLeft and LegendTableTop say, 1 in the plot area where it hides least,
-    /// or beside it where it is too large, 2 beside the plot area; a person who drags it has the last word.
+    /// or beside it where it is too large or would hide data, 2 beside the plot area; a person who drags it
+    /// has the last word.
     std::uint8_t place() const;
     void place(Checked<std::uint8_t> value) const; ///< sets it
 };
@@ -604,10 +606,30 @@ struct DataOptions {
     std::optional<ColorValue> line_color = {};
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::optional<Checked<std::uint8_t>> line_thickness = {};
-    /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 6 candles: Y is the close,
-    /// the extra columns open, high, low and volume. Automatic axes with other kinds fit what they show at
-    /// each drawing.
+    /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 1 a histogram of their y, 2
+    /// box plots and 3 strips of the points of one x each (with BarHoriz of one y), 6 candles: Y is the
+    /// close, the extra columns open, high, low and volume. Automatic axes with other kinds fit what they
+    /// show at each drawing.
     std::optional<Checked<std::uint8_t>> kind = {};
+    /// HistogramBins: How many bins a histogram has between its least and its largest value; 0 lets the rule
+    /// of Freedman and Diaconis decide. SetHistogramEdges and HistogramBinWidth come first.
+    std::optional<Checked<std::int32_t>> histogram_bins = {};
+    /// HistogramBinWidth: How wide a histogram's bins are, which then begin at multiples of it; 0 where
+    /// HistogramBins decides.
+    std::optional<Checked<double>> histogram_bin_width = {};
+    /// HistogramMeasure: What a histogram's bars tell: 0 counts, 1 shares of all values, 2 densities, which
+    /// are shares by unit of x.
+    std::optional<Checked<std::uint8_t>> histogram_measure = {};
+    /// HistogramCumulative: Whether each bar of a histogram counts the values of the bins before it too.
+    std::optional<Checked<bool>> histogram_cumulative = {};
+    /// BoxWhiskers: How far whiskers of box plots reach at most, in distances between the quartiles; values
+    /// beyond them are drawn one by one.
+    std::optional<Checked<double>> box_whiskers = {};
+    /// BoxNotches: Whether box plots have notches; medians whose notches do not meet differ at about the 95 %
+    /// level.
+    std::optional<Checked<bool>> box_notches = {};
+    /// GroupWidth: How wide box plots and strips are, as a share of the distance between neighbours, 0 to 1.
+    std::optional<Checked<double>> group_width = {};
     /// DataHide: Leaves the data set out of page and legend.
     std::optional<Checked<bool>> hide = {};
     /// ShowErrorBar: Whether points with an E have error bars: upright for a positive E, lying for a negative
@@ -635,7 +657,8 @@ struct DataOptions {
     std::optional<Checked<bool>> bar_base = {};
     /// BarBaseValue: The value at which bars start.
     std::optional<Checked<double>> bar_base_value = {};
-    /// BarOffset: Millimetres by which bars move across their length, so that sets stand side by side.
+    /// BarOffset: Millimetres, or with a BarWidth values of the axis, by which bars move across their length,
+    /// so that sets stand side by side.
     std::optional<Checked<float>> bar_offset = {};
     /// BarLabels: Where bars have their values written: 0 nowhere, 1 in their middle, 2 at their end, beyond
     /// it where there is room. A label that has none is left out.
@@ -653,6 +676,9 @@ struct DataOptions {
     /// CandleVolumeAxis: Number of the y axis, counted from 1 among the y axes, on which the volumes of
     /// candles stand as columns in the lower third of the plot area; 0 for none.
     std::optional<Checked<std::int16_t>> candle_volume_axis = {};
+    /// BarWidth: Width of bars in values of the axis that they stand side by side on; 0 for the millimetres
+    /// of DataSymbolSize.
+    std::optional<Checked<double>> bar_width = {};
     /// DataText: A text on the plot area; lines are separated by CR LF.
     std::optional<std::string> text = {};
     /// DataTextX: Where the text stands along x, in data values or percent.
@@ -725,11 +751,38 @@ public:
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::uint8_t line_thickness() const;
     void line_thickness(Checked<std::uint8_t> value) const; ///< sets it
-    /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 6 candles: Y is the close,
-    /// the extra columns open, high, low and volume. Automatic axes with other kinds fit what they show at
-    /// each drawing.
+    /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 1 a histogram of their y, 2
+    /// box plots and 3 strips of the points of one x each (with BarHoriz of one y), 6 candles: Y is the
+    /// close, the extra columns open, high, low and volume. Automatic axes with other kinds fit what they
+    /// show at each drawing.
     std::uint8_t kind() const;
     void kind(Checked<std::uint8_t> value) const; ///< sets it
+    /// HistogramBins: How many bins a histogram has between its least and its largest value; 0 lets the rule
+    /// of Freedman and Diaconis decide. SetHistogramEdges and HistogramBinWidth come first.
+    std::int32_t histogram_bins() const;
+    void histogram_bins(Checked<std::int32_t> value) const; ///< sets it
+    /// HistogramBinWidth: How wide a histogram's bins are, which then begin at multiples of it; 0 where
+    /// HistogramBins decides.
+    double histogram_bin_width() const;
+    void histogram_bin_width(Checked<double> value) const; ///< sets it
+    /// HistogramMeasure: What a histogram's bars tell: 0 counts, 1 shares of all values, 2 densities, which
+    /// are shares by unit of x.
+    std::uint8_t histogram_measure() const;
+    void histogram_measure(Checked<std::uint8_t> value) const; ///< sets it
+    /// HistogramCumulative: Whether each bar of a histogram counts the values of the bins before it too.
+    bool histogram_cumulative() const;
+    void histogram_cumulative(Checked<bool> value) const; ///< sets it
+    /// BoxWhiskers: How far whiskers of box plots reach at most, in distances between the quartiles; values
+    /// beyond them are drawn one by one.
+    double box_whiskers() const;
+    void box_whiskers(Checked<double> value) const; ///< sets it
+    /// BoxNotches: Whether box plots have notches; medians whose notches do not meet differ at about the 95 %
+    /// level.
+    bool box_notches() const;
+    void box_notches(Checked<bool> value) const; ///< sets it
+    /// GroupWidth: How wide box plots and strips are, as a share of the distance between neighbours, 0 to 1.
+    double group_width() const;
+    void group_width(Checked<double> value) const; ///< sets it
     /// DataHide: Leaves the data set out of page and legend.
     bool hide() const;
     void hide(Checked<bool> value) const; ///< sets it
@@ -770,7 +823,8 @@ public:
     /// BarBaseValue: The value at which bars start.
     double bar_base_value() const;
     void bar_base_value(Checked<double> value) const; ///< sets it
-    /// BarOffset: Millimetres by which bars move across their length, so that sets stand side by side.
+    /// BarOffset: Millimetres, or with a BarWidth values of the axis, by which bars move across their length,
+    /// so that sets stand side by side.
     float bar_offset() const;
     void bar_offset(Checked<float> value) const; ///< sets it
     /// BarLabels: Where bars have their values written: 0 nowhere, 1 in their middle, 2 at their end, beyond
@@ -795,6 +849,10 @@ public:
     /// candles stand as columns in the lower third of the plot area; 0 for none.
     std::int16_t candle_volume_axis() const;
     void candle_volume_axis(Checked<std::int16_t> value) const; ///< sets it
+    /// BarWidth: Width of bars in values of the axis that they stand side by side on; 0 for the millimetres
+    /// of DataSymbolSize.
+    double bar_width() const;
+    void bar_width(Checked<double> value) const; ///< sets it
     /// DataText: A text on the plot area; lines are separated by CR LF.
     std::string text() const;
     void text(std::string_view value) const; ///< sets it

@@ -235,6 +235,9 @@ public:
     /// stand side by side, and what lies between them, such as weekends, takes no room. Points lie at the
     /// moments' numbers, from 0 on. Fault 5 for a moment that is not finite.
     void SetAxisCategoryTimes(std::span<double const> Times);
+    /// Gives the selected data set, a histogram, these edges between its bins, finite and rising, fault 5
+    /// else; without edges HistogramBinWidth and HistogramBins decide again.
+    void SetHistogramEdges(std::span<double const> Edges);
     /// Of the page; while it is empty, the point under the pointer is named.
     void SetTooltip(std::string_view Tooltip);
     /// 0 switches the cross-hair off, n on with style n - 1.

@@ -8,7 +8,9 @@
 #include "control/property_access.h"
 #include "control/settings.h"
 #include "qvgraph/qvGraph.h"
+#include "render/graph_ranges.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 
 #include <algorithm>
 #include <utility>
@@ -159,7 +161,7 @@ struct Shape {
     bool error_bars = true;
 };
 
-constexpr std::int16_t solid_line = 1, filled_area = 4, bars = 1;
+constexpr std::int16_t solid_line = 1, filled_area = 4, no_symbol = 0, bars = 1, circle = 3;
 constexpr auto finished = [](Records const&) {};
 
 /// Appends a data set of this shape, given what is its own by `finish`, and by the options what they say.
@@ -185,11 +187,25 @@ DataHandle add_data_set(Handle const& handle, std::string_view name, Shape const
     return Access::make<DataHandle>(state, graph, set);
 }
 
+std::int16_t index_of(ControlState const& state, Graph const& graph) {
+    auto const is_it = [&](auto const& other) { return other.get() == &graph; };
+    return static_cast<std::int16_t>(std::ranges::find_if(state.Graphs, is_it) - state.Graphs.begin());
+}
+
+bool is_of(render::DataKind kind, DataSet const& set) {
+    return set.DataKind == static_cast<std::uint8_t>(kind);
+}
+
+DataHandle add_distribution(Handle const& handle, std::string_view name, render::DataKind kind,
+                            std::int16_t symbol, DataOptions const& options) {
+    return add_data_set(handle, name, {.symbol = symbol}, options, [&](Records const& made) {
+        property::of::DataKind(made, static_cast<std::uint8_t>(kind));
+    });
+}
+
 std::string& title_of(Handle const& handle) {
     ControlState& state = Access::page(handle);
-    auto const is_it = [&](auto const& graph) { return graph.get() == &Access::graph(handle); };
-    auto const place = std::ranges::find_if(state.Graphs, is_it) - state.Graphs.begin();
-    return state.GraphTitles[static_cast<std::size_t>(place)];
+    return state.GraphTitles[static_cast<std::size_t>(index_of(state, Access::graph(handle)))];
 }
 
 GraphHandle graph_handle(ControlState& state, Graph& graph) {
@@ -218,6 +234,7 @@ Handle::Handle(Handle const& other)
 }
 
 Handle& Handle::operator=(Handle const& other) {
+    if (this == &other) return *this;
     if (other.anchor_) ++other.anchor_->holders;
     document::let_go(anchor_);
     anchor_ = other.anchor_;
@@ -348,6 +365,20 @@ AxisHandle DataHandle::show_volume(AxisOptions const& options) const {
     return axis;
 }
 
+void DataHandle::add_values(std::span<double const> values, double at) const {
+    ControlState& state = Access::page(*this);
+    DataSet& set = Access::record<DataSet>(*this);
+    const std::vector<double> places(values.size(), at);
+    control::PointColumns points{places, values, {}};
+    if (set.BarHoriz && !control::is_of(render::DataKind::Histogram, set)) std::swap(points.x, points.y);
+    control::add_points_to(state, Access::graph(*this), set, points);
+}
+
+void DataHandle::histogram_edges(std::span<double const> edges) const {
+    Access::page(*this);
+    control::set_histogram_edges(Access::record<DataSet>(*this), edges);
+}
+
 void DataHandle::keep_latest(Checked<std::int32_t> count) const {
     ControlState& state = Access::page(*this);
     if (count < 0)
@@ -397,6 +428,15 @@ void GraphHandle::title(std::string_view title) const {
 Box GraphHandle::plot_area() const {
     Access::page(*this);
     return render::plot_box(Access::graph(*this));
+}
+
+void GraphHandle::fit(double margin) const {
+    ControlState& state = Access::page(*this);
+    bool const has_new_range = [&] {
+        const document::CurrentGraphScope current(state, control::index_of(state, Access::graph(*this)));
+        return render::fit_axes(state, margin);
+    }();
+    if (has_new_range) document::raise_scale_changed(state);
 }
 
 AxisHandle GraphHandle::x_axis() const {
@@ -464,6 +504,18 @@ DataHandle GraphHandle::candles(std::string_view name, DataOptions const& option
     return control::add_data_set(*this, name, {.error_bars = false}, options, [&](Records const& made) {
         control::property::of::DataKind(made, candles);
     });
+}
+
+DataHandle GraphHandle::histogram(std::string_view name, DataOptions const& options) const {
+    return control::add_distribution(*this, name, render::DataKind::Histogram, control::no_symbol, options);
+}
+
+DataHandle GraphHandle::boxes(std::string_view name, DataOptions const& options) const {
+    return control::add_distribution(*this, name, render::DataKind::Boxes, control::circle, options);
+}
+
+DataHandle GraphHandle::strip(std::string_view name, DataOptions const& options) const {
+    return control::add_distribution(*this, name, render::DataKind::Strip, control::circle, options);
 }
 
 DataHandle GraphHandle::area(std::string_view name, DataOptions const& options) const {

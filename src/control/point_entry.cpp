@@ -2,9 +2,11 @@
 
 #include "base/convert.h"
 #include "control/data_entry.h"
+#include "document/column_extent.h"
 #include "document/selection.h"
 #include "document/trap.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -84,9 +86,16 @@ struct PointAxes {
     }
 };
 
+[[gnu::cold, gnu::noinline]] void find_axes(Graph& graph, DataSet& set) {
+    set.found_axes = {&at(graph.Axes, set.xAxisIndex, "axis"), &at(graph.Axes, set.yAxisIndex, "axis"),
+                      set.xAxisIndex, set.yAxisIndex};
+}
+
 /// The axes that a data set lies on.
-QV_EVERY_POINT PointAxes own_axes(Graph& graph, DataSet const& set) {
-    return {&at(graph.Axes, set.xAxisIndex, "axis"), &at(graph.Axes, set.yAxisIndex, "axis")};
+QV_EVERY_POINT PointAxes own_axes(Graph& graph, DataSet& set) {
+    auto const& found = set.found_axes;
+    if (!found.x || found.x_index != set.xAxisIndex || found.y_index != set.yAxisIndex) find_axes(graph, set);
+    return {found.x, found.y};
 }
 
 QV_EVERY_POINT void hold_latest(Graph& graph, DataSet& set) {
@@ -144,10 +153,33 @@ std::size_t first_finite(PointColumns const& points) {
     return i;
 }
 
-/// One after the other: whether a point finds its axis zoomed depends on those before it.
+/// Whether the smallest and the largest value do to an axis what all values do one after the other: one that
+/// shows all it has goes on doing so, but what a zoomed one does with a value depends on those before.
+bool ends_suffice(Axis const& axis, document::Extent const& extent) {
+    return axis.ranges().shows_all() || (axis.AxisValue1 <= extent.low && extent.high <= axis.AxisValue2);
+}
+
+bool take_in(Axis& axis, document::Extent const& extent) {
+    bool const moved = take_in(axis, extent.low);
+    return take_in(axis, extent.high) || moved;
+}
+
+/// A few at a time, so that they are still at hand.
 bool extend_all(PointAxes const& axes, PointColumns const& points, std::size_t first) {
+    constexpr std::size_t stretch = 1024;
     bool changed = false;
-    for (std::size_t i = first; i < points.x.size(); ++i) changed |= axes.extend(points.x[i], points.y[i]);
+    for (std::size_t start = first; start < points.x.size(); start += stretch) {
+        std::size_t const count = std::min(stretch, points.x.size() - start);
+        auto const xs = points.x.subspan(start, count), ys = points.y.subspan(start, count);
+        auto const x = document::column_extent(xs), y = document::column_extent(ys);
+        if (x.all_finite && y.all_finite && ends_suffice(*axes.x, x.extent)
+            && ends_suffice(*axes.y, y.extent)) {
+            changed |= take_in(*axes.x, x.extent);
+            changed |= take_in(*axes.y, y.extent);
+            continue;
+        }
+        for (std::size_t i = 0; i < count; ++i) changed |= axes.extend(xs[i], ys[i]);
+    }
     return changed;
 }
 

@@ -315,6 +315,10 @@ void qvGraph::SetAxisCategoryTimes(std::span<double const> Times) {
     control::SetAxisCategoryTimes(*state_, Times);
 }
 
+void qvGraph::SetHistogramEdges(std::span<double const> Edges) {
+    control::SetHistogramEdges(*state_, Edges);
+}
+
 void qvGraph::SetTooltip(std::string_view Tooltip) {
     control::SetTooltip(*state_, Tooltip);
 }

@@ -192,6 +192,14 @@ struct DataSetSettings : GraphText {
     std::uint8_t DataLineDash = 0;      // 1 dashes, 2 dots, 3 and 4 dashes with one and two dots
     float DataSymbolSpacing = 0;        // twips between symbols on a line, at least; 0: at each point
     std::uint8_t DataKind = 0;          // what is made of the points; 0: lines, symbols and bars at them
+    std::int32_t HistogramBins = 0;
+    double HistogramBinWidth = 0;
+    std::uint8_t HistogramMeasure = 0; // 0 counts, 1 shares, 2 densities
+    bool HistogramCumulative = false;
+    std::vector<double> histogram_edges; // rising, or none
+    double BoxWhiskers = 1.5;            // their most, in distances of the quartiles
+    bool BoxNotches = false;
+    double GroupWidth = 0.5; // of boxes and strips, in distances of neighbouring groups
     bool DataHide = false;
     bool ShowErrorBar = false;
     Color ErrorBarColor = 0;
@@ -200,7 +208,8 @@ struct DataSetSettings : GraphText {
     bool BarStacked = false;
     bool BarBase = false;
     double BarBaseValue = 0;
-    double BarOffset = 0;       // millimetres across the bar
+    double BarOffset = 0; // across the bar, in millimetres or, with a BarWidth, in values
+    double BarWidth = 0;  // values of the axis across the bar; 0: twice DataSymbolSize, less a tenth
     std::uint8_t BarLabels = 0; // BarLabelling; other values mean none
     std::string BarLabelFormat;
     std::uint8_t CandleStyle = 0; // 0 bodies with wicks, 1 bars with two ticks
@@ -217,8 +226,17 @@ struct DataSetSettings : GraphText {
     GivenProperties given;
 };
 
+/// The axes that a data set lies on, kept for the next point.
+struct FoundAxes {
+    Axis* x = nullptr; // nullptr: not looked for yet
+    Axis* y = nullptr;
+    std::int16_t x_index = 0; // by which they were found
+    std::int16_t y_index = 0;
+};
+
 struct DataSet : DataSetSettings {
     PointStore points;
+    FoundAxes found_axes;
     std::size_t points_kept = 0;                  // older ones are forgotten; 0: none is
     mutable CurveMemory curve;                    // written by drawing
     mutable std::unique_ptr<DerivedData> derived; // by its kind
@@ -251,7 +269,9 @@ enum class BarLabelling : std::uint8_t { None = 0, Inside = 1, AtEnd = 2 };
 struct Fitting {
     Margins needed; // for axes, titles and a legend beside the plot area
     LeftOut left_out = LeftOut::Nothing;
-    bool legend_beside = false;     // it is too large for the plot area
+    bool legend_beside = false;     // in the plot area it would hide too much
+    bool legend_left_out = false;   // it has no room anywhere
+    float legend_room = 0;          // what it takes of `needed`, beside the plot area
     std::int8_t legend_corner = -1; // the last place among those for a legend, so that it does not wander
     bool operator==(Fitting const&) const = default;
 };

@@ -6,6 +6,7 @@
 #include "interact/hit_test.h"
 #include "interact/read_out.h"
 #include "render/bar_places.h"
+#include "render/bars.h"
 #include "render/plot_geometry.h"
 #include "render/series_kind.h"
 #include "render/text.h"
@@ -49,6 +50,7 @@ public:
 
     void look_at(DataSet const& set, std::int16_t index) {
         if (!x_map_.valid || !y_map_.valid) return;
+        take_width_of_bars(set);
         std::size_t first = 0;
         for (PointBlock const& block : set.points.blocks()) {
             if (block.size() > 0 && !x_.misses(block.x_extent()) && !y_.misses(block.y_extent()))
@@ -60,6 +62,26 @@ public:
     std::optional<FoundPoint> found() const { return found_; }
 
 private:
+    // Bars as wide as values say are met all along their ends.
+    void take_width_of_bars(DataSet const& set) {
+        if (set.DataSymbol != render::symbol_bar || !render::has_value_width(set)) return;
+        auto const [low, high] = render::values_across_bar(set, 0);
+        Range& across = set.BarHoriz ? y_ : x_;
+        across.low -= high;
+        across.high -= low;
+        wide_ = &set;
+    }
+
+    double distance(double x, double y) const {
+        if (!wide_) return std::hypot(x_map_(x) - place_.x, y_map_(y) - place_.y);
+        scale::AxisMap const& across = wide_->BarHoriz ? y_map_ : x_map_;
+        auto const [low, high] = render::values_across_bar(*wide_, wide_->BarHoriz ? y : x);
+        auto const [first, last] = std::minmax({across(low), across(high)});
+        double const here = wide_->BarHoriz ? place_.y : place_.x;
+        double const end = wide_->BarHoriz ? x_map_(x) - place_.x : y_map_(y) - place_.y;
+        return std::hypot(here - std::clamp(here, first, last), end);
+    }
+
     // A position on the very edge of the plot area stands for the axis's own end.
     static Range values(scale::AxisMap const& map, double from, double to) {
         auto const [low, high] = std::minmax({map.value_at(from), map.value_at(to)});
@@ -76,16 +98,17 @@ private:
         }
         for (std::size_t i = begin; i < end; ++i) {
             if (!x_.holds(x[i]) || !y_.holds(y[i])) continue;
-            double const distance = std::hypot(x_map_(x[i]) - place_.x, y_map_(y[i]) - place_.y);
-            if (distance > nearest_) continue;
-            nearest_ = distance;
-            found_ = {first.data_set, first.point + i, distance};
+            double const away = distance(x[i], y[i]);
+            if (away > nearest_) continue;
+            nearest_ = away;
+            found_ = {first.data_set, first.point + i, away};
         }
     }
 
     scale::AxisMap x_map_, y_map_;
     Point place_;
     Range x_, y_;
+    DataSet const* wide_ = nullptr; // the set looked at, where its points are bars of a width
     double nearest_;
     std::optional<FoundPoint> found_;
 };

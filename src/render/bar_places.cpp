@@ -238,7 +238,7 @@ void for_each_arranged(SeriesView const& view, BarPlan const& plan, auto const& 
 
 void for_each_as_set(SeriesView const& view, BarStack& stack, auto const& take) {
     DataSet const& set = view.set;
-    const BarLayout layout(view.state, {view.index, symbol_bar, {}, {}, set.DataSymbolSize, false, {}});
+    const BarLayout layout(view.state, {view.index, symbol_bar, {}, {}, set.DataSymbolSize, false, {}, {}});
     Box const& plot = view.plot;
     if (!set.BarStacked) stack.ends.clear();
     stack.position = 0;
@@ -247,7 +247,8 @@ void for_each_as_set(SeriesView const& view, BarStack& stack, auto const& take) 
         for (std::size_t i = 0; i < block.size(); ++i, ++point) {
             const StackedBar bar = stacked(stack, set, {block.x()[i], block.y()[i]});
             if (!bar.is_finite()) continue;
-            const BarBox box = layout.box(whole_twips({view.x(bar.end.x), view.y(bar.end.y)}), bar.base);
+            const BarBox box =
+                layout.box(whole_twips({view.x(bar.end.x), view.y(bar.end.y)}), bar.end, bar.base);
             const Box extent = extent_of(box);
             if (extent.right() >= plot.left && extent.left <= plot.right() && extent.bottom() >= plot.top
                 && extent.top <= plot.bottom())

@@ -85,16 +85,27 @@ void include_stacked(Plane const& plane, BarStack& stack, bool stands_on_others)
     if (stands_on_zero) along.stand_on(0);
 }
 
-// Bars have a width on the page. Positive offsets lead rightward and downward.
+// Bars have a width, in millimetres of the page or in values. Positive offsets in millimetres lead rightward
+// and downward.
 void leave_room_for_bars(ControlState const& state, DataSet const& set, AxisReach const& across) {
     if (across.axis.AxisLength <= 0) return;
     bool const is_x = across.axis.AxisXY == AxisKind::X;
     double const units_per_mm = is_x ? state.UnitsPerMmX : state.UnitsPerMmY;
-    double const half_width = half_width_of_bars(set.DataSymbolSize) + air_beside_bars_mm * units_per_mm;
-    double const offset = set.BarOffset * units_per_mm * (is_x == across.axis.AxisReverse ? -1 : 1);
+    double low = air_beside_bars_mm * units_per_mm, high = low;
+    if (has_value_width(set)) {
+        const Extent points = across.reach.extent;
+        if (points.empty()) return;
+        across.include(values_across_bar(set, points.low).low);
+        across.include(values_across_bar(set, points.high).high);
+    } else {
+        double const half_width = half_width_of_bars(set.DataSymbolSize);
+        double const offset = set.BarOffset * units_per_mm * (is_x == across.axis.AxisReverse ? -1 : 1);
+        low += half_width - offset;
+        high += half_width + offset;
+    }
     double const length = across.axis.AxisLength;
-    across.reach.room_low = std::max(across.reach.room_low, (half_width - offset) / length);
-    across.reach.room_high = std::max(across.reach.room_high, (half_width + offset) / length);
+    across.reach.room_low = std::max(across.reach.room_low, low / length);
+    across.reach.room_high = std::max(across.reach.room_high, high / length);
 }
 
 // Nothing goes beyond all of it.

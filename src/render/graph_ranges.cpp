@@ -393,16 +393,20 @@ void settle_graph(ControlState& state) {
     if (is_new && document::is_current(state, graph)) announce_range(state);
 }
 
+bool fit_axes(ControlState& state, double margin) {
+    if (!(margin >= 0) || !std::isfinite(margin))
+        raise_fault(FaultNumber::InvalidProcedureCall,
+                    "FitAxes needs a margin of 0 or more, as a share of the range");
+    Graph const& graph = document::current_graph(state);
+    std::vector<std::int16_t> graphs{state.CurrentGraph};
+    if (has_links(graph)) graphs = linked_graphs(state);
+    lay_out(state, graphs);
+    return settle(state, {graphs, state.CurrentGraph, margin});
+}
+
 void FitAxes(ControlState& state, double margin) {
     document::trapped(state, "FitAxes", [&] {
-        if (!(margin >= 0) || !std::isfinite(margin))
-            raise_fault(FaultNumber::InvalidProcedureCall,
-                        "FitAxes needs a margin of 0 or more, as a share of the range");
-        Graph const& graph = document::current_graph(state);
-        std::vector<std::int16_t> graphs{state.CurrentGraph};
-        if (has_links(graph)) graphs = linked_graphs(state);
-        lay_out(state, graphs);
-        if (settle(state, {graphs, state.CurrentGraph, margin})) document::raise_scale_changed(state);
+        if (fit_axes(state, margin)) document::raise_scale_changed(state);
     });
 }
 

@@ -99,15 +99,16 @@ LegendSize size_of(ControlState const& state, Table const& table) {
             (table.lines + margins_in_lines) * table.line_height};
 }
 
-void find_place(ControlState const& state, Graph& graph, LegendSize size) {
+void find_place(ControlState& state, Graph& graph, LegendSize size) {
     const Point corner = legend_corner(state, graph, size);
     graph.LegendLeft = to_i32(corner.x);
     graph.LegendTop = to_i32(corner.y);
 }
 
 /// Sets the table's size and moves it inside the frame; false when there is nothing to draw.
-bool place(ControlState const& state, Graph& graph, Table const& table) {
-    bool const fits = graph.FrameWidth - table.widest_text > text_start_mm * state.UnitsPerMmX;
+bool place(ControlState& state, Graph& graph, Table const& table) {
+    bool const fits = !graph.fitting.legend_left_out
+                      && graph.FrameWidth - table.widest_text > text_start_mm * state.UnitsPerMmX;
     auto const [width, height] = fits ? size_of(state, table) : LegendSize{};
     graph.LegendWidth = to_i32(width);
     graph.LegendHeight = to_i32(height);
@@ -181,7 +182,7 @@ void draw_samples(ControlState& state, DrawSurface& surface, DataSet& set, std::
     std::int16_t const symbol = sample_symbol(set);
     if (set.DataSetPointCount() > 0)
         DataPoint(state, surface,
-                  {index, symbol, middle, {}, sample_half_size(state, set, place.line_height), true, {}});
+                  {index, symbol, middle, {}, sample_half_size(state, set, place.line_height), true, {}, {}});
     SetLineColor(state, surface, 0);
 }
 

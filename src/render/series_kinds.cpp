@@ -1,5 +1,6 @@
 // The kinds of data sets, by DataKind.
 #include "render/candles.h"
+#include "render/distributions.h"
 #include "render/series_kind.h"
 
 #include <array>
@@ -8,11 +9,15 @@ namespace qv::render {
 
 SeriesKind const* series_kind(document::DataSet const& set) {
     static const CandleKind candles;
-    static auto const kinds = [] {
-        std::array<SeriesKind const*, 9> by_number{}; // none of points
-        by_number[static_cast<std::size_t>(DataKind::Candles)] = &candles;
-        return by_number;
-    }();
+    static const std::array<SeriesKind const*, 9> kinds{
+        nullptr, // points
+        &histogram_kind(),
+        &boxes_kind(),
+        &strip_kind(),
+        nullptr,
+        nullptr,
+        &candles,
+    };
     return set.DataKind < kinds.size() ? kinds[set.DataKind] : nullptr;
 }
 
