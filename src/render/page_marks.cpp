@@ -2,6 +2,7 @@
 
 #include "document/selection.h"
 #include "render/plot_geometry.h"
+#include "render/polar_map.h"
 #include "render/series_kind.h"
 #include "scale/mapping.h"
 
@@ -98,7 +99,7 @@ Shapes read_mark(ControlState& state) {
         return {{{box.left, box.top}, {box.right(), box.bottom()}, LineShape::Box, view.plot}};
     }
     const document::PointEntry point = set.points.at(index);
-    const Point place{view.x(point.X), view.y(point.Y)};
+    const Point place = place_map(graph, SeriesScope::Maps::BeingDrawn)(point.X, point.Y);
     if (!std::isfinite(place.x) || !std::isfinite(place.y)) return {};
     double const reach = state.UnitsPerMmX;
     return {

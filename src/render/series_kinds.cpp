@@ -1,5 +1,7 @@
 // The kinds of data sets, by DataKind.
 #include "render/distributions.h"
+#include "render/marks.h"
+#include "render/pie.h"
 #include "render/series_kind.h"
 
 #include <array>
@@ -9,9 +11,11 @@ namespace qv::render {
 SeriesKind const* series_kind(document::DataSet const& set) {
     static const std::array<SeriesKind const*, 9> kinds{
         nullptr, // points
-        &histogram_kind(),
-        &boxes_kind(),
-        &strip_kind(),
+        &histogram_kind(), &boxes_kind(), &strip_kind(),
+        nullptr, // heat map
+        nullptr, // contours
+        nullptr, // candles
+        pie_kind(),        mark_kind(),
     };
     return set.DataKind < kinds.size() ? kinds[set.DataKind] : nullptr;
 }
