@@ -163,6 +163,41 @@ Page strip_page(std::size_t count, Drawing drawing) {
     return distribution_page(count, drawing, 3);
 }
 
+Page pie_page(std::size_t count, Drawing drawing) {
+    Page page = empty_page(drawing);
+    auto const pie = page->control().graph("graph").pie("pie");
+    pie.in_legend_table(false);
+    Series const series = noisy_sine(count);
+    std::vector<double> values;
+    for (double const y : series.y) values.push_back(y * y + 0.1);
+    pie.add(series.x, values);
+    return page;
+}
+
+Page polar_page(std::size_t count, Drawing drawing) {
+    constexpr double turns = 10;
+    Page page = empty_page(drawing);
+    auto const graph = page->control().graph("graph", {.polar = true});
+    Series const series = noisy_sine(count);
+    std::vector<double> angles, radii;
+    for (std::size_t i = 0; i < count; ++i) {
+        double const share = static_cast<double>(i) / static_cast<double>(count);
+        angles.push_back(share * turns * 360);
+        radii.push_back(share * 10 + std::abs(series.y[i]));
+    }
+    graph.line("line").add(angles, radii);
+    return page;
+}
+
+Page marks_page(std::size_t count, Drawing drawing) {
+    Page page = empty_page(drawing);
+    auto const graph = page->control().graph("graph");
+    graph.y_axis({.from = 0, .to = 1});
+    for (std::size_t i = 0; i < count; ++i)
+        graph.horizontal_line(static_cast<double>(i) / static_cast<double>(count));
+    return page;
+}
+
 Page many_sets_page(Drawing drawing) {
     Page page = empty_page(drawing);
     add_graph(page->control());

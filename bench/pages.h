@@ -29,6 +29,9 @@ Page spline_page(std::size_t count, Drawing drawing);
 
 /// As many bars without edge, half of them standing on the other half.
 Page stacked_bars_page(std::size_t count, Drawing drawing);
+Page pie_page(std::size_t count, Drawing drawing);   // slices
+Page polar_page(std::size_t count, Drawing drawing); // points of a spiral of ten turns
+Page marks_page(std::size_t count, Drawing drawing); // level lines
 
 /// As many bars of two data sets beside each other at each value.
 Page grouped_bars_page(std::size_t count, Drawing drawing);

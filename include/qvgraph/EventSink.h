@@ -1,4 +1,5 @@
-// EventSink: the nine events a control raises, in the order of their dispatch identifiers.
+// EventSink: the nine classic events a control raises, in the order of their dispatch identifiers, and
+// MarkMoved.
 #pragma once
 
 #include "qvgraph/export.h"
@@ -30,6 +31,9 @@ public:
     virtual void GraphPositionChanged() {}
     /// 8: a person has moved a legend.
     virtual void LegendPositionChanged() {}
+    /// A person has dragged a mark to these values; graph and data set are counted from 0.
+    virtual void MarkMoved(std::int16_t& /*Graph*/, std::int16_t& /*DataSet*/, double& /*X1*/, double& /*Y1*/,
+                           double& /*X2*/, double& /*Y2*/) {}
     /// 9: a procedure has failed. Source ends with its name, Description says what was wrong.
     virtual void ErrorMsg(std::string& /*Source*/, std::string& /*Description*/) {}
 };

@@ -163,6 +163,8 @@ Q_SIGNALS:
     void GraphScaleChanged();                          ///< an axis is new, or a range has changed
     void GraphPositionChanged();                       ///< a person has moved or resized a graph
     void LegendPositionChanged();                      ///< a person has moved a legend
+    /// A person has dragged a mark to these values; graph and data set are counted from 0.
+    void MarkMoved(short Graph, short DataSet, double X1, double Y1, double X2, double Y2);
     /// A procedure has failed. Source ends with its name, Description says what was wrong.
     void ErrorMsg(QString const& Source, QString const& Description);
 

@@ -79,6 +79,8 @@ public:
     /// The edges between a histogram's bins, two or more finite values in rising order, fault 5 else; none
     /// let histogram_bin_width and histogram_bins decide again.
     void histogram_edges(std::span<double const> edges) const;
+    /// Appends a slice to a pie.
+    void add_slice(std::string_view name, double value) const;
     /// From now on there are never more than this many points: after each addition, whoever makes it, the
     /// oldest are forgotten. 0 keeps all again. No axis changes.
     void keep_latest(Checked<std::int32_t> count) const;
@@ -147,6 +149,32 @@ public:
                         DataOptions const& options = {}) const;
     /// A text at a place: values on its axes or, with text_percent, percent of the plot area. No legend row.
     DataHandle text(std::string_view text, double x, double y, DataOptions const& options = {}) const;
+    /// A pie of the values of its slices (`DataHandle::add_slice`), a ring with a pie_hole. It fills the plot
+    /// area; the legend lists its slices. Values that are not above 0 have no slice.
+    DataHandle pie(std::string_view name, DataOptions const& options = {}) const;
+    /// \}
+
+    /// \name Marks
+    /// At values on their axes or, with mark_percent, percent of the plot area, y from the bottom. `text` is
+    /// their label, placed inside the plot area; text_ori says where. No axis changes, and a row in the
+    /// legend table have only those with a `legend`. With mark_dragging a person may move them (`MarkMoved`).
+    /// \{
+
+    DataHandle horizontal_line(double y,
+                               DataOptions const& options = {}) const;         ///< across the plot area at y
+    DataHandle vertical_line(double x, DataOptions const& options = {}) const; ///< up the plot area at x
+    /// Filled between two y; an end may be infinite.
+    DataHandle horizontal_band(double from, double to, DataOptions const& options = {}) const;
+    /// Filled between two x; an end may be infinite.
+    DataHandle vertical_band(double from, double to, DataOptions const& options = {}) const;
+    /// From a place, where its label stands, to its tip.
+    DataHandle arrow(Point from, Point tip, DataOptions const& options = {}) const;
+    DataHandle rectangle(Point corner, Point opposite, DataOptions const& options = {}) const; ///< filled
+    /// \}
+
+    /// \name Those there are
+    /// \{
+
     std::vector<DataHandle> data_sets() const; ///< all, in the order in which they were made
     /// The first data set of this legend text; an empty handle where there is none.
     DataHandle find(std::string_view legend) const;

@@ -370,6 +370,16 @@ struct GraphOptions {
     /// BarWidthShare: Share of the room of a value, such as a category, that its bars take together under
     /// BarArrangement 1 to 3, 0 to 1; the rest is the gap.
     std::optional<Checked<double>> bar_width_share = {};
+    /// GraphPolar: Makes x an angle and y, of the first y axis, the distance from the middle of the plot
+    /// area; lines, symbols, areas and functions follow. Nothing of such a graph is zoomed.
+    std::optional<Checked<bool>> polar = {};
+    /// PolarRadians: Whether the angles of a polar graph are radians, not degrees.
+    std::optional<Checked<bool>> polar_radians = {};
+    /// PolarZero: Where a polar graph has its angle 0: degrees counter-clockwise from rightwards, 90 at the
+    /// top.
+    std::optional<Checked<float>> polar_zero = {};
+    /// PolarClockwise: Whether angles of a polar graph grow clockwise.
+    std::optional<Checked<bool>> polar_clockwise = {};
     /// GraphTitleColor: Colour of the graph's title.
     std::optional<ColorValue> title_color = {};
     /// GraphTitleFont: Font of the graph's title.
@@ -472,6 +482,20 @@ public:
     /// BarArrangement 1 to 3, 0 to 1; the rest is the gap.
     double bar_width_share() const;
     void bar_width_share(Checked<double> value) const; ///< sets it
+    /// GraphPolar: Makes x an angle and y, of the first y axis, the distance from the middle of the plot
+    /// area; lines, symbols, areas and functions follow. Nothing of such a graph is zoomed.
+    bool polar() const;
+    void polar(Checked<bool> value) const; ///< sets it
+    /// PolarRadians: Whether the angles of a polar graph are radians, not degrees.
+    bool polar_radians() const;
+    void polar_radians(Checked<bool> value) const; ///< sets it
+    /// PolarZero: Where a polar graph has its angle 0: degrees counter-clockwise from rightwards, 90 at the
+    /// top.
+    float polar_zero() const;
+    void polar_zero(Checked<float> value) const; ///< sets it
+    /// PolarClockwise: Whether angles of a polar graph grow clockwise.
+    bool polar_clockwise() const;
+    void polar_clockwise(Checked<bool> value) const; ///< sets it
     /// GraphTitleColor: Colour of the graph's title.
     Color title_color() const;
     void title_color(ColorValue value) const; ///< sets it
@@ -607,9 +631,10 @@ struct DataOptions {
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::optional<Checked<std::uint8_t>> line_thickness = {};
     /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 1 a histogram of their y, 2
-    /// box plots and 3 strips of the points of one x each (with BarHoriz of one y), 6 candles: Y is the
-    /// close, the extra columns open, high, low and volume. Automatic axes with other kinds fit what they
-    /// show at each drawing.
+    /// box plots and 3 strips of the points of one x each (with BarHoriz of one y), 4 a heat map of a matrix
+    /// or of the points counted in cells, 5 its contours, 6 candles: Y is the close, the extra columns open,
+    /// high, low and volume, 7 a pie of their y, 8 nothing, but a mark stands on the axes. Automatic axes
+    /// with other kinds fit what they show at each drawing.
     std::optional<Checked<std::uint8_t>> kind = {};
     /// HistogramBins: How many bins a histogram has between its least and its largest value; 0 lets the rule
     /// of Freedman and Diaconis decide. SetHistogramEdges and HistogramBinWidth come first.
@@ -630,6 +655,39 @@ struct DataOptions {
     std::optional<Checked<bool>> box_notches = {};
     /// GroupWidth: How wide box plots and strips are, as a share of the distance between neighbours, 0 to 1.
     std::optional<Checked<double>> group_width = {};
+    /// MarkShape: Of a mark (DataKind 8): 0 a level line at MarkY1, 1 an upright line at MarkX1, 2 a level
+    /// band from MarkY1 to MarkY2, 3 an upright band from MarkX1 to MarkX2, 4 an arrow from MarkX1, MarkY1 to
+    /// MarkX2, MarkY2, 5 the rectangle between these corners. DataText is its label: DataTextOri puts it in
+    /// its remainder by 3 at the start, middle or end of the mark, in its quotient above, on or below it.
+    std::optional<Checked<std::uint8_t>> mark_shape = {};
+    /// MarkX1: First x of a mark, on its x axis or in percent.
+    std::optional<Checked<double>> mark_x1 = {};
+    /// MarkY1: First y of a mark, on its y axis or in percent.
+    std::optional<Checked<double>> mark_y1 = {};
+    /// MarkX2: Second x of a mark; an arrow's tip.
+    std::optional<Checked<double>> mark_x2 = {};
+    /// MarkY2: Second y of a mark; an arrow's tip.
+    std::optional<Checked<double>> mark_y2 = {};
+    /// MarkPercent: Whether a mark's values are percent of the plot area, y from the bottom.
+    std::optional<Checked<bool>> mark_percent = {};
+    /// MarkDragging: Whether a person may drag a mark, as a whole or by edge, corner or end; MarkMoved tells
+    /// its values.
+    std::optional<Checked<bool>> mark_dragging = {};
+    /// PieHole: Radius of the hole in a pie (DataKind 7) in percent of its own, 0 to 95; a pie with a hole is
+    /// a ring.
+    std::optional<Checked<float>> pie_hole = {};
+    /// PieStart: Degrees clockwise from the top where the first slice of a pie begins.
+    std::optional<Checked<float>> pie_start = {};
+    /// PieLeft: Whether the slices of a pie follow one another counter-clockwise.
+    std::optional<Checked<bool>> pie_left = {};
+    /// PieLabels: What stands beside the slices of a pie: 0 name and percent, 1 name and value, 2 percent, 3
+    /// value, 4 name, 5 nothing.
+    std::optional<Checked<std::uint8_t>> pie_labels = {};
+    /// PieGather: Percent of the whole; smaller slices of a pie, where there are two or more, become one. 0
+    /// gathers none.
+    std::optional<Checked<float>> pie_gather = {};
+    /// PieGatherName: Name of the slice of those that PieGather has gathered.
+    std::optional<std::string> pie_gather_name = {};
     /// DataHide: Leaves the data set out of page and legend.
     std::optional<Checked<bool>> hide = {};
     /// ShowErrorBar: Whether points with an E have error bars: upright for a positive E, lying for a negative
@@ -752,9 +810,10 @@ public:
     std::uint8_t line_thickness() const;
     void line_thickness(Checked<std::uint8_t> value) const; ///< sets it
     /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 1 a histogram of their y, 2
-    /// box plots and 3 strips of the points of one x each (with BarHoriz of one y), 6 candles: Y is the
-    /// close, the extra columns open, high, low and volume. Automatic axes with other kinds fit what they
-    /// show at each drawing.
+    /// box plots and 3 strips of the points of one x each (with BarHoriz of one y), 4 a heat map of a matrix
+    /// or of the points counted in cells, 5 its contours, 6 candles: Y is the close, the extra columns open,
+    /// high, low and volume, 7 a pie of their y, 8 nothing, but a mark stands on the axes. Automatic axes
+    /// with other kinds fit what they show at each drawing.
     std::uint8_t kind() const;
     void kind(Checked<std::uint8_t> value) const; ///< sets it
     /// HistogramBins: How many bins a histogram has between its least and its largest value; 0 lets the rule
@@ -783,6 +842,52 @@ public:
     /// GroupWidth: How wide box plots and strips are, as a share of the distance between neighbours, 0 to 1.
     double group_width() const;
     void group_width(Checked<double> value) const; ///< sets it
+    /// MarkShape: Of a mark (DataKind 8): 0 a level line at MarkY1, 1 an upright line at MarkX1, 2 a level
+    /// band from MarkY1 to MarkY2, 3 an upright band from MarkX1 to MarkX2, 4 an arrow from MarkX1, MarkY1 to
+    /// MarkX2, MarkY2, 5 the rectangle between these corners. DataText is its label: DataTextOri puts it in
+    /// its remainder by 3 at the start, middle or end of the mark, in its quotient above, on or below it.
+    std::uint8_t mark_shape() const;
+    void mark_shape(Checked<std::uint8_t> value) const; ///< sets it
+    /// MarkX1: First x of a mark, on its x axis or in percent.
+    double mark_x1() const;
+    void mark_x1(Checked<double> value) const; ///< sets it
+    /// MarkY1: First y of a mark, on its y axis or in percent.
+    double mark_y1() const;
+    void mark_y1(Checked<double> value) const; ///< sets it
+    /// MarkX2: Second x of a mark; an arrow's tip.
+    double mark_x2() const;
+    void mark_x2(Checked<double> value) const; ///< sets it
+    /// MarkY2: Second y of a mark; an arrow's tip.
+    double mark_y2() const;
+    void mark_y2(Checked<double> value) const; ///< sets it
+    /// MarkPercent: Whether a mark's values are percent of the plot area, y from the bottom.
+    bool mark_percent() const;
+    void mark_percent(Checked<bool> value) const; ///< sets it
+    /// MarkDragging: Whether a person may drag a mark, as a whole or by edge, corner or end; MarkMoved tells
+    /// its values.
+    bool mark_dragging() const;
+    void mark_dragging(Checked<bool> value) const; ///< sets it
+    /// PieHole: Radius of the hole in a pie (DataKind 7) in percent of its own, 0 to 95; a pie with a hole is
+    /// a ring.
+    float pie_hole() const;
+    void pie_hole(Checked<float> value) const; ///< sets it
+    /// PieStart: Degrees clockwise from the top where the first slice of a pie begins.
+    float pie_start() const;
+    void pie_start(Checked<float> value) const; ///< sets it
+    /// PieLeft: Whether the slices of a pie follow one another counter-clockwise.
+    bool pie_left() const;
+    void pie_left(Checked<bool> value) const; ///< sets it
+    /// PieLabels: What stands beside the slices of a pie: 0 name and percent, 1 name and value, 2 percent, 3
+    /// value, 4 name, 5 nothing.
+    std::uint8_t pie_labels() const;
+    void pie_labels(Checked<std::uint8_t> value) const; ///< sets it
+    /// PieGather: Percent of the whole; smaller slices of a pie, where there are two or more, become one. 0
+    /// gathers none.
+    float pie_gather() const;
+    void pie_gather(Checked<float> value) const; ///< sets it
+    /// PieGatherName: Name of the slice of those that PieGather has gathered.
+    std::string pie_gather_name() const;
+    void pie_gather_name(std::string_view value) const; ///< sets it
     /// DataHide: Leaves the data set out of page and legend.
     bool hide() const;
     void hide(Checked<bool> value) const; ///< sets it

@@ -9,6 +9,7 @@
 #include "control/settings.h"
 #include "qvgraph/qvGraph.h"
 #include "render/graph_ranges.h"
+#include "render/marks.h"
 #include "render/plot_geometry.h"
 #include "render/series_kind.h"
 
@@ -203,6 +204,24 @@ DataHandle add_distribution(Handle const& handle, std::string_view name, render:
     });
 }
 
+/// A mark as a handle makes it.
+struct NewMark {
+    render::MarkShape shape = render::MarkShape::LevelLine;
+    Point first, second;
+};
+
+// Lines and arrows are lines, bands and rectangles have no edges, unless the options say so.
+DataHandle add_mark(Handle const& handle, NewMark const& mark, DataOptions const& options) {
+    bool const is_filled =
+        mark.shape != render::MarkShape::Arrow && mark.shape > render::MarkShape::UprightLine;
+    const Shape shape{.line_style = is_filled ? std::int16_t{0} : solid_line, .error_bars = false};
+    return add_data_set(handle, "", shape, options, [&](Records const& made) {
+        property::of::DataKind(made, static_cast<std::uint8_t>(render::DataKind::Mark));
+        property::of::MarkShape(made, static_cast<std::uint8_t>(mark.shape));
+        render::set_mark_values(*made.data, {mark.first.x, mark.first.y, mark.second.x, mark.second.y});
+    });
+}
+
 std::string& title_of(Handle const& handle) {
     ControlState& state = Access::page(handle);
     return state.GraphTitles[static_cast<std::size_t>(index_of(state, Access::graph(handle)))];
@@ -379,6 +398,13 @@ void DataHandle::histogram_edges(std::span<double const> edges) const {
     control::set_histogram_edges(Access::record<DataSet>(*this), edges);
 }
 
+void DataHandle::add_slice(std::string_view name, double value) const {
+    ControlState& state = Access::page(*this);
+    DataSet& set = Access::record<DataSet>(*this);
+    double const number = set.DataSetPointCount() + 1;
+    control::add_point_to(state, Access::graph(*this), set, {number, value, 0, name});
+}
+
 void DataHandle::keep_latest(Checked<std::int32_t> count) const {
     ControlState& state = Access::page(*this);
     if (count < 0)
@@ -537,6 +563,36 @@ DataHandle GraphHandle::text(std::string_view text, double x, double y, DataOpti
         made.data->DataTextX = x;
         made.data->DataTextY = y;
     });
+}
+
+DataHandle GraphHandle::pie(std::string_view name, DataOptions const& options) const {
+    return control::add_data_set(*this, name, {.error_bars = false}, options, [](Records const& made) {
+        control::property::of::DataKind(made, static_cast<std::uint8_t>(render::DataKind::Pie));
+    });
+}
+
+DataHandle GraphHandle::horizontal_line(double y, DataOptions const& options) const {
+    return control::add_mark(*this, {render::MarkShape::LevelLine, {0, y}, {}}, options);
+}
+
+DataHandle GraphHandle::vertical_line(double x, DataOptions const& options) const {
+    return control::add_mark(*this, {render::MarkShape::UprightLine, {x, 0}, {}}, options);
+}
+
+DataHandle GraphHandle::horizontal_band(double from, double to, DataOptions const& options) const {
+    return control::add_mark(*this, {render::MarkShape::LevelBand, {0, from}, {0, to}}, options);
+}
+
+DataHandle GraphHandle::vertical_band(double from, double to, DataOptions const& options) const {
+    return control::add_mark(*this, {render::MarkShape::UprightBand, {from, 0}, {to, 0}}, options);
+}
+
+DataHandle GraphHandle::arrow(Point from, Point tip, DataOptions const& options) const {
+    return control::add_mark(*this, {render::MarkShape::Arrow, from, tip}, options);
+}
+
+DataHandle GraphHandle::rectangle(Point corner, Point opposite, DataOptions const& options) const {
+    return control::add_mark(*this, {render::MarkShape::Rectangle, corner, opposite}, options);
 }
 
 std::vector<DataHandle> GraphHandle::data_sets() const {

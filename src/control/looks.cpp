@@ -247,6 +247,7 @@ void UseLook(ControlState& state, Look const& given) {
     }
     state.look = look;
     state.LookName = std::move(name);
+    state.slice_colors = look->fills.empty() ? look->palette : look->fills;
     put_on_page(*look, state);
     for (auto const& graph : state.Graphs) {
         keep_what_was_dragged(*graph);

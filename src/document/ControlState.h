@@ -68,6 +68,8 @@ struct PageSettings {
     bool RoundTicks = false;     // ticks at round values on every axis
     bool RichText = false;       // raised and lowered parts in the host's texts
     bool AutoFit = false;        // automatic axes fit their data at each drawing
+    // Of the slices of pies, by the look; none: the classic ones.
+    std::vector<Color> slice_colors;
 
     bool operator==(PageSettings const&) const = default;
 };

@@ -120,6 +120,14 @@ struct PageMarks {
     bool lifted = false;                              // all are off the page for a moment
 };
 
+/// A mark under the pointer, and which of its values it would take along.
+struct MarkGrip {
+    std::int16_t data_set = 0;
+    std::uint8_t moves = 0;         // bits of render::MarkPart
+    bool held = false;              // it is being dragged
+    std::array<double, 4> before{}; // its values when that began
+};
+
 /// The corners of a rubber band.
 struct ZoomBox {
     Point from, to;
@@ -136,6 +144,7 @@ struct Pointing : HitFlags {
     std::uint8_t pressed = 0; // the button whose drag is in progress, 0 for none
     GraphPlace before_press;
     std::optional<ZoomBox> zoom_box; // of the drag in progress
+    std::optional<MarkGrip> mark;
 };
 
 } // namespace qv::document

@@ -167,6 +167,27 @@ struct GraphText {
     bool DataTextPercent = false;   // position in percent of the plot area, y from the bottom
 };
 
+/// What a data set of the kind Mark marks; see render/marks.h for the shapes.
+struct MarkSettings {
+    std::uint8_t MarkShape = 0;
+    double MarkX1 = 0; // values on the axes, or percent of the plot area
+    double MarkY1 = 0;
+    double MarkX2 = 0;
+    double MarkY2 = 0;
+    bool MarkPercent = false;  // y from the bottom
+    bool MarkDragging = false; // a person may move it
+};
+
+/// How a data set of the kind Pie shows its points.
+struct PieSettings {
+    float PieHole = 0;    // percent of the radius
+    float PieStart = 0;   // degrees from the top, clockwise, where the first slice begins
+    bool PieLeft = false; // slices follow one another counter-clockwise
+    std::uint8_t PieLabels = 0;
+    float PieGather = 0; // percent of the whole below which slices are gathered
+    std::string PieGatherName = "Other";
+};
+
 /// Second derivatives of the smooth curve through a data set's points, kept while the points stay.
 struct CurveMemory {
     std::vector<double> second_derivatives;
@@ -180,7 +201,7 @@ struct DerivedData {
 };
 
 /// Everything of a data set but its points.
-struct DataSetSettings : GraphText {
+struct DataSetSettings : GraphText, MarkSettings, PieSettings {
     std::string DataLegend;
     bool DataInLegendTable = false;
     std::int16_t DataSymbol = 0;
@@ -321,6 +342,11 @@ struct GraphSettings {
     bool GraphAllowZoom = true;
     bool GraphShowXY = true;
     bool GraphAllowDragging = true;
+    bool GraphPolar = false;      // x is an angle, y a distance from the middle
+    bool PolarRadians = false;    // x is in radians, else in degrees
+    float PolarZero = 0;          // degrees, counter-clockwise from rightwards, where x is 0
+    bool PolarClockwise = false;  // the way x grows
+    float polar_room = 0;         // twips round the outermost circle for labels, from the last drawing
     bool KeepEqualUnits = false;  // a unit of the first x axis is as long as one of the first y axis
     float GraphTitleVShift = 0;   // millimetres
     float GraphTitleHShift = 0;   // millimetres

@@ -1,8 +1,10 @@
 #include "interact/hit_test.h"
 
 #include "document/trap.h"
+#include "interact/mark_dragging.h"
 #include "qvgraph/Input.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 
 #include <optional>
 
@@ -42,7 +44,8 @@ Hit hit_in(ControlState const& state, Box const& box, Edges const& edges, Point 
 }
 
 bool is_on_legend(ControlState const& state, Graph const& graph, std::uint8_t button, Point place) {
-    bool const zooming = button == host::left_button && state.pointing.OnPlotArea && graph.GraphAllowZoom;
+    bool const zooming =
+        button == host::left_button && state.pointing.OnPlotArea && render::may_be_zoomed(graph);
     return graph.LegendShow && graph.LegendDragging && !zooming && holds(render::legend_box(graph), place);
 }
 
@@ -53,7 +56,7 @@ std::optional<Hit> hit_of(ControlState const& state, Graph& graph, std::uint8_t 
     constexpr Hit zoom_area{&HitFlags::OnPlotArea, PointerShape::Cross};
     if (is_on_legend(state, graph, button, place)) return legend;
     if (const Box plot = render::plot_box(graph); holds(plot, place))
-        return hit_in(state, plot, plot_edges, place, graph.GraphAllowZoom ? zoom_area : body);
+        return hit_in(state, plot, plot_edges, place, render::may_be_zoomed(graph) ? zoom_area : body);
     if (const Box frame = render::frame_box(graph); holds(frame, place))
         return hit_in(state, frame, frame_edges, place, body);
     return std::nullopt;
@@ -65,6 +68,12 @@ void set_hit(ControlState& state, Graph const& graph, Hit hit) {
     bool const is_drag_of_graph = hit.flag != &HitFlags::OnPlotArea && hit.flag != &HitFlags::OnLegend;
     bool const shown = !is_drag_of_graph || graph.GraphAllowDragging;
     set_pointer(state, shown ? hit.pointer : PointerShape::Default);
+}
+
+/// Inside the plot area's edges, and not on a legend.
+bool lies_in_plot(Graph& graph, Hit const& hit, Point place) {
+    return hit.flag == &HitFlags::OnPlotArea
+           || (hit.flag == &HitFlags::OnGraphBody && holds(render::plot_box(graph), place));
 }
 
 struct GraphHit {
@@ -89,10 +98,15 @@ std::int16_t PointingAt(ControlState& state, std::uint8_t button, Point place, b
     trapped(state, "PointingAt", [&] {
         HitFlags& flags = state.pointing;
         if (reset) flags = {};
+        state.pointing.mark.reset();
         auto const found = front_hit(state, button, place);
         if (!found) return set_pointer(state, PointerShape::Default);
         hit = found->graph;
-        set_hit(state, *graph_at(state, hit), found->hit);
+        Graph& graph = *graph_at(state, hit);
+        set_hit(state, graph, found->hit);
+        if (!lies_in_plot(graph, found->hit, place)) return;
+        state.pointing.mark = mark_under(state, graph, place);
+        if (state.pointing.mark) set_pointer(state, pointer_of(*state.pointing.mark));
     });
     return hit;
 }

@@ -7,6 +7,7 @@
 #include "interact/follow.h"
 #include "interact/front.h"
 #include "interact/hit_test.h"
+#include "interact/mark_dragging.h"
 #include "interact/navigation.h"
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
@@ -97,6 +98,7 @@ void next_cross_hair_style(ControlState& state) {
 void begin_gesture(ControlState& state, Graph& graph, Gesture gesture, Point place) {
     Pointing const& on = state.pointing;
     if (gesture.is(left_button, no_key)) {
+        if (on.mark) return begin_mark_drag(state, graph);
         if (on.OnPlotArea) return; // the rubber band starts from the corner recorded
         if (on.OnLegend) return begin_legend_drag(state, graph, place);
         if (on.OnGraphBody || on.on_edge()) begin_graph_drag(state, graph, place);
@@ -148,6 +150,10 @@ void note_dragging(ControlState& state, std::uint8_t button, Point place) {
     ShowGraphCoords(state, button, place);
 }
 
+bool is_mark_held(ControlState const& state) {
+    return state.pointing.mark && state.pointing.mark->held;
+}
+
 void stretch_box(ControlState& state, Graph& graph, Point place) {
     selected_x_axis(graph).ZoomTo = static_cast<float>(place.x);
     selected_y_axis(graph).ZoomTo = static_cast<float>(place.y);
@@ -162,7 +168,11 @@ void erase_box(ControlState& state) {
 }
 
 void drag(ControlState& state, Graph& graph, Point place) {
-    if (state.pointing.OnLegend) {
+    if (is_mark_held(state)) {
+        if (!has_moved(state, place)) return;
+        store_position(state, place);
+        drag_mark(state, place);
+    } else if (state.pointing.OnLegend) {
         if (!has_moved(state, place)) return;
         DragLegendTable(state, place, false);
         store_position(state, place);
@@ -173,6 +183,12 @@ void drag(ControlState& state, Graph& graph, Point place) {
     } else if (has_moved(state, place) && DragGraph(state, place, false)) {
         store_position(state, place);
     }
+}
+
+void click(ControlState& state, Point place) {
+    take_values(state, state.MouseGraph, place);
+    double x = state.PointerX, y = state.PointerY;
+    state.events->Click(x, y);
 }
 
 void end_box(ControlState& state, Point place) {
@@ -186,14 +202,22 @@ void end_box(ControlState& state, Point place) {
         const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Box);
         return ZoomToBox(state, place);
     }
-    take_values(state, state.MouseGraph, place);
-    double x = state.PointerX, y = state.PointerY;
-    state.events->Click(x, y);
+    click(state, place);
+}
+
+// A mark that was not moved is clicked as what lies behind it.
+void end_mark(ControlState& state, Point place) {
+    state.CurrentGraph = state.MouseGraph;
+    bool const has_moved = end_mark_drag(state), on_plot_area = state.pointing.OnPlotArea;
+    ShowGraphCoords(state, 0, place);
+    if (!has_moved && on_plot_area) click(state, place);
 }
 
 void end_gesture(ControlState& state, Gesture gesture, Point place) {
     Pointing const& on = state.pointing;
-    if (gesture.is(right_button, no_key) && on.OnPlotArea) {
+    if (gesture.button == left_button && is_mark_held(state)) {
+        end_mark(state, place);
+    } else if (gesture.is(right_button, no_key) && on.OnPlotArea) {
         const ZoomStepScope step(state, state.MouseGraph, ZoomKind::Full);
         UnZoom(state);
         ResizeScrollBars(state);

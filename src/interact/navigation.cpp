@@ -6,10 +6,12 @@
 #include "interact/follow.h"
 #include "interact/front.h"
 #include "interact/hit_test.h"
+#include "interact/mark_dragging.h"
 #include "interact/point_steps.h"
 #include "interact/zoom.h"
 #include "render/page_marks.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,7 +34,7 @@ constexpr double arrow_share = 0.1;  // of the plot area, a press of an arrow
 std::int16_t zoomable_at(ControlState& state, Point place) {
     std::int16_t const index = render::front_graph_at(state, place);
     Graph* const graph = graph_at(state, index);
-    bool const is_zoomable = graph && graph->GraphAllowZoom && holds(render::plot_box(*graph), place);
+    bool const is_zoomable = graph && render::may_be_zoomed(*graph) && holds(render::plot_box(*graph), place);
     return is_zoomable ? index : std::int16_t{-1};
 }
 
@@ -176,7 +178,7 @@ bool answer_key(ControlState& state, host::KeyInput const& input) {
 
 Graph* zoomable_graph(ControlState& state) {
     Graph* const graph = graph_at(state, state.CurrentGraph);
-    return graph && graph->GraphInclude && graph->GraphAllowZoom ? graph : nullptr;
+    return graph && graph->GraphInclude && render::may_be_zoomed(*graph) ? graph : nullptr;
 }
 
 bool show_full_range(ControlState& state) {
@@ -230,6 +232,8 @@ bool cancel_drag(ControlState& state) {
     Graph* const graph = graph_at(state, state.MouseGraph);
     if (!graph || state.pointing.pressed == 0) return false;
     std::int16_t const index = state.MouseGraph;
+    const std::optional<document::MarkGrip> grip = state.pointing.mark;
+    bool const moved_mark = grip && put_mark_back(*graph, *grip);
     const Dragged dragged = put_back(state, *graph);
     // What is left of the gesture does nothing.
     state.pointing = {};
@@ -240,6 +244,7 @@ bool cancel_drag(ControlState& state) {
     if (state.SuppressRaisingEvents) return true;
     if (dragged.graph) state.events->GraphPositionChanged();
     if (dragged.legend) state.events->LegendPositionChanged();
+    if (moved_mark) raise_mark_moved(state, index, grip->data_set);
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include "render/bar_places.h"
 #include "render/bars.h"
 #include "render/plot_geometry.h"
+#include "render/polar_map.h"
 #include "render/series_kind.h"
 #include "render/text.h"
 #include "scale/mapping.h"
@@ -113,10 +114,27 @@ private:
     std::optional<FoundPoint> found_;
 };
 
+/// The same in a polar graph, where neighbours in x may be anywhere.
+std::optional<FoundPoint> nearest_polar_point(Graph& graph, std::int16_t index, Point place, double radius) {
+    const render::PolarMap map = *render::place_map(graph, render::SeriesScope::Maps::AsShown).polar;
+    std::optional<FoundPoint> found;
+    std::size_t number = 0;
+    for (PointBlock const& block : at(graph.DataSets, index).points.blocks())
+        for (std::size_t i = 0; i < block.size(); ++i, ++number) {
+            const Point there = map(block.x()[i], block.y()[i]);
+            double const distance = std::hypot(there.x - place.x, there.y - place.y);
+            if (!(distance <= radius) || !map.holds(there)) continue;
+            radius = distance;
+            found = FoundPoint{index, number, distance};
+        }
+    return found;
+}
+
 // Items have an extent: those that a place lies on are at no distance from it.
 std::optional<std::size_t> item_under(render::SeriesView const& view, Point place) {
     render::SeriesKind const* const kind = render::series_kind(view.set);
-    if (!kind || !view.x.valid || !view.y.valid || !holds(view.plot, place)) return std::nullopt;
+    if (!kind || !holds(view.plot, place) || !can_be_drawn(view.graph, *kind)) return std::nullopt;
+    if (kind->lies_on_axes() && !(view.x.valid && view.y.valid)) return std::nullopt;
     return kind->item_at(view, place);
 }
 
@@ -162,7 +180,12 @@ std::optional<FoundPoint> nearest_point(ControlState& state, std::int16_t index,
                 item = FoundPoint{i, *found, 0};
             continue;
         }
-        Search search(graph, place, nearest ? nearest->distance : radius);
+        double const least = nearest ? nearest->distance : radius;
+        if (graph.GraphPolar) {
+            if (auto const found = nearest_polar_point(graph, i, place, least)) nearest = found;
+            continue;
+        }
+        Search search(graph, place, least);
         search.look_at(set, i);
         if (search.found()) nearest = search.found();
     }

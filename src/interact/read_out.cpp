@@ -7,6 +7,7 @@
 #include "interact/scroll_bars.h"
 #include "render/plot_geometry.h"
 #include "scale/category_text.h"
+#include "render/polar_map.h"
 #include "scale/mapping.h"
 #include "scale/number_format.h"
 #include "scale/time_text.h"
@@ -29,8 +30,7 @@ constexpr double label_room = 1.1;         // of the text's width
 
 /// What a place stands for on a graph's selected axes; not a finite number where there is nothing.
 Point values_at(Graph& graph, Point place) {
-    return {scale::shown_map(graph, selected_x_axis(graph)).value_at(place.x),
-            scale::shown_map(graph, selected_y_axis(graph)).value_at(place.y)};
+    return render::place_map(graph, render::SeriesScope::Maps::AsShown).values_at(place);
 }
 
 /// How far the values of a place are from those of the pixels beside it, on the side where that is less.
@@ -106,7 +106,8 @@ std::string coordinates_at(ControlState& state, std::int16_t index, Point place)
     Graph& graph = *at(state.Graphs, index);
     if (!graph.GraphShowXY || !holds(render::plot_box(graph), place)) return {};
     const Point values = values_at(graph, place);
-    if (!std::isfinite(values.x) || !std::isfinite(values.y)) return {};
+    bool const has_values = graph.GraphPolar || render::shows_axes(graph);
+    if (!has_values || !std::isfinite(values.x) || !std::isfinite(values.y)) return {};
     const Point step = pixel_steps_at(*state.Picture1, graph, place, values);
     return coordinate_text(selected_x_axis(graph), values.x, step.x) + ", "
            + coordinate_text(selected_y_axis(graph), values.y, step.y);

@@ -4,6 +4,7 @@
 #include "document/selection.h"
 #include "document/trap.h"
 #include "interact/zoom.h"
+#include "render/series_kind.h"
 #include "scale/mapping.h"
 #include "scale/numeric.h"
 
@@ -69,7 +70,7 @@ void SetScrollBars(ControlState& state) {
             set_thumb(state.HScroll1, selected_x_axis(graph), Direction::Horizontal);
             set_thumb(state.VScroll1, selected_y_axis(graph), Direction::Vertical);
         }
-        const bool visible = state.Zoomed && current_graph(state).GraphAllowZoom;
+        const bool visible = state.Zoomed && render::may_be_zoomed(current_graph(state));
         state.HScroll1.Visible = state.VScroll1.Visible = visible;
         state.host->child_controls_changed();
     });

@@ -8,7 +8,9 @@
 #include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
+#include "render/polar_grid.h"
 #include "render/rich_text.h"
+#include "render/series_kind.h"
 #include "render/text.h"
 #include "render/tick_labels.h"
 #include "scale/zoomed.h"
@@ -218,7 +220,7 @@ void draw_axis(ControlState& state, DrawSurface& surface, std::int16_t index, Ax
     const AxisSpan range =
         pass == AxesPass::MarksOnly ? settled_axis_range(axis) : settle_axis_range(state, axis);
     if (!is_current(state, graph)) return; // a handler of GraphScaleChanged has taken it away
-    if (!axis.AxisHide) draw_visible_axis(state, surface, axis, range, pass);
+    if (!axis.AxisHide && shows_axes(graph)) draw_visible_axis(state, surface, axis, range, pass);
     if (kind == AxisKind::X)
         graph.TopAxesHeight = static_cast<float>(std::max<double>(
             state.AxisStackOffsets.far, reach_of_opposite_axes(state, surface, AxisKind::X, true)));
@@ -276,6 +278,7 @@ void GraphAxes(ControlState& state, DrawSurface& surface, AxesPass pass) {
         // After the x axes, because those on the far side push the title up.
         if (pass != AxesPass::MarksOnly) draw_graph_title(state, surface, pass);
         draw_axes_of_kind(state, surface, AxisKind::Y, pass);
+        if (is_current(state, graph) && graph.GraphPolar) draw_polar_grid(state, surface, pass);
         // Only now, because while it is drawn each axis is the selected one.
         if (is_current(state, graph)) scale::SetScrollBarsVisibility(state);
     });

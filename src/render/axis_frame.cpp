@@ -1,6 +1,7 @@
 #include "render/axis_frame.h"
 
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 
 #include <algorithm>
 
@@ -39,6 +40,7 @@ std::int32_t& stack_offset(document::ControlState& state, AxisKind kind, bool fa
 double reach_of_opposite_axes(document::ControlState& state, DrawSurface const& surface, AxisKind kind,
                               bool far_side) {
     double reach = 0;
+    if (!shows_axes(document::current_graph(state))) return reach;
     for (document::Axis const& axis : document::current_graph(state).Axes) {
         bool const is_here = axis.AxisXY == kind && axis.AxisFarSide != far_side && axis.AxisTicksBothEnds;
         if (!is_here || axis.AxisHide) continue;

@@ -247,10 +247,14 @@ void include_functions(ControlState& state, Graph const& graph, std::int16_t ind
         Extent extent;
         if (set.xAxisIndex == index) include_interval(set, extent);
         if (set.yAxisIndex == index)
-            for (double const value : values_over_full_range(state, set, at(graph.Axes, set.xAxisIndex)))
+            for (double const value :
+                 values_over_full_range(state, graph, set, at(graph.Axes, set.xAxisIndex)))
                 if (std::isfinite(value) && (!axis.AxisLog || value > 0)) extent.include(value);
         if (!axis.AxisLog || extent.low > 0) include(reach.extent, extent);
     }
+    // In the centre of a polar graph lies 0 where nothing is less.
+    bool const has_centre = graph.GraphPolar && axis.AxisXY == AxisKind::Y && !axis.AxisLog;
+    if (has_centre && !reach.extent.empty() && reach.extent.low >= 0) AxisReach{axis, reach}.stand_on(0);
 }
 
 } // namespace qv::render

@@ -12,9 +12,11 @@
 #include "render/error_bars.h"
 #include "render/function_curve.h"
 #include "render/lone_points.h"
+#include "render/marks.h"
 #include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
+#include "render/polar_lines.h"
 #include "render/series_kind.h"
 #include "render/spline.h"
 #include "render/symbols.h"
@@ -60,10 +62,15 @@ LineMapping line_mapping(Plotting const& plotting, DataSet const& set) {
             {plot.left - pen, plot.top - pen, plot.width + 2 * pen, plot.height + 2 * pen}};
 }
 
+PlaceMap places(Plotting const& plotting) {
+    return place_map(plotting.graph, SeriesScope::Maps::BeingDrawn);
+}
+
 void draw_line(Plotting& plotting, DataSet const& set) {
     DrawSurface& surface = plotting.surface;
     const PenScope pen(surface, set.DataLineThickness, point_line_style(set));
     surface.state.ForeColor = set.DataLineColor;
+    if (plotting.graph.GraphPolar) return draw_polar_line(surface, set, *places(plotting).polar);
     const LineMapping mapping = line_mapping(plotting, set);
     switch (set.DataLineStyle) {
     case line_smooth: draw_spline(surface, set, mapping); break;
@@ -231,7 +238,8 @@ void draw_symbols(Plotting& plotting, DataSet const& set, std::int16_t index) {
     if (draw_arranged_bars(plotting, index)) return;
     plotting.state.PointCounter = 0;
     plotting.bars.position = 0;
-    if (has_single_marks(plotting.graph, set)) return draw_each_symbol(plotting, set, index);
+    if (plotting.graph.GraphPolar || has_single_marks(plotting.graph, set))
+        return draw_each_symbol(plotting, set, index);
     if (set.DataSymbol == symbol_bar) {
         bool const together =
             are_bars_plain(set)
@@ -264,7 +272,17 @@ void draw_curve(Plotting& plotting, DataSet const& set) {
     plotting.graph.SelectedYAxis = set.yAxisIndex;
     const PenScope pen(plotting.surface, set.DataLineThickness, *style);
     plotting.surface.state.ForeColor = set.DataLineColor;
+    if (plotting.graph.GraphPolar) {
+        PolarLine line(plotting.surface, *places(plotting).polar);
+        const ShapeScope one_shape(plotting.surface);
+        for (const Point value : function_values(plotting.state, set)) line.add(value.x, value.y);
+        return line.finish();
+    }
     draw_function(plotting.state, plotting.surface, set, line_mapping(plotting, set));
+}
+
+bool holds(Graph const& graph, std::int16_t index, DataSet const& set) {
+    return index < graph.NumDataSets() && &at(graph.DataSets, index) == &set;
 }
 
 Point text_anchor(Graph& graph, DataSet const& set) {
@@ -272,8 +290,7 @@ Point text_anchor(Graph& graph, DataSet const& set) {
     if (set.DataTextPercent)
         return {plot.left + plot.width * set.DataTextX / 100,
                 plot.top + plot.height * (100 - set.DataTextY) / 100};
-    return {scale::x_map(graph, selected_x_axis(graph))(set.DataTextX),
-            scale::y_map(graph, selected_y_axis(graph))(set.DataTextY)};
+    return place_map(graph, SeriesScope::Maps::BeingDrawn)(set.DataTextX, set.DataTextY);
 }
 
 void draw_data_text(Plotting& plotting, DataSet const& set) {
@@ -308,12 +325,15 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
             DataSet const& set = at(graph.DataSets, i);
             if (set.DataHide) continue;
             if (!is_current(state, graph)) return; // a handler has gone to another graph
-            if (SeriesKind const* const kind = series_kind(set))
+            SeriesKind const* const kind = series_kind(set);
+            if (kind && !can_be_drawn(graph, *kind)) continue;
+            if (kind)
                 kind->draw(SeriesScope(state, graph, i, SeriesScope::Maps::BeingDrawn).view(), surface);
             else
                 draw_points(plotting, set, i);
+            if (!holds(graph, i, set)) return; // a handler has dropped the data
             draw_curve(plotting, set);
-            draw_data_text(plotting, set);
+            if (!is_label(set)) draw_data_text(plotting, set);
         }
         draw_bar_labels(state, surface, graph, plotting.plan);
         ClipGraphArea(state, surface, Area::GraphFrame);

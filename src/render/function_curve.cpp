@@ -7,6 +7,7 @@
 #include "render/column_thinner.h"
 #include "render/curve_sampling.h"
 #include "render/plot_geometry.h"
+#include "render/polar_map.h"
 #include "scale/drawn_range.h"
 #include "scale/mapping.h"
 
@@ -54,6 +55,18 @@ Interval interval_of(DataSet const& set, Axis const& axis) {
 /// A function whose ends lie beside the range of an upward axis cannot be seen.
 bool lies_beside(Interval const& interval, Axis const& axis) {
     return scale::drawn_range(axis).rises() && interval.from > interval.to;
+}
+
+/// The x axis of a function as far as the function goes; in a polar graph that is not the axis's own range.
+Axis axis_of_function(Graph const& graph, DataSet const& set, Axis const& x_axis) {
+    Axis axis = x_axis;
+    if (!graph.GraphPolar) return axis;
+    bool const has_ends = set.MathFuncX1 != 0 || set.MathFuncX2 != 0;
+    auto const [low, high] = std::minmax(set.MathFuncX1, set.MathFuncX2);
+    axis.AxisValue1 = axis.ScaleMin = has_ends ? low : 0;
+    axis.AxisValue2 = axis.ScaleMax = has_ends ? high : whole_turn_of(graph);
+    axis.AxisLog = false;
+    return axis;
 }
 
 bool compile(ControlState& state, std::string const& formula) {
@@ -133,7 +146,7 @@ std::vector<Point> sample_adaptively(ControlState& state, Interval const& interv
 
 void include_values(ControlState& state, DataSet const& set, document::Extent& extent) {
     Graph& graph = document::current_graph(state);
-    Axis const& x_axis = at(graph.Axes, set.xAxisIndex);
+    const Axis x_axis = axis_of_function(graph, set, at(graph.Axes, set.xAxisIndex));
     const scale::AxisMap map = scale::x_map(graph, x_axis);
     const Interval interval = interval_of(set, x_axis);
     if (lies_beside(interval, x_axis) || !compile(state, set.MathFunc)) return;
@@ -154,11 +167,33 @@ void include_interval(DataSet const& set, document::Extent& extent) {
     extent.include(set.MathFuncX2);
 }
 
-std::vector<double> values_over_full_range(ControlState& state, DataSet const& set, Axis const& x_axis) {
+std::vector<Point> function_values(ControlState& state, DataSet const& set) {
+    constexpr double samples_a_turn = 720;
+    constexpr double most_samples = 1e5;
+    Graph const& graph = document::current_graph(state);
+    const Axis axis = axis_of_function(graph, set, at(graph.Axes, set.xAxisIndex));
+    double const turns = std::abs(axis.AxisValue2 - axis.AxisValue1) / whole_turn_of(graph);
+    if (!std::isfinite(turns)) return {};
+    if (!compile(state, set.MathFunc)) {
+        note_failure(state, set.MathFunc);
+        return {};
+    }
+    int const count = static_cast<int>(std::clamp(std::ceil(turns * samples_a_turn), 1.0, most_samples));
+    std::vector<double> x, y(static_cast<std::size_t>(count) + 1);
+    for_each_x({axis.AxisValue1, axis.AxisValue2}, count, false, [&](double value) { x.push_back(value); });
+    evaluate_over(state, x, y);
+    std::vector<Point> values;
+    values.reserve(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i) values.push_back({x[i], y[i]});
+    return values;
+}
+
+std::vector<double> values_over_full_range(ControlState& state, Graph const& graph, DataSet const& set,
+                                           Axis const& x_axis) {
     constexpr int samples = 500;
-    Axis whole = x_axis;
-    whole.AxisValue1 = x_axis.ScaleMin;
-    whole.AxisValue2 = x_axis.ScaleMax;
+    Axis whole = axis_of_function(graph, set, x_axis);
+    whole.AxisValue1 = whole.ScaleMin;
+    whole.AxisValue2 = whole.ScaleMax;
     const Interval interval = interval_of(set, whole);
     if (lies_beside(interval, whole) || !compile(state, set.MathFunc)) return {};
     std::vector<double> x, y;

@@ -39,14 +39,18 @@ void draw_function(document::ControlState& state, DrawSurface& surface, document
 std::vector<Point> coarse_curve(document::ControlState& state, document::Graph const& graph,
                                 document::DataSet const& set);
 
+/// The values of a function in a polar graph, evenly along its own interval, which may be many turns, or a
+/// whole turn; not-a-number where it fails, none where it does not compile.
+std::vector<Point> function_values(document::ControlState& state, document::DataSet const& set);
+
 /// Whether a data set shows the curve of a function.
 bool has_curve(document::DataSet const& set);
 /// Takes in the ends of a function that has ends of its own.
 void include_interval(document::DataSet const& set, document::Extent& extent);
 /// Values of a function all along the full range of its x axis, whatever is shown of it; not-a-number where
 /// it fails, none where it does not compile.
-std::vector<double> values_over_full_range(document::ControlState& state, document::DataSet const& set,
-                                           document::Axis const& x_axis);
+std::vector<double> values_over_full_range(document::ControlState& state, document::Graph const& graph,
+                                           document::DataSet const& set, document::Axis const& x_axis);
 
 /// What the functions drawn on the graph's selected axis of a kind need to be seen: on an x axis their
 /// intervals, on a y axis their values. Empty when there is no such function.

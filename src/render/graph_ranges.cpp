@@ -44,10 +44,14 @@ struct Member {
 /// Axes that share one range.
 using Group = std::vector<Member*>;
 
+/// Whether the points do not tell how far a data set reaches.
+bool reaches_elsewhere(document::DataSet const& set) {
+    SeriesKind const* const kind = series_kind(set);
+    return !set.DataHide && kind && kind->widens_axes();
+}
+
 bool has_range_that_fits_itself(ControlState const& state, Graph const& graph) {
-    return state.AutoFit || std::ranges::any_of(graph.DataSets, [](document::DataSet const& set) {
-               return !set.DataHide && series_kind(set);
-           });
+    return state.AutoFit || std::ranges::any_of(graph.DataSets, reaches_elsewhere);
 }
 
 /// What is asked for besides what the page's and the axes' properties say.
@@ -364,9 +368,8 @@ void for_each_link_behind(ControlState const& state, Take take) {
 bool fits_itself(ControlState const& state, Graph const& graph, Axis const& axis) {
     auto const lies_on = [&](std::int16_t index) { return &at(graph.Axes, index, "axis") == &axis; };
     return state.AutoFit || std::ranges::any_of(graph.DataSets, [&](document::DataSet const& set) {
-               SeriesKind const* const kind = set.DataHide ? nullptr : series_kind(set);
-               if (!kind) return false;
-               std::int16_t const third = kind->third_axis(graph, set);
+               if (!reaches_elsewhere(set)) return false;
+               std::int16_t const third = series_kind(set)->third_axis(graph, set);
                return lies_on(set.xAxisIndex) || lies_on(set.yAxisIndex) || (third >= 0 && lies_on(third));
            });
 }

@@ -17,6 +17,8 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace qv::render {
@@ -51,7 +53,9 @@ constexpr int thickest_edge = 255; // pixels
 
 struct Row {
     std::int16_t data_set = 0;
-    int first_line = 0; // from 0; texts may have several
+    int first_line = 0;   // from 0; texts may have several
+    std::size_t item = 0; // of the rows of one data set
+    std::string text;
 };
 
 struct Table {
@@ -61,8 +65,10 @@ struct Table {
     double widest_text = 0;
 };
 
-bool has_row(DataSet const& set) {
-    return !set.DataLegend.empty() && !set.DataHide && set.DataInLegendTable;
+std::vector<std::string> texts_of(DataSet const& set) {
+    if (set.DataHide || !set.DataInLegendTable) return {};
+    if (SeriesKind const* const kind = series_kind(set)) return kind->legend_texts(set);
+    return set.DataLegend.empty() ? std::vector<std::string>() : std::vector{set.DataLegend};
 }
 
 Table measure(ControlState& state, DrawSurface& surface, Graph const& graph) {
@@ -71,13 +77,14 @@ Table measure(ControlState& state, DrawSurface& surface, Graph const& graph) {
     Table table;
     table.line_height = surface.TextHeight("A");
     for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
-        DataSet const& set = at(graph.DataSets, i);
-        if (!has_row(set)) continue;
-        table.rows.push_back({i, table.lines});
-        for (const std::string_view line : lines_of(set.DataLegend)) {
-            table.widest_text =
-                std::max(table.widest_text, line_width(surface, line, markup_of_host_texts(state)));
-            ++table.lines;
+        std::size_t item = 0;
+        for (std::string& text : texts_of(at(graph.DataSets, i))) {
+            Row const& row = table.rows.emplace_back(Row{i, table.lines, item++, std::move(text)});
+            for (const std::string_view line : lines_of(row.text)) {
+                table.widest_text =
+                    std::max(table.widest_text, line_width(surface, line, markup_of_host_texts(state)));
+                ++table.lines;
+            }
         }
     }
     return table;
@@ -167,14 +174,15 @@ struct RowPlace {
     double line_height = 0;
 };
 
-void draw_samples(ControlState& state, DrawSurface& surface, DataSet& set, std::int16_t index,
+void draw_samples(ControlState& state, DrawSurface& surface, DataSet& set, Row const& row,
                   RowPlace const& place) {
+    std::int16_t const index = row.data_set;
     const Point middle{place.text_x - sample_to_text_twips, place.middle_y};
     if (SeriesKind const* const kind = series_kind(set)) {
         double const half = half_line_sample_mm * state.UnitsPerMmX, high = sample_lines * place.line_height;
-        kind->draw_sample(
+        kind->draw_row_sample(
             SeriesScope(state, document::current_graph(state), index, SeriesScope::Maps::BeingDrawn).view(),
-            surface, {middle.x - half, middle.y - high / 2, 2 * half, high});
+            surface, {middle.x - half, middle.y - high / 2, 2 * half, high}, row.item);
         return SetLineColor(state, surface, 0);
     }
     if (auto const style = sample_line(set))
@@ -186,14 +194,13 @@ void draw_samples(ControlState& state, DrawSurface& surface, DataSet& set, std::
     SetLineColor(state, surface, 0);
 }
 
-void draw_row(ControlState& state, DrawSurface& surface, Graph& graph, Row row, double line_height) {
+void draw_row(ControlState& state, DrawSurface& surface, Graph& graph, Row const& row, double line_height) {
     const RowPlace place{graph.LegendLeft + round_half_even(text_start_mm * state.UnitsPerMmX),
                          graph.LegendTop + (row.first_line + first_row_centre) * line_height, line_height};
-    PrintText(state, surface, at(graph.DataSets, row.data_set).DataLegend,
-              {{place.text_x, place.middle_y}, Align::Start, Align::Centre, 0},
+    PrintText(state, surface, row.text, {{place.text_x, place.middle_y}, Align::Start, Align::Centre, 0},
               {graph.LegendFont, graph.LegendFontColor});
     // Looked up anew: a font that cannot be read raises ErrorMsg, whose handler may drop the data.
-    draw_samples(state, surface, at(graph.DataSets, row.data_set), row.data_set, place);
+    draw_samples(state, surface, at(graph.DataSets, row.data_set), row, place);
 }
 
 void draw_table(ControlState& state, DrawSurface& surface, Graph& graph, Table const& table) {

@@ -6,6 +6,7 @@
 #include "render/data_sets.h"
 #include "render/function_curve.h"
 #include "render/plot_geometry.h"
+#include "render/polar_map.h"
 #include "render/series_kind.h"
 #include "render/symbols.h"
 #include "scale/mapping.h"
@@ -96,13 +97,15 @@ public:
 private:
     // Every so many points of a data set, by their places on the page and values.
     void for_each_point(DataSet const& set, auto const& visit) {
-        const scale::AxisMap x = scale::x_map(graph_, at(graph_.Axes, set.xAxisIndex));
-        const scale::AxisMap y = scale::y_map(graph_, at(graph_.Axes, set.yAxisIndex));
+        const document::SelectedAxesScope selection(graph_);
+        graph_.SelectedXAxis = set.xAxisIndex;
+        graph_.SelectedYAxis = set.yAxisIndex;
+        const PlaceMap places = place_map(graph_, SeriesScope::Maps::BeingDrawn);
         std::size_t skip = 0;
         for (PointBlock const& block : set.points.blocks()) {
             std::size_t i = skip;
             for (; i < block.size(); i += step_)
-                visit(Point{x(block.x()[i]), y(block.y()[i])}, Point{block.x()[i], block.y()[i]});
+                visit(places(block.x()[i], block.y()[i]), Point{block.x()[i], block.y()[i]});
             skip = i - block.size();
         }
     }
@@ -164,6 +167,7 @@ private:
     void function(DataSet const& set, auto const& visit) {
         Point before{};
         bool has_before = false;
+        if (graph_.GraphPolar) return; // its middle is full anyway
         for (const Point place : coarse_curve(state_, graph_, set)) {
             bool const shown = is_finite(place);
             if (shown) visit(Stroke{has_before ? before : place, place});

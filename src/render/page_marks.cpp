@@ -3,6 +3,7 @@
 #include "document/selection.h"
 #include "render/bar_places.h"
 #include "render/plot_geometry.h"
+#include "render/polar_map.h"
 #include "render/series_kind.h"
 #include "scale/mapping.h"
 
@@ -101,7 +102,7 @@ Shapes read_mark(ControlState& state) {
     if (auto const bar = arranged_bar_of(view, BarPlan(graph), index))
         return {{{bar->left, bar->top}, {bar->right(), bar->bottom()}, LineShape::Box, view.plot}};
     const document::PointEntry point = set.points.at(index);
-    const Point place{view.x(point.X), view.y(point.Y)};
+    const Point place = place_map(graph, SeriesScope::Maps::BeingDrawn)(point.X, point.Y);
     if (!std::isfinite(place.x) || !std::isfinite(place.y)) return {};
     double const reach = state.UnitsPerMmX;
     return {

@@ -13,6 +13,8 @@
 #include "render/page_marks.h"
 #include "render/pen.h"
 #include "render/plot_geometry.h"
+#include "render/polar_grid.h"
+#include "render/series_kind.h"
 #include "scale/mapping.h"
 
 #include <algorithm>
@@ -274,8 +276,9 @@ void DrawGraph(ControlState& state, DrawSurface& surface, std::int16_t index, Fr
         if (!legend_in_front) LegendTable(state, surface, state.CurrentGraph);
         if (is_current(state, graph)) PlotDataSets(state, surface);
         if (!is_current(state, graph)) return;
-        draw_plot_frame(state, surface);
+        if (shows_axes(graph)) draw_plot_frame(state, surface);
         if (marks_in_front) GraphAxes(state, surface, AxesPass::MarksOnly);
+        if (graph.GraphPolar && is_current(state, graph)) draw_polar_labels(state, surface);
         if (legend_in_front && front_legend == FrontLegend::Drawn)
             LegendTable(state, surface, state.CurrentGraph);
         surface.Refresh();

@@ -29,6 +29,28 @@ SeriesView view_of(ControlState& state, Graph& graph, std::int16_t index, Series
 
 } // namespace
 
+std::vector<std::string> SeriesKind::legend_texts(DataSet const& set) const {
+    return set.DataLegend.empty() ? std::vector<std::string>() : std::vector{set.DataLegend};
+}
+
+void SeriesKind::draw_row_sample(SeriesView const& view, DrawSurface& surface, Box const& box,
+                                 std::size_t /*row*/) const {
+    draw_sample(view, surface, box);
+}
+
+bool shows_axes(Graph const& graph) {
+    if (graph.GraphPolar) return false;
+    bool some_need_none = false;
+    for (DataSet const& set : graph.DataSets) {
+        if (set.DataHide) continue;
+        SeriesKind const* const kind = series_kind(set);
+        bool const lies_on_axes = kind ? kind->widens_axes() : set.points.size() > 0 || !set.MathFunc.empty();
+        if (lies_on_axes) return true;
+        some_need_none |= kind && !kind->lies_on_axes();
+    }
+    return !some_need_none;
+}
+
 bool is_finite(Box const& box) {
     return std::isfinite(box.left + box.top + box.width + box.height);
 }

@@ -67,6 +67,17 @@ public:
     /// Draws what stands for it in the legend into a box.
     virtual void draw_sample(SeriesView const& view, DrawSurface& surface, Box const& box) const = 0;
 
+    /// Whether it stands on values of its axes; else it has the plot area for itself, and hides axes that
+    /// nothing else lies on.
+    virtual bool lies_on_axes() const { return true; }
+    /// Whether automatic axes are to show all of it.
+    virtual bool widens_axes() const { return lies_on_axes(); }
+
+    /// The texts of its rows in the legend, none for no row, and what stands before each.
+    virtual std::vector<std::string> legend_texts(document::DataSet const& set) const;
+    virtual void draw_row_sample(SeriesView const& view, DrawSurface& surface, Box const& box,
+                                 std::size_t row) const;
+
     /// How many items there are now.
     virtual std::size_t item_count(document::DataSet const& set) const = 0;
     /// Where an item is on the page, twips; not-a-number where it has no place.
@@ -91,6 +102,18 @@ private:
     document::SelectedAxesScope selection_;
     SeriesView view_;
 };
+
+/// Whether a graph shows its axes as lines beside the plot area: not where it is polar, or holds nothing but
+/// what does not lie on axes.
+bool shows_axes(document::Graph const& graph);
+/// Whether a kind can be shown in a graph; straight axes do not lie in a polar one.
+inline bool can_be_drawn(document::Graph const& graph, SeriesKind const& kind) {
+    return !graph.GraphPolar || !kind.lies_on_axes();
+}
+/// Whether there is anything to zoom, and the host allows it.
+inline bool may_be_zoomed(document::Graph const& graph) {
+    return graph.GraphAllowZoom && shows_axes(graph);
+}
 
 /// A box is on the page only where all of it is a number.
 bool is_finite(Box const& box);

@@ -1,6 +1,8 @@
 // The kinds of data sets, by DataKind.
 #include "render/candles.h"
 #include "render/distributions.h"
+#include "render/marks.h"
+#include "render/pie.h"
 #include "render/series_kind.h"
 
 #include <array>
@@ -14,9 +16,11 @@ SeriesKind const* series_kind(document::DataSet const& set) {
         &histogram_kind(),
         &boxes_kind(),
         &strip_kind(),
-        nullptr,
-        nullptr,
+        nullptr, // heat map
+        nullptr, // contours
         &candles,
+        pie_kind(),
+        mark_kind(),
     };
     return set.DataKind < kinds.size() ? kinds[set.DataKind] : nullptr;
 }

@@ -6,6 +6,7 @@
 #include "render/bars.h"
 #include "render/error_bars.h"
 #include "render/pen.h"
+#include "render/polar_map.h"
 #include "render/text.h"
 #include "scale/drawn_range.h"
 #include "scale/mapping.h"
@@ -104,6 +105,16 @@ void DataPointXY(ControlState& state, DrawSurface& surface, DataPointValues cons
         Axis const& y_axis = selected_y_axis(graph);
         auto const& point = values.point;
         if (!std::isfinite(point.X) || !std::isfinite(point.Y)) return;
+        if (graph.GraphPolar) {
+            const PolarMap map = *place_map(graph, SeriesScope::Maps::BeingDrawn).polar;
+            const Point place = map(point.X, point.Y);
+            const std::string own_id(point.DataID);
+            // Neither bars nor error bars have a shape there.
+            if (set.DataSymbol == symbol_bar || !map.holds(place)) return;
+            return DataPoint(
+                state, surface,
+                {values.data_set, set.DataSymbol, place, own_id, set.DataSymbolSize, false, {}, {}});
+        }
         if (set.DataSymbol != symbol_bar
             && !(visible_range(x_axis).contains(point.X) && visible_range(y_axis).contains(point.Y)))
             return;

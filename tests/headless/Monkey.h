@@ -90,7 +90,20 @@ private:
             page.DataLineStyle(below(6));
             add_points();
             if (below(4) == 0) page.AddMathFunc("10*sin(x)/x");
+            if (below(4) == 0) make_kind();
         }
+        page.GraphPolar(below(8) == 0);
+    }
+
+    /// Of the newest data set a mark that can be dragged, or a pie.
+    void make_kind() {
+        constexpr std::array kinds{7, 8, 8};
+        page.DataKind(kinds[static_cast<std::size_t>(below(3))]);
+        page.MarkShape(below(6));
+        page.MarkX1(below(10)), page.MarkY1(below(10)), page.MarkX2(below(10)), page.MarkY2(below(10));
+        page.MarkDragging(true);
+        page.DataText(below(2) ? "mark" : "");
+        page.PieGather(below(10));
     }
 
     void add_points() {
@@ -171,6 +184,7 @@ public:
     void GraphScaleChanged() override { answer(); }
     void GraphPositionChanged() override { answer(); }
     void LegendPositionChanged() override { answer(); }
+    void MarkMoved(std::int16_t&, std::int16_t&, double&, double&, double&, double&) override { answer(); }
     void ErrorMsg(std::string&, std::string&) override { answer(); }
 
 private:

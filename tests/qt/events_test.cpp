@@ -70,6 +70,13 @@ TEST_CASE("every event becomes its signal, with values") {
         {{&widget, &Q::GraphScaleChanged}, [](host::EventSink& to) { to.GraphScaleChanged(); }, {}},
         {{&widget, &Q::GraphPositionChanged}, [](host::EventSink& to) { to.GraphPositionChanged(); }, {}},
         {{&widget, &Q::LegendPositionChanged}, [](host::EventSink& to) { to.LegendPositionChanged(); }, {}},
+        {{&widget, &Q::MarkMoved},
+         [](host::EventSink& to) {
+             double values[]{1, -2, 3, 4.5};
+             std::int16_t graph = 2, data_set = 3;
+             to.MarkMoved(graph, data_set, values[0], values[1], values[2], values[3]);
+         },
+         {QVariant::fromValue<short>(2), QVariant::fromValue<short>(3), 1.0, -2.0, 3.0, 4.5}},
         {{&widget, &Q::ErrorMsg},
          [](host::EventSink& to) { to.ErrorMsg(source, description); },
          {"where", QString::fromUtf8("was \u00e4u\u00dferst")}},

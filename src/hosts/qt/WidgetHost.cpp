@@ -56,6 +56,11 @@ void SignalSink::LegendPositionChanged() {
     Q_EMIT widget_.LegendPositionChanged();
 }
 
+void SignalSink::MarkMoved(std::int16_t& Graph, std::int16_t& DataSet, double& X1, double& Y1, double& X2,
+                           double& Y2) {
+    Q_EMIT widget_.MarkMoved(Graph, DataSet, X1, Y1, X2, Y2);
+}
+
 void SignalSink::ErrorMsg(std::string& Source, std::string& Description) {
     Q_EMIT widget_.ErrorMsg(QString::fromStdString(Source), QString::fromStdString(Description));
 }

@@ -32,6 +32,8 @@ public:
     void GraphScaleChanged() override;
     void GraphPositionChanged() override;
     void LegendPositionChanged() override;
+    void MarkMoved(std::int16_t& Graph, std::int16_t& DataSet, double& X1, double& Y1, double& X2,
+                   double& Y2) override;
     void ErrorMsg(std::string& Source, std::string& Description) override;
 
 private:
