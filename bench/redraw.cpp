@@ -1,5 +1,5 @@
 // One full redraw of an unchanged page: line_redraw/N, symbols_redraw/N, area_redraw/N, spline_redraw/N,
-// stacked_bars/N, many_sets, zoomed/N, twelve_graphs;
+// stacked_bars/N, heat_map/N, contours/N, heat_map_binned/N, many_sets, zoomed/N, twelve_graphs;
 // with /flat behind the name, the same without smoothing.
 #include "benchmarks.h"
 #include "pages.h"
@@ -34,6 +34,21 @@ void register_redraw() {
         add_redraw("area_redraw" + size, std::bind_front(area_page, count));
         add_redraw("spline_redraw" + size, std::bind_front(spline_page, count));
         add_redraw("stacked_bars" + size, std::bind_front(stacked_bars_page, count));
+    }
+    for (std::size_t const count : {10000, 1000000}) {
+        std::string const size = "/" + std::to_string(count);
+        add_redraw("heat_map" + size, std::bind_front(heat_map_page, count));
+        add_redraw("contours" + size, std::bind_front(contours_page, count));
+        auto const count_anew = [count](benchmark::State& state) {
+            Page const page = binned_page(count, Drawing::Smooth);
+            page->control().Refresh();
+            for (auto _ : state) {
+                page->control().DropDataPoints(1);
+                page->control().Refresh();
+            }
+        };
+        benchmark::RegisterBenchmark(("heat_map_binned" + size).c_str(), count_anew)
+            ->Unit(benchmark::kMillisecond);
     }
     add_redraw("many_sets", many_sets_page);
     add_redraw("zoomed/1000000", std::bind_front(zoomed_page, 1000000));

@@ -2,6 +2,7 @@
 
 #include "render/bar_stack.h"
 #include "render/bars.h"
+#include "render/color_scale.h"
 #include "render/function_curve.h"
 #include "render/series_kind.h"
 
@@ -123,8 +124,11 @@ public:
             return {at(graph_.Axes, index, "axis"), at(reaches, index)};
         };
         const Plane plane{set, along(set.xAxisIndex, found_), along(set.yAxisIndex, found_)};
-        if (SeriesKind const* const kind = series_kind(set))
-            return kind->include_reach(state_, set, plane.x, plane.y);
+        if (SeriesKind const* const kind = series_kind(set)) {
+            kind->include_reach(state_, set, plane.x, plane.y);
+            if (color_axis_of(graph_, set)) kind->include_colors(set, along(set.ColorAxisIndex, found_));
+            return;
+        }
         if (set.points.size() == 0) return;
         if (!are_bars(set)) return include_points(plane);
         if (set.DataLineStyle > 0) include_points(plane);

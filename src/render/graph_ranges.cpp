@@ -5,6 +5,7 @@
 #include "document/trap.h"
 #include "render/axes.h"
 #include "render/axis_range.h"
+#include "render/color_scale.h"
 #include "render/data_reach.h"
 #include "render/equal_units.h"
 #include "render/series_kind.h"
@@ -301,7 +302,7 @@ bool settle(ControlState& state, Fit const& fit) {
     });
     if (some_fit || fit.graph >= 0) find_reaches(state, fit, members);
     // x first, because values of functions depend on it.
-    for (AxisKind const kind : {AxisKind::X, AxisKind::Y})
+    for (AxisKind const kind : {AxisKind::X, AxisKind::Y, AxisKind::Color})
         for (Group const& group : groups_of_kind(members, kind)) settle_group(state, group, fit);
     for (std::int16_t const index : fit.graphs) {
         Graph& graph = *at(state.Graphs, index);
@@ -352,7 +353,8 @@ bool fits_itself(ControlState const& state, Graph const& graph, Axis const& axis
     auto const lies_on = [&](std::int16_t index) { return &at(graph.Axes, index, "axis") == &axis; };
     return state.AutoFit || std::ranges::any_of(graph.DataSets, [&](document::DataSet const& set) {
                return !set.DataHide && series_kind(set)
-                      && (lies_on(set.xAxisIndex) || lies_on(set.yAxisIndex));
+                      && (lies_on(set.xAxisIndex) || lies_on(set.yAxisIndex)
+                          || color_axis_of(graph, set) == &axis);
            });
 }
 

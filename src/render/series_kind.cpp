@@ -33,6 +33,8 @@ bool is_finite(Box const& box) {
     return std::isfinite(box.left + box.top + box.width + box.height);
 }
 
+void SeriesKind::include_colors(DataSet const&, AxisReach const&) const {}
+
 std::optional<std::size_t> SeriesKind::item_at(SeriesView const& view, Point place) const {
     for (std::size_t item = item_count(view.set); item-- > 0;)
         if (const Box box = item_box(view, item); is_finite(box) && holds(box, place)) return item;

@@ -17,6 +17,10 @@
 
 namespace qv::render {
 
+class SeriesKind;
+SeriesKind const& heat_map_kind();
+SeriesKind const& contours_kind();
+
 /// What DataKind says; other values mean points.
 enum class DataKind : std::uint8_t {
     Points = 0,
@@ -60,6 +64,8 @@ public:
     /// Tells its axes what they must show.
     virtual void include_reach(document::ControlState const& state, document::DataSet const& set,
                                AxisReach const& x, AxisReach const& y) const = 0;
+    /// Tells its colour bar, if it has one, which values it must show.
+    virtual void include_colors(document::DataSet const& set, AxisReach const& colors) const;
     /// Draws what stands for it in the legend into a box.
     virtual void draw_sample(SeriesView const& view, DrawSurface& surface, Box const& box) const = 0;
 

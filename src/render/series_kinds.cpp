@@ -8,6 +8,7 @@ namespace qv::render {
 SeriesKind const* series_kind(document::DataSet const& set) {
     static const std::array<SeriesKind const*, 9> kinds{
         nullptr, // points
+        nullptr, nullptr, nullptr, &heat_map_kind(), &contours_kind(),
     };
     return set.DataKind < kinds.size() ? kinds[set.DataKind] : nullptr;
 }
