@@ -13,7 +13,8 @@ constexpr PixelSize page_size{1200, 800};
 constexpr Color blue = rgb(0, 0, 255);
 constexpr Color white = rgb(255, 255, 255);
 constexpr std::int16_t filled_circle = 3;
-constexpr double symbol_mm = 6 * 25.4 / 96; // six pixels at 96 dots per inch
+constexpr std::uint8_t heat_map = 4, contours = 5; // kinds of data sets
+constexpr double symbol_mm = 6 * 25.4 / 96;        // six pixels at 96 dots per inch
 
 Page empty_page(Drawing drawing) {
     auto page = std::make_unique<headless::HeadlessHost>(page_size);
@@ -149,6 +150,24 @@ Page distribution_page(std::size_t count, Drawing drawing, std::uint8_t kind) {
     return page;
 }
 
+// A wave with noise.
+Page grid_page(std::size_t count, Drawing drawing, std::uint8_t kind) {
+    Page page = empty_page(drawing);
+    add_graph(page->control());
+    auto const side = static_cast<std::size_t>(std::lround(std::sqrt(static_cast<double>(count))));
+    const Series noise = noisy_sine(side * side);
+    std::vector<double> values(side * side);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        double const x = 6.0 * static_cast<double>(i % side) / static_cast<double>(side);
+        double const y = 6.0 * static_cast<double>(i / side) / static_cast<double>(side);
+        values[i] = std::sin(x) * std::cos(y) + (kind == heat_map ? noise.y[i] : 0);
+    }
+    page->control().NewDataSet("", false);
+    page->control().DataKind(kind);
+    page->control().SetGrid(values, static_cast<std::int32_t>(side), static_cast<std::int32_t>(side));
+    return page;
+}
+
 } // namespace
 
 Page histogram_page(std::size_t count, Drawing drawing) {
@@ -195,6 +214,24 @@ Page marks_page(std::size_t count, Drawing drawing) {
     graph.y_axis({.from = 0, .to = 1});
     for (std::size_t i = 0; i < count; ++i)
         graph.horizontal_line(static_cast<double>(i) / static_cast<double>(count));
+    return page;
+}
+
+Page heat_map_page(std::size_t count, Drawing drawing) {
+    return grid_page(count, drawing, heat_map);
+}
+
+Page contours_page(std::size_t count, Drawing drawing) {
+    return grid_page(count, drawing, contours);
+}
+
+Page binned_page(std::size_t count, Drawing drawing) {
+    Page page = empty_page(drawing);
+    add_graph(page->control());
+    const Series series = noisy_sine(count);
+    page->control().NewDataSet("", false);
+    page->control().DataKind(heat_map);
+    page->control().AddDataPoints(series.x, series.y);
     return page;
 }
 

@@ -46,6 +46,12 @@ Page strip_page(std::size_t count, Drawing drawing);
 /// 100 lines of 10 000 points, each set in a colour of its own and 0.05 above the one before.
 Page many_sets_page(Drawing drawing);
 
+/// A heat map of about this many cells, side by side in a square, and the contours of the same.
+Page heat_map_page(std::size_t count, Drawing drawing);
+Page contours_page(std::size_t count, Drawing drawing);
+/// This many points counted in cells anew for each redraw: one of them goes each time.
+Page binned_page(std::size_t count, Drawing drawing);
+
 /// The line of `line_page` with x from 49.5 to 50.5; the y range is that of all points.
 Page zoomed_page(std::size_t count, Drawing drawing);
 

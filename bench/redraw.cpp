@@ -1,5 +1,5 @@
 // One full redraw of an unchanged page: line_redraw/N, symbols_redraw/N, area_redraw/N, spline_redraw/N,
-// stacked_bars/N, grouped_bars/N, candles/N, pie/N, polar/N, marks/N, histogram/N, boxes/N, strip/N (kept, and with _first worked out anew), many_sets, zoomed/N,
+// stacked_bars/N, grouped_bars/N, candles/N, pie/N, heat_map/N, contours/N, heat_map_binned/N, polar/N, marks/N, histogram/N, boxes/N, strip/N (kept, and with _first worked out anew), many_sets, zoomed/N,
 // twelve_graphs; with /flat behind the name, the same without smoothing.
 #include "benchmarks.h"
 #include "control/state_of.h"
@@ -57,6 +57,21 @@ void register_redraw() {
         add_redraw("pie" + size, std::bind_front(pie_page, count));
         add_redraw("polar" + size, std::bind_front(polar_page, count));
         if (count == 10000) add_redraw("marks" + size, std::bind_front(marks_page, count));
+    }
+    for (std::size_t const count : {10000, 1000000}) {
+        std::string const size = "/" + std::to_string(count);
+        add_redraw("heat_map" + size, std::bind_front(heat_map_page, count));
+        add_redraw("contours" + size, std::bind_front(contours_page, count));
+        auto const count_anew = [count](benchmark::State& state) {
+            Page const page = binned_page(count, Drawing::Smooth);
+            page->control().Refresh();
+            for (auto _ : state) {
+                page->control().DropDataPoints(1);
+                page->control().Refresh();
+            }
+        };
+        benchmark::RegisterBenchmark(("heat_map_binned" + size).c_str(), count_anew)
+            ->Unit(benchmark::kMillisecond);
     }
     add_redraw("many_sets", many_sets_page);
     add_redraw("zoomed/1000000", std::bind_front(zoomed_page, 1000000));

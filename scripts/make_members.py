@@ -117,7 +117,8 @@ WORDS = {"AxisValue1": "from", "AxisValue2": "to", "AxisMajGridColor": "major_gr
          "MathFuncX1": "formula_from", "MathFuncX2": "formula_to", "LegendGshift": "gradient_shift"}
 # What options have beyond properties. Axes of a data set: name, sentence. Colours that set several properties.
 AXES = [("axis", "The axis, x or y, of the same graph that the data lie on; empty, the graph's first."),
-        ("other_axis", "The axis of the other kind, where that is not the graph's first either.")]
+        ("other_axis", "The axis of the other kind, where that is not the graph's first either."),
+        ("color_axis", "The colour bar that gives values their colours, of the same graph; empty, none.")]
 COLORS = [("Legend", "color", "Both colours of the legend's ground.", ("LegendTableColor1", "LegendTableColor2")),
           ("Graph", "border_color", "Both colours of the band around the plot area.", ("BorderColor1", "BorderColor2")),
           ("Graph", "plot_area_color", "Both colours of the plot area.", ("PlotAreaColor1", "PlotAreaColor2")),

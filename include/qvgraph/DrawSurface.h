@@ -161,6 +161,9 @@ public:
     /// Symbols without an edge in FillColor (Dot, Plus and Cross in ForeColor).
     virtual void Symbols(SymbolBatch const& batch);
     virtual void Text(TextLine const& line); ///< one line in ForeColor, upright or turned
+    /// A block of pixels of colours of their own, row by row from the top, `size.width` to a row: 0xAARRGGBB,
+    /// laid over what is below as far as their alpha and that of the state say. Copy mode only.
+    virtual void Pixels(PixelPoint left_top, PixelSize size, std::span<std::uint32_t const> pixels);
     /// Between these calls everything drawn in one colour is one shape: each pixel is painted once, with
     /// the largest coverage any piece gives it.
     virtual void BeginShape() {}

@@ -67,6 +67,7 @@ public:
     void LineTo(PixelPoint from, PixelPoint to, Color color) override;
     void Polyline(std::span<Point const> points) override;
     void Symbols(SymbolBatch const& batch) override;
+    void Pixels(PixelPoint left_top, PixelSize size, std::span<std::uint32_t const> pixels) override;
     void BeginShape() override;
     void EndShape() override;
     void DropShape() noexcept override;

@@ -26,7 +26,8 @@ class GraphHandle;
 /// An axis of a graph. Its range is `from` and `to`; setting them makes an automatic axis fixed.
 class QV_EXPORT AxisHandle : public AxisProperties {
 public:
-    bool is_x() const;         ///< an x axis, or else a y axis
+    bool is_x() const;         ///< an x axis, or else a y axis or a colour bar
+    bool is_color_bar() const; ///< a colour bar
     GraphHandle graph() const; ///< that it belongs to
     /// Puts the ticks at these values, as SetAxisTicks does; without major ones the axis is divided evenly
     /// again.
@@ -81,6 +82,18 @@ public:
     void histogram_edges(std::span<double const> edges) const;
     /// Appends a slice to a pie.
     void add_slice(std::string_view name, double value) const;
+    /// For a heat map or contours: a matrix with one value a cell, row by row, the first row at y1. Cells
+    /// divide x1 to x2 and y1 to y2 evenly; where both ends are 0, their middles stand at 0, 1, 2, ...
+    /// Not-a-number is a cell without a value. Fault 5 for another number of values than there are cells.
+    void grid(std::span<double const> values, Checked<std::int32_t> columns, Checked<std::int32_t> rows,
+              double x1 = 0, double x2 = 0, double y1 = 0, double y2 = 0) const;
+    /// The same for cells of unequal widths and heights: edges that all rise or all fall, one more than there
+    /// are columns and one more than there are rows; anything else is fault 5.
+    void grid(std::span<double const> values, std::span<double const> x_edges,
+              std::span<double const> y_edges) const;
+    /// Shares the matrix that another data set has now, such as a heat map's for contours over it. One
+    /// without a matrix takes this one's away.
+    void grid(DataHandle const& other) const;
     /// From now on there are never more than this many points: after each addition, whoever makes it, the
     /// oldest are forgotten. 0 keeps all again. No axis changes.
     void keep_latest(Checked<std::int32_t> count) const;
@@ -112,6 +125,9 @@ public:
     AxisHandle y_axis(AxisOptions const& options) const;          ///< the same, with this set
     AxisHandle add_x_axis(AxisOptions const& options = {}) const; ///< one more
     AxisHandle add_y_axis(AxisOptions const& options = {}) const; ///< one more
+    AxisHandle color_axis() const; ///< the first colour bar; where there is none yet, it is made
+    AxisHandle color_axis(AxisOptions const& options) const;          ///< the same, with this set
+    AxisHandle add_color_axis(AxisOptions const& options = {}) const; ///< one more
     std::vector<AxisHandle> axes() const;                    ///< all, in the order in which they were made
     LegendHandle legend() const;                             ///< of the graph
     LegendHandle legend(LegendOptions const& options) const; ///< the same, with this set
@@ -175,6 +191,13 @@ public:
     /// \name Those there are
     /// \{
 
+    /// The cells of a matrix (DataHandle::grid), or of points counted in cells (grid_bins_x, grid_bins_y;
+    /// with a first extra column the sums of its values), in the colours of a colour bar: that of the
+    /// options, else the graph's first, which is made where there is none.
+    DataHandle heat_map(std::string_view name, DataOptions const& options = {}) const;
+    /// Lines of equal value on the same, between the middles of the cells; in their own colour, or in those
+    /// of the colour bar that the options name.
+    DataHandle contours(std::string_view name, DataOptions const& options = {}) const;
     std::vector<DataHandle> data_sets() const; ///< all, in the order in which they were made
     /// The first data set of this legend text; an empty handle where there is none.
     DataHandle find(std::string_view legend) const;

@@ -101,6 +101,12 @@ struct AxisOptions {
     /// AxisLink: A name; the axes of a page with the same one share their range, whoever moves it; empty for
     /// none.
     std::optional<std::string> link = {};
+    /// AxisColors: Colours of a colour bar: night, ember or meadow, tide or moor about a middle, dial for
+    /// angles, or a list of two or more such as #000000; #FF8000; #FFFFFF. A minus before it turns it round;
+    /// empty is night.
+    std::optional<std::string> colors = {};
+    /// AxisBarWidth: Width of a colour bar in millimetres.
+    std::optional<Checked<float>> bar_width = {};
 };
 
 /// The properties of an axis, read without an argument and set with one.
@@ -236,6 +242,14 @@ public:
     /// none.
     std::string link() const;
     void link(std::string_view value) const; ///< sets it
+    /// AxisColors: Colours of a colour bar: night, ember or meadow, tide or moor about a middle, dial for
+    /// angles, or a list of two or more such as #000000; #FF8000; #FFFFFF. A minus before it turns it round;
+    /// empty is night.
+    std::string colors() const;
+    void colors(std::string_view value) const; ///< sets it
+    /// AxisBarWidth: Width of a colour bar in millimetres.
+    float bar_width() const;
+    void bar_width(Checked<float> value) const; ///< sets it
 };
 
 /// What the legend of a graph can be given, in this order; what is left out stays as it is.
@@ -598,6 +612,8 @@ struct DataOptions {
     AxisProperties axis = {};
     /// The axis of the other kind, where that is not the graph's first either.
     AxisProperties other_axis = {};
+    /// The colour bar that gives values their colours, of the same graph; empty, none.
+    AxisProperties color_axis = {};
     /// The colour of line, symbols, bars, filled area and text at once.
     std::optional<ColorValue> color = {};
     /// DataLegend: Text of the data set in the legend table; an empty one takes no row.
@@ -688,6 +704,23 @@ struct DataOptions {
     std::optional<Checked<float>> pie_gather = {};
     /// PieGatherName: Name of the slice of those that PieGather has gathered.
     std::optional<std::string> pie_gather_name = {};
+    /// ColorAxisIndex: Number of the colour bar that gives a heat map or contours their colours, among all
+    /// axes of its graph; 0 for none.
+    std::optional<Checked<std::int16_t>> color_axis_index = {};
+    /// MissingColor: Colour of a heat map's cells that have no value; -1 leaves them out.
+    std::optional<ColorValue> missing_color = {};
+    /// CellValues: Writes the values of a heat map on those cells that have room for them.
+    std::optional<Checked<bool>> cell_values = {};
+    /// GridBinsX: How many cells across a heat map or contours of points have, 0 to 4096; 0 as many as suit
+    /// their number.
+    std::optional<Checked<std::int16_t>> grid_bins_x = {};
+    /// GridBinsY: The same upwards.
+    std::optional<Checked<std::int16_t>> grid_bins_y = {};
+    /// ContourLevels: The values of contour lines as a list, 1; 2.5; 5, or one whole number of levels; empty
+    /// for about eight round ones.
+    std::optional<std::string> contour_levels = {};
+    /// ContourLabels: Writes the values of contour lines along them.
+    std::optional<Checked<bool>> contour_labels = {};
     /// DataHide: Leaves the data set out of page and legend.
     std::optional<Checked<bool>> hide = {};
     /// ShowErrorBar: Whether points with an E have error bars: upright for a positive E, lying for a negative
@@ -888,6 +921,30 @@ public:
     /// PieGatherName: Name of the slice of those that PieGather has gathered.
     std::string pie_gather_name() const;
     void pie_gather_name(std::string_view value) const; ///< sets it
+    /// ColorAxisIndex: Number of the colour bar that gives a heat map or contours their colours, among all
+    /// axes of its graph; 0 for none.
+    std::int16_t color_axis_index() const;
+    void color_axis_index(Checked<std::int16_t> value) const; ///< sets it
+    /// MissingColor: Colour of a heat map's cells that have no value; -1 leaves them out.
+    Color missing_color() const;
+    void missing_color(ColorValue value) const; ///< sets it
+    /// CellValues: Writes the values of a heat map on those cells that have room for them.
+    bool cell_values() const;
+    void cell_values(Checked<bool> value) const; ///< sets it
+    /// GridBinsX: How many cells across a heat map or contours of points have, 0 to 4096; 0 as many as suit
+    /// their number.
+    std::int16_t grid_bins_x() const;
+    void grid_bins_x(Checked<std::int16_t> value) const; ///< sets it
+    /// GridBinsY: The same upwards.
+    std::int16_t grid_bins_y() const;
+    void grid_bins_y(Checked<std::int16_t> value) const; ///< sets it
+    /// ContourLevels: The values of contour lines as a list, 1; 2.5; 5, or one whole number of levels; empty
+    /// for about eight round ones.
+    std::string contour_levels() const;
+    void contour_levels(std::string_view value) const; ///< sets it
+    /// ContourLabels: Writes the values of contour lines along them.
+    bool contour_labels() const;
+    void contour_labels(Checked<bool> value) const; ///< sets it
     /// DataHide: Leaves the data set out of page and legend.
     bool hide() const;
     void hide(Checked<bool> value) const; ///< sets it

@@ -155,6 +155,9 @@ public:
     void NewXAxis(std::string_view AxisName, double a1 = 0, double a2 = 0);
     /// The same for a y axis.
     void NewYAxis(std::string_view AxisName, double y1 = 0, double y2 = 0);
+    /// Appends a colour bar to the current graph, for data sets to come; ends as in NewGraph. It is an axis
+    /// of its own, beside the plot area: members of axes act on it once it is selected by SelectColorAxis.
+    void NewColorAxis(std::string_view AxisName, double a1 = 0, double a2 = 0);
     /// Brings a graph to the front and makes it current.
     void SetSelectedGraph(Checked<std::int16_t> GraphIndex);
     std::int16_t GetSelectedGraph() const; ///< the current graph's number
@@ -165,7 +168,9 @@ public:
     /// is none.
     std::int16_t SelectXaxis(Checked<std::int16_t> Index = 1);
     std::int16_t SelectYaxis(Checked<std::int16_t> Index = 1); ///< the same for a y axis
-    /// Returns 0 for an x axis, 1 for a y axis, -1 when there is no such axis.
+    /// The same for a colour bar.
+    std::int16_t SelectColorAxis(Checked<std::int16_t> Index = 1);
+    /// Returns 0 for an x axis, 1 for a y axis, 2 for a colour bar, -1 when there is no such axis.
     std::int16_t SetSelectedAxis(Checked<std::int16_t> AxisIndex);
     /// XY is 0 for the x axis, 1 for the y axis; -1 for anything else.
     std::int16_t GetSelectedAxisIndex(Checked<std::int16_t> XY);
@@ -201,6 +206,17 @@ public:
     /// one of the two is. Where categories are times, the text is a date such as "2026-03-14" or
     /// "2026-03-14 09:30" in the axis's time zone; fault 5 for another.
     void AddCategoryPoint(std::string_view Category, double Y, Checked<std::int16_t> DataSet = 0);
+    /// Gives a data set, numbered as in AddDataPoint, a matrix for a heat map or contours (DataKind 4 and 5):
+    /// one value a cell, row by row, the first row at y1. Cells divide x1 to x2 and y1 to y2 evenly; where
+    /// both ends are 0, their middles stand at 0, 1, 2, ... Not-a-number is a cell without a value. Fault 5
+    /// for another number of values than there are cells.
+    void SetGrid(std::span<double const> Values, Checked<std::int32_t> Columns, Checked<std::int32_t> Rows,
+                 double x1 = 0, double x2 = 0, double y1 = 0, double y2 = 0,
+                 Checked<std::int16_t> DataSet = 0);
+    /// The same for cells of unequal widths and heights: edges that all rise or all fall, one more than there
+    /// are columns and one more than there are rows; anything else is fault 5.
+    void SetGridEdges(std::span<double const> Values, std::span<double const> XEdges,
+                      std::span<double const> YEdges, Checked<std::int16_t> DataSet = 0);
     /// Forgets the Count oldest points of a data set, numbered as in AddDataPoint; no axis changes.
     void DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet = 0);
     /// The automatic axes of the current graph show what its data sets show now, and Margin of that range

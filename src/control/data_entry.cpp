@@ -159,6 +159,7 @@ void NewDataSet(ControlState& state, std::string_view legend, bool in_legend_tab
         set.DataLegend = std::move(text);
         set.xAxisIndex = graph.SelectedXAxis;
         set.yAxisIndex = graph.SelectedYAxis;
+        set.ColorAxisIndex = graph.SelectedColorAxis;
         dress(state, graph, set);
     });
 }

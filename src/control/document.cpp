@@ -113,6 +113,10 @@ void NewYAxis(ControlState& state, std::string_view name, double a1, double a2) 
     trapped(state, "NewYAxis", [&] { select_new_axis(state, AxisKind::Y, name, a1, a2); });
 }
 
+void NewColorAxis(ControlState& state, std::string_view name, double a1, double a2) {
+    trapped(state, "NewColorAxis", [&] { select_new_axis(state, AxisKind::Color, name, a1, a2); });
+}
+
 void ClearGraphData(ControlState& state) {
     trapped(state, "ClearGraphData", [&] {
         if (state.NumGraphs() == 0) return;
@@ -124,6 +128,7 @@ void ClearGraphData(ControlState& state) {
         graph.NumPoints = 0;
         graph.Axes.clear();
         graph.SelectedAxis = 0;
+        graph.SelectedColorAxis = 0;
     });
 }
 
@@ -139,6 +144,10 @@ std::int16_t SelectXaxis(ControlState& state, std::int16_t index) {
 
 std::int16_t SelectYaxis(ControlState& state, std::int16_t index) {
     return select_level(state, "SelectYaxis", AxisKind::Y, index);
+}
+
+std::int16_t SelectColorAxis(ControlState& state, std::int16_t index) {
+    return select_level(state, "SelectColorAxis", AxisKind::Color, index);
 }
 
 std::int16_t SetSelectedAxis(ControlState& state, std::int16_t index) {

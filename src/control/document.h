@@ -30,6 +30,8 @@ void NewGraph(ControlState& state, std::string_view name, StartRanges const& ran
 /// Appends an axis to the current graph, which becomes its selected x (y) axis.
 void NewXAxis(ControlState& state, std::string_view name, double a1, double a2);
 void NewYAxis(ControlState& state, std::string_view name, double a1, double a2);
+/// Appends a colour bar, for data sets to come.
+void NewColorAxis(ControlState& state, std::string_view name, double a1, double a2);
 /// Empties the current graph of axes and data.
 void ClearGraphData(ControlState& state);
 
@@ -37,7 +39,9 @@ void SetSelectedGraph(ControlState& state, std::int16_t index);
 /// Selects the index-th x (y) axis, counting from 1, and returns its index; 0 when there is none.
 std::int16_t SelectXaxis(ControlState& state, std::int16_t index);
 std::int16_t SelectYaxis(ControlState& state, std::int16_t index);
-/// Returns 0 for an x axis, 1 for a y axis, -1 (and selects nothing) for an index outside the list.
+std::int16_t SelectColorAxis(ControlState& state, std::int16_t index);
+/// Returns 0 for an x axis, 1 for a y axis, 2 for a colour bar, -1 (and selects nothing) for an index outside
+/// the list.
 std::int16_t SetSelectedAxis(ControlState& state, std::int16_t index);
 /// `kind` is 0 for x and 1 for y; -1 for any other.
 std::int16_t GetSelectedAxisIndex(ControlState& state, std::int16_t kind);

@@ -4,6 +4,7 @@
 #include "control/category_entry.h"
 #include "control/data_entry.h"
 #include "control/document.h"
+#include "control/grid_entry.h"
 #include "control/point_entry.h"
 #include "control/property_access.h"
 #include "control/settings.h"
@@ -143,8 +144,8 @@ std::int16_t axis_index(Graph const& graph, Axis const& axis) {
 
 /// Puts a data set on the axes that the options name.
 void lay_on_axes(Graph const& graph, DataSet& set, DataOptions const& options) {
-    std::int16_t indexes[]{set.xAxisIndex, set.yAxisIndex};
-    for (Handle const* const handle : {&options.axis, &options.other_axis}) {
+    std::int16_t indexes[]{set.xAxisIndex, set.yAxisIndex, set.ColorAxisIndex};
+    for (Handle const* const handle : {&options.axis, &options.other_axis, &options.color_axis}) {
         if (Access::is_empty(*handle)) continue;
         Access::page(*handle);
         Axis const& axis = Access::record<Axis>(*handle);
@@ -152,6 +153,7 @@ void lay_on_axes(Graph const& graph, DataSet& set, DataOptions const& options) {
     }
     set.xAxisIndex = indexes[0];
     set.yAxisIndex = indexes[1];
+    set.ColorAxisIndex = indexes[2];
 }
 
 /// What makes a data set a line, bars, ...
@@ -163,6 +165,8 @@ struct Shape {
 };
 
 constexpr std::int16_t solid_line = 1, filled_area = 4, no_symbol = 0, bars = 1, circle = 3;
+constexpr std::uint8_t heat_map = 4, contours = 5; // kinds of data sets
+constexpr std::uint8_t contour_pixels = 1;         // wide
 constexpr auto finished = [](Records const&) {};
 
 /// Appends a data set of this shape, given what is its own by `finish`, and by the options what they say.
@@ -307,6 +311,11 @@ bool AxisHandle::is_x() const {
     return Access::record<document::Axis>(*this).AxisXY == AxisKind::X;
 }
 
+bool AxisHandle::is_color_bar() const {
+    Access::page(*this);
+    return Access::record<document::Axis>(*this).AxisXY == AxisKind::Color;
+}
+
 GraphHandle AxisHandle::graph() const {
     return control::graph_of(*this);
 }
@@ -405,6 +414,24 @@ void DataHandle::add_slice(std::string_view name, double value) const {
     control::add_point_to(state, Access::graph(*this), set, {number, value, 0, name});
 }
 
+void DataHandle::grid(std::span<double const> values, Checked<std::int32_t> columns,
+                      Checked<std::int32_t> rows, double x1, double x2, double y1, double y2) const {
+    Access::page(*this);
+    control::give_grid(Access::record<DataSet>(*this), values, {columns, rows, x1, x2, y1, y2});
+}
+
+void DataHandle::grid(std::span<double const> values, std::span<double const> x_edges,
+                      std::span<double const> y_edges) const {
+    Access::page(*this);
+    control::give_grid(Access::record<DataSet>(*this), {values, x_edges, y_edges});
+}
+
+void DataHandle::grid(DataHandle const& other) const {
+    Access::page(*this);
+    Access::page(other);
+    Access::record<DataSet>(*this).grid = Access::record<DataSet>(other).grid;
+}
+
 void DataHandle::keep_latest(Checked<std::int32_t> count) const {
     ControlState& state = Access::page(*this);
     if (count < 0)
@@ -491,6 +518,22 @@ AxisHandle GraphHandle::add_x_axis(AxisOptions const& options) const {
 
 AxisHandle GraphHandle::add_y_axis(AxisOptions const& options) const {
     return control::add_axis(*this, AxisKind::Y, options);
+}
+
+AxisHandle GraphHandle::color_axis() const {
+    for (AxisHandle const& axis : axes())
+        if (axis.is_color_bar()) return axis;
+    return add_color_axis();
+}
+
+AxisHandle GraphHandle::color_axis(AxisOptions const& options) const {
+    AxisHandle const axis = color_axis();
+    axis.set(options);
+    return axis;
+}
+
+AxisHandle GraphHandle::add_color_axis(AxisOptions const& options) const {
+    return control::add_axis(*this, AxisKind::Color, options);
 }
 
 std::vector<AxisHandle> GraphHandle::axes() const {
@@ -593,6 +636,25 @@ DataHandle GraphHandle::arrow(Point from, Point tip, DataOptions const& options)
 
 DataHandle GraphHandle::rectangle(Point corner, Point opposite, DataOptions const& options) const {
     return control::add_mark(*this, {render::MarkShape::Rectangle, corner, opposite}, options);
+}
+
+DataHandle GraphHandle::heat_map(std::string_view name, DataOptions const& options) const {
+    bool const has_bar = !control::Access::is_empty(options.color_axis) || options.color_axis_index;
+    AxisHandle bar;
+    if (!has_bar) bar = color_axis();
+    return control::add_data_set(*this, name, {.error_bars = false}, options, [&](Records const& made) {
+        control::property::of::DataKind(made, control::heat_map);
+        if (!has_bar)
+            made.data->ColorAxisIndex = control::axis_index(*made.graph, Access::record<document::Axis>(bar));
+    });
+}
+
+DataHandle GraphHandle::contours(std::string_view name, DataOptions const& options) const {
+    return control::add_data_set(*this, name, {.line_style = control::solid_line, .error_bars = false},
+                                 options, [&](Records const& made) {
+                                     control::property::of::DataKind(made, control::contours);
+                                     control::property::of::DataLineThickness(made, control::contour_pixels);
+                                 });
 }
 
 std::vector<DataHandle> GraphHandle::data_sets() const {

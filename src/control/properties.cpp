@@ -1,6 +1,8 @@
 #include "control/looks.h"
 #include "control/property_access.h"
 #include "qvgraph/qvGraph.h"
+#include "render/color_map.h"
+#include "render/contour_levels.h"
 #include "scale/axis_range.h"
 #include "scale/time_zone.h"
 
@@ -22,6 +24,10 @@ struct Plain {};
 constexpr Plain plain, text, byte, rounded, flag, widened;
 struct TimeZoneName {
 } constexpr time_zone;
+struct ColorTable {
+} constexpr color_table;
+struct Levels {
+} constexpr levels;
 
 struct Percent {
     static double stored(ControlState const&, double value) { return value / 100; }
@@ -76,6 +82,8 @@ void store(ControlState const& state, Field& field, Value const& value, Conversi
         field = converted<Field>(stored);
     } else {
         if constexpr (std::is_same_v<Conversion, TimeZoneName>) scale::TimeZone::named(value);
+        if constexpr (std::is_same_v<Conversion, ColorTable>) render::color_map(value);
+        if constexpr (std::is_same_v<Conversion, Levels>) render::level_choice(value);
         field = converted<Field>(value);
     }
 }

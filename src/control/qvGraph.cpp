@@ -4,6 +4,7 @@
 #include "control/color_requests.h"
 #include "control/data_entry.h"
 #include "control/document.h"
+#include "control/grid_entry.h"
 #include "control/lifecycle.h"
 #include "control/looks.h"
 #include "control/members_by_name.h"
@@ -179,6 +180,10 @@ void qvGraph::NewYAxis(std::string_view AxisName, double y1, double y2) {
     control::NewYAxis(*state_, AxisName, y1, y2);
 }
 
+void qvGraph::NewColorAxis(std::string_view AxisName, double a1, double a2) {
+    control::NewColorAxis(*state_, AxisName, a1, a2);
+}
+
 void qvGraph::SetSelectedGraph(Checked<std::int16_t> GraphIndex) {
     control::SetSelectedGraph(*state_, GraphIndex);
 }
@@ -201,6 +206,10 @@ std::int16_t qvGraph::SelectXaxis(Checked<std::int16_t> Index) {
 
 std::int16_t qvGraph::SelectYaxis(Checked<std::int16_t> Index) {
     return control::SelectYaxis(*state_, Index);
+}
+
+std::int16_t qvGraph::SelectColorAxis(Checked<std::int16_t> Index) {
+    return control::SelectColorAxis(*state_, Index);
 }
 
 std::int16_t qvGraph::SetSelectedAxis(Checked<std::int16_t> AxisIndex) {
@@ -254,6 +263,17 @@ void qvGraph::AddDataColumns(std::span<double const> X, std::span<double const> 
 
 void qvGraph::AddCategoryPoint(std::string_view Category, double Y, Checked<std::int16_t> DataSet) {
     control::AddCategoryPoint(*state_, Category, Y, DataSet);
+}
+
+void qvGraph::SetGrid(std::span<double const> Values, Checked<std::int32_t> Columns,
+                      Checked<std::int32_t> Rows, double x1, double x2, double y1, double y2,
+                      Checked<std::int16_t> DataSet) {
+    control::SetGrid(*state_, Values, {Columns, Rows, x1, x2, y1, y2}, DataSet);
+}
+
+void qvGraph::SetGridEdges(std::span<double const> Values, std::span<double const> XEdges,
+                           std::span<double const> YEdges, Checked<std::int16_t> DataSet) {
+    control::SetGridEdges(*state_, {Values, XEdges, YEdges}, DataSet);
 }
 
 void qvGraph::DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet) {

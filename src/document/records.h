@@ -3,6 +3,7 @@
 #pragma once
 
 #include "document/CategoryList.h"
+#include "document/Grid.h"
 #include "document/PointStore.h"
 #include "document/StableList.h"
 #include "qvgraph/geometry.h"
@@ -36,7 +37,8 @@ struct FillSpec {
     bool operator==(FillSpec const&) const = default;
 };
 
-enum class AxisKind : std::int16_t { X = 0, Y = 1 };
+/// A colour bar is an axis too: its values have colours in place of positions.
+enum class AxisKind : std::int16_t { X = 0, Y = 1, Color = 2 };
 
 /// How an axis gets its range.
 enum class AxisMode : std::uint8_t { Automatic = 0, Fixed = 1, TextLabels = 2 };
@@ -139,6 +141,8 @@ struct Axis {
     std::optional<DrawnRange> drawn;       // the last time, if it was automatic then
     std::optional<ShownScale> shown;       // by the last drawing
     GivenProperties given;
+    std::string AxisColors;             // of a colour bar: a table's name or colours; "" for the usual one
+    std::int16_t AxisBarWidth = 0;      // of a colour bar, twips
     std::string AxisLink;               // axes of a page with one name share their ranges; "" for none
     std::optional<AxisRanges> linked;   // as they were shared last
     std::optional<EvenedRanges> evened; // where KeepEqualUnits has widened it
@@ -244,6 +248,14 @@ struct DataSetSettings : GraphText, MarkSettings, PieSettings {
     double MathFuncX2 = 0;
     std::int16_t xAxisIndex = 0;
     std::int16_t yAxisIndex = 0;
+    std::int16_t ColorAxisIndex = 0;  // a colour bar among the axes of the graph; 0: none
+    std::shared_ptr<Grid const> grid; // cells given as a matrix
+    Color MissingColor = -1;          // of cells without a value; -1: none
+    bool CellValues = false;          // are written on the cells
+    std::int16_t GridBinsX = 0;       // cells in which points are counted; 0: as many as suit their number
+    std::int16_t GridBinsY = 0;
+    std::string ContourLevels; // how many, or which
+    bool ContourLabels = false;
     GivenProperties given;
 };
 
@@ -317,6 +329,7 @@ struct GraphSettings {
     std::int16_t SelectedAxis = 0;
     std::int16_t SelectedXAxis = 0;
     std::int16_t SelectedYAxis = 0;
+    std::int16_t SelectedColorAxis = 0; // for data sets to come; 0: none
     std::int16_t SelectedDataSet = 0;
     std::int32_t NumPoints = 0; // of all data sets together
     bool GraphNotDrawn = true;

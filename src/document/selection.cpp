@@ -25,6 +25,7 @@ DataSet const& selected_data_set(ControlState const& state) {
 }
 
 std::int16_t& selected_index(Graph& graph, AxisKind kind) {
+    if (kind == AxisKind::Color) return graph.SelectedColorAxis;
     return kind == AxisKind::X ? graph.SelectedXAxis : graph.SelectedYAxis;
 }
 
@@ -52,6 +53,12 @@ Axis fresh_axis(ControlState const& state, std::string_view name, AxisKind kind,
     axis.AxisScale = a1 != a2 ? 1 : 0;
     axis.AxisLabelsHoriz = kind == AxisKind::Y ? 90 : 0;
     axis.AxisTickLength = to_i16(2 * state.UnitsPerMmX);
+    if (kind != AxisKind::Color) return axis;
+    constexpr double usual_bar_mm = 4;
+    axis.AxisBarWidth = to_i16(usual_bar_mm * state.UnitsPerMmX);
+    axis.AxisTickLength = to_i16(state.UnitsPerMmX);
+    axis.AxisFarSide = axis.AxisTicksOutside = true;
+    axis.AxisTicksInside = axis.AxisTicksBothEnds = false;
     return axis;
 }
 

@@ -62,6 +62,11 @@ std::string data_text(Graph const& graph, DataSet const& set) {
            + from_to(at(graph.Axes, set.yAxisIndex), y.low, y.high);
 }
 
+std::string name_of(AxisKind kind) {
+    if (kind == AxisKind::Color) return "colour bar ";
+    return kind == AxisKind::X ? "x axis " : "y axis ";
+}
+
 std::string or_number(std::string const& name, char const* what, std::size_t number) {
     return name.empty() ? what + std::to_string(number) : name;
 }
@@ -79,8 +84,7 @@ std::optional<GraphOutline> outline(document::ControlState const& state, int gra
     outline.frame = render::frame_box(found);
     for (Axis const& axis : found.Axes)
         outline.parts.push_back(
-            {(axis.AxisXY == AxisKind::X ? "x axis " : "y axis ") + render::as_read(state, axis.AxisTitle),
-             range_text(axis)});
+            {name_of(axis.AxisXY) + render::as_read(state, axis.AxisTitle), range_text(axis)});
     std::size_t number = 0;
     for (DataSet const& set : found.DataSets)
         outline.parts.push_back({or_number(render::as_read(state, set.DataLegend), "Data set ", ++number),

@@ -140,6 +140,7 @@ std::vector<double> values_under(ControlState& state, std::int16_t index, Point 
 } // namespace
 
 bool has_scale(Axis const& axis) {
+    if (axis.AxisXY == AxisKind::Color) return false; // which no place in the plot area stands for
     if (!axis.AxisLog) return true;
     return std::min({axis.AxisValue1, axis.AxisValue2, axis.ScaleMin, axis.ScaleMax}) > 0;
 }
@@ -295,6 +296,7 @@ namespace {
 void show_possible_ranges(Graph& graph, std::vector<Shown> const& ranges) {
     for (std::size_t i = 0; i < std::min(ranges.size(), graph.Axes.size()); ++i) {
         Axis& axis = graph.Axes[i];
+        if (axis.AxisXY == AxisKind::Color) continue; // which nobody zooms
         if (!axis.AxisLog || std::min(ranges[i].first, ranges[i].last) > 0)
             show_within_full_range(axis, ranges[i]);
     }

@@ -1,6 +1,7 @@
 #include "qvgraph/RasterSurface.h"
 
 #include "qvgraph/fault.h"
+#include "raster/blend.h"
 #include "raster/canvas.h"
 #include "raster/round_shapes.h"
 #include "raster/stroke.h"
@@ -280,6 +281,26 @@ void RasterSurface::Symbols(SymbolBatch const& batch) {
     canvas_->stamper.stamp(canvas_->mask(state, lines ? state.ForeColor : state.FillColor), canvas_->clip,
                            symbol, places, canvas_->filler);
     canvas_->finish();
+}
+
+void RasterSurface::Pixels(PixelPoint left_top, PixelSize size, std::span<std::uint32_t const> pixels) {
+    if (state.draw_mode != DrawMode::Copy || !is_finite(left_top)) return;
+    canvas_->paint_open_shapes();
+    int const left = whole_pixel(left_top.x), top = whole_pixel(left_top.y);
+    const PixelBox block{left, top, left + std::max(size.width, 0), top + std::max(size.height, 0)};
+    const PixelBox box = intersection(block, canvas_->clip);
+    for (int y = box.top; y < box.bottom; ++y) {
+        std::uint32_t const* from = pixels.data() + static_cast<std::ptrdiff_t>(y - top) * size.width;
+        from += box.left - left;
+        std::uint32_t* const to = canvas_->buffer.row(y) + box.left;
+        for (int x = 0; x < box.width(); ++x) {
+            const std::uint32_t opacity = (from[x] >> 24) * state.alpha / 255;
+            if (opacity == 255)
+                to[x] = from[x];
+            else if (opacity != 0)
+                to[x] = LinearMixer(from[x] | 0xFF000000U).mix(to[x], opacity);
+        }
+    }
 }
 
 void RasterSurface::BeginShape() {

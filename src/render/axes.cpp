@@ -5,6 +5,7 @@
 #include "document/trap.h"
 #include "render/axis_frame.h"
 #include "render/axis_range.h"
+#include "render/color_bar.h"
 #include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
@@ -79,10 +80,13 @@ void draw_label(AxisDrawing const& drawing, PlacedTick const& tick) {
 
 void draw_own_edge(AxisDrawing const& drawing) {
     if (!drawing.paints) return;
+    bool const is_bar = drawing.frame.kind == AxisKind::Color;
+    if (is_bar) draw_color_bar(current_graph(drawing.state), drawing.surface, drawing.axis, drawing.frame);
     draw_axis_line(drawing);
     for (PlacedTick const& tick : drawing.ticks) {
-        GridLine(drawing.state, drawing.surface, tick.along,
-                 {drawing.frame.kind, tick.kind == TickKind::Major});
+        if (!is_bar)
+            GridLine(drawing.state, drawing.surface, tick.along,
+                     {drawing.frame.kind, tick.kind == TickKind::Major});
         draw_label(drawing, tick);
         draw_tick(drawing, tick, drawing.frame.own);
     }
@@ -201,8 +205,8 @@ void draw_visible_axis(ControlState& state, DrawSurface& surface, Axis const& ax
     drawing.labels = label_layout(surface, drawing.frame, axis, drawing.ticks, drawing.choice);
     if (state.ThinTickLabels) thin_labels(surface, drawing.frame, axis, drawing.ticks);
     draw_own_edge(drawing);
-    double const reach = draw_title(drawing);
-    if (axis.AxisTicksBothEnds && drawing.paints)
+    double const reach = drawing.frame.bar + draw_title(drawing);
+    if (axis.AxisTicksBothEnds && drawing.paints && axis.AxisXY != AxisKind::Color)
         for (PlacedTick const& tick : drawing.ticks) draw_tick(drawing, tick, drawing.frame.opposite);
     std::int32_t& offset = stack_offset(state, drawing.frame.kind, drawing.frame.far_side);
     reach_out(reach_beside(state.axes_reach, drawing.frame), offset + reach);
@@ -214,7 +218,7 @@ void draw_axis(ControlState& state, DrawSurface& surface, std::int16_t index, Ax
                AxesPass pass) {
     Graph& graph = current_graph(state);
     const document::SelectedAxesScope selection(graph);
-    selected_index(graph, kind) = index;
+    if (kind != AxisKind::Color) selected_index(graph, kind) = index;
     if (first) stack_offset(state, kind, false) = stack_offset(state, kind, true) = 0;
     Axis& axis = at(graph.Axes, index);
     const AxisSpan range =
@@ -252,7 +256,11 @@ void draw_axes_of_kind(ControlState& state, DrawSurface& surface, AxisKind kind,
     for (std::int16_t i = 0; i < graph.NumAxes() && is_current(state, graph); ++i) {
         Axis& axis = at(graph.Axes, i);
         if (axis.AxisXY != kind) continue;
-        (kind == AxisKind::X ? DrawXAxis : DrawYAxis)(state, surface, i, first, pass);
+        if (kind == AxisKind::Color)
+            trapped(state, "DrawColorAxis",
+                    [&] { draw_axis(state, surface, i, kind, false, pass); }); // beside the y axes
+        else
+            (kind == AxisKind::X ? DrawXAxis : DrawYAxis)(state, surface, i, first, pass);
         first = false;
     }
 }
@@ -279,6 +287,7 @@ void GraphAxes(ControlState& state, DrawSurface& surface, AxesPass pass) {
         if (pass != AxesPass::MarksOnly) draw_graph_title(state, surface, pass);
         draw_axes_of_kind(state, surface, AxisKind::Y, pass);
         if (is_current(state, graph) && graph.GraphPolar) draw_polar_grid(state, surface, pass);
+        if (is_current(state, graph)) draw_axes_of_kind(state, surface, AxisKind::Color, pass);
         // Only now, because while it is drawn each axis is the selected one.
         if (is_current(state, graph)) scale::SetScrollBarsVisibility(state);
     });

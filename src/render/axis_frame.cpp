@@ -29,6 +29,18 @@ double opposite_half_line(document::ControlState& state, DrawSurface const& surf
     return half_line(surface, axis);
 }
 
+// The line of a colour bar is its outer edge. It keeps clear of what ticks of the y axes take beside the plot
+// area.
+void lead_past_bar(AxisFrame& frame, document::ControlState& state, DrawSurface const& surface,
+                   document::Axis const& axis, bool is_first) {
+    constexpr double gap_mm = 3;
+    double const taken = is_first ? reach_of_opposite_axes(state, surface, AxisKind::Y, frame.far_side) : 0;
+    frame.bar_width = std::max<double>(axis.AxisBarWidth, surface.TwipsPerPixelX());
+    frame.bar = taken + (is_first ? gap_mm * state.UnitsPerMmX : 0) + frame.bar_width;
+    frame.own.line += frame.own.outward * frame.bar;
+    frame.opposite = frame.own;
+}
+
 } // namespace
 
 std::int32_t& stack_offset(document::ControlState& state, AxisKind kind, bool far_side) {
@@ -65,6 +77,10 @@ AxisFrame axis_frame(document::ControlState& state, DrawSurface const& surface, 
     frame.opposite.half_line = opposite_half_line(state, surface, axis);
     std::int32_t const offset = stack_offset(state, frame.kind, frame.far_side);
     frame.own.line += frame.own.outward * offset;
+    if (frame.kind == AxisKind::Color) {
+        lead_past_bar(frame, state, surface, axis, offset == 0);
+        return frame;
+    }
     if (offset == 0) frame.taken = reach_of_opposite_axes(state, surface, frame.kind, frame.far_side);
     return frame;
 }

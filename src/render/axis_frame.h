@@ -21,7 +21,9 @@ struct AxisFrame {
     AxisEdge own;            // where the axis line lies, moved out by the axes before it
     AxisEdge opposite;       // the plot area's other edge
     double units_per_mm = 0; // across the axis
-    double taken = 0;        // twips out of the plot area that ticks of axes on the other side take here
+    double bar = 0; // twips from the edge of the plot area, or the axis before, to the line of a colour bar
+    double bar_width = 0; // twips of that which are filled with colours, next to the line
+    double taken = 0;     // twips out of the plot area that ticks of axes on the other side take here
 
     double along_low() const { return kind == document::AxisKind::X ? plot.left : plot.top; }
     double along_high() const { return kind == document::AxisKind::X ? plot.right() : plot.bottom(); }

@@ -5,6 +5,7 @@
 #include "document/trap.h"
 #include "render/axes.h"
 #include "render/axis_range.h"
+#include "render/color_scale.h"
 #include "render/data_reach.h"
 #include "render/equal_units.h"
 #include "render/series_kind.h"
@@ -318,7 +319,7 @@ bool settle(ControlState& state, Fit const& fit) {
     });
     if (some_fit || fit.graph >= 0) find_reaches(state, fit, members);
     // x first, because values of functions depend on it.
-    for (AxisKind const kind : {AxisKind::X, AxisKind::Y})
+    for (AxisKind const kind : {AxisKind::X, AxisKind::Y, AxisKind::Color})
         for (Group const& group : groups_of_kind(members, kind)) settle_group(state, group, fit);
     for (std::int16_t const index : fit.graphs) {
         Graph& graph = *at(state.Graphs, index);

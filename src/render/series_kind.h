@@ -17,6 +17,10 @@
 
 namespace qv::render {
 
+class SeriesKind;
+SeriesKind const& heat_map_kind();
+SeriesKind const& contours_kind();
+
 /// What DataKind says; other values mean points.
 enum class DataKind : std::uint8_t {
     Points = 0,
@@ -60,7 +64,7 @@ public:
     /// Tells its axes what they must show.
     virtual void include_reach(document::ControlState const& state, document::DataSet const& set,
                                AxisReach const& x, AxisReach const& y) const = 0;
-    /// The axis beside its own two that it needs, by its number among all; -1 for none.
+    /// The axis beside its own two that it needs, such as a colour bar, by its number among all; -1 for none.
     virtual std::int16_t third_axis(document::Graph const& graph, document::DataSet const& set) const;
     /// Tells that one what it must show, after include_reach.
     virtual void include_third(document::DataSet const& set, AxisReach const& axis) const;

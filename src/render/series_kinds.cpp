@@ -16,8 +16,8 @@ SeriesKind const* series_kind(document::DataSet const& set) {
         &histogram_kind(),
         &boxes_kind(),
         &strip_kind(),
-        nullptr, // heat map
-        nullptr, // contours
+        &heat_map_kind(),
+        &contours_kind(),
         &candles,
         pie_kind(),
         mark_kind(),

@@ -67,6 +67,27 @@ void DrawSurface::Symbols(SymbolBatch const& batch) {
     for (Point const centre : batch.centres) draw_symbol(*this, batch.shape, centre, batch.half_size);
 }
 
+// Runs of one colour are boxes.
+void DrawSurface::Pixels(PixelPoint left_top, PixelSize size, std::span<std::uint32_t const> pixels) {
+    double const dx = TwipsPerPixelX(), dy = TwipsPerPixelY();
+    std::uint8_t const alpha = state.alpha;
+    std::size_t first = 0;
+    for (int y = 0; y < size.height; ++y)
+        for (int x = 0; x < size.width;) {
+            std::uint32_t const pixel = pixels[first];
+            int const start = x;
+            while (x < size.width && pixels[first] == pixel) ++x, ++first;
+            std::uint32_t const opacity = (pixel >> 24) * alpha / 255;
+            if (opacity == 0) continue;
+            state.alpha = static_cast<std::uint8_t>(opacity);
+            Line({(left_top.x + start) * dx, (left_top.y + y) * dy},
+                 {(left_top.x + x - 1) * dx, (left_top.y + y) * dy}, LineShape::FilledBox,
+                 rgb(static_cast<int>(pixel >> 16 & 0xFF), static_cast<int>(pixel >> 8 & 0xFF),
+                     static_cast<int>(pixel & 0xFF)));
+        }
+    state.alpha = alpha;
+}
+
 void DrawSurface::Text(TextLine const& line) {
     if (line.angle_degrees == 0) {
         state.CurrentX = line.top_left.x;

@@ -399,6 +399,18 @@ void VectorSurface::Symbols(SymbolBatch const& batch) {
     if (open_shapes_ == 0) finish_cloud();
 }
 
+void VectorSurface::Pixels(PixelPoint left_top, PixelSize size, std::span<std::uint32_t const> pixels) {
+    bool const opaque = state.alpha == 255 && std::ranges::all_of(pixels, [](std::uint32_t pixel) {
+                            return pixel >> 24 == 255;
+                        });
+    if (!opaque || !is_finite(left_top) || size.width < 1 || size.height < 1)
+        return DrawSurface::Pixels(left_top, size, pixels);
+    auto picture = std::make_shared<raster::RasterSurface>(TwipsPerPixelX(), TwipsPerPixelY(), fonts_);
+    picture->Move(size.width * TwipsPerPixelX(), size.height * TwipsPerPixelY());
+    picture->Pixels({0, 0}, size, pixels);
+    add(Picture{std::move(picture), {1.0 * whole_pixel(left_top.x), 1.0 * whole_pixel(left_top.y)}});
+}
+
 void VectorSurface::finish_cloud() {
     if (!cloud_) return;
     const Cloud cloud = *std::exchange(cloud_, std::nullopt);

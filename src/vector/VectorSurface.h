@@ -47,6 +47,8 @@ public:
     void LineTo(PixelPoint from, PixelPoint to, Color color) override;
     void Polyline(std::span<Point const> points) override;
     void Symbols(SymbolBatch const& batch) override;
+    /// Becomes a picture, or where pixels are not opaque boxes.
+    void Pixels(PixelPoint left_top, PixelSize size, std::span<std::uint32_t const> pixels) override;
     void BeginShape() override { ++open_shapes_; }
     void EndShape() override;
     void DropShape() noexcept override;

@@ -28,7 +28,10 @@ void unsettle(qvGraph& control, bool flags) {
         if (!row.let || row.target == "control") continue;
         bool const is_flag = row.kind == "boolean" || row.conversion == "flag";
         if (row.accepts != control::Accepts::Number)
-            row.let(control, row.conversion == "time_zone" ? "local" : "old");
+            row.let(control, row.conversion == "time_zone"     ? "local"
+                             : row.conversion == "color_table" ? "ember"
+                             : row.conversion == "levels"      ? "5"
+                                                               : "old");
         else
             row.let(control, is_flag ? Variant(flags) : Variant(7));
     }

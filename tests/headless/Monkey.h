@@ -74,6 +74,7 @@ private:
                             .Width = static_cast<float>(20 + below(80)),
                             .Height = static_cast<float>(20 + below(80))});
         if (below(3) == 0) page.NewYAxis("more");
+        if (below(6) == 0) page.NewColorAxis("colours");
         for (int axis : {0, 1}) {
             page.SetSelectedAxis(axis);
             page.AxisReverse(below(4) == 0);
@@ -91,6 +92,7 @@ private:
             add_points();
             if (below(4) == 0) page.AddMathFunc("10*sin(x)/x");
             if (below(4) == 0) make_kind();
+            if (below(6) == 0) page.DataKind(4 + below(2)); // a heat map, contours
         }
         page.GraphPolar(below(8) == 0);
     }

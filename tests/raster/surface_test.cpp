@@ -183,6 +183,28 @@ TEST_CASE("copies are cut at both surfaces and the clip, and overlap safely") {
         }
 }
 
+TEST_CASE("a block of pixels is what boxes of its colours are, within the clip") {
+    std::vector<std::uint32_t> pixels;
+    for (std::uint32_t i = 0; i < 12 * 9; ++i)
+        pixels.push_back(i % 7 == 0 ? 0 : 0xFF000000U | (i / 3 * 20 << 16 & 0xFF0000) | i);
+    for (const PixelPoint corner : {PixelPoint{4, 3}, PixelPoint{-5, -4}, PixelPoint{25, 15}})
+        for (double const twips : {15.0, 12.34}) {
+            CAPTURE(corner.x);
+            RasterSurface block = surface_of(30, 20, twips, twips), boxes = surface_of(30, 20, twips, twips);
+            for (RasterSurface* surface : {&block, &boxes})
+                surface->SelectClipPath({2 * twips, 2 * twips, 25 * twips, 15 * twips});
+            block.Pixels(corner, {12, 9}, pixels);
+            boxes.DrawSurface::Pixels(corner, {12, 9}, pixels);
+            CHECK(picture_of(block) == picture_of(boxes));
+        }
+    RasterSurface half = surface_of(2, 1);
+    half.state.alpha = 128;
+    half.Pixels({0, 0}, {2, 1}, std::array{0xFF000000U, 0x80000000U});
+    CHECK((pixel(half, 0, 0) & 0xFF) > 0x60);
+    CHECK((pixel(half, 0, 0) & 0xFF) < (pixel(half, 1, 0) & 0xFF));
+    CHECK((pixel(half, 1, 0) & 0xFF) < 0xFF);
+}
+
 TEST_CASE("resizing keeps the picture, refuses absurd sizes and lifts the clip") {
     RasterSurface surface = numbered_surface(10, 8);
     surface.SelectClipPath({0, 0, 15, 15});
