@@ -1,6 +1,7 @@
 #include "control/looks.h"
 #include "control/property_access.h"
 #include "qvgraph/qvGraph.h"
+#include "render/dashes.h"
 #include "scale/axis_range.h"
 #include "scale/time_zone.h"
 
@@ -22,6 +23,8 @@ struct Plain {};
 constexpr Plain plain, text, byte, rounded, flag, widened;
 struct TimeZoneName {
 } constexpr time_zone;
+struct DashPattern {
+} constexpr dashes;
 
 struct Percent {
     static double stored(ControlState const&, double value) { return value / 100; }
@@ -76,6 +79,7 @@ void store(ControlState const& state, Field& field, Value const& value, Conversi
         field = converted<Field>(stored);
     } else {
         if constexpr (std::is_same_v<Conversion, TimeZoneName>) scale::TimeZone::named(value);
+        if constexpr (std::is_same_v<Conversion, DashPattern>) render::dash_pattern(value);
         field = converted<Field>(value);
     }
 }

@@ -7,7 +7,6 @@
 #include "render/axis_range.h"
 #include "render/data_reach.h"
 #include "render/equal_units.h"
-#include "render/series_kind.h"
 #include "scale/fitted_range.h"
 #include "scale/mapping.h"
 
@@ -45,7 +44,7 @@ using Group = std::vector<Member*>;
 
 bool has_range_that_fits_itself(ControlState const& state, Graph const& graph) {
     return state.AutoFit || std::ranges::any_of(graph.DataSets, [](document::DataSet const& set) {
-               return !set.DataHide && series_kind(set);
+               return !set.DataHide && fits_at_each_drawing(set);
            });
 }
 
@@ -351,7 +350,7 @@ void for_each_link_behind(ControlState const& state, Take take) {
 bool fits_itself(ControlState const& state, Graph const& graph, Axis const& axis) {
     auto const lies_on = [&](std::int16_t index) { return &at(graph.Axes, index, "axis") == &axis; };
     return state.AutoFit || std::ranges::any_of(graph.DataSets, [&](document::DataSet const& set) {
-               return !set.DataHide && series_kind(set)
+               return !set.DataHide && fits_at_each_drawing(set)
                       && (lies_on(set.xAxisIndex) || lies_on(set.yAxisIndex));
            });
 }

@@ -3,6 +3,7 @@
 #include "document/selection.h"
 #include "render/plot_geometry.h"
 #include "render/series_kind.h"
+#include "render/stacked_areas.h"
 #include "scale/mapping.h"
 
 #include <cmath>
@@ -97,7 +98,7 @@ Shapes read_mark(ControlState& state) {
         if (!is_finite(box)) return {};
         return {{{box.left, box.top}, {box.right(), box.bottom()}, LineShape::Box, view.plot}};
     }
-    const document::PointEntry point = set.points.at(index);
+    const document::PointEntry point = shown_points(graph, set).at(index);
     const Point place{view.x(point.X), view.y(point.Y)};
     if (!std::isfinite(place.x) || !std::isfinite(place.y)) return {};
     double const reach = state.UnitsPerMmX;
