@@ -220,14 +220,21 @@ void draw_errors(Plotting& plotting, DataSet const& set) {
         draw_error_bars(state, plotting.surface, set, points, mapping, shift);
     };
     if (set.DataSymbol != symbol_bar) return draw(shown_points(plotting.graph, set), {});
-    const Point shift = set.BarHoriz ? Point{0, set.BarOffset * state.UnitsPerMmY}
-                                     : Point{set.BarOffset * state.UnitsPerMmX, 0};
-    if (!set.BarStacked) return draw(set.points, shift);
+    // Bars stand beside their points by millimetres, or by values where these say how wide they are.
+    bool const by_values = has_value_width(set);
+    auto const across = [&](double distance) {
+        return set.BarHoriz ? Point{0, distance} : Point{distance, 0};
+    };
+    const Point shift =
+        across(by_values ? 0 : set.BarOffset * (set.BarHoriz ? state.UnitsPerMmY : state.UnitsPerMmX));
+    if (!set.BarStacked && !by_values) return draw(set.points, shift);
+    const Point moved = across(by_values ? set.BarOffset : 0);
     draw(points_at(set.points,
                    [&](Point value, std::size_t i) {
-                       if (i >= plotting.bars.ends.size()) return value;
-                       return set.BarHoriz ? Point{plotting.bars.ends[i].x, value.y}
-                                           : Point{value.x, plotting.bars.ends[i].y};
+                       if (set.BarStacked && i < plotting.bars.ends.size())
+                           value = set.BarHoriz ? Point{plotting.bars.ends[i].x, value.y}
+                                                : Point{value.x, plotting.bars.ends[i].y};
+                       return Point{value.x + moved.x, value.y + moved.y};
                    }),
          shift);
 }

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <vector>
 
 namespace qv::render {
 namespace {
@@ -94,6 +95,59 @@ std::optional<BarLines> bar_lines(Side const& along, Side const& across, Ends co
     };
     return BarLines{point(from, middle), point(to, middle), point(0, cap), ends.less > 0, ends.more > 0};
 }
+
+/// What of the error bars one way is painted, in whole pixels: of very many bars most lie on others.
+class PaintedBars {
+public:
+    /// So many bars and so few pixels that looking is cheaper than painting.
+    static bool pays(std::size_t bars, Side const& along, Side const& across) {
+        constexpr std::size_t many = 10000;
+        constexpr double most_pixels = 1 << 26;
+        return bars > many && count(along) * count(across) < most_pixels;
+    }
+
+    PaintedBars(Side const& along, Side const& across)
+        : along_(along), across_(across), spans_(static_cast<std::size_t>(count(across))),
+          caps_(spans_.size() * static_cast<std::size_t>(count(along))) {}
+
+    /// Whether anything of a bar is not painted yet; from now on it is.
+    bool take(double middle, double from, double to, BarLines const& bar) {
+        std::size_t const column = number(across_, middle);
+        auto const [low, high] = std::minmax({number(along_, from), number(along_, to)});
+        Span& span = spans_[column];
+        bool is_new = low < span.low || high > span.high;
+        bool const touches = span.low <= high && low <= span.high;
+        if (is_new)
+            span = touches ? Span{std::min(low, span.low), std::max(high, span.high)} : Span{low, high};
+        auto const cap = [&](double end) {
+            auto painted = caps_[column * static_cast<std::size_t>(count(along_)) + number(along_, end)];
+            is_new |= !painted;
+            painted = true;
+        };
+        if (bar.caps_at_from) cap(from);
+        if (bar.caps_at_to) cap(to);
+        return is_new;
+    }
+
+private:
+    struct Span {
+        std::size_t low = 1, high = 0;
+    };
+    // What can be seen, what a cap reaches into it, and a pixel beyond at either end for all that lies there.
+    static double first(Side const& side) { return std::floor((side.low - side.half_cap) / side.pixel) - 2; }
+    static double count(Side const& side) {
+        return std::ceil((side.high + side.half_cap) / side.pixel) + 3 - first(side);
+    }
+    static std::size_t number(Side const& side, double twips) {
+        double const pixel = std::floor(twips / side.pixel + 0.5) - first(side);
+        return static_cast<std::size_t>(std::clamp(pixel, 0.0, count(side) - 1));
+    }
+
+    Side const& along_;
+    Side const& across_;
+    std::vector<Span> spans_;
+    std::vector<bool> caps_;
+};
 
 bool has_error_columns(PointBlock const& block) {
     for (std::size_t column = 0; column < document::extra_column_count; ++column)
@@ -202,18 +256,25 @@ void draw_error_bars(ControlState& state, DrawSurface& surface, DataSet const& s
                  box.left,  box.right()};
     const Side y{mapping.y, shift.y,     surface.TwipsPerPixelY(), half_cap(set, state.UnitsPerMmY),
                  box.top,   box.bottom()};
+    std::optional<PaintedBars> upright, lying;
+    if (PaintedBars::pays(points.size(), y, x)) {
+        upright.emplace(y, x);
+        lying.emplace(x, y);
+    }
     for (PointBlock const& block : points.blocks()) {
         if (!has_errors(block)) continue;
         for (std::size_t i = 0; i < block.size(); ++i) {
             const Point value{block.x()[i], block.y()[i]};
             if (!x.has_place(value.x) || !y.has_place(value.y)) continue;
             const PointErrors errors = errors_of(block, i);
-            auto const draw = [&](Side const& along, Side const& across, Ends const& ends,
-                                  Direction direction) {
-                if (auto const bar = bar_lines(along, across, ends, direction)) draw_lines(surface, *bar);
-            };
-            draw(y, x, {value.y, value.x, errors.below, errors.above}, Direction::Upright);
-            draw(x, y, {value.x, value.y, errors.left, errors.right}, Direction::Lying);
+            if (auto const bar =
+                    bar_lines(y, x, {value.y, value.x, errors.below, errors.above}, Direction::Upright);
+                bar && (!upright || upright->take(bar->from.x, bar->from.y, bar->to.y, *bar)))
+                draw_lines(surface, *bar);
+            if (auto const bar =
+                    bar_lines(x, y, {value.x, value.y, errors.left, errors.right}, Direction::Lying);
+                bar && (!lying || lying->take(bar->from.y, bar->from.x, bar->to.x, *bar)))
+                draw_lines(surface, *bar);
         }
     }
 }

@@ -43,6 +43,7 @@ std::set<std::string_view> may_change(PropertyRow const& changed) {
 Variant another_value(PropertyRow const& row, Variant const& present) {
     if (row.kind == "boolean") return !number_of<bool>(present);
     if (row.accepts == Accepts::Number) return number_of<double>(present) == 3.0 ? 5 : 3;
+    if (row.conversion == "dashes") return "6 2";
     return row.conversion == "time_zone" ? "Europe/Berlin" : "Font=Times|12";
 }
 

@@ -28,7 +28,9 @@ void unsettle(qvGraph& control, bool flags) {
         if (!row.let || row.target == "control") continue;
         bool const is_flag = row.kind == "boolean" || row.conversion == "flag";
         if (row.accepts != control::Accepts::Number)
-            row.let(control, row.conversion == "time_zone" ? "local" : "old");
+            row.let(control, row.conversion == "time_zone" ? "local"
+                             : row.conversion == "dashes"  ? "3"
+                                                           : "old");
         else
             row.let(control, is_flag ? Variant(flags) : Variant(7));
     }

@@ -7,7 +7,9 @@
 #include <doctest/doctest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <limits>
+#include <set>
 
 using namespace qv;
 using namespace qv::render;
@@ -136,4 +138,31 @@ TEST_CASE("error bars of stacked bars stand at their ends, moved as the bars are
     double const x = 2, y = 4, error = 1;
     above.points.append({&x, 1}, {&y, 1}, {}, {std::span(&error, 1)});
     CHECK(page.lines()[0] == "line 3300,5000 3300,4000 #000000 w1");
+}
+
+TEST_CASE("of very many error bars those that lie on others are left out, and no pixel is missing") {
+    Errors page;
+    std::set<std::string> of_few;
+    // The same bars again and again; few enough at first for all of them to be drawn.
+    auto const point = [](int i) { return Point{0.011 * (i % 1000), 5 + (i * 7 % 1000) * 0.0006}; };
+    auto const add = [&](int i) { page.add(point(i), {0.1 + i % 3, i % 5 == 0 ? none : 0.5, none, none}); };
+    for (int i = 0; i < 3000; ++i) add(i);
+    for (std::string const& line : page.lines()) of_few.insert(line);
+    for (int i = 3000; i < 60000; ++i) add(i);
+    auto const of_many = page.lines();
+    CHECK(of_many.size() < 20000);
+    // Pixels are whole: compared are places in pixels.
+    auto const pixels = [](auto const& lines) {
+        std::set<std::pair<long, long>> found;
+        for (std::string const& line : lines) {
+            double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+            REQUIRE(std::sscanf(line.c_str(), "line %lf,%lf %lf,%lf", &x1, &y1, &x2, &y2) == 4);
+            auto const whole = [](double twips) { return std::lround(std::floor(twips / 15 + 0.5)); };
+            for (long x = std::min(whole(x1), whole(x2)); x <= std::max(whole(x1), whole(x2)); ++x)
+                for (long y = std::min(whole(y1), whole(y2)); y <= std::max(whole(y1), whole(y2)); ++y)
+                    if (x >= 67 && x <= 733 && y >= 67 && y <= 733) found.emplace(x, y);
+        }
+        return found;
+    };
+    CHECK(pixels(of_many) == pixels(of_few));
 }
