@@ -88,6 +88,61 @@ Page spline_page(std::size_t count, Drawing drawing) {
     return page;
 }
 
+Page step_page(std::size_t count, Drawing drawing) {
+    constexpr int after = 2;
+    Page page = line_page(count, drawing);
+    page->control().DataSteps(after);
+    return page;
+}
+
+Page dashed_page(std::size_t count, Drawing drawing) {
+    Page page = line_page(count, drawing);
+    page->control().DataLinePattern("6 2 1 2");
+    return page;
+}
+
+namespace {
+
+Page page_of_errors(std::size_t count, Drawing drawing, int error_style) {
+    Page page = empty_page(drawing);
+    add_graph(page->control());
+    const Series series = noisy_sine(count);
+    const std::vector<double> below(count, 0.1), above(count, 0.2);
+    auto const line = page->control().graphs().front().line("errors", {.error_style = error_style});
+    line.add_columns(series.x, series.y, below, above);
+    return page;
+}
+
+} // namespace
+
+Page error_bars_page(std::size_t count, Drawing drawing) {
+    return page_of_errors(count, drawing, 0);
+}
+
+Page error_band_page(std::size_t count, Drawing drawing) {
+    return page_of_errors(count, drawing, 1);
+}
+
+Page two_color_area_page(std::size_t count, Drawing drawing) {
+    Page page = area_page(count, drawing);
+    page->control().AreaBase(true);
+    page->control().AreaBelowColor(rgb(255, 210, 200));
+    return page;
+}
+
+Page stacked_areas_page(std::size_t count, Drawing drawing) {
+    constexpr std::int16_t filled_area = 4;
+    Page page = empty_page(drawing);
+    qvGraph& graph = page->control();
+    add_graph(graph);
+    for (double const offset : {2.0, 3.0}) {
+        add_line(graph, noisy_sine(count / 2, first_seed, offset), blue);
+        graph.DataLineStyle(filled_area);
+        graph.AreaStacked(1);
+    }
+    return page;
+}
+
 Page stacked_bars_page(std::size_t count, Drawing drawing) {
     constexpr std::int16_t bars = 1;
     Page page = empty_page(drawing);

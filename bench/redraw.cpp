@@ -1,6 +1,8 @@
 // One full redraw of an unchanged page: line_redraw/N, symbols_redraw/N, area_redraw/N, spline_redraw/N,
-// stacked_bars/N, grouped_bars/N, candles/N, pie/N, heat_map/N, contours/N, heat_map_binned/N, polar/N, marks/N, histogram/N, boxes/N, strip/N (kept, and with _first worked out anew), many_sets, zoomed/N,
-// twelve_graphs; with /flat behind the name, the same without smoothing.
+// steps/N, dashes/N, error_bars/N, error_band/N, two_color_area/N, stacked_areas/N, stacked_bars/N, grouped_bars/N,
+// candles/N, pie/N, polar/N, marks/N, heat_map/N, contours/N, heat_map_binned/N, histogram/N, boxes/N, strip/N (kept,
+// and with _first worked out anew), many_sets, zoomed/N, twelve_graphs; with /flat behind the name, the same without
+// smoothing.
 #include "benchmarks.h"
 #include "control/state_of.h"
 #include "pages.h"
@@ -47,6 +49,12 @@ void register_redraw() {
             }
         }
         add_redraw("area_redraw" + size, std::bind_front(area_page, count));
+        add_redraw("steps" + size, std::bind_front(step_page, count));
+        add_redraw("dashes" + size, std::bind_front(dashed_page, count));
+        add_redraw("error_bars" + size, std::bind_front(error_bars_page, count));
+        add_redraw("error_band" + size, std::bind_front(error_band_page, count));
+        add_redraw("two_color_area" + size, std::bind_front(two_color_area_page, count));
+        add_redraw("stacked_areas" + size, std::bind_front(stacked_areas_page, count));
         add_redraw("spline_redraw" + size, std::bind_front(spline_page, count));
         add_redraw("stacked_bars" + size, std::bind_front(stacked_bars_page, count));
         add_redraw("grouped_bars" + size, std::bind_front(grouped_bars_page, count));

@@ -626,6 +626,9 @@ struct DataOptions {
     /// DataSymbolSpacing: Where a line joins the points, symbols stand at least so many millimetres apart; 0
     /// puts one at each.
     std::optional<Checked<float>> symbol_spacing = {};
+    /// DataSymbolEvery: Where a line joins the points, so many points lie from one symbol to the next; 0 and
+    /// 1 put one at each.
+    std::optional<Checked<std::int32_t>> symbol_every = {};
     /// DataSymbolSize: Size of the symbols in millimetres.
     std::optional<Checked<float>> symbol_size = {};
     /// DataSymbolColor: Colour of symbols, bars and filled areas.
@@ -640,12 +643,25 @@ struct DataOptions {
     /// piece.
     std::optional<Checked<std::int16_t>> line_style = {};
     /// DataLineDash: 0 as DataLineStyle says, 1 dashes, 2 dots, 3 and 4 dashes with one and two dots, for any
-    /// line but that of an area.
+    /// line but that of an area, going on from point to point.
     std::optional<Checked<std::uint8_t>> line_dash = {};
+    /// DataLinePattern: A pattern of dashes of one's own, the lengths of dashes and gaps in turn in widths of
+    /// the line, such as "6 2 1 2"; it goes on from point to point and counts before DataLineDash. A dash no
+    /// longer than the line is wide is a dot. Anything but up to 16 numbers from 0 to 1000 with a sum of at
+    /// least 1 is fault 5.
+    std::optional<std::string> line_pattern = {};
     /// DataLineColor: Colour of the line.
     std::optional<ColorValue> line_color = {};
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::optional<Checked<std::uint8_t>> line_thickness = {};
+    /// DataLineAlpha: How opaque line and error bars are, from 0, invisible, to 255.
+    std::optional<Checked<std::uint8_t>> line_alpha = {};
+    /// DataFillAlpha: How opaque symbols, bars and areas are, from 0, invisible, to 255.
+    std::optional<Checked<std::uint8_t>> fill_alpha = {};
+    /// DataSteps: Makes steps of a line, an area or a band: 1 the value of a point holds from the point
+    /// before up to it, 2 from it to the next one, 3 halfway to either side; 0 goes straight from point to
+    /// point.
+    std::optional<Checked<std::uint8_t>> steps = {};
     /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 1 a histogram of their y, 2
     /// box plots and 3 strips of the points of one x each (with BarHoriz of one y), 4 a heat map of a matrix
     /// or of the points counted in cells, 5 its contours, 6 candles: Y is the close, the extra columns open,
@@ -728,6 +744,28 @@ struct DataOptions {
     std::optional<Checked<bool>> show_error_bar = {};
     /// ErrorBarColor: Colour of upright error bars.
     std::optional<ColorValue> error_bar_color = {};
+    /// ErrorStyle: How the errors of points are shown: 0 bars, 1 a band around the points of which each y has
+    /// a finite error, 2 both.
+    std::optional<Checked<std::uint8_t>> error_style = {};
+    /// ErrorBarCap: Length of the caps of error bars in millimetres; 0 for none.
+    std::optional<Checked<float>> error_bar_cap = {};
+    /// ErrorBarThickness: Width of error bars in pixels at 96 to the inch, drawn as at least 1.
+    std::optional<Checked<std::uint8_t>> error_bar_thickness = {};
+    /// ErrorBandAlpha: How opaque the band of errors is, in ErrorBarColor, from 0 to 255.
+    std::optional<Checked<std::uint8_t>> error_band_alpha = {};
+    /// AreaBase: Whether areas begin at AreaBaseValue, not where the y axis does.
+    std::optional<Checked<bool>> area_base = {};
+    /// AreaBaseValue: The value at which areas begin.
+    std::optional<Checked<double>> area_base_value = {};
+    /// AreaBelowColor: Colour of an area where it lies below its base or the data set of AreaTo, cut exactly
+    /// where they cross; -1 takes DataSymbolColor there too.
+    std::optional<ColorValue> area_below_color = {};
+    /// AreaTo: Number of the data set at which the area begins, from 0, as SetSelectedData counts; it may be
+    /// hidden or lie on other axes. Where only one of the two has a value there is no area. -1 for none.
+    std::optional<Checked<std::int16_t>> area_to = {};
+    /// AreaStacked: 1 puts the area upon the stacked areas of the data sets before on the same axes, 2 as
+    /// percent of the sum of all of them; between points values lie on the lines that join them.
+    std::optional<Checked<std::uint8_t>> area_stacked = {};
     /// MathFunc: A formula in x whose curve is drawn, e.g. sin(x)/x; see expressions.md.
     std::optional<std::string> formula = {};
     /// MathFuncX1: One end of the formula's curve in data values; both ends 0 mean the whole x axis.
@@ -813,6 +851,10 @@ public:
     /// puts one at each.
     float symbol_spacing() const;
     void symbol_spacing(Checked<float> value) const; ///< sets it
+    /// DataSymbolEvery: Where a line joins the points, so many points lie from one symbol to the next; 0 and
+    /// 1 put one at each.
+    std::int32_t symbol_every() const;
+    void symbol_every(Checked<std::int32_t> value) const; ///< sets it
     /// DataSymbolSize: Size of the symbols in millimetres.
     float symbol_size() const;
     void symbol_size(Checked<float> value) const; ///< sets it
@@ -833,15 +875,32 @@ public:
     std::int16_t line_style() const;
     void line_style(Checked<std::int16_t> value) const; ///< sets it
     /// DataLineDash: 0 as DataLineStyle says, 1 dashes, 2 dots, 3 and 4 dashes with one and two dots, for any
-    /// line but that of an area.
+    /// line but that of an area, going on from point to point.
     std::uint8_t line_dash() const;
     void line_dash(Checked<std::uint8_t> value) const; ///< sets it
+    /// DataLinePattern: A pattern of dashes of one's own, the lengths of dashes and gaps in turn in widths of
+    /// the line, such as "6 2 1 2"; it goes on from point to point and counts before DataLineDash. A dash no
+    /// longer than the line is wide is a dot. Anything but up to 16 numbers from 0 to 1000 with a sum of at
+    /// least 1 is fault 5.
+    std::string line_pattern() const;
+    void line_pattern(std::string_view value) const; ///< sets it
     /// DataLineColor: Colour of the line.
     Color line_color() const;
     void line_color(ColorValue value) const; ///< sets it
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::uint8_t line_thickness() const;
     void line_thickness(Checked<std::uint8_t> value) const; ///< sets it
+    /// DataLineAlpha: How opaque line and error bars are, from 0, invisible, to 255.
+    std::uint8_t line_alpha() const;
+    void line_alpha(Checked<std::uint8_t> value) const; ///< sets it
+    /// DataFillAlpha: How opaque symbols, bars and areas are, from 0, invisible, to 255.
+    std::uint8_t fill_alpha() const;
+    void fill_alpha(Checked<std::uint8_t> value) const; ///< sets it
+    /// DataSteps: Makes steps of a line, an area or a band: 1 the value of a point holds from the point
+    /// before up to it, 2 from it to the next one, 3 halfway to either side; 0 goes straight from point to
+    /// point.
+    std::uint8_t steps() const;
+    void steps(Checked<std::uint8_t> value) const; ///< sets it
     /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 1 a histogram of their y, 2
     /// box plots and 3 strips of the points of one x each (with BarHoriz of one y), 4 a heat map of a matrix
     /// or of the points counted in cells, 5 its contours, 6 candles: Y is the close, the extra columns open,
@@ -955,6 +1014,37 @@ public:
     /// ErrorBarColor: Colour of upright error bars.
     Color error_bar_color() const;
     void error_bar_color(ColorValue value) const; ///< sets it
+    /// ErrorStyle: How the errors of points are shown: 0 bars, 1 a band around the points of which each y has
+    /// a finite error, 2 both.
+    std::uint8_t error_style() const;
+    void error_style(Checked<std::uint8_t> value) const; ///< sets it
+    /// ErrorBarCap: Length of the caps of error bars in millimetres; 0 for none.
+    float error_bar_cap() const;
+    void error_bar_cap(Checked<float> value) const; ///< sets it
+    /// ErrorBarThickness: Width of error bars in pixels at 96 to the inch, drawn as at least 1.
+    std::uint8_t error_bar_thickness() const;
+    void error_bar_thickness(Checked<std::uint8_t> value) const; ///< sets it
+    /// ErrorBandAlpha: How opaque the band of errors is, in ErrorBarColor, from 0 to 255.
+    std::uint8_t error_band_alpha() const;
+    void error_band_alpha(Checked<std::uint8_t> value) const; ///< sets it
+    /// AreaBase: Whether areas begin at AreaBaseValue, not where the y axis does.
+    bool area_base() const;
+    void area_base(Checked<bool> value) const; ///< sets it
+    /// AreaBaseValue: The value at which areas begin.
+    double area_base_value() const;
+    void area_base_value(Checked<double> value) const; ///< sets it
+    /// AreaBelowColor: Colour of an area where it lies below its base or the data set of AreaTo, cut exactly
+    /// where they cross; -1 takes DataSymbolColor there too.
+    Color area_below_color() const;
+    void area_below_color(ColorValue value) const; ///< sets it
+    /// AreaTo: Number of the data set at which the area begins, from 0, as SetSelectedData counts; it may be
+    /// hidden or lie on other axes. Where only one of the two has a value there is no area. -1 for none.
+    std::int16_t area_to() const;
+    void area_to(Checked<std::int16_t> value) const; ///< sets it
+    /// AreaStacked: 1 puts the area upon the stacked areas of the data sets before on the same axes, 2 as
+    /// percent of the sum of all of them; between points values lie on the lines that join them.
+    std::uint8_t area_stacked() const;
+    void area_stacked(Checked<std::uint8_t> value) const; ///< sets it
     /// MathFunc: A formula in x whose curve is drawn, e.g. sin(x)/x; see expressions.md.
     std::string formula() const;
     void formula(std::string_view value) const; ///< sets it

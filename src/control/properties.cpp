@@ -3,6 +3,7 @@
 #include "qvgraph/qvGraph.h"
 #include "render/color_map.h"
 #include "render/contour_levels.h"
+#include "render/dashes.h"
 #include "scale/axis_range.h"
 #include "scale/time_zone.h"
 
@@ -28,6 +29,8 @@ struct ColorTable {
 } constexpr color_table;
 struct Levels {
 } constexpr levels;
+struct DashPattern {
+} constexpr dashes;
 
 struct Percent {
     static double stored(ControlState const&, double value) { return value / 100; }
@@ -84,6 +87,7 @@ void store(ControlState const& state, Field& field, Value const& value, Conversi
         if constexpr (std::is_same_v<Conversion, TimeZoneName>) scale::TimeZone::named(value);
         if constexpr (std::is_same_v<Conversion, ColorTable>) render::color_map(value);
         if constexpr (std::is_same_v<Conversion, Levels>) render::level_choice(value);
+        if constexpr (std::is_same_v<Conversion, DashPattern>) render::dash_pattern(value);
         field = converted<Field>(value);
     }
 }

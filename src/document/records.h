@@ -215,7 +215,12 @@ struct DataSetSettings : GraphText, MarkSettings, PieSettings {
     Color DataLineColor = 0;
     std::int16_t DataLineThickness = 0; // pixels
     std::uint8_t DataLineDash = 0;      // 1 dashes, 2 dots, 3 and 4 dashes with one and two dots
+    std::string DataLinePattern;        // lengths of dashes and gaps in turn, in line widths; "" for none
+    std::uint8_t DataLineAlpha = 255;   // of lines and error bars, 0 invisible
+    std::uint8_t DataFillAlpha = 255;   // of symbols, bars and areas
+    std::uint8_t DataSteps = 0;         // how a line gets from point to point; 0: straight
     float DataSymbolSpacing = 0;        // twips between symbols on a line, at least; 0: at each point
+    std::int32_t DataSymbolEvery = 0;   // points from one symbol on a line to the next; 0 and 1: at each
     std::uint8_t DataKind = 0;          // what is made of the points; 0: lines, symbols and bars at them
     std::int32_t HistogramBins = 0;
     double HistogramBinWidth = 0;
@@ -228,6 +233,15 @@ struct DataSetSettings : GraphText, MarkSettings, PieSettings {
     bool DataHide = false;
     bool ShowErrorBar = false;
     Color ErrorBarColor = 0;
+    std::uint8_t ErrorStyle = 0;        // 0 bars, 1 a band, 2 both
+    float ErrorBarCap = 2;              // millimetres, from end to end
+    std::uint8_t ErrorBarThickness = 1; // pixels
+    std::uint8_t ErrorBandAlpha = 64;
+    bool AreaBase = false; // areas begin at AreaBaseValue, not at the start of the y axis
+    double AreaBaseValue = 0;
+    Color AreaBelowColor = -1;    // where an area lies below where it begins; -1: as above it
+    std::int16_t AreaTo = -1;     // the data set at which the area begins; -1: none
+    std::uint8_t AreaStacked = 0; // 1 on the stacked areas before, 2 in percent of all
     bool BarHoriz = false;
     bool Bar3D = false;
     bool BarStacked = false;

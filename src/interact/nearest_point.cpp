@@ -4,12 +4,17 @@
 #include "document/selection.h"
 #include "document/trap.h"
 #include "interact/hit_test.h"
+#include "interact/point_steps.h"
 #include "interact/read_out.h"
+#include "render/areas.h"
 #include "render/bar_places.h"
 #include "render/bars.h"
+#include "render/data_sets.h"
+#include "render/error_bars.h"
 #include "render/plot_geometry.h"
 #include "render/polar_map.h"
 #include "render/series_kind.h"
+#include "render/stacked_areas.h"
 #include "render/text.h"
 #include "scale/mapping.h"
 
@@ -49,11 +54,11 @@ public:
         y_ = values(y_map_, std::max(place.y - radius, plot.top), std::min(place.y + radius, plot.bottom()));
     }
 
-    void look_at(DataSet const& set, std::int16_t index) {
+    void look_at(DataSet const& set, document::PointStore const& points, std::int16_t index) {
         if (!x_map_.valid || !y_map_.valid) return;
         take_width_of_bars(set);
         std::size_t first = 0;
-        for (PointBlock const& block : set.points.blocks()) {
+        for (PointBlock const& block : points.blocks()) {
             if (block.size() > 0 && !x_.misses(block.x_extent()) && !y_.misses(block.y_extent()))
                 look_at(block, {index, first, 0});
             first += block.size();
@@ -138,6 +143,33 @@ std::optional<std::size_t> item_under(render::SeriesView const& view, Point plac
     return kind->item_at(view, place);
 }
 
+/// The data set whose area a place lies in, the last drawn of several, and its point nearest in x.
+std::optional<FoundPoint> area_under(ControlState& state, std::int16_t index, Point place) {
+    Graph& graph = *at(state.Graphs, index);
+    for (std::int16_t i = graph.NumDataSets(); i-- > 0;) {
+        DataSet const& set = at(graph.DataSets, i);
+        if (set.DataHide || render::series_kind(set) || !render::is_area(set) || set.points.size() == 0)
+            continue;
+        using Maps = render::SeriesScope::Maps;
+        const render::SeriesScope scope(state, graph, i, Maps::AsShown);
+        const render::LineMapping mapping{scope.view().x, scope.view().y, scope.view().plot};
+        if (!mapping.x.valid || !mapping.y.valid) continue;
+        if (render::area_holds({graph, set, mapping, Maps::AsShown}, place))
+            return FoundPoint{i, nearest_in_x(set.points, mapping.x.value_at(place.x)), 0};
+    }
+    return std::nullopt;
+}
+
+/// " ± 2" or " +2 -1", each as far as it is there.
+std::string error_text(double less, double more) {
+    if (less == 0 && more == 0) return {};
+    if (less == more) return " \u00B1 " + number_text(less);
+    std::string text;
+    if (more > 0) text += " +" + number_text(more);
+    if (less > 0) text += " -" + number_text(less);
+    return text;
+}
+
 std::string fact_text(Graph const& graph, DataSet const& set, render::Fact const& fact) {
     using Of = render::Fact::Of;
     std::string const name = fact.name.empty() ? "" : fact.name + " ";
@@ -186,7 +218,7 @@ std::optional<FoundPoint> nearest_point(ControlState& state, std::int16_t index,
             continue;
         }
         Search search(graph, place, least);
-        search.look_at(set, i);
+        search.look_at(set, render::shown_points(graph, set), i);
         if (search.found()) nearest = search.found();
     }
     return nearest ? nearest : item; // points are small, and drawn where they can be seen
@@ -201,8 +233,12 @@ std::string point_name(ControlState& state, std::int16_t index, FoundPoint const
         return name + facts_text(graph, set, kind->item_facts(set, found.point));
     const document::PointEntry point = set.points.at(found.point);
     if (!point.DataID.empty()) name += ", " + render::as_read(state, point.DataID);
-    return name + ": " + coordinate_text(at(graph.Axes, set.xAxisIndex), point.X) + ", "
-           + coordinate_text(at(graph.Axes, set.yAxisIndex), point.Y);
+    render::PointErrors errors;
+    if (set.ShowErrorBar) errors = render::errors_of(set.points, found.point);
+    return name + ": " + coordinate_text(at(graph.Axes, set.xAxisIndex), point.X)
+           + error_text(errors.left, errors.right) + ", "
+           + coordinate_text(at(graph.Axes, set.yAxisIndex), point.Y)
+           + error_text(errors.below, errors.above);
 }
 
 void name_point_under(ControlState& state, Point place) {
@@ -212,7 +248,8 @@ void name_point_under(ControlState& state, Point place) {
                                        ? graph_under(state, place)
                                        : std::int16_t{-1};
         if (index >= 0) {
-            auto const found = nearest_point(state, index, place, reach_mm * state.UnitsPerMmX);
+            auto found = nearest_point(state, index, place, reach_mm * state.UnitsPerMmX);
+            if (!found) found = area_under(state, index, place);
             if (found) name = point_name(state, index, *found);
         }
         show_name(state, std::move(name));

@@ -100,26 +100,6 @@ std::pair<std::size_t, std::size_t> nearest_stretch(PointBlock const& block, dou
     return {static_cast<std::size_t>(earliest), std::min(place + 1, block.size())};
 }
 
-std::size_t nearest_in_x(PointStore const& points, double x) {
-    std::size_t nearest = 0, start = 0;
-    double least = HUGE_VAL;
-    for (PointBlock const& block : points.blocks()) {
-        // A block out of reach is passed over.
-        double const beside = std::max(block.x_extent().low - x, x - block.x_extent().high);
-        if (beside < least) {
-            auto const [first, end] = nearest_stretch(block, x);
-            for (std::size_t i = first; i < end; ++i) {
-                double const distance = std::abs(block.x()[i] - x);
-                if (!(distance < least) || !std::isfinite(block.y()[i])) continue;
-                least = distance;
-                nearest = start + i;
-            }
-        }
-        start += block.size();
-    }
-    return nearest;
-}
-
 /// Points are known by their arrival, so that they stay the same while older ones are dropped.
 std::size_t forgotten_points(DataSet const& set) {
     return render::series_kind(set) ? 0 : set.points.dropped();
@@ -143,6 +123,26 @@ bool read(ControlState& state, Graph& graph, std::int16_t data_set, std::optiona
 }
 
 } // namespace
+
+std::size_t nearest_in_x(PointStore const& points, double x) {
+    std::size_t nearest = 0, start = 0;
+    double least = HUGE_VAL;
+    for (PointBlock const& block : points.blocks()) {
+        // A block out of reach is passed over.
+        double const beside = std::max(block.x_extent().low - x, x - block.x_extent().high);
+        if (beside < least) {
+            auto const [first, end] = nearest_stretch(block, x);
+            for (std::size_t i = first; i < end; ++i) {
+                double const distance = std::abs(block.x()[i] - x);
+                if (!(distance < least) || !std::isfinite(block.y()[i])) continue;
+                least = distance;
+                nearest = start + i;
+            }
+        }
+        start += block.size();
+    }
+    return nearest;
+}
 
 bool step_point(ControlState& state, bool forward) {
     Graph* const graph = graph_at(state, state.CurrentGraph);

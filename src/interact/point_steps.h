@@ -12,6 +12,9 @@ bool step_point(document::ControlState& state, bool forward);
 /// Moves the reading to the next or previous data set with points, to its point nearest in x.
 bool step_data_set(document::ControlState& state, bool forward);
 
+/// The number of the point that lies nearest to an x value, the first of several; 0 where none does.
+std::size_t nearest_in_x(document::PointStore const& points, double x);
+
 /// Ends the reading and takes its mark away; False when nothing was read.
 bool stop_reading(document::ControlState& state);
 

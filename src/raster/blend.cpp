@@ -94,6 +94,19 @@ void paint_shape_row(std::uint32_t* pixels, std::uint8_t const* coverage, int co
         [&](int i) { std::fill_n(pixels + i, 8, mixer.color()); });
 }
 
+void paint_translucent_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count,
+                           TranslucentPaint paint) {
+    constexpr int at_once = 256;
+    std::array<std::uint8_t, at_once> lessened;
+    for (int begin = 0; begin < count; begin += at_once) {
+        int const past = std::min(count, begin + at_once);
+        for (int i = begin; i < past; ++i)
+            lessened[static_cast<std::size_t>(i - begin)] =
+                static_cast<std::uint8_t>((coverage[i] * paint.alpha + 127) / 255);
+        paint_shape_row(pixels + begin, lessened.data(), past - begin, paint.mixer);
+    }
+}
+
 void invert_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count) {
     auto const invert = [&](int i) { pixels[i] ^= 0x00FFFFFF; };
     for_each_covered(coverage, count, invert, [&](int i) {

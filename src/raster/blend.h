@@ -39,6 +39,15 @@ private:
 /// Paints pixels with the mixer's colour where `coverage` is above 0.
 void paint_shape_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count, LinearMixer& mixer);
 
+/// A colour and how much of it there is where it covers a pixel in full, 0 to 255.
+struct TranslucentPaint {
+    LinearMixer& mixer;
+    std::uint32_t alpha;
+};
+/// The same with a coverage that is less by the paint's alpha.
+void paint_translucent_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count,
+                           TranslucentPaint paint);
+
 /// Inverts the pixels where `coverage` is above 0.
 void invert_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count);
 

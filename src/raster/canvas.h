@@ -21,10 +21,15 @@ struct RasterSurface::Canvas {
 
     /// The mask of the shape in this colour, or of the pixels to invert.
     CoverageMask& mask(DrawState const& state, Color color) {
-        return layers.mask(state.draw_mode == DrawMode::Invert ? Paint{} : Paint{pixel_value(color)}, pixels);
+        return mask(state, translucent(pixel_value(color), state.alpha));
     }
+    /// The same for text, which is always opaque.
+    CoverageMask& text_mask(DrawState const& state) { return mask(state, pixel_value(state.ForeColor)); }
     /// Whether whole pixels in a colour may be written without a mask.
     bool paints_at_once(DrawState const& state) const {
+        return state.alpha == opaque && paints_text_at_once(state);
+    }
+    bool paints_text_at_once(DrawState const& state) const {
         return open_shapes == 0 && state.draw_mode != DrawMode::Invert;
     }
     /// Ends one operation: paints what it covered, unless a shape is open.
@@ -39,6 +44,11 @@ struct RasterSurface::Canvas {
     /// Outside of shapes only an operation that has failed leaves a mask.
     void drop_what_failed() {
         if (open_shapes == 0) layers.drop();
+    }
+
+private:
+    CoverageMask& mask(DrawState const& state, std::uint32_t paint) {
+        return layers.mask(state.draw_mode == DrawMode::Invert ? Paint{} : Paint{paint}, pixels);
     }
 };
 

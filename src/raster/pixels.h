@@ -61,6 +61,16 @@ constexpr std::uint32_t pixel_value(Color color) {
     return 0xFF000000U | (bgr & 0xFF) << 16 | (bgr & 0xFF00) | bgr >> 16;
 }
 
+constexpr std::uint8_t opaque = 255;
+
+/// A stored colour with an alpha in the place of its 0xFF: a paint, never a pixel.
+constexpr std::uint32_t translucent(std::uint32_t color, std::uint8_t alpha) {
+    return (color & 0xFFFFFF) | std::uint32_t{alpha} << 24;
+}
+constexpr std::uint8_t alpha_of(std::uint32_t color) {
+    return static_cast<std::uint8_t>(color >> 24);
+}
+
 /// Rows of 32-bit pixels, top row first, without gaps between the rows.
 struct PixelBuffer {
     int width = 1;

@@ -70,10 +70,10 @@ public:
         : canvas_(*surface.canvas_), state_(surface.state), fonts_(*surface.fonts_), metrics_(metrics),
           twips_x_(surface.twips_per_pixel_x_), twips_y_(surface.twips_per_pixel_y_),
           color_(pixel_value(state_.ForeColor)) {
-        if (canvas_.paints_at_once(state_))
+        if (canvas_.paints_text_at_once(state_))
             buffer_ = &canvas_.pixels.write();
         else
-            mask_ = &canvas_.mask(state_, state_.ForeColor);
+            mask_ = &canvas_.text_mask(state_);
     }
 
     void draw(std::string_view line, PixelPoint top_left, double angle_degrees) {

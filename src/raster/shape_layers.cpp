@@ -6,11 +6,14 @@ namespace qv::raster {
 namespace {
 
 void paint_mask(CoverageMask& mask, Paint paint, PixelBuffer& target) {
-    LinearMixer mixer(paint.value_or(0));
+    std::uint8_t const alpha = alpha_of(paint.value_or(0));
+    LinearMixer mixer(paint.value_or(0) | 0xFF000000U);
     mask.for_each_touched([&](int y, int left, int right) {
         std::uint32_t* const pixels = target.row(y) + left;
         std::uint8_t const* const coverage = mask.row(y) + left;
-        if (paint)
+        if (paint && alpha != opaque)
+            paint_translucent_row(pixels, coverage, right - left, {mixer, alpha});
+        else if (paint)
             paint_shape_row(pixels, coverage, right - left, mixer);
         else
             invert_row(pixels, coverage, right - left);

@@ -10,7 +10,7 @@
 
 namespace qv::raster {
 
-/// What is done to the pixels of a shape: painted in a colour, or, without one, inverted.
+/// What is done to the pixels of a shape: painted in a colour 0xAARRGGBB, or, without one, inverted.
 using Paint = std::optional<std::uint32_t>;
 
 class ShapeLayers {

@@ -23,6 +23,7 @@ using document::trapped;
 constexpr double half_sample_length_mm = 1.5;
 constexpr double shadow_mm = 1;
 constexpr double farthest_side = 20; // lengths of the axis
+constexpr std::uint8_t opaque = 255;
 
 BarBox sample_box(ControlState const& state, Point centre, double half_width, bool horizontal) {
     double const half_x = horizontal ? half_sample_length_mm * state.UnitsPerMmX : half_width;
@@ -38,6 +39,8 @@ void draw_face(ControlState& state, DrawSurface& surface, BarBox const& box, Dat
     const Color color = surface.state.FillColor;
     if (surface.state.fill_style != FillStyle::Solid) return draw_box(surface, box, LineShape::Box, color);
     if (!set.Bar3D) return draw_box(surface, box, LineShape::FilledBox, color);
+    // Shades lie one over the other.
+    const document::RestoreScope alpha(surface.state.alpha, opaque);
     Draw3DBar(state, surface, box, {set.BarHoriz, set.DataSymbolFill.EdgeColor, set.DataSymbolFill.Color1});
 }
 

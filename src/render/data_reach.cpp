@@ -1,10 +1,14 @@
 #include "render/data_reach.h"
 
+#include "render/areas.h"
 #include "render/bar_places.h"
 #include "render/bar_stack.h"
 #include "render/bars.h"
+#include "render/data_sets.h"
+#include "render/error_bars.h"
 #include "render/function_curve.h"
 #include "render/series_kind.h"
+#include "render/stacked_areas.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,38 +36,54 @@ struct Plane {
     DataSet const& set;
     AxisReach x, y;
 
-    void include(Point point, double e) const {
+    void include(Point point, PointErrors const& errors) const {
         if (!x.has_place(point.x) || !y.has_place(point.y)) return;
         x.include(point.x);
         y.include(point.y);
-        if (!set.ShowErrorBar || !(e != 0)) return;
-        // The sign of E tells an upright error bar from a lying one.
-        AxisReach const& along = e > 0 ? y : x;
-        double const middle = e > 0 ? point.y : point.x;
-        along.include(middle - e);
-        along.include(middle + e);
+        if (!set.ShowErrorBar || !errors.any()) return;
+        x.include(point.x - errors.left);
+        x.include(point.x + errors.right);
+        y.include(point.y - errors.below);
+        y.include(point.y + errors.above);
     }
 };
 
-double e_of(PointBlock const& block, std::size_t index) {
-    return block.e().empty() ? 0 : block.e()[index];
-}
-
 // What a block knows of all its points is as good as each of them, unless some do not count or reach further.
 bool tells_all(Plane const& plane, PointBlock const& block) {
-    return !block.was_cut() && (!plane.set.ShowErrorBar || block.e().empty())
+    return !block.was_cut() && (!plane.set.ShowErrorBar || !has_errors(block))
            && plane.x.has_place(block.x_extent()) && plane.y.has_place(block.y_extent());
 }
 
-void include_points(Plane const& plane) {
-    for (PointBlock const& block : plane.set.points.blocks()) {
+void include_points(Plane const& plane, document::PointStore const& points) {
+    for (PointBlock const& block : points.blocks()) {
         if (tells_all(plane, block)) {
             include(plane.x.reach.extent, block.x_extent());
             include(plane.y.reach.extent, block.y_extent());
             continue;
         }
         for (std::size_t i = 0; i < block.size(); ++i)
-            plane.include({block.x()[i], block.y()[i]}, e_of(block, i));
+            plane.include({block.x()[i], block.y()[i]}, errors_of(block, i));
+    }
+}
+
+/// Where an area begins, and the corners that a stacked one has beside its points.
+void include_area(Graph const& graph, Plane const& plane) {
+    DataSet const& set = plane.set;
+    if (is_stacked_area(set)) {
+        for (BandPlace const& place : stacked_area(graph, set)) {
+            if (std::isnan(place.edge)) continue;
+            plane.y.include(place.edge);
+            if (place.base == 0) continue;
+            plane.y.include(place.base);
+        }
+        return plane.y.stand_on(0);
+    }
+    if (DataSet const* const other = begins_at(graph, set)) {
+        // One that is shown tells of itself.
+        if (other->DataHide && other->xAxisIndex == set.xAxisIndex && other->yAxisIndex == set.yAxisIndex)
+            include_points({*other, plane.x, plane.y}, shown_points(graph, *other));
+    } else if (set.AreaBase && std::isfinite(set.AreaBaseValue)) {
+        plane.y.stand_on(set.AreaBaseValue);
     }
 }
 
@@ -76,7 +96,7 @@ void include_stacked(Plane const& plane, BarStack& stack, bool stands_on_others)
     for (PointBlock const& block : set.points.blocks())
         for (std::size_t i = 0; i < block.size(); ++i) {
             const StackedBar bar = stacked(stack, set, {block.x()[i], block.y()[i]});
-            plane.include(bar.end, e_of(block, i));
+            plane.include(bar.end, errors_of(block, i));
             double const base = set.BarHoriz ? bar.base.x : bar.base.y;
             if (!stands_on_others || !bar.is_finite()) continue;
             along.include(base);
@@ -158,8 +178,9 @@ public:
             return third < 0 ? void() : kind->include_third(set, along(third, found_));
         }
         if (set.points.size() == 0) return;
-        if (!are_bars(set)) return include_points(plane);
-        if (set.DataLineStyle > 0) include_points(plane);
+        if (set.DataLineStyle > 0 && is_area(set)) include_area(graph_, plane);
+        if (!are_bars(set)) return include_points(plane, shown_points(graph_, set));
+        if (set.DataLineStyle > 0) include_points(plane, set.points);
         // Apart from the others, because where these bars begin depends on their own ends.
         std::vector<Reach> own(graph_.Axes.size());
         const Plane bars{set, along(set.xAxisIndex, own), along(set.yAxisIndex, own)};
@@ -173,7 +194,7 @@ public:
         if (some_are_stacked_)
             include_stacked(bars, stack_, stands_on_others);
         else
-            include_points(bars);
+            include_points(bars, set.points);
         if (!stands_on_others) include_base(bars, (set.BarHoriz ? bars.x : bars.y).reach.extent);
         leave_room_for_bars(state_, set, set.BarHoriz ? bars.y : bars.x);
         for (std::size_t i = 0; i < own.size(); ++i) found_[i].join(own[i]);
@@ -221,6 +242,12 @@ private:
 };
 
 } // namespace
+
+bool fits_at_each_drawing(DataSet const& set) {
+    bool const begins_elsewhere = is_area(set) && (set.AreaBase || is_stacked_area(set));
+    if (SeriesKind const* const kind = series_kind(set)) return kind->widens_axes();
+    return begins_elsewhere || draws_errors_together(set);
+}
 
 bool Reach::has_base_at(double value) const {
     return std::ranges::find(bases, value) != bases.end();

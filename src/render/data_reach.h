@@ -38,6 +38,10 @@ struct AxisReach {
     }
 };
 
+/// Whether a data set shows more than its points, so that automatic axes fit it whenever they are drawn, not
+/// only as points are added.
+bool fits_at_each_drawing(document::DataSet const& set);
+
 /// Of all data sets that are not hidden, by axis. A point counts where both its coordinates
 /// have a place, stacked bars with their stacked ends. Bars without a base value count from 0 where none is
 /// negative.

@@ -8,6 +8,7 @@
 #include "render/bar_labels.h"
 #include "render/bar_places.h"
 #include "render/bar_stack.h"
+#include "render/dashes.h"
 #include "render/data_line.h"
 #include "render/error_bars.h"
 #include "render/function_curve.h"
@@ -19,12 +20,13 @@
 #include "render/polar_lines.h"
 #include "render/series_kind.h"
 #include "render/spline.h"
+#include "render/stacked_areas.h"
+#include "render/steps.h"
 #include "render/symbols.h"
 #include "render/text.h"
 #include "scale/mapping.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace qv::render {
@@ -44,14 +46,6 @@ struct Plotting {
     BarPlan plan;
 };
 
-// The dashes that the host has asked for beside the line's style.
-std::optional<DrawStyle> dash_style(DataSet const& set) {
-    constexpr std::array styles{DrawStyle::Dash, DrawStyle::Dot, DrawStyle::DashDot, DrawStyle::DashDotDot};
-    std::size_t const number = set.DataLineDash;
-    if (number == 0 || number > styles.size()) return std::nullopt;
-    return styles[number - 1];
-}
-
 /// From values on the graph's selected axes to the page, and what can be seen there of the set's line.
 LineMapping line_mapping(Plotting const& plotting, DataSet const& set) {
     Box const plot = plot_box(plotting.graph);
@@ -69,31 +63,54 @@ PlaceMap places(Plotting const& plotting) {
 void draw_line(Plotting& plotting, DataSet const& set) {
     DrawSurface& surface = plotting.surface;
     const PenScope pen(surface, set.DataLineThickness, point_line_style(set));
+    const document::RestoreScope alpha(surface.state.alpha, set.DataLineAlpha);
     surface.state.ForeColor = set.DataLineColor;
     if (plotting.graph.GraphPolar) return draw_polar_line(surface, set, *places(plotting).polar);
     const LineMapping mapping = line_mapping(plotting, set);
-    switch (set.DataLineStyle) {
-    case line_smooth: draw_spline(surface, set, mapping); break;
-    case line_area:
-    case line_outlined_area: draw_area(surface, set, mapping, set.DataLineStyle == line_outlined_area); break;
-    default: draw_data_line(surface, set.points, mapping);
-    }
-    if (plotting.state.DotLonePoints && set.DataSymbol == symbol_none)
-        draw_lone_points(surface, set.points, mapping);
+    bool const outlined = set.DataLineStyle == line_outlined_area;
+    if (is_area(set)) return draw_area(surface, {plotting.graph, set, mapping}, outlined);
+    draw_with_dashes(surface, dashes_of(set), mapping.visible, [&](DrawSurface& lines) {
+        if (set.DataLineStyle == line_smooth)
+            draw_spline(lines, set, mapping);
+        else if (Steps const steps = steps_of(set); steps != Steps::None)
+            draw_step_line(lines, set.points, steps, mapping);
+        else
+            draw_data_line(lines, set.points, mapping);
+    });
+}
+
+void draw_lone_points_of(Plotting& plotting, DataSet const& set) {
+    if (!plotting.state.DotLonePoints || set.DataSymbol != symbol_none) return;
+    DrawSurface& surface = plotting.surface;
+    const PenScope pen(surface, set.DataLineThickness, point_line_style(set));
+    const document::RestoreScope alpha(surface.state.alpha, set.DataLineAlpha);
+    surface.state.ForeColor = set.DataLineColor;
+    draw_lone_points(surface, shown_points(plotting.graph, set), line_mapping(plotting, set));
 }
 
 // Error bars and texts belong to single points.
 bool has_single_marks(Graph const& graph, DataSet const& set) {
+    bool const has_error_bars = set.ShowErrorBar && !draws_errors_together(set);
     return std::ranges::any_of(set.points.blocks(), [&](PointBlock const& block) {
-        return (set.ShowErrorBar && !block.e().empty()) || (graph.ShowDataID && block.has_data_ids());
+        return (has_error_bars && !block.e().empty()) || (graph.ShowDataID && block.has_data_ids());
     });
 }
 
-// Along a line not each point needs its symbol; without one, each has it.
+bool joins_points(DataSet const& set) {
+    return set.DataLineStyle > 0 && !is_area(set);
+}
+
+// Along a line not each point needs its symbol; without one, each has it. Counted from the first point, so
+// that a symbol stays with its point whatever is shown.
+bool is_counted_out(DataSet const& set, std::size_t index) {
+    return set.DataSymbolEvery > 1 && joins_points(set)
+           && index % static_cast<std::size_t>(set.DataSymbolEvery) != 0;
+}
+
 class SymbolSpacing {
 public:
     explicit SymbolSpacing(DataSet const& set)
-        : least_(set.DataLineStyle > 0 && !is_area(set) ? double{set.DataSymbolSpacing} : 0) {}
+        : least_(joins_points(set) ? double{set.DataSymbolSpacing} : 0) {}
 
     bool keeps(Point centre) {
         if (std::hypot(centre.x - last_.x, centre.y - last_.y) < least_) return false;
@@ -118,18 +135,21 @@ void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
     const PenScope pen(surface, 1);
     std::vector<Point> centres;
     SymbolSpacing spacing(set);
+    const document::RestoreScope alpha(surface.state.alpha, set.DataFillAlpha);
     const ShapeScope one_shape(surface);
-    for (PointBlock const& block : set.points.blocks()) {
+    std::size_t first = 0; // of the block
+    for (PointBlock const& block : shown_points(graph, set).blocks()) {
         centres.resize(block.size());
         std::size_t visible = 0;
         auto const x = block.x(), y = block.y();
         for (std::size_t i = 0; i < block.size(); ++i)
-            if (x_range.contains(x[i]) && y_range.contains(y[i])) {
+            if (x_range.contains(x[i]) && y_range.contains(y[i]) && !is_counted_out(set, first + i)) {
                 const Point centre = whole_twips({x_map(x[i]), y_map(y[i])});
                 if (spacing.keeps(centre)) centres[visible++] = centre;
             }
         centres.resize(visible);
         surface.Symbols({*symbol_shape(set.DataSymbol), set.DataSymbolSize, centres});
+        first += block.size();
     }
     surface.state.fill_style = FillStyle::Transparent;
 }
@@ -163,17 +183,23 @@ void draw_bar_batch(Plotting& plotting, DataSet const& set, std::int16_t index) 
             if (!bar.is_finite()) continue;
             batch.add(layout.box(whole_twips({x_map(bar.end.x), y_map(bar.end.y)}), bar.end, bar.base));
         }
+    const document::RestoreScope alpha(plotting.surface.state.alpha, set.DataFillAlpha);
     if (!set.DataSymbolFill.Transparent) batch.draw(set.DataSymbolFill.Color1);
 }
 
 void draw_each_symbol(Plotting& plotting, DataSet const& set, std::int16_t index) {
+    bool const has_error_bar = !draws_errors_together(set);
     // As many points as there are now, each looked up anew: a handler of ErrorMsg may add or drop some.
-    std::size_t left = set.points.size();
-    for (std::size_t b = 0; b < set.points.blocks().size(); ++b)
-        for (std::size_t i = 0; left > 0 && is_current(plotting.state, plotting.graph)
-                                && b < set.points.blocks().size() && i < set.points.blocks()[b].size();
-             ++i, --left)
-            draw_symbol_at(plotting, set, {index, set.points.blocks()[b].entry(i), {}});
+    auto const blocks = [&]() -> auto const& {
+        return shown_points(plotting.graph, set).blocks();
+    };
+    std::size_t left = set.points.size(), counted = 0;
+    for (std::size_t b = 0; b < blocks().size(); ++b)
+        for (std::size_t i = 0; left > 0 && is_current(plotting.state, plotting.graph) && b < blocks().size()
+                                && i < blocks()[b].size();
+             ++i, --left, ++counted)
+            draw_symbol_at(plotting, set,
+                           {index, blocks()[b].entry(i), {}, !is_counted_out(set, counted), has_error_bar});
 }
 
 // Bars side by side touch, but do not lie over each other: boxes include the pixels of both corners.
@@ -254,14 +280,53 @@ void draw_symbols(Plotting& plotting, DataSet const& set, std::int16_t index) {
         draw_each_symbol(plotting, set, index);
 }
 
+/// Where the error bars of a data set stand: at the ends of its bars, of which those of a stack were drawn
+/// just now, else at its points.
+void draw_errors(Plotting& plotting, DataSet const& set) {
+    if (!shows_error_bars(set)) return;
+    ControlState& state = plotting.state;
+    const LineMapping mapping = line_mapping(plotting, set);
+    auto const draw = [&](document::PointStore const& points, Point shift) {
+        draw_error_bars(state, plotting.surface, set, points, mapping, shift);
+    };
+    if (set.DataSymbol != symbol_bar) return draw(shown_points(plotting.graph, set), {});
+    // Bars stand beside their points by millimetres, or by values where these say how wide they are.
+    bool const by_values = has_value_width(set);
+    auto const across = [&](double distance) {
+        return set.BarHoriz ? Point{0, distance} : Point{distance, 0};
+    };
+    const Point shift =
+        across(by_values ? 0 : set.BarOffset * (set.BarHoriz ? state.UnitsPerMmY : state.UnitsPerMmX));
+    if (!set.BarStacked && !by_values) return draw(set.points, shift);
+    const Point moved = across(by_values ? set.BarOffset : 0);
+    draw(points_at(set.points,
+                   [&](Point value, std::size_t i) {
+                       if (set.BarStacked && i < plotting.bars.ends.size())
+                           value = set.BarHoriz ? Point{plotting.bars.ends[i].x, value.y}
+                                                : Point{value.x, plotting.bars.ends[i].y};
+                       return Point{value.x + moved.x, value.y + moved.y};
+                   }),
+         shift);
+}
+
 void draw_points(Plotting& plotting, DataSet const& set, std::int16_t index) {
     if (set.points.size() == 0) return;
     if (set.DataSymbol == symbol_bar && !set.BarStacked) plotting.bars.ends.clear();
     const document::SelectedAxesScope selection(plotting.graph);
     plotting.graph.SelectedXAxis = set.xAxisIndex;
     plotting.graph.SelectedYAxis = set.yAxisIndex;
-    if (set.DataLineStyle > 0) draw_line(plotting, set);
+    bool const has_errors = draws_errors_together(set);
+    bool const are_bars = set.DataSymbol == symbol_bar;
+    if (has_errors && shows_error_band(set))
+        draw_error_band(plotting.surface, set, shown_points(plotting.graph, set),
+                        line_mapping(plotting, set));
+    if (set.DataLineStyle > 0) {
+        draw_line(plotting, set);
+        draw_lone_points_of(plotting, set);
+    }
+    if (has_errors && !are_bars) draw_errors(plotting, set);
     draw_symbols(plotting, set, index);
+    if (has_errors && are_bars) draw_errors(plotting, set); // upon the bars
 }
 
 void draw_curve(Plotting& plotting, DataSet const& set) {
@@ -270,15 +335,18 @@ void draw_curve(Plotting& plotting, DataSet const& set) {
     const document::SelectedAxesScope selection(plotting.graph);
     plotting.graph.SelectedXAxis = set.xAxisIndex;
     plotting.graph.SelectedYAxis = set.yAxisIndex;
-    const PenScope pen(plotting.surface, set.DataLineThickness, *style);
-    plotting.surface.state.ForeColor = set.DataLineColor;
-    if (plotting.graph.GraphPolar) {
-        PolarLine line(plotting.surface, *places(plotting).polar);
-        const ShapeScope one_shape(plotting.surface);
+    DrawSurface& surface = plotting.surface;
+    const PenScope pen(surface, set.DataLineThickness, *style);
+    const document::RestoreScope alpha(surface.state.alpha, set.DataLineAlpha);
+    surface.state.ForeColor = set.DataLineColor;
+    const LineMapping mapping = line_mapping(plotting, set);
+    draw_with_dashes(surface, dashes_of(set), mapping.visible, [&](DrawSurface& lines) {
+        if (!plotting.graph.GraphPolar) return draw_function(plotting.state, lines, set, mapping);
+        PolarLine line(lines, *places(plotting).polar);
+        const ShapeScope one_shape(lines);
         for (const Point value : function_values(plotting.state, set)) line.add(value.x, value.y);
-        return line.finish();
-    }
-    draw_function(plotting.state, plotting.surface, set, line_mapping(plotting, set));
+        line.finish();
+    });
 }
 
 bool holds(Graph const& graph, std::int16_t index, DataSet const& set) {
@@ -305,15 +373,14 @@ void draw_data_text(Plotting& plotting, DataSet const& set) {
 } // namespace
 
 DrawStyle point_line_style(DataSet const& set) {
-    if (is_area(set)) return DrawStyle::Solid;
-    if (auto const dashes = dash_style(set)) return *dashes;
-    return set.DataLineStyle == line_dotted ? DrawStyle::Dot : DrawStyle::Solid;
+    bool const dotted = set.DataLineStyle == line_dotted && dashes_of(set).empty();
+    return dotted ? DrawStyle::Dot : DrawStyle::Solid;
 }
 
 std::optional<DrawStyle> curve_style(DataSet const& set) {
     if (set.MathFunc.empty() || set.DataLineStyle == line_none) return std::nullopt;
-    if (auto const dashes = dash_style(set)) return dashes;
-    return set.DataLineStyle == line_solid ? DrawStyle::Solid : DrawStyle::Dot;
+    bool const solid = set.DataLineStyle == line_solid || !dashes_of(set).empty();
+    return solid ? DrawStyle::Solid : DrawStyle::Dot;
 }
 
 void PlotDataSets(ControlState& state, DrawSurface& surface) {

@@ -21,10 +21,10 @@ inline bool is_area(document::DataSet const& set) {
     return set.DataLineStyle == line_area || set.DataLineStyle == line_outlined_area;
 }
 
-/// The pen of the line through a data set's points.
+/// The pen of the line through a data set's points, beside its dashes.
 DrawStyle point_line_style(document::DataSet const& set);
 
-/// The pen of a data set's function; none where no function is drawn.
+/// The pen of a data set's function, beside its dashes; none where no function is drawn.
 std::optional<DrawStyle> curve_style(document::DataSet const& set);
 
 /// Draws all data sets of the current graph, clipped to its plot area.

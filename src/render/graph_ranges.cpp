@@ -45,14 +45,10 @@ struct Member {
 /// Axes that share one range.
 using Group = std::vector<Member*>;
 
-/// Whether the points do not tell how far a data set reaches.
-bool reaches_elsewhere(document::DataSet const& set) {
-    SeriesKind const* const kind = series_kind(set);
-    return !set.DataHide && kind && kind->widens_axes();
-}
-
 bool has_range_that_fits_itself(ControlState const& state, Graph const& graph) {
-    return state.AutoFit || std::ranges::any_of(graph.DataSets, reaches_elsewhere);
+    return state.AutoFit || std::ranges::any_of(graph.DataSets, [](document::DataSet const& set) {
+               return !set.DataHide && fits_at_each_drawing(set);
+           });
 }
 
 /// What is asked for besides what the page's and the axes' properties say.
@@ -369,8 +365,9 @@ void for_each_link_behind(ControlState const& state, Take take) {
 bool fits_itself(ControlState const& state, Graph const& graph, Axis const& axis) {
     auto const lies_on = [&](std::int16_t index) { return &at(graph.Axes, index, "axis") == &axis; };
     return state.AutoFit || std::ranges::any_of(graph.DataSets, [&](document::DataSet const& set) {
-               if (!reaches_elsewhere(set)) return false;
-               std::int16_t const third = series_kind(set)->third_axis(graph, set);
+               if (set.DataHide || !fits_at_each_drawing(set)) return false;
+               SeriesKind const* const kind = series_kind(set);
+               std::int16_t const third = kind ? kind->third_axis(graph, set) : std::int16_t{-1};
                return lies_on(set.xAxisIndex) || lies_on(set.yAxisIndex) || (third >= 0 && lies_on(third));
            });
 }

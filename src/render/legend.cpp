@@ -4,7 +4,9 @@
 #include "base/text.h"
 #include "document/selection.h"
 #include "document/trap.h"
+#include "render/dashes.h"
 #include "render/data_sets.h"
+#include "render/error_bars.h"
 #include "render/gradient.h"
 #include "render/legend_place.h"
 #include "render/pen.h"
@@ -13,8 +15,10 @@
 #include "render/symbols.h"
 #include "render/text.h"
 #include "scale/numeric.h"
+#include "surface/whole_pixel.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -145,8 +149,30 @@ std::optional<DrawStyle> sample_line(DataSet const& set) {
 void draw_line_sample(DrawSurface& surface, DataSet const& set, DrawStyle style, Point centre,
                       double half_length) {
     const PenScope pen(surface, set.DataLineThickness, style);
-    surface.Line({centre.x - half_length, centre.y}, {centre.x + half_length, centre.y}, LineShape::Segment,
-                 set.DataLineColor);
+    const document::RestoreScope alpha(surface.state.alpha, set.DataLineAlpha);
+    const Point from{centre.x - half_length, centre.y}, to{centre.x + half_length, centre.y};
+    const DashPattern dashes = dashes_of(set);
+    if (dashes.empty()) return surface.Line(from, to, LineShape::Segment, set.DataLineColor);
+    surface.state.ForeColor = set.DataLineColor;
+    const ShapeScope one_shape(surface);
+    // On the row of pixels that a line without gaps lies on.
+    double const y = whole_pixel(centre.y / surface.TwipsPerPixelY()) * surface.TwipsPerPixelY();
+    DashedLines(surface, dashes, {from.x, y - half_length, 2 * half_length, 2 * half_length})
+        .Polyline(std::array{Point{from.x, y}, Point{to.x, y}});
+}
+
+void draw_band_sample(DrawSurface& surface, DataSet const& set, Point centre, double half_length,
+                      double line_height) {
+    const document::RestoreScope alpha(surface.state.alpha, set.ErrorBandAlpha);
+    double const half_height = sample_lines / 2 * line_height;
+    fill_box(surface, {centre.x - half_length, centre.y - half_height, 2 * half_length, 2 * half_height},
+             set.ErrorBarColor);
+}
+
+/// The lower half of an area's sample, where the area has two colours.
+void draw_lower_sample(DrawSurface& surface, DataSet const& set, Point centre, double half_size) {
+    const document::RestoreScope alpha(surface.state.alpha, set.DataFillAlpha);
+    fill_box(surface, {centre.x - half_size, centre.y, 2 * half_size, half_size}, set.AreaBelowColor);
 }
 
 /// The symbol that stands for a data set. An area without one gets a square edged like its line, and keeps
@@ -185,12 +211,16 @@ void draw_samples(ControlState& state, DrawSurface& surface, DataSet& set, Row c
             surface, {middle.x - half, middle.y - high / 2, 2 * half, high}, row.item);
         return SetLineColor(state, surface, 0);
     }
-    if (auto const style = sample_line(set))
-        draw_line_sample(surface, set, *style, middle, half_line_sample_mm * state.UnitsPerMmX);
+    double const half_line = half_line_sample_mm * state.UnitsPerMmX;
+    bool const has_points = set.DataSetPointCount() > 0;
+    if (has_points && shows_error_band(set))
+        draw_band_sample(surface, set, middle, half_line, place.line_height);
+    if (auto const style = sample_line(set)) draw_line_sample(surface, set, *style, middle, half_line);
     std::int16_t const symbol = sample_symbol(set);
-    if (set.DataSetPointCount() > 0)
-        DataPoint(state, surface,
-                  {index, symbol, middle, {}, sample_half_size(state, set, place.line_height), true, {}, {}});
+    std::int32_t const half_size = sample_half_size(state, set, place.line_height);
+    bool const has_two_colors = is_area(set) && set.AreaBelowColor != -1 && symbol == square_symbol;
+    if (has_points) DataPoint(state, surface, {index, symbol, middle, {}, half_size, true, {}, {}});
+    if (has_points && has_two_colors) draw_lower_sample(surface, set, middle, half_size);
     SetLineColor(state, surface, 0);
 }
 

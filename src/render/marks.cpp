@@ -162,19 +162,10 @@ double half_pen(DrawSurface const& surface, DataSet const& set) {
 /// \name Drawing
 /// \{
 
-/// Of fills; data sets that know none are opaque.
-template <class Set>
-std::uint8_t fill_alpha(Set const& set) {
-    if constexpr (requires { set.DataFillAlpha; })
-        return set.DataFillAlpha;
-    else
-        return 255;
-}
-
 void fill_inside(DrawSurface& surface, DataSet const& set, Box const& box) {
     if (set.DataSymbolFill.Transparent) return;
     const document::RestoreScope drawing(surface.state);
-    surface.state.alpha = fill_alpha(set);
+    surface.state.alpha = set.DataFillAlpha;
     fill_box(surface, box, set.DataSymbolFill.Color1);
 }
 

@@ -5,6 +5,7 @@
 #include "render/plot_geometry.h"
 #include "render/polar_map.h"
 #include "render/series_kind.h"
+#include "render/stacked_areas.h"
 #include "scale/mapping.h"
 
 #include <cmath>
@@ -101,7 +102,7 @@ Shapes read_mark(ControlState& state) {
     }
     if (auto const bar = arranged_bar_of(view, BarPlan(graph), index))
         return {{{bar->left, bar->top}, {bar->right(), bar->bottom()}, LineShape::Box, view.plot}};
-    const document::PointEntry point = set.points.at(index);
+    const document::PointEntry point = shown_points(graph, set).at(index);
     const Point place = place_map(graph, SeriesScope::Maps::BeingDrawn)(point.X, point.Y);
     if (!std::isfinite(place.x) || !std::isfinite(place.y)) return {};
     double const reach = state.UnitsPerMmX;

@@ -120,10 +120,10 @@ void DataPointXY(ControlState& state, DrawSurface& surface, DataPointValues cons
             return;
         const Point place{scale::x_map(graph, x_axis)(point.X), scale::y_map(graph, y_axis)(point.Y)};
         const std::string data_id(point.DataID); // a copy, which outlives what a handler of ErrorMsg drops
-        if (set.ShowErrorBar) draw_error_bar(state, surface, values, place);
+        if (set.ShowErrorBar && values.has_error_bar) draw_error_bar(state, surface, values, place);
         DataPoint(state, surface,
                   {values.data_set,
-                   set.DataSymbol,
+                   values.has_symbol ? set.DataSymbol : symbol_none,
                    place,
                    data_id,
                    set.DataSymbolSize,
@@ -142,7 +142,10 @@ void DataPoint(ControlState& state, DrawSurface& surface, DataPointPlace const& 
         point.place = whole_twips(point.place);
         set_colors(surface, set.DataSymbolFill);
         const PenScope pen(surface, set.DataSymbolFill.EdgeThickness);
-        draw_symbol_of(state, surface, point, set);
+        {
+            const document::RestoreScope alpha(surface.state.alpha, set.DataFillAlpha);
+            draw_symbol_of(state, surface, point, set);
+        }
         if (!point.data_id.empty() && graph.ShowDataID)
             PrintText(state, surface, point.data_id,
                       {{point.place.x, point.place.y - point.half_size}, Align::Centre, Align::End, 0},

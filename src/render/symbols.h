@@ -37,6 +37,8 @@ struct DataPointValues {
     std::int16_t data_set = 0;
     document::PointEntry point;
     BarBase base;
+    bool has_symbol = true;    // not left out by DataSymbolEvery
+    bool has_error_bar = true; // not drawn with those of the other points
 };
 
 /// Draws a point that is visible on the graph's selected axes: error bar first, then symbol and text. Bars

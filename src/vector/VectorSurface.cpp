@@ -1,6 +1,7 @@
 #include "vector/VectorSurface.h"
 
 #include "qvgraph/fault.h"
+#include "raster/blend.h"
 #include "raster/segment.h"
 #include "raster/stroke.h"
 #include "vector/symbol_shapes.h"
@@ -50,18 +51,25 @@ void append(std::vector<Item>& to, std::vector<Item>& from) {
 struct Join {
     bool one_shape; // fills may be joined
 
+    bool same_shape; // both are pieces of the one that is open
+
+    // What is translucent is painted twice where two shapes lie over each other, but once within one.
+    bool may_join(std::uint32_t color) const {
+        return same_shape || raster::alpha_of(color) == raster::opaque;
+    }
+
     bool operator()(Boxes& last, Boxes& next) const {
-        if (last.color != next.color || last.height != next.height) return false;
+        if (!may_join(next.color) || last.color != next.color || last.height != next.height) return false;
         append(last.boxes, next.boxes);
         return true;
     }
     bool operator()(Stroke& last, Stroke& next) const {
-        if (!has_same_pen(last, next)) return false;
+        if (!may_join(next.color) || !has_same_pen(last, next)) return false;
         append(last.lines, next.lines);
         return true;
     }
     bool operator()(Fill& last, Fill& next) const {
-        if (!one_shape || last.color != next.color || last.outline != next.outline
+        if (!one_shape || !may_join(next.color) || last.color != next.color || last.outline != next.outline
             || last.smooth != next.smooth)
             return false;
         append(last.contours, next.contours);
@@ -183,7 +191,8 @@ void VectorSurface::add(Shape shape) {
     if (nodes_.use_count() > 1) nodes_ = std::make_shared<NodeList>(*nodes_);
     Node& last = nodes_->back();
     if (last.clip == clip_ && last.shape.use_count() == 1
-        && std::visit(Join{open_shapes_ > 0}, *last.shape, shape)) {
+        && std::visit(Join{open_shapes_ > 0, open_shapes_ > 0 && nodes_->size() > nodes_before_shape_},
+                      *last.shape, shape)) {
         length_ -= length_of_element;
         return;
     }
@@ -196,8 +205,27 @@ bool VectorSurface::is_overfull() const {
 
 void VectorSurface::fill_boxes(std::uint32_t color, std::vector<PixelBox> boxes) {
     std::erase_if(boxes, [this](PixelBox& box) { return (box = intersection(box, clip_)).empty(); });
-    if (boxes.size() == 1 && boxes[0] == bounds_ && is_drawing()) return clear(color);
+    bool const hides_all =
+        boxes.size() == 1 && boxes[0] == bounds_ && raster::alpha_of(color) == raster::opaque;
+    if (hides_all && is_drawing()) return clear(color);
     if (!boxes.empty()) add(Boxes{color, std::move(boxes)});
+}
+
+// Pictures mix in linear light, files what is stored: black at a half is much darker there. The alpha that
+// comes nearest on the page's background, by least squares over the channels.
+std::uint32_t VectorSurface::painted(Color color) const {
+    std::uint32_t const paint = pixel_value(color);
+    if (state.alpha == raster::opaque) return paint;
+    std::uint32_t const mixed = raster::LinearMixer(paint).mix(background_, state.alpha);
+    double along = 0, squares = 0;
+    for (int shift = 0; shift < 24; shift += 8) {
+        auto const channel = [shift](std::uint32_t value) { return static_cast<int>(value >> shift & 0xFF); };
+        int const way = channel(paint) - channel(background_);
+        along += way * (channel(mixed) - channel(background_));
+        squares += way * way;
+    }
+    double const alpha = squares == 0 ? state.alpha : std::round(along / squares * 255);
+    return raster::translucent(paint, static_cast<std::uint8_t>(std::clamp(alpha, 0.0, 254.0)));
 }
 
 double VectorSurface::pen_width() const {
@@ -206,8 +234,7 @@ double VectorSurface::pen_width() const {
 }
 
 Stroke VectorSurface::pen(Color color) const {
-    return {
-        .color = pixel_value(color), .width = pen_width(), .style = state.draw_style, .smooth = state.Smooth};
+    return {.color = painted(color), .width = pen_width(), .style = state.draw_style, .smooth = state.Smooth};
 }
 
 PixelPoint VectorSurface::pixel(Point point) const {
@@ -219,7 +246,7 @@ void VectorSurface::snapped_line(PixelBox const& ends, Color color) {
     int const width = whole_pen(pen_width());
     const PixelBox wide{ends.left - width / 2, ends.top - width / 2, ends.right - width / 2 + width - 1,
                         ends.bottom - width / 2 + width - 1};
-    if (!raster::is_dashed(state.draw_style)) return fill_boxes(pixel_value(color), {wide});
+    if (!raster::is_dashed(state.draw_style)) return fill_boxes(painted(color), {wide});
     const PixelBox box = intersection(wide, grown(clip_, width));
     bool const flat = ends.width() >= ends.height();
     double const middle_x = (box.left + box.right) / 2.0, middle_y = (box.top + box.bottom) / 2.0;
@@ -268,7 +295,7 @@ void VectorSurface::Line(Point from, Point to, LineShape shape, Color color) {
     const PixelPoint a = pixel(from), b = pixel(to);
     if (!is_finite(a) || !is_finite(b)) return;
     if (shape == LineShape::FilledBox)
-        fill_boxes(pixel_value(color), {spanned(a, b)});
+        fill_boxes(painted(color), {spanned(a, b)});
     else if (shape == LineShape::Box)
         stroke_box(spanned(a, b), color);
     else if (from.x == to.x || from.y == to.y)
@@ -295,7 +322,7 @@ void VectorSurface::oval(PixelPoint centre, PixelPoint radii) {
                .radius_y = radii.y,
                .filled = state.fill_style == FillStyle::Solid,
                .outlined = line.style != DrawStyle::None,
-               .fill_color = pixel_value(state.FillColor),
+               .fill_color = painted(state.FillColor),
                .color = line.color,
                .width = line.width,
                .style = line.style,
@@ -339,7 +366,7 @@ void VectorSurface::Polygon(std::span<PixelPoint const> corners) {
     const Stroke line = pen(state.ForeColor);
     bool const filled = state.fill_style == FillStyle::Solid;
     bool const solid = line.style == DrawStyle::Solid || line.style == DrawStyle::InsideSolid;
-    std::uint32_t const color = pixel_value(state.FillColor);
+    std::uint32_t const color = painted(state.FillColor);
     if (filled && solid && color == line.color) return fill(color, line.width, corners);
     if (filled) fill(color, 0, corners);
     add_lines(line, corners, true);
@@ -350,13 +377,13 @@ void VectorSurface::Rectangle(PixelPoint left_top, PixelPoint right_bottom) {
     PixelBox box = spanned(left_top, right_bottom);
     --box.right, --box.bottom;
     if (box.empty()) return;
-    if (state.fill_style == FillStyle::Solid) fill_boxes(pixel_value(state.FillColor), {box});
+    if (state.fill_style == FillStyle::Solid) fill_boxes(painted(state.FillColor), {box});
     stroke_box(box, state.ForeColor);
 }
 
 void VectorSurface::LineTo(PixelPoint from, PixelPoint to, Color color) {
     if (nodes_->size() > 1 && !texture_) {
-        Stroke line{.color = pixel_value(color), .width = 1, .smooth = false};
+        Stroke line{.color = painted(color), .width = 1, .smooth = false};
         return add_lines(std::move(line), std::array{from, to}, false);
     }
     if (!texture_) {
@@ -388,7 +415,7 @@ void VectorSurface::Symbols(SymbolBatch const& batch) {
                           half_size / TwipsPerPixelX(),
                           half_size / TwipsPerPixelY(),
                           pen_width(),
-                          pixel_value(lines ? state.ForeColor : state.FillColor),
+                          painted(lines ? state.ForeColor : state.FillColor),
                           state.Smooth};
     if (!cloud_ || cloud_->look != look) {
         finish_texture();
@@ -415,6 +442,12 @@ void VectorSurface::finish_cloud() {
     if (!cloud_) return;
     const Cloud cloud = *std::exchange(cloud_, std::nullopt);
     for (Shape& shape : cloud.look.shapes(cloud.symbols.runs(cloud.look.run_limits()))) add(std::move(shape));
+}
+
+void VectorSurface::BeginShape() {
+    if (open_shapes_++ > 0) return;
+    finish_cloud();
+    nodes_before_shape_ = nodes_->size();
 }
 
 void VectorSurface::EndShape() {

@@ -49,7 +49,7 @@ public:
     void Symbols(SymbolBatch const& batch) override;
     /// Becomes a picture, or where pixels are not opaque boxes.
     void Pixels(PixelPoint left_top, PixelSize size, std::span<std::uint32_t const> pixels) override;
-    void BeginShape() override { ++open_shapes_; }
+    void BeginShape() override;
     void EndShape() override;
     void DropShape() noexcept override;
 
@@ -69,6 +69,8 @@ private:
     void oval(PixelPoint centre, PixelPoint radii);
     double pen_width() const; // pixels
     Stroke pen(Color color) const;
+    /// A colour with the alpha with which it looks on the page as it does on a picture.
+    std::uint32_t painted(Color color) const;
     PixelPoint pixel(Point point) const;
     bool is_drawing() const { return state.draw_mode == DrawMode::Copy; }
     std::shared_ptr<NodeList> nodes_of(raster::RasterSurface const& picture) const;
@@ -91,6 +93,7 @@ private:
     PixelBox bounds_{0, 0, 1, 1};
     PixelBox clip_{0, 0, 1, 1};
     int open_shapes_ = 0;
+    std::size_t nodes_before_shape_ = 0;
     std::size_t length_ = 0;          // of all shapes as text, those of copies included
     std::shared_ptr<NodeList> nodes_; // the first is the background
 };

@@ -61,7 +61,17 @@ private:
 
     void set_color(std::uint32_t color) {
         auto const part = [color](int shift) { return (color >> shift & 0xFF) / 255.0; };
-        cairo_set_source_rgb(cairo_, part(16), part(8), part(0));
+        cairo_set_source_rgba(cairo_, part(16), part(8), part(0), part(24));
+    }
+
+    /// Draws what consists of several steps in one colour, so that it is translucent as a whole.
+    template <class Draw>
+    void as_one_paint(std::uint32_t color, Draw const& draw) {
+        if (raster::alpha_of(color) == raster::opaque) return draw(color);
+        cairo_push_group(cairo_);
+        draw(raster::translucent(color, raster::opaque));
+        cairo_pop_group_to_source(cairo_);
+        cairo_paint_with_alpha(cairo_, raster::alpha_of(color) / 255.0);
     }
 
     void set_pen(std::uint32_t color, double width, DrawStyle style, double dash_start) {
@@ -92,16 +102,18 @@ private:
     }
 
     void draw(Fill const& shape) {
-        set_pen(shape.color, shape.outline, DrawStyle::Solid, 0);
         cairo_set_fill_rule(cairo_,
                             shape.contours.size() == 1 ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
         add_contours(shape.contours, true);
-        if (shape.outline > 0) {
+        if (shape.outline <= 0) {
+            set_color(shape.color);
+            return cairo_fill(cairo_);
+        }
+        as_one_paint(shape.color, [&](std::uint32_t color) {
+            set_pen(color, shape.outline, DrawStyle::Solid, 0);
             cairo_fill_preserve(cairo_);
             cairo_stroke(cairo_);
-        } else {
-            cairo_fill(cairo_);
-        }
+        });
     }
 
     void draw(Stroke const& shape) {
@@ -120,16 +132,20 @@ private:
             cairo_close_path(cairo_);
             cairo_restore(cairo_);
         };
-        if (shape.filled) {
-            set_color(shape.fill_color);
-            add_oval();
-            cairo_fill(cairo_);
-        }
-        if (shape.outlined) {
-            set_pen(shape.color, shape.width, shape.style, 0);
-            add_oval();
-            cairo_stroke(cairo_);
-        }
+        auto const paint = [&](std::uint32_t fill, std::uint32_t outline) {
+            if (shape.filled) {
+                set_color(fill);
+                add_oval();
+                cairo_fill(cairo_);
+            }
+            if (shape.outlined) {
+                set_pen(outline, shape.width, shape.style, 0);
+                add_oval();
+                cairo_stroke(cairo_);
+            }
+        };
+        if (!shape.is_one_paint()) return paint(shape.fill_color, shape.color);
+        as_one_paint(shape.color, [&](std::uint32_t color) { paint(color, color); });
     }
 
     void draw(Text const& shape) {

@@ -1,7 +1,7 @@
 // What a page is made of when its shapes are kept instead of its pixels.
 //
 // Places are in pixels of the page at the density it was drawn for; pixel n covers n to n + 1. Colours are
-// 0xFFRRGGBB.
+// 0xAARRGGBB, AA how opaque they are; those of text and of the background 0xFF.
 #pragma once
 
 #include "qvgraph/DrawSurface.h"
@@ -55,6 +55,9 @@ struct Oval {
     double width = 1;
     DrawStyle style = DrawStyle::Solid;
     bool smooth = true;
+
+    /// Fill and outline are one shape, painted once where they lie over each other.
+    bool is_one_paint() const { return filled && outlined && fill_color == color; }
 };
 
 /// One line of text, turned counter-clockwise about its top left corner.

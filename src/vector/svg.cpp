@@ -113,6 +113,14 @@ std::string attribute(std::string_view name, double value) {
     return attribute(name, svg_number(value));
 }
 
+/// Nothing for what is opaque, which is nearly everything.
+std::string opacity(std::string_view name, std::uint32_t color) {
+    std::uint8_t const alpha = raster::alpha_of(color);
+    if (alpha == raster::opaque) return {};
+    const std::string thousandths = std::to_string(1000 + (alpha * 1000 + 127) / 255);
+    return attribute(name, "." + thousandths.substr(1));
+}
+
 // Neighbouring boxes must not leave a seam when the page is scaled.
 std::string rendering(bool smooth) {
     return smooth ? "" : attribute("shape-rendering", "crispEdges");
@@ -137,6 +145,10 @@ std::string look_of(Oval const& shape) {
     if (shape.outlined)
         look += attribute("stroke", color_text(shape.color)) + attribute("stroke-width", shape.width)
                 + dashes(shape.style, shape.width, 0);
+    if (!shape.is_one_paint()) {
+        if (shape.filled) look += opacity("fill-opacity", shape.fill_color);
+        if (shape.outlined) look += opacity("stroke-opacity", shape.color);
+    }
     return look + rendering(shape.smooth);
 }
 
@@ -251,6 +263,7 @@ private:
             put("stroke", color_text(shape.color));
             if (shape.height != 1) put("stroke-width", shape.height);
         }
+        body_ += opacity("opacity", shape.color);
         body_ += rendering(false);
         put("d", path.text());
         body_ += "/>\n";
@@ -277,6 +290,7 @@ private:
             put("stroke-width", shape.outline);
             put("stroke-linejoin", "round");
         }
+        body_ += opacity("opacity", shape.color);
         body_ += rendering(shape.smooth);
         put("d", path.text());
         body_ += "/>\n";
@@ -291,6 +305,7 @@ private:
         if (!raster::is_dashed(shape.style)) put("stroke-linecap", "round");
         put("stroke-linejoin", "round");
         body_ += dashes(shape.style, shape.width, shape.dash_start);
+        body_ += opacity("opacity", shape.color);
         body_ += rendering(shape.smooth);
         put("d", path.text());
         body_ += "/>\n";
@@ -304,6 +319,8 @@ private:
         put("cy", centre.y);
         put(is_circle ? "r" : "rx", shape.radius_x);
         if (!is_circle) put("ry", shape.radius_y);
+        // Of the shape, not of a group: each is painted by itself.
+        if (shape.is_one_paint()) body_ += opacity("opacity", shape.color);
         body_ += "/>\n";
     }
 

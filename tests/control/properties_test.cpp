@@ -43,7 +43,7 @@ std::set<std::string_view> may_change(PropertyRow const& changed) {
 /// A text that a property takes: not each takes any.
 Variant fitting_text(PropertyRow const& row, char const* any) {
     static const std::map<std::string_view, char const*> by_conversion{
-        {"time_zone", "Europe/Berlin"}, {"color_table", "tide"}, {"levels", "1; 2"}};
+        {"time_zone", "Europe/Berlin"}, {"color_table", "tide"}, {"levels", "1; 2"}, {"dashes", "6 2"}};
     auto const found = by_conversion.find(row.conversion);
     return found == by_conversion.end() ? any : found->second;
 }

@@ -31,6 +31,7 @@ void unsettle(qvGraph& control, bool flags) {
             row.let(control, row.conversion == "time_zone"     ? "local"
                              : row.conversion == "color_table" ? "ember"
                              : row.conversion == "levels"      ? "5"
+                             : row.conversion == "dashes"      ? "3"
                                                                : "old");
         else
             row.let(control, is_flag ? Variant(flags) : Variant(7));

@@ -34,7 +34,7 @@ struct Widget {
 struct Given {
     qv::qvGraph& page;
     double t = 0, value = 0;
-    std::vector<double> hours, times, values, temperature, pressure;
+    std::vector<double> hours, times, values, temperature, pressure, below, above;
     std::mutex mutex;
     QTimer timer;
     Widget widget{page};

@@ -284,3 +284,56 @@ TEST_CASE(
             }
         }
 }
+
+TEST_CASE("a translucent shape is mixed in linear light, once wherever its pieces lie over each other") {
+    auto const half_light = [](double alpha) {
+        double const light = 1 - alpha / 255; // black on white
+        return static_cast<int>(std::lround((1.055 * std::pow(light, 1 / 2.4) - 0.055) * 255));
+    };
+    for (int const alpha : {1, 64, 128, 254}) {
+        CAPTURE(alpha);
+        RasterSurface surface = surface_of(60, 60);
+        surface.state.alpha = static_cast<std::uint8_t>(alpha);
+        surface.Line(at(3, 4), at(50, 31), LineShape::FilledBox, 0);
+        int const mixed = static_cast<int>(pixel(surface, 20, 20) & 0xFF);
+        CHECK(std::abs(mixed - half_light(alpha)) <= 1);
+        RasterSurface together = surface_of(60, 60);
+        together.state.alpha = surface.state.alpha;
+        {
+            const ShapeScope one_shape(together);
+            together.Line(at(3, 4), at(50, 20), LineShape::FilledBox, 0);
+            together.Line(at(3, 10), at(50, 31), LineShape::FilledBox, 0);
+        }
+        CHECK(picture_of(together) == picture_of(surface));
+        if (alpha > 200) continue; // nearly black is told apart in few steps
+        // Outside of a shape each piece lies upon the one before.
+        surface.Line(at(3, 4), at(50, 31), LineShape::FilledBox, 0);
+        CHECK(std::abs(static_cast<int>(pixel(surface, 20, 20) & 0xFF)
+                       - half_light(255 - (255 - alpha) * (255 - alpha) / 255.0))
+              <= 2);
+    }
+}
+
+TEST_CASE("every operation but text and inversion obeys alpha") {
+    for (Operation const& operation : operations()) {
+        CAPTURE(operation.name);
+        bool const is_text = std::string(operation.name).find("text") != std::string::npos;
+        auto const drawn = [&](int alpha, DrawMode mode) {
+            RasterSurface surface = surface_of(60, 60);
+            surface.state.alpha = static_cast<std::uint8_t>(alpha);
+            surface.state.draw_mode = mode;
+            operation.draw(surface);
+            return picture_of(surface);
+        };
+        auto const opaque_picture = drawn(255, DrawMode::Copy), faint = drawn(128, DrawMode::Copy);
+        CHECK((faint == opaque_picture) == is_text);
+        if (!is_text) {
+            CHECK(drawn(0, DrawMode::Copy) == picture_of(surface_of(60, 60)));
+            for (std::size_t i = 0; i < faint.size(); ++i) {
+                if ((faint[i] & 0xFF) >= (opaque_picture[i] & 0xFF)) continue;
+                FAIL("a translucent pixel is darker than the opaque one");
+            }
+        }
+        CHECK(drawn(128, DrawMode::Invert) == drawn(255, DrawMode::Invert));
+    }
+}

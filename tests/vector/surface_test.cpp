@@ -239,3 +239,49 @@ TEST_CASE("neighbours of one look share a group of the file") {
     CHECK(count("<g ") == 2);
     CHECK(count("</g>") == 2);
 }
+
+TEST_CASE("translucent shapes have their opacity, as one paint where fill and outline are of one colour") {
+    VectorSurface surface = blank();
+    surface.state.alpha = 128;
+    surface.state.fill_style = FillStyle::Solid;
+    surface.state.FillColor = surface.state.ForeColor = 0;
+    // A picture mixes black and white to 187 of 255 at a half in linear light, a viewer of files as they are
+    // stored.
+    auto const last_element = [&] {
+        const std::string svg = svg_of(surface);
+        std::size_t const end = svg.rfind("/>");
+        return svg.substr(svg.rfind('<', end), end - svg.rfind('<', end));
+    };
+    auto const count = [](std::string const& text, std::string_view what) {
+        std::size_t found = 0;
+        for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; ++at) ++found;
+        return found;
+    };
+    const std::array triangle{PixelPoint{10, 10}, PixelPoint{40, 10}, PixelPoint{10, 40}};
+    surface.Polygon(triangle);
+    CHECK(count(last_element(), " opacity=\".267\"") == 1);
+    surface.Circle({600, 600}, 150);
+    CHECK(count(last_element(), " opacity=\".267\"") == 1);
+    surface.Polyline(std::array{Point{0, 0}, Point{500, 300}});
+    CHECK(count(last_element(), " opacity=\".267\"") == 1);
+    surface.state.FillColor = rgb(255, 0, 0);
+    surface.Circle({600, 600}, 150);
+    const std::string svg = svg_of(surface);
+    CHECK(count(svg, "fill-opacity=\".267\"") == 1);
+    CHECK(count(svg, "stroke-opacity=\".267\"") == 1);
+    // Pieces of one shape are painted once, others one upon the other. What covers the page hides nothing.
+    std::size_t const before = visible(surface).size();
+    for (int i = 0; i < 2; ++i) surface.Line({0, 0}, {1000, 1000}, LineShape::FilledBox, 0);
+    CHECK(visible(surface).size() == before + 2);
+    {
+        const ShapeScope one_shape(surface);
+        for (int i = 0; i < 2; ++i) surface.Line({0, 0}, {1000, 900}, LineShape::FilledBox, 0);
+    }
+    CHECK(visible(surface).size() == before + 3);
+    surface.Line({0, 0}, {1500, 1200}, LineShape::FilledBox, 0);
+    CHECK(visible(surface).size() == before + 4);
+    surface.state.alpha = 255;
+    surface.Line({0, 0}, {1500, 1200}, LineShape::FilledBox, 0);
+    CHECK(visible(surface).empty());
+    CHECK(svg_of(surface).find("opacity") == std::string::npos);
+}
