@@ -13,9 +13,9 @@ void draw(qv::qvGraph& page) {
     graph.x_axis({.title = "minutes", .from = 0, .to = 60});
     graph.y_axis({.title = "°C", .from = 0, .to = 250});
     graph.vertical_band(52, HUGE_VAL,
-                        {.color = qv::rgb(236, 238, 242), .text = "off", .text_ori = 3, .text_color = gray});
+                        {.color = gray, .text = "off", .text_ori = 3, .text_color = gray});
     graph.horizontal_band(170, 190,
-                          {.color = qv::rgb(214, 236, 222),
+                          {.color = green,
                            .legend = "wanted",
                            .text = "wanted",
                            .text_ori = 2,

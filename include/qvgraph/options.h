@@ -102,8 +102,8 @@ struct AxisOptions {
     /// none.
     std::optional<std::string> link = {};
     /// AxisColors: Colours of a colour bar: night, ember or meadow, tide or moor about a middle, dial for
-    /// angles, or a list of two or more such as #000000; #FF8000; #FFFFFF. A minus before it turns it round;
-    /// empty is night.
+    /// angles, or two or more of one's own such as `#000000; #FF8000; #FFFFFF`. A minus before it turns it
+    /// round; empty is night.
     std::optional<std::string> colors = {};
     /// AxisBarWidth: Width of a colour bar in millimetres.
     std::optional<Checked<float>> bar_width = {};
@@ -243,8 +243,8 @@ public:
     std::string link() const;
     void link(std::string_view value) const; ///< sets it
     /// AxisColors: Colours of a colour bar: night, ember or meadow, tide or moor about a middle, dial for
-    /// angles, or a list of two or more such as #000000; #FF8000; #FFFFFF. A minus before it turns it round;
-    /// empty is night.
+    /// angles, or two or more of one's own such as `#000000; #FF8000; #FFFFFF`. A minus before it turns it
+    /// round; empty is night.
     std::string colors() const;
     void colors(std::string_view value) const; ///< sets it
     /// AxisBarWidth: Width of a colour bar in millimetres.

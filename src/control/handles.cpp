@@ -215,6 +215,8 @@ struct NewMark {
 };
 
 // Lines and arrows are lines, bands and rectangles have no edges, unless the options say so.
+constexpr std::uint8_t see_through = 64; // of bands and rectangles, which lie over other data
+
 DataHandle add_mark(Handle const& handle, NewMark const& mark, DataOptions const& options) {
     bool const is_filled =
         mark.shape != render::MarkShape::Arrow && mark.shape > render::MarkShape::UprightLine;
@@ -222,6 +224,7 @@ DataHandle add_mark(Handle const& handle, NewMark const& mark, DataOptions const
     return add_data_set(handle, "", shape, options, [&](Records const& made) {
         property::of::DataKind(made, static_cast<std::uint8_t>(render::DataKind::Mark));
         property::of::MarkShape(made, static_cast<std::uint8_t>(mark.shape));
+        if (is_filled) property::of::DataFillAlpha(made, see_through);
         render::set_mark_values(*made.data, {mark.first.x, mark.first.y, mark.second.x, mark.second.y});
     });
 }

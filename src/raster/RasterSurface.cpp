@@ -289,10 +289,11 @@ void RasterSurface::Pixels(PixelPoint left_top, PixelSize size, std::span<std::u
     int const left = whole_pixel(left_top.x), top = whole_pixel(left_top.y);
     const PixelBox block{left, top, left + std::max(size.width, 0), top + std::max(size.height, 0)};
     const PixelBox box = intersection(block, canvas_->clip);
+    PixelBuffer& buffer = canvas_->pixels.write();
     for (int y = box.top; y < box.bottom; ++y) {
         std::uint32_t const* from = pixels.data() + static_cast<std::ptrdiff_t>(y - top) * size.width;
         from += box.left - left;
-        std::uint32_t* const to = canvas_->buffer.row(y) + box.left;
+        std::uint32_t* const to = buffer.row(y) + box.left;
         for (int x = 0; x < box.width(); ++x) {
             const std::uint32_t opacity = (from[x] >> 24) * state.alpha / 255;
             if (opacity == 255)

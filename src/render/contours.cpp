@@ -3,6 +3,7 @@
 #include "render/color_scale.h"
 #include "render/contour_labels.h"
 #include "render/contour_levels.h"
+#include "render/dashes.h"
 #include "render/data_sets.h"
 #include "render/grid_cells.h"
 #include "render/pen.h"
@@ -127,10 +128,12 @@ public:
         if (view_.set.ContourLabels) labels = cut_gaps(shapes);
         {
             const PenScope pen(surface_, view_.set.DataLineThickness, point_line_style(view_.set));
-            for (std::size_t level = 0; level < shapes.size(); ++level) {
-                surface_.state.ForeColor = color_of_level(level);
-                surface_.Polyline(shapes[level]);
-            }
+            draw_with_dashes(surface_, dashes_of(view_.set), view_.plot, [&](DrawSurface& lines) {
+                for (std::size_t level = 0; level < shapes.size(); ++level) {
+                    surface_.state.ForeColor = color_of_level(level);
+                    lines.Polyline(shapes[level]);
+                }
+            });
         }
         for (ContourLabel const& label : labels) write(label);
     }
@@ -209,18 +212,20 @@ public:
     void draw_sample(SeriesView const& view, DrawSurface& surface, Box const& box) const override {
         document::Axis const* const bar = color_axis_of(view.graph, view.set);
         const PenScope pen(surface, view.set.DataLineThickness, point_line_style(view.set));
-        double const middle = box.top + box.height / 2;
-        if (!bar)
-            return surface.Line({box.left, middle}, {box.right(), middle}, LineShape::Segment,
-                                view.set.DataLineColor);
-        // One line above the other, from the last colour to the first.
-        const ColorMap map = color_map(bar->AxisColors);
-        constexpr int lines = 3;
-        for (int i = 0; i < lines; ++i) {
-            double const y = box.top + box.height * (i + 0.5) / lines;
-            auto const level = ColorMap::size * (2 * static_cast<std::size_t>(lines - i) - 1) / (2 * lines);
-            surface.Line({box.left, y}, {box.right(), y}, LineShape::Segment, map.colors[level]);
-        }
+        draw_with_dashes(surface, dashes_of(view.set), box, [&](DrawSurface& lines) {
+            auto const draw = [&](double y, Color color) {
+                lines.Line({box.left, y}, {box.right(), y}, LineShape::Segment, color);
+            };
+            if (!bar) return draw(box.top + box.height / 2, view.set.DataLineColor);
+            // One line above the other, from the last colour to the first.
+            const ColorMap map = color_map(bar->AxisColors);
+            constexpr int count = 3;
+            for (int i = 0; i < count; ++i) {
+                auto const level =
+                    ColorMap::size * (2 * static_cast<std::size_t>(count - i) - 1) / (2 * count);
+                draw(box.top + box.height * (i + 0.5) / count, map.colors[level]);
+            }
+        });
     }
 
     std::size_t item_count(DataSet const& set) const override { return line_memory(set).levels.size(); }

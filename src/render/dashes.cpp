@@ -1,6 +1,8 @@
 #include "render/dashes.h"
 
+#include "document/selection.h"
 #include "qvgraph/fault.h"
+#include "surface/whole_pixel.h"
 
 #include <algorithm>
 #include <array>
@@ -159,6 +161,19 @@ void DashedLines::cut(Point from, Point to) {
         here = there;
     }
     skip((1 - part.last) * length);
+}
+
+// A level or upright segment lies on the pixels that one without gaps lies on.
+void DashedLines::Line(Point from, Point to, LineShape shape, Color color) {
+    if (shape != LineShape::Segment) return surface_.Line(from, to, shape, color);
+    auto const snapped = [](double twips, double per_pixel) {
+        return whole_pixel(twips / per_pixel) * per_pixel;
+    };
+    if (from.y == to.y) from.y = to.y = snapped(from.y, TwipsPerPixelY());
+    if (from.x == to.x) from.x = to.x = snapped(from.x, TwipsPerPixelX());
+    const document::RestoreScope fore(surface_.state.ForeColor, color);
+    end_.reset();
+    Polyline(std::array{from, to});
 }
 
 void DashedLines::Polyline(std::span<Point const> points) {

@@ -20,9 +20,9 @@ DashPattern dash_pattern(std::string_view text);
 /// The pattern of a data set's line that is not part of its DataLineStyle.
 DashPattern dashes_of(document::DataSet const& set);
 
-/// A surface whose polylines have dashes in the pen that it was made with; all else is drawn as it is. A
-/// polyline that begins where the last one ended goes on with its dashes. Ends of dashes are round and reach
-/// no further than the pattern says.
+/// A surface whose polylines and segments have dashes in the pen that it was made with; all else is drawn as
+/// it is. A polyline that begins where the last one ended goes on with its dashes. Ends of dashes are round
+/// and reach no further than the pattern says.
 class DashedLines final : public DrawSurface {
 public:
     /// `visible` is what can be seen of the lines, twips.
@@ -37,9 +37,7 @@ public:
     void BitBlt(PixelPoint target, PixelSize size, DrawSurface const& source, PixelPoint origin) override {
         surface_.BitBlt(target, size, source, origin);
     }
-    void Line(Point from, Point to, LineShape shape, Color color) override {
-        surface_.Line(from, to, shape, color);
-    }
+    void Line(Point from, Point to, LineShape shape, Color color) override;
     void PSet(Point point) override { surface_.PSet(point); }
     void Circle(Point centre, double radius) override { surface_.Circle(centre, radius); }
     void Polygon(std::span<PixelPoint const> corners) override { surface_.Polygon(corners); }

@@ -65,8 +65,11 @@ void draw_line(Plotting& plotting, DataSet const& set) {
     const PenScope pen(surface, set.DataLineThickness, point_line_style(set));
     const document::RestoreScope alpha(surface.state.alpha, set.DataLineAlpha);
     surface.state.ForeColor = set.DataLineColor;
-    if (plotting.graph.GraphPolar) return draw_polar_line(surface, set, *places(plotting).polar);
     const LineMapping mapping = line_mapping(plotting, set);
+    if (plotting.graph.GraphPolar)
+        return draw_with_dashes(
+            surface, is_area(set) ? DashPattern() : dashes_of(set), mapping.visible,
+            [&](DrawSurface& lines) { draw_polar_line(lines, set, *places(plotting).polar); });
     bool const outlined = set.DataLineStyle == line_outlined_area;
     if (is_area(set)) return draw_area(surface, {plotting.graph, set, mapping}, outlined);
     draw_with_dashes(surface, dashes_of(set), mapping.visible, [&](DrawSurface& lines) {

@@ -151,14 +151,10 @@ void draw_line_sample(DrawSurface& surface, DataSet const& set, DrawStyle style,
     const PenScope pen(surface, set.DataLineThickness, style);
     const document::RestoreScope alpha(surface.state.alpha, set.DataLineAlpha);
     const Point from{centre.x - half_length, centre.y}, to{centre.x + half_length, centre.y};
-    const DashPattern dashes = dashes_of(set);
-    if (dashes.empty()) return surface.Line(from, to, LineShape::Segment, set.DataLineColor);
-    surface.state.ForeColor = set.DataLineColor;
     const ShapeScope one_shape(surface);
-    // On the row of pixels that a line without gaps lies on.
-    double const y = whole_pixel(centre.y / surface.TwipsPerPixelY()) * surface.TwipsPerPixelY();
-    DashedLines(surface, dashes, {from.x, y - half_length, 2 * half_length, 2 * half_length})
-        .Polyline(std::array{Point{from.x, y}, Point{to.x, y}});
+    draw_with_dashes(
+        surface, dashes_of(set), {from.x, centre.y - half_length, 2 * half_length, 2 * half_length},
+        [&](DrawSurface& lines) { lines.Line(from, to, LineShape::Segment, set.DataLineColor); });
 }
 
 void draw_band_sample(DrawSurface& surface, DataSet const& set, Point centre, double half_length,

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "document/selection.h"
+#include "render/dashes.h"
 #include "render/data_sets.h"
 #include "render/pen.h"
 #include "render/plot_geometry.h"
@@ -211,8 +212,8 @@ void draw_head(DrawSurface& surface, Color color, Point tip, Point along, Point 
 }
 
 // The shaft ends inside the head, so that a thick one does not blunt the tip.
-void draw_arrow(DrawSurface& surface, DataSet const& set, Ends const& ends, Box const& page_part,
-                Point head) {
+void draw_arrow(DrawSurface& surface, DrawSurface& lines, DataSet const& set, Ends const& ends,
+                Box const& page_part, Point head) {
     auto const along = direction(ends);
     if (!along) return;
     double const length = std::hypot(ends.second.x - ends.first.x, ends.second.y - ends.first.y);
@@ -221,7 +222,7 @@ void draw_arrow(DrawSurface& surface, DataSet const& set, Ends const& ends, Box 
     const ShapeScope one_shape(surface);
     surface.state.ForeColor = set.DataLineColor;
     if (auto const shaft = cut_to(page_part, {ends.first, neck}))
-        surface.Polyline(std::array<Point, 2>{shaft->first, shaft->second});
+        lines.Polyline(std::array<Point, 2>{shaft->first, shaft->second});
     if (holds(widened(page_part, head.x), ends.second))
         draw_head(surface, set.DataLineColor, ends.second, *along, head);
 }
@@ -240,12 +241,15 @@ void draw_shape(SeriesView const& view, DrawSurface& surface, Ends const& ends) 
         if (meet(spanned(ends), view.plot)) fill_inside(surface, set, common_part(spanned(ends), page_part));
     }
     const PenScope pen(surface, set.DataLineThickness, point_line_style(set));
-    if (shape == MarkShape::Arrow)
-        draw_arrow(surface, set, ends, page_part, head_size(view.state, surface, set));
-    else if (!is_straight_line(shape))
-        draw_edges(surface, set, ends, page_part);
-    else if (meet(spanned(ends), view.plot))
-        surface.Line(ends.first, ends.second, LineShape::Segment, set.DataLineColor);
+    const document::RestoreScope alpha(surface.state.alpha, set.DataLineAlpha);
+    draw_with_dashes(surface, dashes_of(set), page_part, [&](DrawSurface& lines) {
+        if (shape == MarkShape::Arrow)
+            draw_arrow(surface, lines, set, ends, page_part, head_size(view.state, surface, set));
+        else if (!is_straight_line(shape))
+            draw_edges(lines, set, ends, page_part);
+        else if (meet(spanned(ends), view.plot))
+            lines.Line(ends.first, ends.second, LineShape::Segment, set.DataLineColor);
+    });
 }
 /// \}
 
@@ -446,18 +450,20 @@ public:
         const Point middle{box.left + box.width / 2, box.top + box.height / 2};
         if (traits(shape).has_inside) fill_inside(surface, set, box);
         const PenScope pen(surface, set.DataLineThickness, point_line_style(set));
-        if (shape == MarkShape::UprightLine)
-            surface.Line({middle.x, box.top}, {middle.x, box.bottom()}, LineShape::Segment,
-                         set.DataLineColor);
-        else if (shape == MarkShape::LevelLine)
-            surface.Line({box.left, middle.y}, {box.right(), middle.y}, LineShape::Segment,
-                         set.DataLineColor);
-        else if (shape == MarkShape::Arrow)
-            draw_arrow(surface, set, {{box.left, middle.y}, {box.right(), middle.y}}, widened(box, box.width),
-                       {box.height * 2 * sample_head_share, box.height * sample_head_share});
-        else
-            draw_edges(surface, set, {{box.left, box.top}, {box.right(), box.bottom()}},
-                       widened(box, box.width));
+        const Box around = widened(box, box.width);
+        draw_with_dashes(surface, dashes_of(set), around, [&](DrawSurface& lines) {
+            if (shape == MarkShape::UprightLine)
+                lines.Line({middle.x, box.top}, {middle.x, box.bottom()}, LineShape::Segment,
+                           set.DataLineColor);
+            else if (shape == MarkShape::LevelLine)
+                lines.Line({box.left, middle.y}, {box.right(), middle.y}, LineShape::Segment,
+                           set.DataLineColor);
+            else if (shape == MarkShape::Arrow)
+                draw_arrow(surface, lines, set, {{box.left, middle.y}, {box.right(), middle.y}}, around,
+                           {box.height * 2 * sample_head_share, box.height * sample_head_share});
+            else
+                draw_edges(lines, set, {{box.left, box.top}, {box.right(), box.bottom()}}, around);
+        });
     }
 
     std::size_t item_count(DataSet const& /*set*/) const override { return 1; }

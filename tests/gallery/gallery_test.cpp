@@ -78,15 +78,15 @@ TEST_CASE("the examples draw these pictures; ./run-demo --gallery docs/gallery m
 }
 
 TEST_CASE("the picture at the head of the README is drawn by the program named there, in forty lines") {
-    std::string const readme = text_of(source_folder() / "README.md");
+    std::string const readme = test::content_of(source_folder() / "README.md");
     CHECK(readme.find("(docs/pictures/warming.png)") < readme.find("(examples/warming.cpp)"));
-    std::string const program = text_of(source_folder() / "examples" / "warming.cpp");
+    std::string const program = test::content_of(source_folder() / "examples" / "warming.cpp");
     CHECK(std::ranges::count(program, '\n') <= 40);
     fs::path const drawn = fs::absolute("warming.png");
     test::run("'" QV_PROGRAMS "/warming' '" + drawn.string() + "' '"
               + (source_folder() / "examples" / "data").string() + "'");
     fs::path const kept = source_folder() / "docs" / "pictures" / "warming.png";
-    double const share = difference(raster::read_png(drawn).buffer, raster::read_png(kept).buffer);
+    double const share = difference(test::read_png(drawn), test::read_png(kept));
     CHECK(share < 0.002);
     if (share < 0.002) fs::remove(drawn);
 }
@@ -99,8 +99,10 @@ TEST_CASE("pages in shapes look like their pictures") {
             CAPTURE(ending);
             fs::path const drawn = drawn_by(name, ending);
             double const mean = test::mean_difference(test::rendered(drawn), picture);
-            CHECK(mean < 0.01);
-            if (mean < 0.01) fs::remove(drawn);
+            // Other programs mix what is translucent in stored values, not in light.
+            double const most = name == "area_kinds" ? 0.015 : 0.01;
+            CHECK(mean < most);
+            if (mean < most) fs::remove(drawn);
         }
     }
 }

@@ -111,7 +111,7 @@ TEST_CASE("reference lines and bands lie at their values, whatever the axis") {
         CHECK(seen.box->width + 1 >= pixel(person.plot().width) - 1);
 
         // An edge without a place, or infinitely far away, leaves the band open to that side.
-        person.drawn.horizontal_band(scale.log ? -5.0 : -infinity, 7, {.color = blue});
+        person.drawn.horizontal_band(scale.log ? -5.0 : -infinity, 7, {.color = blue, .fill_alpha = 255});
         person.page.Refresh();
         const Pixels band = person.pixels_of(blue);
         REQUIRE(band.box);
@@ -124,22 +124,33 @@ TEST_CASE("reference lines and bands lie at their values, whatever the axis") {
     }
 }
 
+TEST_CASE("a mark's line has its dashes") {
+    PersonWithMarks person;
+    person.drawn.horizontal_line(5, {.line_dash = 1, .line_color = red});
+    person.page.Refresh();
+    const Pixels seen = person.pixels_of(red);
+    REQUIRE(seen.box);
+    CHECK(seen.box->height == 0);
+    CHECK(static_cast<double>(seen.count) < 0.8 * seen.box->width);
+    CHECK(static_cast<double>(seen.count) > 0.3 * seen.box->width);
+}
+
 TEST_CASE("marks without a place, or beside what is shown, are not there") {
     PersonWithMarks person;
     double const far = 1e300;
     person.drawn.horizontal_line(missing, {.color = red});
     person.drawn.horizontal_line(11, {.color = red});
     person.drawn.vertical_line(infinity, {.color = red});
-    person.drawn.vertical_band(missing, 3, {.color = red});
-    person.drawn.horizontal_band(20, 30, {.color = red, .line_style = 1, .text = "beside"});
+    person.drawn.vertical_band(missing, 3, {.color = red, .fill_alpha = 255});
+    person.drawn.horizontal_band(20, 30, {.color = red, .line_style = 1, .fill_alpha = 255, .text = "beside"});
     person.drawn.arrow({missing, 1}, {2, 2}, {.color = red});
     person.drawn.arrow({far, far}, {far, 0}, {.color = red, .text = "far"});
-    person.drawn.rectangle({20, 20}, {far, far}, {.color = red, .line_style = 1});
+    person.drawn.rectangle({20, 20}, {far, far}, {.color = red, .line_style = 1, .fill_alpha = 255});
     person.page.Refresh();
     CHECK(person.pixels_of(red).count == 0);
     // What reaches from afar through the plot area is seen there, and ends.
     person.drawn.arrow({-far, 5}, {far, 5}, {.color = red, .line_thickness = 4});
-    person.drawn.rectangle({-far, 2}, {far, 3}, {.color = blue, .line_style = 1});
+    person.drawn.rectangle({-far, 2}, {far, 3}, {.color = blue, .line_style = 1, .fill_alpha = 255});
     person.page.Refresh();
     CHECK(person.pixels_of(red).count > 100);
     CHECK(person.pixels_of(blue).count > 1000);
@@ -148,7 +159,7 @@ TEST_CASE("marks without a place, or beside what is shown, are not there") {
 TEST_CASE("percent count from the plot area's left and bottom, also on a logarithmic axis") {
     PersonWithMarks person;
     person.drawn.y_axis({.from = 1, .to = 1000, .log = true});
-    person.drawn.rectangle({25, 50}, {50, 75}, {.color = red, .mark_percent = true});
+    person.drawn.rectangle({25, 50}, {50, 75}, {.color = red, .fill_alpha = 255, .mark_percent = true});
     person.page.Refresh();
     const Box plot = person.plot(), seen = person.pixels_of(red).box.value();
     CHECK(std::abs(seen.left - pixel(plot.left + plot.width / 4)) <= 1);
