@@ -1,8 +1,8 @@
 // One full redraw of an unchanged page: line_redraw/N, symbols_redraw/N, area_redraw/N, spline_redraw/N,
-// steps/N, dashes/N, error_bars/N, error_band/N, two_color_area/N, stacked_areas/N, stacked_bars/N, grouped_bars/N,
-// candles/N, pie/N, polar/N, marks/N, heat_map/N, contours/N, heat_map_binned/N, histogram/N, boxes/N, strip/N (kept,
-// and with _first worked out anew), many_sets, zoomed/N, twelve_graphs; with /flat behind the name, the same without
-// smoothing.
+// steps/N, dashes/N, error_bars/N, error_band/N, two_color_area/N, stacked_areas/N, stacked_bars/N,
+// grouped_bars/N, candles/N, pie/N, polar/N, marks/N, heat_map/N, contours/N, heat_map_binned/N, histogram/N,
+// boxes/N, strip/N (kept, and with _first worked out anew), many_sets, zoomed/N, twelve_graphs; with /flat
+// behind the name, the same without smoothing.
 #include "benchmarks.h"
 #include "control/state_of.h"
 #include "pages.h"

@@ -12,14 +12,9 @@ void draw(qv::qvGraph& page) {
     auto graph = page.graph("Oven");
     graph.x_axis({.title = "minutes", .from = 0, .to = 60});
     graph.y_axis({.title = "°C", .from = 0, .to = 250});
-    graph.vertical_band(52, HUGE_VAL,
-                        {.color = gray, .text = "off", .text_ori = 3, .text_color = gray});
-    graph.horizontal_band(170, 190,
-                          {.color = green,
-                           .legend = "wanted",
-                           .text = "wanted",
-                           .text_ori = 2,
-                           .text_color = green});
+    graph.vertical_band(52, HUGE_VAL, {.color = gray, .text = "off", .text_ori = 3, .text_color = gray});
+    graph.horizontal_band(
+        170, 190, {.color = green, .legend = "wanted", .text = "wanted", .text_ori = 2, .text_color = green});
     auto temperature = graph.line("temperature", {.color = blue});
     for (double t = 0; t <= 60; t += 0.25) {
         double const heating = 185 - 165 * std::exp(-t / 6) + 18 * std::exp(-t / 30) * std::sin(t * 0.9);

@@ -173,8 +173,8 @@ public:
     /// \name Marks
     /// At values on their axes or, with mark_percent, percent of the plot area, y from the bottom. `text` is
     /// their label, placed inside the plot area; text_ori says where. No axis changes, and a row in the
-    /// legend table have only those with a `legend`. Bands and rectangles are seen through unless fill_alpha says
-    /// otherwise. With mark_dragging a person may move them (`MarkMoved`).
+    /// legend table have only those with a `legend`. Bands and rectangles are seen through unless fill_alpha
+    /// says otherwise. With mark_dragging a person may move them (`MarkMoved`).
     /// \{
 
     DataHandle horizontal_line(double y,

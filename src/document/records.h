@@ -247,8 +247,8 @@ struct DataSetSettings : GraphText, MarkSettings, PieSettings {
     bool BarStacked = false;
     bool BarBase = false;
     double BarBaseValue = 0;
-    double BarOffset = 0; // across the bar, in millimetres or, with a BarWidth, in values
-    double BarWidth = 0;  // values of the axis across the bar; 0: twice DataSymbolSize, less a tenth
+    double BarOffset = 0;       // across the bar, in millimetres or, with a BarWidth, in values
+    double BarWidth = 0;        // values of the axis across the bar; 0: twice DataSymbolSize, less a tenth
     std::uint8_t BarLabels = 0; // BarLabelling; other values mean none
     std::string BarLabelFormat;
     std::uint8_t CandleStyle = 0; // 0 bodies with wicks, 1 bars with two ticks

@@ -13,14 +13,8 @@ SeriesKind const* series_kind(document::DataSet const& set) {
     static const CandleKind candles;
     static const std::array<SeriesKind const*, 9> kinds{
         nullptr, // points
-        &histogram_kind(),
-        &boxes_kind(),
-        &strip_kind(),
-        &heat_map_kind(),
-        &contours_kind(),
-        &candles,
-        pie_kind(),
-        mark_kind(),
+        &histogram_kind(), &boxes_kind(), &strip_kind(), &heat_map_kind(),
+        &contours_kind(),  &candles,      pie_kind(),    mark_kind(),
     };
     return set.DataKind < kinds.size() ? kinds[set.DataKind] : nullptr;
 }

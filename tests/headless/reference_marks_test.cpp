@@ -142,7 +142,8 @@ TEST_CASE("marks without a place, or beside what is shown, are not there") {
     person.drawn.horizontal_line(11, {.color = red});
     person.drawn.vertical_line(infinity, {.color = red});
     person.drawn.vertical_band(missing, 3, {.color = red, .fill_alpha = 255});
-    person.drawn.horizontal_band(20, 30, {.color = red, .line_style = 1, .fill_alpha = 255, .text = "beside"});
+    person.drawn.horizontal_band(20, 30,
+                                 {.color = red, .line_style = 1, .fill_alpha = 255, .text = "beside"});
     person.drawn.arrow({missing, 1}, {2, 2}, {.color = red});
     person.drawn.arrow({far, far}, {far, 0}, {.color = red, .text = "far"});
     person.drawn.rectangle({20, 20}, {far, far}, {.color = red, .line_style = 1, .fill_alpha = 255});
