@@ -15,7 +15,7 @@ void draw(qv::qvGraph& page) {
     } const graphs[]{{"in front", true, false, 1, white, 62},
                      {"behind the data", false, false, 1, white, 62},
                      {"gradient, thick edge", true, false, 3, qv::rgb(205, 222, 242), 30},
-                     {"no ground, no edge", true, true, 0, white, 88}};
+                     {"no ground, no edge", true, true, 0, white, 66}};
     for (int i = 0; i < 4; ++i) {
         auto const& [title, in_front, transparent, edge, second, left] = graphs[i];
         plain_graph(page, title, "", "");
@@ -30,7 +30,7 @@ void draw(qv::qvGraph& page) {
         page.DataLineDash(2);
         for (double x = 0; x <= 6.3; x += 0.05) page.AddDataPoint(x, std::cos(x));
         axis_range(page, 0, 0, 7, 7);
-        axis_range(page, 1, -1, 1, 4);
+        axis_range(page, 1, -1.25, 1.25, 5);
         page.LegendTableStyle({.LeftPercent = left,
                                .TopPercent = 22,
                                .EdgeColor = edge > 1 ? blue : gray,
