@@ -113,10 +113,11 @@ BarPlan::BarPlan(Graph const& graph) {
         if (DataSet const& set = at(graph.DataSets, i); !set.DataHide && are_bars(set)) left.push_back(i);
     while (!left.empty()) {
         DataSet const& first = at(graph.DataSets, left.front());
-        auto const rest = std::ranges::stable_partition(
-            left, [&](std::int16_t index) { return share_room(first, at(graph.DataSets, index)); });
-        plan_group(graph, {left.begin(), rest.begin()});
-        left.erase(left.begin(), rest.begin());
+        auto const rest = std::stable_partition(left.begin(), left.end(), [&](std::int16_t index) {
+            return share_room(first, at(graph.DataSets, index));
+        });
+        plan_group(graph, {left.begin(), rest});
+        left.erase(left.begin(), rest);
     }
 }
 
