@@ -27,8 +27,8 @@ Page symbols_page(std::size_t count, Drawing drawing);
 Page area_page(std::size_t count, Drawing drawing);
 Page spline_page(std::size_t count, Drawing drawing);
 
-/// The points of `line_page` in steps, in dashes of a pattern of its own, with errors as bars and as a band, as an
-/// area of two colours about a value, and in halves as two stacked areas.
+/// The points of `line_page` in steps, in dashes of a pattern of its own, with errors as bars and as a band,
+/// as an area of two colours about a value, and in halves as two stacked areas.
 Page step_page(std::size_t count, Drawing drawing);
 Page dashed_page(std::size_t count, Drawing drawing);
 Page error_bars_page(std::size_t count, Drawing drawing);
