@@ -186,7 +186,7 @@ private:
 };
 
 /// Items are levels.
-class Contours final : public SeriesKind {
+class Contours final : public GridKind {
 public:
     void draw(SeriesView const& view, DrawSurface& surface) const override {
         if (view.x.valid && view.y.valid) Drawing(view, surface).draw();
@@ -198,15 +198,6 @@ public:
         Grid const& grid = *grid_memory(set, {x.axis.AxisLog, y.axis.AxisLog}).cells;
         reach_middles(x, grid.x_edges);
         reach_middles(y, grid.y_edges);
-    }
-
-    std::int16_t third_axis(document::Graph const& graph, DataSet const& set) const override {
-        return color_axis_of(graph, set) ? set.ColorAxisIndex : std::int16_t{-1};
-    }
-
-    void include_third(DataSet const& set, AxisReach const& colors) const override {
-        document::Extent const& extent = grid_memory(set).cells->extent_on(colors.axis.AxisLog);
-        if (!extent.empty()) include_range(colors, extent);
     }
 
     void draw_sample(SeriesView const& view, DrawSurface& surface, Box const& box) const override {

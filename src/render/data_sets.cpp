@@ -285,14 +285,30 @@ void draw_symbols(Plotting& plotting, DataSet const& set, std::int16_t index) {
 
 /// Where the error bars of a data set stand: at the ends of its bars, of which those of a stack were drawn
 /// just now, else at its points.
-void draw_errors(Plotting& plotting, DataSet const& set) {
+void draw_errors(Plotting& plotting, DataSet const& set, std::int16_t index) {
     if (!shows_error_bars(set)) return;
+    auto const share = plotting.plan.share_of(index);
+    if (share && plotting.plan.in_percent()) return; // errors of values, not of their shares
     ControlState& state = plotting.state;
     const LineMapping mapping = line_mapping(plotting, set);
     auto const draw = [&](document::PointStore const& points, Point shift) {
         draw_error_bars(state, plotting.surface, set, points, mapping, shift);
     };
     if (set.DataSymbol != symbol_bar) return draw(shown_points(plotting.graph, set), {});
+    if (share) {
+        bool const is_log =
+            (set.BarHoriz ? selected_y_axis(plotting.graph) : selected_x_axis(plotting.graph)).AxisLog;
+        auto const middle = [&](double at) { return scale::ScaleFrom{at, is_log}.value_at(share->offset); };
+        return draw(points_at(set.points,
+                              [&](Point value, std::size_t i) {
+                                  auto const end = [&](double along) {
+                                      return plotting.plan.ends(index, i, along).to;
+                                  };
+                                  return set.BarHoriz ? Point{end(value.x), middle(value.y)}
+                                                      : Point{middle(value.x), end(value.y)};
+                              }),
+                    {});
+    }
     // Bars stand beside their points by millimetres, or by values where these say how wide they are.
     bool const by_values = has_value_width(set);
     auto const across = [&](double distance) {
@@ -327,9 +343,9 @@ void draw_points(Plotting& plotting, DataSet const& set, std::int16_t index) {
         draw_line(plotting, set);
         draw_lone_points_of(plotting, set);
     }
-    if (has_errors && !are_bars) draw_errors(plotting, set);
+    if (has_errors && !are_bars) draw_errors(plotting, set, index);
     draw_symbols(plotting, set, index);
-    if (has_errors && are_bars) draw_errors(plotting, set); // upon the bars
+    if (has_errors && are_bars) draw_errors(plotting, set, index); // upon the bars
 }
 
 void draw_curve(Plotting& plotting, DataSet const& set) {

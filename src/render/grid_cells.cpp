@@ -1,5 +1,7 @@
 #include "render/grid_cells.h"
 
+#include "render/color_scale.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -113,6 +115,15 @@ GridMemory* known_memory(DataSet const& set) {
 }
 
 } // namespace
+
+std::int16_t GridKind::third_axis(document::Graph const& graph, document::DataSet const& set) const {
+    return color_axis_of(graph, set) ? set.ColorAxisIndex : std::int16_t{-1};
+}
+
+void GridKind::include_third(document::DataSet const& set, AxisReach const& colors) const {
+    document::Extent const& extent = grid_memory(set).cells->extent_on(colors.axis.AxisLog);
+    if (!extent.empty()) include_range(colors, extent);
+}
 
 void include_range(AxisReach const& along, Extent const& range) {
     for (double const end : {range.low, range.high}) {

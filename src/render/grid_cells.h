@@ -4,6 +4,7 @@
 #include "document/ControlState.h"
 #include "render/contour_lines.h"
 #include "render/data_reach.h"
+#include "render/series_kind.h"
 
 #include <cstddef>
 #include <memory>
@@ -48,6 +49,13 @@ GridMemory& grid_memory(document::DataSet const& set);
 /// an axis.
 document::Grid binned(document::PointStore const& points, GridScales const& scales, std::int16_t bins_x,
                       std::int16_t bins_y);
+
+/// What heat maps and contours of a grid have in common: the colour bar.
+class GridKind : public SeriesKind {
+public:
+    std::int16_t third_axis(document::Graph const& graph, document::DataSet const& set) const override;
+    void include_third(document::DataSet const& set, AxisReach const& colors) const override;
+};
 
 /// Has an axis show a range without room beside it; about one value alone there is some.
 void include_range(AxisReach const& along, document::Extent const& range);

@@ -221,7 +221,7 @@ private:
     std::vector<std::uint16_t> line_ranks_, row_ranks_;
 };
 
-class HeatMap final : public SeriesKind {
+class HeatMap final : public GridKind {
 public:
     void draw(SeriesView const& view, DrawSurface& surface) const override {
         if (view.x.valid && view.y.valid) Drawing(view, surface).draw();
@@ -232,15 +232,6 @@ public:
         Grid const& grid = *grid_memory(set, {x.axis.AxisLog, y.axis.AxisLog}).cells;
         reach_ends(x, grid.x_edges);
         reach_ends(y, grid.y_edges);
-    }
-
-    std::int16_t third_axis(document::Graph const& graph, DataSet const& set) const override {
-        return color_axis_of(graph, set) ? set.ColorAxisIndex : std::int16_t{-1};
-    }
-
-    void include_third(DataSet const& set, AxisReach const& colors) const override {
-        document::Extent const& extent = grid_memory(set).cells->extent_on(colors.axis.AxisLog);
-        if (!extent.empty()) include_range(colors, extent);
     }
 
     void draw_sample(SeriesView const& view, DrawSurface& surface, Box const& box) const override {
