@@ -222,7 +222,11 @@ private:
                 const scale::ScaleFrom from{value, across.axis.AxisLog};
                 across.include(from.value_at(-reach));
                 across.include(from.value_at(reach));
-                along.include(bar.to);
+                if (plan_.in_percent())
+                    along.include(bar.to); // errors are of values, not of their shares
+                else
+                    plane.include(set.BarHoriz ? Point{bar.to, value} : Point{value, bar.to},
+                                  errors_of(block, i));
                 ends.include(bar.to);
                 stands_on_zero |= bar.from == 0;
             }

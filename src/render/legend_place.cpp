@@ -1,6 +1,7 @@
 #include "render/legend_place.h"
 
 #include "document/selection.h"
+#include "render/bar_places.h"
 #include "render/bar_stack.h"
 #include "render/bars.h"
 #include "render/data_sets.h"
@@ -128,21 +129,12 @@ private:
     }
 
     void bars(DataSet const& set, std::int16_t index, auto const& visit) {
-        const document::SelectedAxesScope selection(graph_);
-        graph_.SelectedXAxis = set.xAxisIndex;
-        graph_.SelectedYAxis = set.yAxisIndex;
-        const scale::AxisMap x = scale::x_map(graph_, selected_x_axis(graph_));
-        const scale::AxisMap y = scale::y_map(graph_, selected_y_axis(graph_));
-        const BarLayout layout(state_, {index, symbol_bar, {}, {}, set.DataSymbolSize, false, {}, {}});
+        const SeriesScope scope(state_, graph_, index, SeriesScope::Maps::BeingDrawn);
         if (!set.BarStacked) stack_.ends.clear();
         stack_.position = 0;
-        for (PointBlock const& block : set.points.blocks())
-            for (std::size_t i = 0; i < block.size(); ++i) {
-                const StackedBar bar = stacked(stack_, set, {block.x()[i], block.y()[i]});
-                if (stack_.position % step_ != 0 || !bar.is_finite()) continue;
-                const BarBox box = layout.box({x(bar.end.x), y(bar.end.y)}, bar.end, bar.base);
-                visit(set.BarHoriz ? lying(box) : upright(box));
-            }
+        for_each_bar(scope.view(), plan_, stack_, [&](PlacedBar const& bar) {
+            if (bar.point % step_ == 0) visit(set.BarHoriz ? lying(bar.box) : upright(bar.box));
+        });
     }
 
     void items(SeriesKind const& kind, DataSet const& set, std::int16_t index, auto const& visit) {
@@ -179,6 +171,7 @@ private:
     document::ControlState& state_;
     Graph& graph_;
     BarStack stack_;
+    BarPlan plan_{graph_};
     std::size_t step_ = 1;
 };
 

@@ -149,6 +149,17 @@ TEST_CASE("arranged bars are pointed at and read where they stand") {
     CHECK(person.tooltip_at(0.75, 0.8) == "left: b, 4");
 }
 
+TEST_CASE("errors of arranged bars widen the axis from the ends of their bars") {
+    CategoryPerson person;
+    person.made.bar_arrangement(2);
+    std::vector<double> const x{0, 1}, low{3, 2}, high{4, 5}, error{2, 2};
+    person.made.bars("a").add_columns(x, low, error, error);
+    person.made.bars("b").add_columns(x, high, error, error);
+    person.page.Refresh();
+    CHECK(person.y_axis().AxisValue2 >= 9); // 3 + 4 and 2 more
+    CHECK(person.y_axis().AxisValue1 == 0);
+}
+
 TEST_CASE("candles without weekends: every day is as wide, the days are told, volumes have an axis") {
     CategoryPerson person;
     person.made.x_axis({.time = true, .categories = true});
