@@ -8,28 +8,7 @@ namespace {
 
 constexpr std::size_t longest_polyline = 1 << 16; // points handed over at a time
 
-struct Range {
-    double low, high;
-};
-
-// Smallest and largest of a run; four at a time, because each comparison waits for the one before it.
-Range range_of(std::span<double const> values) {
-    constexpr std::size_t lanes = 4;
-    double low[lanes], high[lanes];
-    std::fill_n(low, lanes, values[0]);
-    std::fill_n(high, lanes, values[0]);
-    std::size_t i = 0;
-    for (; i + lanes <= values.size(); i += lanes)
-        for (std::size_t lane = 0; lane < lanes; ++lane) {
-            low[lane] = std::min(low[lane], values[i + lane]);
-            high[lane] = std::max(high[lane], values[i + lane]);
-        }
-    for (; i < values.size(); ++i) {
-        low[0] = std::min(low[0], values[i]);
-        high[0] = std::max(high[0], values[i]);
-    }
-    return {*std::min_element(low, low + lanes), *std::max_element(high, high + lanes)};
-}
+constexpr std::size_t few = 8; // points of a run that are looked at one by one
 
 bool has_whole_edges(DrawState const& state) {
     return !state.Smooth || state.draw_mode == DrawMode::Invert;
@@ -86,12 +65,15 @@ void ColumnThinner::add(Point point) {
 }
 
 void ColumnThinner::add_run(PointRun const& run) {
-    if (run.size() == 0) return;
+    if (run.size() <= few) {
+        for (std::size_t i = 0; i < run.size(); ++i) add(run.place(i));
+        return;
+    }
     const Point first = run.place(0), last = run.place(run.size() - 1);
     std::int64_t const column = grid_.column(first.x);
     if (column != current_) flush();
     current_ = column;
-    const Range y = range_of(run.y);
+    const document::ValueRange y = document::range_of(run.y.data(), run.y.size());
     auto const [low, high] = std::minmax({(*run.y_map)(y.low), (*run.y_map)(y.high)});
     run_.add(first, low, high);
     run_.add(last, low, high);

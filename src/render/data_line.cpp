@@ -107,14 +107,12 @@ private:
 
     void add_rising(PointBlock const& block) {
         auto const x = block.x();
+        document::RangeSummary const& summary = block.y_summary();
         for (std::size_t begin = 0; begin < x.size();) {
             const Point first = place(block, begin);
             const std::size_t end = column_end(x, begin, first);
-            if (end - begin <= worth_searching)
-                for (std::size_t i = begin; i < end; ++i) line_.add(place(block, i));
-            else
-                line_.add_run({x.subspan(begin, end - begin), block.y().subspan(begin, end - begin),
-                               &mapping_.x, &mapping_.y});
+            line_.add_run({x.subspan(begin, end - begin), block.y().subspan(begin, end - begin), &mapping_.x,
+                           &mapping_.y, &summary, block.summary_place() + begin});
             begin = end;
         }
     }

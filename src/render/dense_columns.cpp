@@ -7,7 +7,7 @@
 namespace qv::render {
 namespace {
 
-constexpr std::size_t few = 6;             // so many points of a column are drawn as they are
+constexpr std::size_t few = 12;            // so many points of a column are drawn as they are
 constexpr std::size_t unit_size = 16;      // points whose range is looked at before they are
 constexpr std::int32_t far_away = 1 << 28; // pixels
 
@@ -16,45 +16,26 @@ std::int32_t row_at(double row) {
     return static_cast<std::int32_t>(std::clamp(row, -1.0 * far_away, 1.0 * far_away));
 }
 
-// Smallest and largest of a few values; four at a time, because each comparison waits for the one before it.
-template <class Range>
-Range range_of(double const* values, std::size_t count) {
-    constexpr std::size_t lanes = 4;
-    if (count < 2 * lanes) {
-        Range range{values[0], values[0]};
-        for (std::size_t i = 1; i < count; ++i) {
-            range.low = std::min(range.low, values[i]);
-            range.high = std::max(range.high, values[i]);
-        }
-        return range;
-    }
-    double low[lanes], high[lanes];
-    std::copy_n(values, lanes, low);
-    std::copy_n(values, lanes, high);
-    // The last lanes are looked at twice where the count is not a multiple.
-    for (std::size_t next = lanes; next < count; next += lanes) {
-        double const* const some = values + std::min(next, count - lanes);
-        for (std::size_t lane = 0; lane < lanes; ++lane) {
-            low[lane] = std::min(low[lane], some[lane]);
-            high[lane] = std::max(high[lane], some[lane]);
-        }
-    }
-    return {std::min(std::min(low[0], low[1]), std::min(low[2], low[3])),
-            std::max(std::max(high[0], high[1]), std::max(high[2], high[3]))};
-}
-
 } // namespace
 
-Point DenseColumns::Stretch::place(std::size_t i) const {
-    return {x_at(i), level(i)};
-}
-
-void DenseColumns::Stretch::measure() {
-    const Range values = range_of<Range>(y, count);
-    range = values;
-    if (!y_map) return;
-    auto const [low, high] = std::minmax({(*y_map)(values.low), (*y_map)(values.high)});
-    range = {low, high};
+DenseColumns::Stretch DenseColumns::Stretch::piece(std::size_t first, std::size_t past,
+                                                   std::size_t most) const {
+    using Summary = document::RangeSummary;
+    Stretch piece{x + first, y + first, past - first, summary, summary_place + first, 0, {}};
+    while (summary && piece.level < most && first + Summary::span(piece.level) <= past
+           && summary->has(piece.level, piece.summary_place))
+        ++piece.level;
+    if (piece.level > 0) {
+        piece.count = Summary::span(piece.level - 1);
+        piece.range = {summary->at(piece.level - 1, piece.summary_place)};
+    } else {
+        // Up to where the summary can go on.
+        std::size_t const unit = summary ? Summary::span(0) : unit_size;
+        std::size_t const place = summary ? piece.summary_place : 0;
+        piece.count = std::min(piece.count, unit - place % unit);
+        piece.range = {document::range_of(piece.y, piece.count)};
+    }
+    return piece;
 }
 
 bool DenseColumns::Visit::is_dense() const {
@@ -65,6 +46,7 @@ void DenseColumns::Visit::clear() {
     count = 0;
     x.clear();
     y.clear();
+    x_map = y_map = nullptr;
     stretches.clear();
     reached = {};
 }
@@ -75,9 +57,11 @@ public:
     Chain(Visit const& visit, std::size_t next, bool forwards, double middle)
         : visit_(visit), middle_(middle), next_(next), forwards_(forwards) {
         if (is_done()) return;
-        start_ = forwards ? stretch().first() : stretch().last();
+        start_ = forwards ? visit.first_of(next) : visit.last_of(next);
         distance_ = std::abs(start_.x - middle);
-        reached_ = before_ = {start_.y, start_.y};
+        double const level = stretch().y[forwards ? 0 : stretch().count - 1];
+        reached_ = before_ = {{level, level}};
+        start_level_ = level;
     }
 
     // Past the last stretch backwards the index wraps round to the largest number.
@@ -85,20 +69,21 @@ public:
     std::size_t next() const { return next_; }
     Stretch const& stretch() const { return visit_.stretches[next_]; }
     Point start() const { return start_; }
+    double start_level() const { return start_level_; }
     double distance() const { return distance_; }
     Range const& reached() const { return reached_; }
     /// What it has reached no further away than this.
     Range const& reached_until(double distance) const { return distance_ <= distance ? reached_ : before_; }
 
     /// It starts with the segment across the middle.
-    void start_from(Point other) {
-        before_ = {other.y, other.y};
+    void start_from(double level) {
+        before_ = {{level, level}};
         reached_.include(before_);
     }
     void advance() {
         before_ = reached_;
         reached_.include(stretch().range);
-        distance_ = std::abs(stretch().x_at(forwards_ ? stretch().count - 1 : 0) - middle_);
+        distance_ = std::abs(visit_.x_of(stretch(), forwards_ ? stretch().count - 1 : 0) - middle_);
         next_ += forwards_ ? 1 : static_cast<std::size_t>(-1);
     }
 
@@ -108,6 +93,7 @@ private:
     std::size_t next_;
     bool forwards_;
     Point start_;
+    double start_level_ = 0;
     double distance_ = 0; // of the place it has come to
     Range reached_{}, before_{};
 };
@@ -119,6 +105,7 @@ void DenseColumns::add(Point place) {
         begin(column);
         visit = &visits_[current_];
     }
+    if (visit->x_map) keep_places(*visit);
     // Beside the visible box only the way in and out is of interest.
     if (visit->count == 2 && !grid_.is_visible(column)) {
         visit->x.pop_back();
@@ -137,16 +124,18 @@ void DenseColumns::add_run(PointRun const& run) {
     const Point first = run.place(0), last = run.place(run.size() - 1);
     std::int64_t const column = grid_.column(first.x);
     if (!grid_.is_visible(column)) return add(first), add(last);
-    if (run.size() <= few) {
+    if (visits_[current_].count == 0 || column != visits_[current_].column) begin(column);
+    Visit& visit = visits_[current_];
+    if (!visit.x.empty()) {
         for (std::size_t i = 0; i < run.size(); ++i) add(run.place(i));
         return;
     }
-    if (visits_[current_].count == 0 || column != visits_[current_].column) begin(column);
-    Visit& visit = visits_[current_];
     if (visit.count == 0) visit.first = first;
     visit.last = last;
-    store_stretch(visit);
-    visit.stretches.push_back({run.x.data(), run.y.data(), run.size(), run.x_map, run.y_map, {}});
+    visit.x_map = run.x_map;
+    visit.y_map = run.y_map;
+    visit.stretches.push_back(
+        {run.x.data(), run.y.data(), run.size(), run.summary, run.summary_place, 0, {}});
     visit.count += run.size();
 }
 
@@ -189,35 +178,26 @@ void DenseColumns::end_at(Visit const& visit, Point place) {
 }
 
 void DenseColumns::prepare(Visit& visit) {
+    if (!visit.x_map)
+        visit.stretches.assign(1, {visit.x.data(), visit.y.data(), visit.count, nullptr, 0, 0, {}});
     if (visit.is_dense()) {
-        resolve_stored(visit);
         visit.order = order_of(visit);
-        split_into_units(visit);
+        split_into_pieces(visit);
         if (visit.order != Order::None) split_at_middle(visit);
     }
     find_reached(visit);
 }
 
-// Points that were added one by one stay where they are from now on.
-void DenseColumns::resolve_stored(Visit& visit) {
-    store_stretch(visit);
-    double const* x = visit.x.data();
-    double const* y = visit.y.data();
-    for (Stretch& stretch : visit.stretches) {
-        if (stretch.x_map) continue;
-        stretch.x = x;
-        stretch.y = y;
-        x += stretch.count;
-        y += stretch.count;
-    }
-}
-
-// Points that were added one by one since the last run become a stretch.
-void DenseColumns::store_stretch(Visit& visit) {
-    std::size_t stored = 0;
-    for (Stretch const& stretch : visit.stretches) stored += stretch.x_map ? 0 : stretch.count;
-    if (visit.x.size() > stored)
-        visit.stretches.push_back({nullptr, nullptr, visit.x.size() - stored, nullptr, nullptr, {}});
+// A visit that is no longer made of runs alone.
+void DenseColumns::keep_places(Visit& visit) {
+    for (Stretch const& stretch : visit.stretches)
+        for (std::size_t i = 0; i < stretch.count; ++i) {
+            const Point place = visit.place(stretch, i);
+            visit.x.push_back(place.x);
+            visit.y.push_back(place.y);
+        }
+    visit.stretches.clear();
+    visit.x_map = visit.y_map = nullptr;
 }
 
 DenseColumns::Order DenseColumns::order_of(Visit const& visit) {
@@ -230,25 +210,32 @@ DenseColumns::Order DenseColumns::order_of(Visit const& visit) {
     };
     for (Stretch const& stretch : visit.stretches) {
         // Within a run x keeps its direction.
-        if (stretch.x_map)
-            go_to(stretch.x_at(0)), go_to(stretch.x_at(stretch.count - 1));
-        else
-            for (std::size_t i = 0; i < stretch.count; ++i) go_to(stretch.x[i]);
+        std::size_t const step = visit.x_map ? std::max<std::size_t>(1, stretch.count - 1) : 1;
+        for (std::size_t i = 0; i < stretch.count; i += step) go_to(visit.x_of(stretch, i));
     }
     return rises && falls ? Order::None : falls ? Order::Falling : Order::Rising;
 }
 
-void DenseColumns::split_into_units(Visit& visit) {
+// The level of the summary of which a column has enough ranges.
+std::size_t DenseColumns::level_for(std::size_t count) {
+    constexpr std::size_t enough = 16;
+    std::size_t level = 0;
+    while (level < document::RangeSummary::levels && count >= enough * document::RangeSummary::span(level))
+        ++level;
+    return level;
+}
+
+void DenseColumns::split_into_pieces(Visit& visit) {
     collected_.swap(visit.stretches);
     visit.stretches.clear();
+    std::size_t const level = level_for(visit.count);
     for (Stretch const& stretch : collected_)
-        for (std::size_t begin = 0; begin < stretch.count; begin += unit_size) {
-            Stretch& unit = visit.stretches.emplace_back(stretch);
-            unit.x += begin;
-            unit.y += begin;
-            unit.count = std::min(unit_size, stretch.count - begin);
-            unit.measure();
-        }
+        append_pieces(visit.stretches, stretch, 0, stretch.count, level);
+}
+
+void DenseColumns::append_pieces(std::vector<Stretch>& pieces, Stretch const& stretch, std::size_t first,
+                                 std::size_t past, std::size_t level) {
+    while (first < past) first += pieces.emplace_back(stretch.piece(first, past, level)).count;
 }
 
 // So that the middle of the column lies between two stretches.
@@ -256,22 +243,27 @@ void DenseColumns::split_at_middle(Visit& visit) {
     double const middle = grid_.centre(visit.column);
     bool const rises = visit.order == Order::Rising;
     auto const is_before = [&](double x) { return rises ? x <= middle : x >= middle; };
-    auto const found = std::ranges::partition_point(
-        visit.stretches, [&](Stretch const& stretch) { return is_before(stretch.x_at(stretch.count - 1)); });
+    auto const found = std::ranges::partition_point(visit.stretches, [&](Stretch const& stretch) {
+        return is_before(visit.x_of(stretch, stretch.count - 1));
+    });
     visit.half = static_cast<std::size_t>(found - visit.stretches.begin());
     if (found == visit.stretches.end()) return;
-    std::size_t before = 0;
-    while (is_before(found->x_at(before))) ++before;
+    const Stretch stretch = *found;
+    std::size_t before = 0, behind = stretch.count - 1; // the last is not before
+    while (before < behind) {
+        std::size_t const between = before + (behind - before) / 2;
+        if (is_before(visit.x_of(stretch, between)))
+            before = between + 1;
+        else
+            behind = between;
+    }
     if (before == 0) return;
-    Stretch first_part = *found;
-    first_part.count = before;
-    first_part.measure();
-    found->x += before;
-    found->y += before;
-    found->count -= before;
-    found->measure();
-    visit.stretches.insert(found, first_part);
-    ++visit.half;
+    split_.clear();
+    append_pieces(split_, stretch, 0, before, stretch.level);
+    visit.half += split_.size();
+    append_pieces(split_, stretch, before, stretch.count, stretch.level);
+    *found = split_.front();
+    visit.stretches.insert(found + 1, split_.begin() + 1, split_.end());
 }
 
 bool DenseColumns::is_flat(Point from, Point to) const {
@@ -282,15 +274,15 @@ bool DenseColumns::is_flat(Point from, Point to) const {
 
 bool DenseColumns::is_reached(Reached const& reached, Point from, Point to) const {
     auto const [low, high] = std::minmax(from.y, to.y);
-    auto const& levels = reached[pen_.has_gaps && is_flat(from, to)];
+    auto const& levels = reached[is_flat(from, to)];
     return levels && levels->holds({low, high});
 }
 
 // Levels are known as one range; of two that lie apart the larger is remembered.
 void DenseColumns::include(Reached& reached, Point from, Point to) const {
     auto const [low, high] = std::minmax(from.y, to.y);
-    const Range levels{low, high};
-    std::optional<Range>& known = reached[pen_.has_gaps && is_flat(from, to)];
+    const Range levels{{low, high}};
+    std::optional<Range>& known = reached[is_flat(from, to)];
     if (known && known->touches(levels))
         known->include(levels);
     else if (!known || levels.high - levels.low > known->high - known->low)
@@ -300,24 +292,25 @@ void DenseColumns::include(Reached& reached, Point from, Point to) const {
 void DenseColumns::find_reached(Visit& visit) const {
     visit.reached = {};
     if (!pen_.has_gaps) {
-        Range range{visit.first.y, visit.first.y};
-        if (visit.is_dense())
-            for (Stretch const& stretch : visit.stretches) range.include(stretch.range);
-        else
-            for (double const y : visit.y) range.include({y, y});
+        Range range{document::range_of(visit.stretches[0].y, 1)};
+        for (Stretch const& stretch : visit.stretches)
+            range.include(visit.is_dense() ? document::ValueRange(stretch.range)
+                                           : document::range_of(stretch.y, stretch.count));
         visit.reached[0] = range;
         return;
     }
     std::optional<Point> from;
-    auto const go_to = [&](Point to) {
-        if (from) include(visit.reached, *from, to);
-        from = to;
-    };
-    if (visit.is_dense())
-        for (Stretch const& stretch : visit.stretches)
-            for (std::size_t i = 0; i < stretch.count; ++i) go_to(stretch.place(i));
-    else
-        for (std::size_t i = 0; i < visit.x.size(); ++i) go_to({visit.x[i], visit.y[i]});
+    for (Stretch const& stretch : visit.stretches)
+        for (std::size_t i = 0; i < stretch.count; ++i) {
+            const Point to = visit.place(stretch, i);
+            if (from) include(visit.reached, *from, to);
+            from = to;
+        }
+}
+
+DenseColumns::Range DenseColumns::rows_of(Visit const& visit, Range const& levels) {
+    auto const [low, high] = std::minmax({visit.row_of(levels.low), visit.row_of(levels.high)});
+    return {{low, high}};
 }
 
 void DenseColumns::draw(Visit const& visit, Visit const* before, Visit const* after) {
@@ -325,7 +318,7 @@ void DenseColumns::draw(Visit const& visit, Visit const* before, Visit const* af
     if (visit.order == Order::None)
         draw_unordered(visit,
                        {static_cast<std::int32_t>(visit.column), static_cast<std::int32_t>(visit.column) + 1},
-                       {});
+                       nullptr);
     else if (pen_.has_gaps)
         draw_middle_with_gaps(visit);
     else
@@ -334,8 +327,13 @@ void DenseColumns::draw(Visit const& visit, Visit const* before, Visit const* af
 }
 
 void DenseColumns::draw_sparse(Visit const& visit) {
-    for (std::size_t i = 1; i < visit.x.size(); ++i)
-        line({visit.x[i - 1], visit.y[i - 1]}, {visit.x[i], visit.y[i]});
+    Point from = visit.first;
+    for (Stretch const& stretch : visit.stretches)
+        for (std::size_t i = &stretch == visit.stretches.data() ? 1 : 0; i < stretch.count; ++i) {
+            const Point to = visit.place(stretch, i);
+            line(from, to);
+            from = to;
+        }
 }
 
 // Both sides in turn, always the nearer one, so that each knows what the other has reached.
@@ -347,7 +345,7 @@ void DenseColumns::draw_middle(Visit const& visit) {
     if (!ahead.is_done() && !back.is_done()) {
         part(back.start(), ahead.start(), columns);
         bool const ahead_is_near = ahead.distance() <= back.distance();
-        ahead_is_near ? back.start_from(ahead.start()) : ahead.start_from(back.start());
+        ahead_is_near ? back.start_from(ahead.start_level()) : ahead.start_from(back.start_level());
     }
     bool const has_both = !ahead.is_done() && !back.is_done();
     while (!ahead.is_done() || !back.is_done()) {
@@ -366,7 +364,7 @@ void DenseColumns::draw_middle_with_gaps(Visit const& visit) {
     const Columns columns{column, column + 1};
     std::size_t const past = visit.stretches.size();
     if (visit.half > 0 && visit.half < past)
-        part(visit.stretches[visit.half - 1].last(), visit.stretches[visit.half].first(), columns);
+        part(visit.last_of(visit.half - 1), visit.first_of(visit.half), columns);
     Reached known;
     follow_with_gaps(visit, visit.half, past, true, known, columns);
     known = {};
@@ -387,7 +385,7 @@ void DenseColumns::draw_beside(Visit const& visit, Visit const* before, Visit co
                                        : lies_here(after)   ? after
                                                             : nullptr;
         if (visit.order == Order::None)
-            draw_unordered(visit, columns, neighbour ? neighbour->reached : Reached());
+            draw_unordered(visit, columns, neighbour);
         else
             draw_side(visit, columns, forwards, neighbour, neighbour == connected);
     }
@@ -398,16 +396,22 @@ void DenseColumns::draw_side(Visit const& visit, Columns columns, bool forwards,
     std::size_t const count = visit.stretches.size();
     // From more than half a column away a pixel beside it may be out of reach.
     bool const near_half_only = pen_.reach <= 1;
-    if (near_half_only && visit.half > 0 && visit.half < count)
-        part(visit.stretches[visit.half - 1].last(), visit.stretches[visit.half].first(), columns);
     std::size_t const first = near_half_only && !forwards ? visit.half : 0;
     std::size_t const past = near_half_only && forwards ? visit.half : count;
-    Reached known = neighbour ? neighbour->reached : Reached();
-    if (pen_.has_gaps) return follow_with_gaps(visit, first, past, forwards, known, columns);
-    double const start = (forwards ? visit.first : visit.last).y;
+    bool const leads_on = near_half_only && visit.half > 0 && visit.half < count;
+    const Point before_middle = leads_on ? visit.last_of(visit.half - 1) : Point();
+    const Point behind_middle = leads_on ? visit.first_of(visit.half) : Point();
+    if (pen_.has_gaps) {
+        Reached known = neighbour ? neighbour->reached : Reached();
+        if (leads_on) part(before_middle, behind_middle, columns);
+        return follow_with_gaps(visit, first, past, forwards, known, columns);
+    }
+    Stretch const& last = visit.stretches.back();
+    double const start = forwards ? visit.stretches.front().y[0] : last.y[last.count - 1];
+    Range levels{{start, start}};
     // What leads here from the neighbour has reached all between.
-    Range levels{start, start};
-    if (known[0] && (connected || known[0]->holds(levels))) levels.include(*known[0]);
+    if (neighbour && neighbour->y_map == visit.y_map && (connected || neighbour->reached[0]->holds(levels)))
+        levels.include(*neighbour->reached[0]);
     for (std::size_t k = 0; k < past - first; ++k) {
         std::size_t const stretch = forwards ? first + k : past - 1 - k;
         Range const& range = visit.stretches[stretch].range;
@@ -415,13 +419,16 @@ void DenseColumns::draw_side(Visit const& visit, Columns columns, bool forwards,
         follow(visit, stretch, forwards, levels, columns);
         levels.include(range);
     }
+    if (leads_on) part_outside(before_middle, behind_middle, columns, rows_of(visit, levels));
 }
 
-void DenseColumns::draw_unordered(Visit const& visit, Columns columns, Reached const& hidden) {
+void DenseColumns::draw_unordered(Visit const& visit, Columns columns, Visit const* neighbour) {
+    Reached hidden = neighbour ? neighbour->reached : Reached();
+    if (hidden[0] && !pen_.has_gaps) hidden[0] = rows_of(*neighbour, *hidden[0]);
     std::optional<Point> from;
     for (Stretch const& stretch : visit.stretches)
         for (std::size_t i = 0; i < stretch.count; ++i) {
-            const Point to = stretch.place(i);
+            const Point to = visit.place(stretch, i);
             if (from) {
                 auto const& known = hidden[pen_.has_gaps && is_flat(*from, to)];
                 known ? part_outside(*from, to, columns, *known) : part(*from, to, columns);
@@ -430,27 +437,45 @@ void DenseColumns::draw_unordered(Visit const& visit, Columns columns, Reached c
         }
 }
 
-// The last place before a stretch, on the way through it; of the first stretch, its own first place.
-Point DenseColumns::place_before(Visit const& visit, std::size_t stretch, bool forwards) const {
-    Stretch const& here = visit.stretches[stretch];
-    if (forwards) return stretch > 0 ? visit.stretches[stretch - 1].last() : here.first();
-    return stretch + 1 < visit.stretches.size() ? visit.stretches[stretch + 1].first() : here.last();
+void DenseColumns::follow(Visit const& visit, std::size_t stretch, bool forwards, Range known,
+                          Columns columns) {
+    follow_piece(visit, stretch, visit.stretches[stretch], forwards, known, columns);
 }
 
-void DenseColumns::follow(Visit const& visit, std::size_t index, bool forwards, Range known,
-                          Columns columns) {
-    Stretch const& stretch = visit.stretches[index];
-    for (std::size_t k = 0; k < stretch.count; ++k) {
-        std::size_t const i = forwards ? k : stretch.count - 1 - k;
-        double const level = stretch.level(i);
+void DenseColumns::follow_piece(Visit const& visit, std::size_t index, Stretch const& piece, bool forwards,
+                                Range& known, Columns columns) {
+    using Summary = document::RangeSummary;
+    if (piece.level > 1) {
+        std::size_t const span = Summary::span(piece.level - 2);
+        for (std::size_t k = 0; k < Summary::fan_out; ++k) {
+            std::size_t const first = (forwards ? k : Summary::fan_out - 1 - k) * span;
+            if (!known.holds(piece.summary->at(piece.level - 2, piece.summary_place + first)))
+                follow_piece(visit, index, piece.piece(first, first + span, piece.level - 1), forwards, known,
+                             columns);
+        }
+        return;
+    }
+    Stretch const& whole = visit.stretches[index];
+    for (std::size_t k = 0; k < piece.count; ++k) {
+        std::size_t const i = forwards ? k : piece.count - 1 - k;
+        double const level = piece.y[i];
         if (level >= known.low && level <= known.high) continue;
-        const Point from =
-            k == 0 ? place_before(visit, index, forwards) : stretch.place(forwards ? i - 1 : i + 1);
-        const Point to = stretch.place(i);
+        // The point before stands beside it, but for the first of a stretch.
+        std::size_t const place = static_cast<std::size_t>(piece.y + i - whole.y);
+        bool const is_first = place == (forwards ? 0 : whole.count - 1);
+        const Point from = is_first ? place_before(visit, index, forwards)
+                                    : visit.place(whole, forwards ? place - 1 : place + 1);
+        const Point to = visit.place(whole, place);
         // Drawn in the direction in which the line runs, as that decides how it is rounded.
-        forwards ? part_outside(from, to, columns, known) : part_outside(to, from, columns, known);
+        part_outside(forwards ? from : to, forwards ? to : from, columns, rows_of(visit, known));
         known.include({level, level});
     }
+}
+
+// The last place before a stretch, on the way through it; of the first stretch, its own first place.
+Point DenseColumns::place_before(Visit const& visit, std::size_t stretch, bool forwards) const {
+    if (forwards) return stretch > 0 ? visit.last_of(stretch - 1) : visit.first;
+    return stretch + 1 < visit.stretches.size() ? visit.first_of(stretch + 1) : visit.last;
 }
 
 void DenseColumns::follow_with_gaps(Visit const& visit, std::size_t first, std::size_t past, bool forwards,
@@ -459,7 +484,7 @@ void DenseColumns::follow_with_gaps(Visit const& visit, std::size_t first, std::
     for (std::size_t k = 0; k < past - first; ++k) {
         Stretch const& stretch = visit.stretches[forwards ? first + k : past - 1 - k];
         for (std::size_t n = 0; n < stretch.count; ++n) {
-            const Point to = stretch.place(forwards ? n : stretch.count - 1 - n);
+            const Point to = visit.place(stretch, forwards ? n : stretch.count - 1 - n);
             if (from && !is_reached(known, *from, to)) {
                 forwards ? part(*from, to, columns) : part(to, *from, columns);
                 include(known, *from, to);
@@ -482,14 +507,14 @@ void DenseColumns::part(Point from, Point to, Columns columns) {
     parts_.push_back({from, to, columns.left, -far_away, columns.right, far_away});
 }
 
-void DenseColumns::part_outside(Point from, Point to, Columns columns, Range known) {
+void DenseColumns::part_outside(Point from, Point to, Columns columns, Range rows) {
     auto const [low, high] = std::minmax(from.y, to.y);
-    if (high > known.high)
-        parts_.push_back({from, to, columns.left, row_at(std::floor(known.high / pen_.pixel_height)) + 1,
+    if (high > rows.high)
+        parts_.push_back({from, to, columns.left, row_at(std::floor(rows.high / pen_.pixel_height)) + 1,
                           columns.right, far_away});
-    if (low < known.low)
+    if (low < rows.low)
         parts_.push_back({from, to, columns.left, -far_away, columns.right,
-                          row_at(std::ceil(known.low / pen_.pixel_height))});
+                          row_at(std::ceil(rows.low / pen_.pixel_height))});
 }
 
 } // namespace qv::render

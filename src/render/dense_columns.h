@@ -2,6 +2,7 @@
 // nearest to the pixels, each in the rows where it is the nearest.
 #pragma once
 
+#include "document/RangeSummary.h"
 #include "qvgraph/DrawSurface.h"
 #include "render/column_grid.h"
 #include "scale/mapping.h"
@@ -16,12 +17,14 @@
 namespace qv::render {
 
 /// Consecutive points of a line within one column: finite values, and how they reach the page. On the page x
-/// never changes its direction. What is looked at must stay until the line ends.
+/// never changes its direction. What is pointed to must stay until the line ends.
 struct PointRun {
     std::span<double const> x;
     std::span<double const> y;
-    scale::AxisMap const* x_map;
+    scale::AxisMap const* x_map; // of all runs of a line the same
     scale::AxisMap const* y_map;
+    document::RangeSummary const* summary = nullptr; // of the y, if there is one
+    std::size_t summary_place = 0;                   // of the first of them
 
     std::size_t size() const { return x.size(); }
     Point place(std::size_t i) const { return {(*x_map)(x[i]), (*y_map)(y[i])}; }
@@ -57,12 +60,11 @@ public:
     void finish();
 
 private:
-    /// Levels of the page, twips.
-    struct Range {
-        double low, high;
-        bool holds(Range const& other) const { return other.low >= low && other.high <= high; }
-        bool touches(Range const& other) const { return other.high >= low && other.low <= high; }
-        void include(Range const& other) {
+    /// From the smallest level to the largest: y values, or in a visit of places page coordinates.
+    struct Range : document::ValueRange {
+        bool holds(document::ValueRange const& other) const { return other.low >= low && other.high <= high; }
+        bool touches(ValueRange const& other) const { return other.high >= low && other.low <= high; }
+        void include(ValueRange const& other) {
             low = other.low < low ? other.low : low;
             high = other.high > high ? other.high : high;
         }
@@ -74,16 +76,13 @@ private:
         double const* x;
         double const* y;
         std::size_t count;
-        scale::AxisMap const* x_map; // nullptr: x and y are places
-        scale::AxisMap const* y_map;
+        document::RangeSummary const* summary;
+        std::size_t summary_place;
+        std::size_t level; // of the summary that has its range, counted from 1; 0: none
         Range range;
 
-        Point place(std::size_t i) const;
-        double level(std::size_t i) const { return y_map ? (*y_map)(y[i]) : y[i]; }
-        double x_at(std::size_t i) const { return x_map ? (*x_map)(x[i]) : x[i]; }
-        Point first() const { return place(0); }
-        Point last() const { return place(count - 1); }
-        void measure();
+        /// The next of its pieces from a point on, at most `most` levels up.
+        Stretch piece(std::size_t first, std::size_t past, std::size_t most) const;
     };
     enum class Order : std::uint8_t { Rising, Falling, None };
     /// Consecutive points in one column.
@@ -91,13 +90,27 @@ private:
         std::int64_t column = 0;
         std::size_t count = 0;
         Point first, last;
-        std::vector<double> x, y; // of points added one by one
+        std::vector<double> x, y;              // on the page, of points added one by one
+        scale::AxisMap const* x_map = nullptr; // of the points in stretches; nullptr: they are places
+        scale::AxisMap const* y_map = nullptr;
         std::vector<Stretch> stretches;
         Order order = Order::None;
         std::size_t half = 0; // the first stretch at the far side of the middle
         Reached reached;
+
         bool is_dense() const;
         void clear();
+        double x_of(Stretch const& stretch, std::size_t i) const {
+            return x_map ? (*x_map)(stretch.x[i]) : stretch.x[i];
+        }
+        double row_of(double level) const { return y_map ? (*y_map)(level) : level; }
+        Point place(Stretch const& stretch, std::size_t i) const {
+            return {x_of(stretch, i), row_of(stretch.y[i])};
+        }
+        Point first_of(std::size_t stretch) const { return place(stretches[stretch], 0); }
+        Point last_of(std::size_t stretch) const {
+            return place(stretches[stretch], stretches[stretch].count - 1);
+        }
     };
     /// The pixels that see a segment: columns from `left` to `right` - 1.
     struct Columns {
@@ -108,12 +121,15 @@ private:
     void begin(std::int64_t column);
     void close();
     void prepare(Visit& visit);
-    static void resolve_stored(Visit& visit);
-    static void store_stretch(Visit& visit);
+    static void keep_places(Visit& visit);
     static Order order_of(Visit const& visit);
-    void split_into_units(Visit& visit);
+    static std::size_t level_for(std::size_t count);
+    void split_into_pieces(Visit& visit);
+    static void append_pieces(std::vector<Stretch>& pieces, Stretch const& stretch, std::size_t first,
+                              std::size_t past, std::size_t level);
     void split_at_middle(Visit& visit);
     void find_reached(Visit& visit) const;
+    static Range rows_of(Visit const& visit, Range const& levels);
     bool is_reached(Reached const& reached, Point from, Point to) const;
     void include(Reached& reached, Point from, Point to) const;
     bool is_flat(Point from, Point to) const;
@@ -126,14 +142,17 @@ private:
     void draw_beside(Visit const& visit, Visit const* before, Visit const* after);
     void draw_side(Visit const& visit, Columns columns, bool forwards, Visit const* neighbour,
                    bool connected);
-    void draw_unordered(Visit const& visit, Columns columns, Reached const& hidden);
+    void draw_unordered(Visit const& visit, Columns columns, Visit const* neighbour);
     void follow(Visit const& visit, std::size_t stretch, bool forwards, Range known, Columns columns);
+    void follow_piece(Visit const& visit, std::size_t stretch, Stretch const& piece, bool forwards,
+                      Range& known, Columns columns);
     void follow_with_gaps(Visit const& visit, std::size_t first, std::size_t past, bool forwards,
                           Reached& known, Columns columns);
     Point place_before(Visit const& visit, std::size_t stretch, bool forwards) const;
     void line(Point from, Point to);
     void part(Point from, Point to, Columns columns);
-    void part_outside(Point from, Point to, Columns columns, Range known);
+    /// Of a segment what lies beyond these rows of the page, twips.
+    void part_outside(Point from, Point to, Columns columns, Range rows);
 
     ColumnGrid const& grid_;
     LinePen pen_;
@@ -142,8 +161,8 @@ private:
     // The one being collected, the one that waits for it to be known, and the one before.
     std::array<Visit, 3> visits_;
     std::size_t current_ = 0;
-    std::size_t known_visits_ = 0;   // of the line, before the current one
-    std::vector<Stretch> collected_; // scratch
+    std::size_t known_visits_ = 0;           // of the line, before the current one
+    std::vector<Stretch> collected_, split_; // scratch
 };
 
 } // namespace qv::render
