@@ -91,14 +91,21 @@ void ColumnBand::begin(CoverageMask& mask, PixelBox const& clip) {
 }
 
 bool ColumnBand::cover(SteepLine const& line, PixelBox const& box) {
-    double const slope = line.along_x / line.along_y;
-    double const half = line.reach / std::abs(line.along_y);
-    double const x0 = line.x + (line.top - line.y) * slope;
-    double const x1 = line.x + (line.bottom - 1 - line.y) * slope;
-    double const from = std::min(x0, x1) - half, to = std::max(x0, x1) + half;
-    if (to - from > columns - 1) return false;
-    int const left = std::max(box.left, floor_int(from) + 1);
-    int const right = std::min(box.right, floor_int(to) + 1);
+    // Of a steep line with few rows it is certain that it has few columns, too.
+    constexpr int few_rows = 200;
+    static_assert(few_rows / SteepLine::flattest + 3 * SteepLine::largest_reach < columns);
+    int left = box.left, right = box.right;
+    bool const is_short = line.bottom - line.top <= few_rows;
+    if (!is_short || right - left > 1) {
+        double const slope = line.along_x / line.along_y;
+        double const half = line.reach / std::abs(line.along_y);
+        double const x0 = line.x + (line.top - line.y) * slope;
+        double const x1 = line.x + (line.bottom - 1 - line.y) * slope;
+        double const from = std::min(x0, x1) - half, to = std::max(x0, x1) + half;
+        if (to - from > columns - 1) return false;
+        left = std::max(left, floor_int(from) + 1);
+        right = std::min(right, floor_int(to) + 1);
+    }
     int const top = std::max(box.top, line.top), bottom = std::min(box.bottom, line.bottom);
     if (left >= right || top >= bottom) return true;
     move_to(left, right);
@@ -106,7 +113,7 @@ bool ColumnBand::cover(SteepLine const& line, PixelBox const& box) {
     Run run{0, static_cast<std::int32_t>(in_fine_steps(-line.along_x)),
             static_cast<std::int16_t>(line.reach * steps)};
     // Where a column enters and leaves the line; of one almost upright every row counts.
-    bool const leans = std::abs(line.along_x) * (line.bottom - line.top) > 0.1;
+    bool const leans = bottom - top > lanes && std::abs(line.along_x) * (line.bottom - line.top) > 0.1;
     double const rows_a_pixel = leans ? 1 / line.along_x : 0;
     double const rows_around = std::abs(line.reach * rows_a_pixel);
     for (int x = left; x < right; ++x) {

@@ -154,7 +154,8 @@ private:
             else
                 for (int k = 0; k < box_.right - x; ++k) row[x + k] = std::max(row[x + k], coverage[k]);
         }
-        mask_.touch(y, left, std::min(box_.right, left + (right - left + block_size - 1) / block_size * block_size));
+        mask_.touch(y, left,
+                    std::min(box_.right, left + (right - left + block_size - 1) / block_size * block_size));
     }
 
     void finish(Block& coverage, int x) const {
@@ -205,7 +206,8 @@ void draw_part(CoverageMask& mask, PixelBox const& clip, Segment const& segment,
     bool const flat = segment.is_flat();
     if (pen.edge == Edge::Whole && pen.width <= 1) return stroke_segment(mask, box, segment, pen);
     // Cut at the clip like the whole line, as that may move pixels by what is lost in rounding.
-    auto const visible = clipped_for_pen(segment, clip, pen.width);
+    bool const is_inside = is_within(segment.from, clip) && is_within(segment.to, clip);
+    auto const visible = is_inside ? segment : clipped_for_pen(segment, clip, pen.width);
     if (!visible) return;
     if (!is_plain(pen)) return CapsuleStroke(mask, box, *visible, pen, flat).draw();
     if (is_upright(*visible)) return band.cover(upright_line(*visible, pen), box);

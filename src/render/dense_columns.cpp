@@ -348,15 +348,19 @@ void DenseColumns::draw_middle(Visit const& visit) {
         ahead_is_near ? back.start_from(ahead.start_level()) : ahead.start_from(back.start_level());
     }
     bool const has_both = !ahead.is_done() && !back.is_done();
+    View view_ahead{columns, middle, false, {}}, view_back = view_ahead;
     while (!ahead.is_done() || !back.is_done()) {
         bool const goes_ahead = back.is_done() || (!ahead.is_done() && ahead.distance() <= back.distance());
         Chain& chain = goes_ahead ? ahead : back;
         Chain const& other = goes_ahead ? back : ahead;
         Range known = chain.reached();
         if (has_both) known.include(other.reached_until(chain.distance()));
-        if (!known.holds(chain.stretch().range)) follow(visit, chain.next(), goes_ahead, known, columns);
+        const Piece piece{visit, chain.next(), chain.stretch(), goes_ahead};
+        consider(piece, known, goes_ahead ? view_ahead : view_back);
         chain.advance();
     }
+    draw_waiting(view_ahead);
+    draw_waiting(view_back);
 }
 
 void DenseColumns::draw_middle_with_gaps(Visit const& visit) {
@@ -412,13 +416,13 @@ void DenseColumns::draw_side(Visit const& visit, Columns columns, bool forwards,
     // What leads here from the neighbour has reached all between.
     if (neighbour && neighbour->y_map == visit.y_map && (connected || neighbour->reached[0]->holds(levels)))
         levels.include(*neighbour->reached[0]);
+    bool const is_left = columns.right == visit.column;
+    View view{columns, grid_.centre(visit.column + (is_left ? -1 : 1)), true, {}};
     for (std::size_t k = 0; k < past - first; ++k) {
         std::size_t const stretch = forwards ? first + k : past - 1 - k;
-        Range const& range = visit.stretches[stretch].range;
-        if (levels.holds(range)) continue;
-        follow(visit, stretch, forwards, levels, columns);
-        levels.include(range);
+        consider({visit, stretch, visit.stretches[stretch], forwards}, levels, view);
     }
+    draw_waiting(view);
     if (leads_on) part_outside(before_middle, behind_middle, columns, rows_of(visit, levels));
 }
 
@@ -437,45 +441,128 @@ void DenseColumns::draw_unordered(Visit const& visit, Columns columns, Visit con
         }
 }
 
-void DenseColumns::follow(Visit const& visit, std::size_t stretch, bool forwards, Range known,
-                          Columns columns) {
-    follow_piece(visit, stretch, visit.stretches[stretch], forwards, known, columns);
+// What reaches no further row of pixels waits: most likely something reaches one soon, and is nearer to it.
+void DenseColumns::consider(Piece const& piece, Range& known, View& view) {
+    Range const& range = piece.part.range;
+    if (known.holds(range)) return;
+    bool const is_higher = range.high > known.high, is_lower = range.low < known.low;
+    if (is_higher && is_lower) {
+        draw_waiting(view);
+    } else {
+        Waiting& waiting = view.waiting[is_higher];
+        double const edge = piece.visit.row_of(is_higher ? known.high : known.low) / pen_.pixel_height;
+        double const goal = piece.visit.row_of(is_higher ? range.high : range.low) / pen_.pixel_height;
+        bool const goes_down = goal > edge;
+        double const row = goes_down ? std::floor(edge) + 1 : std::ceil(edge) - 1;
+        bool const passes = goes_down ? goal >= row : goal <= row;
+        double const missing = passes ? 0 : std::abs(row - goal);
+        std::size_t const last = piece.part.count - 1;
+        double const far = distance(piece.visit.x_of(piece.part, piece.forwards ? last : 0), view);
+        if (waiting.piece && (waiting.row != row || !is_hidden(waiting, far, missing, view)))
+            draw_all(*waiting.piece, waiting.known, view.columns);
+        waiting.piece.reset();
+        if (!passes) {
+            waiting.piece.emplace(piece);
+            waiting.known = known;
+            waiting.row = row;
+            waiting.near = distance(place_before(piece, piece.forwards ? 0 : last).x, view);
+            waiting.missing = missing;
+            known.include(range);
+            return;
+        }
+    }
+    if (piece.part.count == 1) {
+        draw_all(piece, known, view.columns);
+        known.include(range);
+    } else if (piece.part.level > 1) {
+        consider_pieces(piece, known, view);
+    } else {
+        consider_points(piece, known, view);
+    }
 }
 
-void DenseColumns::follow_piece(Visit const& visit, std::size_t index, Stretch const& piece, bool forwards,
-                                Range& known, Columns columns) {
+void DenseColumns::consider_pieces(Piece const& piece, Range& known, View& view) {
     using Summary = document::RangeSummary;
-    if (piece.level > 1) {
-        std::size_t const span = Summary::span(piece.level - 2);
-        for (std::size_t k = 0; k < Summary::fan_out; ++k) {
-            std::size_t const first = (forwards ? k : Summary::fan_out - 1 - k) * span;
-            if (!known.holds(piece.summary->at(piece.level - 2, piece.summary_place + first)))
-                follow_piece(visit, index, piece.piece(first, first + span, piece.level - 1), forwards, known,
-                             columns);
-        }
-        return;
+    Stretch const& part = piece.part;
+    std::size_t const level = part.level - 1, span = Summary::span(level - 1);
+    for (std::size_t k = 0; k < Summary::fan_out; ++k) {
+        std::size_t const first = (piece.forwards ? k : Summary::fan_out - 1 - k) * span;
+        document::ValueRange const& range = part.summary->at(level - 1, part.summary_place + first);
+        if (!known.holds(range))
+            consider({piece.visit,
+                      piece.stretch,
+                      {part.x + first,
+                       part.y + first,
+                       span,
+                       part.summary,
+                       part.summary_place + first,
+                       level,
+                       {range}},
+                      piece.forwards},
+                     known, view);
     }
-    Stretch const& whole = visit.stretches[index];
-    for (std::size_t k = 0; k < piece.count; ++k) {
-        std::size_t const i = forwards ? k : piece.count - 1 - k;
-        double const level = piece.y[i];
+}
+
+void DenseColumns::consider_points(Piece const& piece, Range& known, View& view) {
+    Stretch const& part = piece.part;
+    for (std::size_t k = 0; k < part.count; ++k) {
+        std::size_t const i = piece.forwards ? k : part.count - 1 - k;
+        double const level = part.y[i];
+        if (level < known.low || level > known.high)
+            consider({piece.visit,
+                      piece.stretch,
+                      {part.x + i, part.y + i, 1, nullptr, 0, 0, {{level, level}}},
+                      piece.forwards},
+                     known, view);
+    }
+}
+
+// Pixels of the distance across from the pixels that see it.
+double DenseColumns::distance(double x, View const& view) const {
+    return std::abs(x - view.centre) / pen_.pixel_width;
+}
+
+// Whether a piece as far away as this that misses the row by so much is as near to the pixels there, and so
+// to those beyond.
+bool DenseColumns::is_hidden(Waiting const& waiting, double far, double missing, View const& view) const {
+    constexpr double certainly = 1e-6;
+    // Seen from columns further away distances across grow, and their squares differ more.
+    double const across = view.is_beside ? (far - waiting.near) * 2 * (pen_.reach + 1)
+                                         : far * far - waiting.near * waiting.near;
+    return across + certainly <= waiting.missing * waiting.missing - missing * missing;
+}
+
+void DenseColumns::draw_waiting(View& view) {
+    for (Waiting& waiting : view.waiting) {
+        if (waiting.piece) draw_all(*waiting.piece, waiting.known, view.columns);
+        waiting.piece.reset();
+    }
+}
+
+void DenseColumns::draw_all(Piece const& piece, Range known, Columns columns) {
+    for (std::size_t k = 0; k < piece.part.count; ++k) {
+        std::size_t const i = piece.forwards ? k : piece.part.count - 1 - k;
+        double const level = piece.part.y[i];
         if (level >= known.low && level <= known.high) continue;
-        // The point before stands beside it, but for the first of a stretch.
-        std::size_t const place = static_cast<std::size_t>(piece.y + i - whole.y);
-        bool const is_first = place == (forwards ? 0 : whole.count - 1);
-        const Point from = is_first ? place_before(visit, index, forwards)
-                                    : visit.place(whole, forwards ? place - 1 : place + 1);
-        const Point to = visit.place(whole, place);
+        const Point from = place_before(piece, i), to = piece.visit.place(piece.part, i);
         // Drawn in the direction in which the line runs, as that decides how it is rounded.
-        part_outside(forwards ? from : to, forwards ? to : from, columns, rows_of(visit, known));
+        part_outside(piece.forwards ? from : to, piece.forwards ? to : from, columns,
+                     rows_of(piece.visit, known));
         known.include({level, level});
     }
 }
 
-// The last place before a stretch, on the way through it; of the first stretch, its own first place.
-Point DenseColumns::place_before(Visit const& visit, std::size_t stretch, bool forwards) const {
-    if (forwards) return stretch > 0 ? visit.last_of(stretch - 1) : visit.first;
-    return stretch + 1 < visit.stretches.size() ? visit.first_of(stretch + 1) : visit.last;
+// The place before a point of a piece; of the visit's first its own.
+Point DenseColumns::place_before(Piece const& piece, std::size_t i) {
+    Visit const& visit = piece.visit;
+    Stretch const& whole = visit.stretches[piece.stretch];
+    auto const place = static_cast<std::size_t>(piece.part.y + i - whole.y);
+    if (piece.forwards) {
+        if (place > 0) return visit.place(whole, place - 1);
+        return piece.stretch > 0 ? visit.last_of(piece.stretch - 1) : visit.first;
+    }
+    if (place + 1 < whole.count) return visit.place(whole, place + 1);
+    return piece.stretch + 1 < visit.stretches.size() ? visit.first_of(piece.stretch + 1) : visit.last;
 }
 
 void DenseColumns::follow_with_gaps(Visit const& visit, std::size_t first, std::size_t past, bool forwards,

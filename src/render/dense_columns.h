@@ -116,6 +116,28 @@ private:
     struct Columns {
         std::int32_t left, right;
     };
+    /// A part of a stretch, or all of it, as it is passed on a way through the visit.
+    struct Piece {
+        Visit const& visit;
+        std::size_t stretch;
+        Stretch part;
+        bool forwards;
+    };
+    /// What is to be drawn where nothing hides it, seen from the row of pixels that it just fails to reach.
+    struct Waiting {
+        std::optional<Piece> piece;
+        Range known; // before it
+        double row = 0;
+        double near = 0;    // its distance across, pixels
+        double missing = 0; // to the row
+    };
+    /// Pixels that a visit is seen from, and what waits below (first) and above (second).
+    struct View {
+        Columns columns;
+        double centre;  // of the nearest column, twips
+        bool is_beside; // so that there are more columns, further away
+        std::array<Waiting, 2> waiting;
+    };
     class Chain;
 
     void begin(std::int64_t column);
@@ -143,12 +165,16 @@ private:
     void draw_side(Visit const& visit, Columns columns, bool forwards, Visit const* neighbour,
                    bool connected);
     void draw_unordered(Visit const& visit, Columns columns, Visit const* neighbour);
-    void follow(Visit const& visit, std::size_t stretch, bool forwards, Range known, Columns columns);
-    void follow_piece(Visit const& visit, std::size_t stretch, Stretch const& piece, bool forwards,
-                      Range& known, Columns columns);
+    void consider(Piece const& piece, Range& known, View& view);
+    double distance(double x, View const& view) const;
+    bool is_hidden(Waiting const& waiting, double far, double missing, View const& view) const;
+    void draw_waiting(View& view);
+    void consider_pieces(Piece const& piece, Range& known, View& view);
+    void consider_points(Piece const& piece, Range& known, View& view);
+    void draw_all(Piece const& piece, Range known, Columns columns);
+    static Point place_before(Piece const& piece, std::size_t i);
     void follow_with_gaps(Visit const& visit, std::size_t first, std::size_t past, bool forwards,
                           Reached& known, Columns columns);
-    Point place_before(Visit const& visit, std::size_t stretch, bool forwards) const;
     void line(Point from, Point to);
     void part(Point from, Point to, Columns columns);
     /// Of a segment what lies beyond these rows of the page, twips.
