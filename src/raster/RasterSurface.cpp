@@ -260,7 +260,8 @@ void RasterSurface::LineParts(std::span<LinePart const> parts) {
                             {part.to.x / twips_per_pixel_x_, part.to.y / twips_per_pixel_y_}},
                            {part.left, part.top, part.right, part.bottom}};
     });
-    stroke_parts(canvas_->mask(state, state.ForeColor), canvas_->clip, segments, pen_of(state), canvas_->band);
+    stroke_parts(canvas_->mask(state, state.ForeColor), canvas_->clip, segments, pen_of(*this),
+                 canvas_->band);
     canvas_->finish();
 }
 

@@ -13,19 +13,19 @@
 
 namespace qv::raster {
 
-constexpr int block_size = 4; // pixels computed at once: as many as a thin line crosses in a row
-using Block = std::array<std::uint8_t, block_size>;
+constexpr int quad_size = 4; // pixels computed at once: as many as a thin line crosses in a row
+using Quad = std::array<std::uint8_t, quad_size>;
 
-/// Raises a block of neighbouring pixels.
-inline void raise(std::uint8_t* pixels, Block const& coverage) {
+/// Raises four neighbouring pixels.
+inline void raise(std::uint8_t* pixels, Quad const& coverage) {
 #ifdef __SSE2__
     int below, above;
-    std::memcpy(&below, pixels, block_size);
-    std::memcpy(&above, coverage.data(), block_size);
+    std::memcpy(&below, pixels, quad_size);
+    std::memcpy(&above, coverage.data(), quad_size);
     below = _mm_cvtsi128_si32(_mm_max_epu8(_mm_cvtsi32_si128(below), _mm_cvtsi32_si128(above)));
-    std::memcpy(pixels, &below, block_size);
+    std::memcpy(pixels, &below, quad_size);
 #else
-    for (int k = 0; k < block_size; ++k) pixels[k] = std::max(pixels[k], coverage[k]);
+    for (int k = 0; k < quad_size; ++k) pixels[k] = std::max(pixels[k], coverage[k]);
 #endif
 }
 
@@ -50,13 +50,13 @@ struct Capsule {
         along_y = dy * one;
     }
 
-    /// Coverage of a block of pixels from (x, y), side by side or one below the other.
-    void cover_across(Block& coverage, int x, int y) const { cover<1, 0>(coverage, x, y); }
-    void cover_down(Block& coverage, int x, int y) const { cover<0, 1>(coverage, x, y); }
+    /// Coverage of four pixels from (x, y), side by side or one below the other.
+    void cover_across(Quad& coverage, int x, int y) const { cover<1, 0>(coverage, x, y); }
+    void cover_down(Quad& coverage, int x, int y) const { cover<0, 1>(coverage, x, y); }
 
 private:
     template <int step_x, int step_y>
-    void cover(Block& coverage, int x, int y) const {
+    void cover(Quad& coverage, int x, int y) const {
         float const first_x = static_cast<float>(x - base_x), first_y = static_cast<float>(y - base_y);
 #ifdef __SSE2__
         // Written out: compilers unroll a loop this short instead of using vectors.
@@ -75,9 +75,9 @@ private:
         const __m128i words =
             _mm_packs_epi32(_mm_cvtps_epi32(_mm_min_ps(inside, _mm_set1_ps(255))), _mm_setzero_si128());
         int const bytes = _mm_cvtsi128_si32(_mm_packus_epi16(words, words));
-        std::memcpy(coverage.data(), &bytes, block_size);
+        std::memcpy(coverage.data(), &bytes, quad_size);
 #else
-        for (int k = 0; k < block_size; ++k) {
+        for (int k = 0; k < quad_size; ++k) {
             float const px = first_x + static_cast<float>(k * step_x) - from_x;
             float const py = first_y + static_cast<float>(k * step_y) - from_y;
             float const t = std::clamp(px * along_x + py * along_y, 0.0F, length);

@@ -177,10 +177,10 @@ void ColumnBand::cover(Capsule const& line, PixelBox const& box) {
     move_to(left, right);
     for (int x = left; x < right; ++x) {
         std::uint8_t* const bytes = column(x) - clip_.top;
-        for (int y = box.top; y < box.bottom; y += block_size) {
-            Block coverage;
+        for (int y = box.top; y < box.bottom; y += quad_size) {
+            Quad coverage;
             line.cover_down(coverage, x, y);
-            for (int k = box.bottom - y; k < block_size; ++k) coverage[k] = 0;
+            for (int k = box.bottom - y; k < quad_size; ++k) coverage[k] = 0;
             raise(bytes + y, coverage);
         }
     }

@@ -118,10 +118,10 @@ private:
         float const across = capsule_.length * capsule_.along_x;
         int const left =
             capsule_.base_x + floor_int(capsule_.from_x + std::min(0.0F, across) - capsule_.reach) + 1;
-        bool const narrow = std::abs(across) + 2 * capsule_.reach <= block_size;
-        if (narrow && left >= box_.left && left + block_size <= box_.right && !dashed_
+        bool const narrow = std::abs(across) + 2 * capsule_.reach <= quad_size;
+        if (narrow && left >= box_.left && left + quad_size <= box_.right && !dashed_
             && pen_.edge == Edge::Smooth)
-            return draw_block(PixelBox{left, top, left + block_size, bottom});
+            return draw_block(PixelBox{left, top, left + quad_size, bottom});
         const RowReach reach(capsule_);
         for (int y = top; y < bottom; ++y)
             if (flat_ || !dashed_ || dash_shows(pen_.style, pen_.width, y)) draw_row(y, reach);
@@ -130,7 +130,7 @@ private:
     // A line that is nowhere wider than one block needs no search for its first pixel in each row.
     void draw_block(PixelBox const& box) const {
         for (int y = box.top; y < box.bottom; ++y) {
-            Block coverage;
+            Quad coverage;
             capsule_.cover_across(coverage, box.left, y);
             raise(mask_.row(y) + box.left, coverage);
         }
@@ -145,21 +145,21 @@ private:
             std::min(box_.right, capsule_.base_x + floor_int(capsule_.from_x + reach.last(row_y)) + 1);
         if (left >= right) return;
         std::uint8_t* const row = mask_.row(y);
-        Block coverage;
-        for (int x = left; x < right; x += block_size) {
+        Quad coverage;
+        for (int x = left; x < right; x += quad_size) {
             capsule_.cover_across(coverage, x, y);
             if (dashed_ || pen_.edge == Edge::Whole) finish(coverage, x);
-            if (x + block_size <= box_.right)
+            if (x + quad_size <= box_.right)
                 raise(row + x, coverage);
             else
                 for (int k = 0; k < box_.right - x; ++k) row[x + k] = std::max(row[x + k], coverage[k]);
         }
         mask_.touch(y, left,
-                    std::min(box_.right, left + (right - left + block_size - 1) / block_size * block_size));
+                    std::min(box_.right, left + (right - left + quad_size - 1) / quad_size * quad_size));
     }
 
-    void finish(Block& coverage, int x) const {
-        for (int k = 0; k < block_size; ++k) {
+    void finish(Quad& coverage, int x) const {
+        for (int k = 0; k < quad_size; ++k) {
             if (pen_.edge == Edge::Whole) coverage[k] = coverage[k] >= 128 ? 255 : 0;
             if (flat_ && !dash_shows(pen_.style, pen_.width, x + k)) coverage[k] = 0;
         }

@@ -7,6 +7,7 @@ namespace qv::render {
 namespace {
 
 constexpr std::size_t longest_polyline = 1 << 16; // points handed over at a time
+constexpr std::size_t most_parts = 1 << 10;       // and parts, so few that their memory stays near
 
 constexpr std::size_t few = 8; // points of a run that are looked at one by one
 
@@ -121,7 +122,7 @@ void ThinnedPolyline::hand_over_parts() {
 }
 
 void ThinnedPolyline::hand_over_when_long() {
-    if (parts_.size() >= longest_polyline) hand_over_parts();
+    if (parts_.size() >= most_parts) hand_over_parts();
     if (thinned_.size() < longest_polyline) return;
     surface_.Polyline(thinned_);
     thinned_.erase(thinned_.begin(), thinned_.end() - 1); // the pieces share an end

@@ -130,7 +130,9 @@ Case random_case(unsigned seed) {
     Series series{
         one_of(Spacing::Even, Spacing::Uneven, Spacing::Falling, Spacing::Trembling, Spacing::Scattered),
         one_of(Values::Noise, Values::Constant, Values::Spikes, Values::Ramp, Values::Walk, Values::Mixed),
-        static_cast<std::size_t>(one_of(3, 30, 200, 500, 1000, 4000, 20000)), random() % 3 == 0};
+        static_cast<std::size_t>(
+            one_of(3, 30, 200, 500, 1000, 4000, 20000, random() % 8 == 0 ? 150000 : 2000)),
+        random() % 3 == 0};
     if (series.spacing == Spacing::Scattered) series.count /= 3;
     int const pen = 1 + static_cast<int>(random() % 8);
     Case drawn{points_of(series, random),
@@ -190,6 +192,28 @@ TEST_CASE("a line of many points covers what its segments cover, each drawn sing
 
 TEST_CASE("ten thousand lines cover what their segments cover" * doctest::skip()) {
     check_cases(200, 10200);
+}
+
+TEST_CASE("what is known of the points stays right while some come and others go") {
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> noise(-1, 1);
+    Case drawn{document::PointStore(),
+               {axis(80.25, 960.5, 0, 10, false), axis(850, 65.3, 0, 10, false), {75, 60, 900, 795}}};
+    double x = 0;
+    for (int step = 0; step < 30; ++step) {
+        std::vector<double> xs(random() % 3000), ys(xs.size());
+        for (std::size_t i = 0; i < xs.size(); ++i) {
+            xs[i] = x += 0.0003;
+            ys[i] = 5 + 3 * std::sin(x) + noise(random);
+        }
+        if (step % 2 == 0)
+            drawn.store.append(xs, ys, {});
+        else
+            for (std::size_t i = 0; i < xs.size(); ++i) drawn.store.append({xs[i], ys[i], 0, {}});
+        if (step % 3 == 2) drawn.store.drop_oldest(random() % 5000);
+        CAPTURE(step);
+        CHECK(largest_difference(drawn) <= 2);
+    }
 }
 
 TEST_CASE("a column of noise whose first and last points are its extremes is full") {
