@@ -465,7 +465,9 @@ void DenseColumns::consider(Piece const& piece, Range& known, View& view) {
             waiting.piece.emplace(piece);
             waiting.known = known;
             waiting.row = row;
-            waiting.near = distance(place_before(piece, piece.forwards ? 0 : last).x, view);
+            // The first piece of a way begins behind the middle, whatever leads across it.
+            waiting.near = std::min(distance(place_before(piece, piece.forwards ? 0 : last).x, view),
+                                    distance(piece.visit.x_of(piece.part, piece.forwards ? 0 : last), view));
             waiting.missing = missing;
             known.include(range);
             return;
