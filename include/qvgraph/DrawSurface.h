@@ -88,6 +88,13 @@ struct LinePart {
     std::int32_t bottom = 0; ///< the row behind its last
 };
 
+/// Pixels of one column, below one another.
+struct PixelColumn {
+    std::int32_t x = 0;
+    std::int32_t top = 0;
+    std::int32_t count = 0;
+};
+
 /// A drawing surface. Points are twips unless a parameter is in pixels (`PixelPoint`, y down, pixel n
 /// covers n to n + 1 and a whole number n means that pixel's centre).
 ///
@@ -170,6 +177,9 @@ public:
     virtual void Polyline(std::span<Point const> points);
     /// Segments as a polyline's, of which only parts need to be drawn.
     virtual void LineParts(std::span<LinePart const> parts);
+    /// Covers columns of pixels in ForeColor; `coverage` holds that of each column's pixels in turn, 0 to
+    /// 255. Only for surfaces that show pixels.
+    virtual void CoverColumns(std::span<PixelColumn const> columns, std::span<std::uint8_t const> coverage);
     /// Symbols without an edge in FillColor (Dot, Plus and Cross in ForeColor).
     virtual void Symbols(SymbolBatch const& batch);
     virtual void Text(TextLine const& line); ///< one line in ForeColor, upright or turned

@@ -265,6 +265,12 @@ void RasterSurface::LineParts(std::span<LinePart const> parts) {
     canvas_->finish();
 }
 
+void RasterSurface::CoverColumns(std::span<PixelColumn const> columns,
+                                 std::span<std::uint8_t const> coverage) {
+    cover_columns(canvas_->mask(state, state.ForeColor), canvas_->clip, columns, coverage, canvas_->band);
+    canvas_->finish();
+}
+
 void RasterSurface::Symbols(SymbolBatch const& batch) {
     bool const lines = batch.shape == SymbolShape::Dot || batch.shape == SymbolShape::Plus
                        || batch.shape == SymbolShape::Cross;

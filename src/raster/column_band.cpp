@@ -187,6 +187,25 @@ void ColumnBand::cover(Capsule const& line, PixelBox const& box) {
     touch(left, right, {box.top - clip_.top, box.bottom - clip_.top});
 }
 
+void ColumnBand::cover(int x, int top, std::span<std::uint8_t const> coverage) {
+    int const first = std::max(top, clip_.top);
+    int const past = std::min(top + static_cast<int>(coverage.size()), clip_.bottom);
+    if (x < clip_.left || x >= clip_.right || first >= past) return;
+    move_to(x, x + 1);
+    std::uint8_t* const to = column(x) + (first - clip_.top);
+    std::uint8_t const* const from = coverage.data() + (first - top);
+    int k = 0;
+#ifdef __SSE2__
+    for (; k + lanes <= past - first; k += lanes) {
+        auto* const target = reinterpret_cast<__m128i*>(to + k);
+        const __m128i some = _mm_loadu_si128(reinterpret_cast<__m128i const*>(from + k));
+        _mm_storeu_si128(target, _mm_max_epu8(_mm_loadu_si128(target), some));
+    }
+#endif
+    for (; k < past - first; ++k) to[k] = std::max(to[k], from[k]);
+    touch(x, x + 1, {first - clip_.top, past - clip_.top});
+}
+
 void ColumnBand::touch(int left, int right, Rows rows) {
     for (int g = (left - first_column_) / group; g <= (right - 1 - first_column_) / group; ++g) {
         Rows& touched = touched_[static_cast<std::size_t>(g)];

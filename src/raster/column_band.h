@@ -6,6 +6,7 @@
 #include "raster/coverage_mask.h"
 
 #include <array>
+#include <span>
 #include <vector>
 
 namespace qv::raster {
@@ -37,6 +38,8 @@ public:
     void cover(UprightLine const& line, PixelBox const& box);
     /// For boxes that the line crosses in a few columns.
     void cover(Capsule const& line, PixelBox const& box);
+    /// Pixels of a column from `top` on.
+    void cover(int x, int top, std::span<std::uint8_t const> coverage);
     /// Raises the mask to what was collected.
     void flush();
 

@@ -286,6 +286,18 @@ void stroke_parts(CoverageMask& mask, PixelBox const& clip, std::span<SegmentPar
     band.flush();
 }
 
+void cover_columns(CoverageMask& mask, PixelBox const& clip, std::span<PixelColumn const> columns,
+                   std::span<std::uint8_t const> coverage, ColumnBand& band) {
+    band.begin(mask, clip);
+    std::size_t begin = 0;
+    for (PixelColumn const& column : columns) {
+        auto const count = static_cast<std::size_t>(column.count);
+        band.cover(column.x, column.top, coverage.subspan(begin, count));
+        begin += count;
+    }
+    band.flush();
+}
+
 void stroke_snapped(CoverageMask& mask, PixelBox const& clip, PixelBox const& ends, Pen const& pen) {
     if (pen.style == DrawStyle::None) return;
     int const width = whole_pen(pen.width);

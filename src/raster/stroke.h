@@ -48,6 +48,10 @@ struct SegmentPart {
 void stroke_parts(CoverageMask& mask, PixelBox const& clip, std::span<SegmentPart const> parts,
                   Pen const& pen, ColumnBand& band);
 
+/// Columns of pixels whose coverage is known, in turn.
+void cover_columns(CoverageMask& mask, PixelBox const& clip, std::span<PixelColumn const> columns,
+                   std::span<std::uint8_t const> coverage, ColumnBand& band);
+
 /// An axis-parallel line between two pixels, both included, or a dot of the pen: whole pixels, square ends.
 void stroke_snapped(CoverageMask& mask, PixelBox const& clip, PixelBox const& ends, Pen const& pen);
 

@@ -35,8 +35,21 @@ bool draws_in_parts(DrawSurface const& surface) {
 
 LinePen line_pen(DrawSurface const& surface) {
     double const width = width_of_pen(surface);
-    return {surface.TwipsPerPixelX(), surface.TwipsPerPixelY(), width / 2 + 0.5, !is_solid(surface.state),
-            width > 1 || !has_whole_edges(surface.state)};
+    return {surface.TwipsPerPixelX(),
+            surface.TwipsPerPixelY(),
+            width / 2 + 0.5,
+            !is_solid(surface.state),
+            width > 1 || !has_whole_edges(surface.state),
+            !has_whole_edges(surface.state)};
+}
+
+SeenRows seen_rows(DrawSurface const& surface, Box const& visible) {
+    constexpr double most = 1 << 15; // as many as a page can have
+    auto const row = [&](double y) {
+        return static_cast<int>(std::clamp(y / surface.TwipsPerPixelY(), -most, most));
+    };
+    int const first = row(visible.top) - 1;
+    return {first, std::max(0, row(visible.bottom()) + 2 - first)};
 }
 
 } // namespace
@@ -107,7 +120,7 @@ void ColumnThinner::flush() {
 ThinnedPolyline::ThinnedPolyline(DrawSurface& surface, Box const& visible)
     : surface_(surface), grid_(surface.TwipsPerPixelX(), visible.left, visible.right()),
       in_parts_(draws_in_parts(surface)), thinner_(grid_, thinned_),
-      columns_(grid_, line_pen(surface), thinned_, parts_) {}
+      columns_(grid_, line_pen(surface), seen_rows(surface, visible), thinned_, parts_, covered_) {}
 
 void ThinnedPolyline::finish() {
     in_parts_ ? columns_.finish() : thinner_.flush();
@@ -119,10 +132,12 @@ void ThinnedPolyline::finish() {
 void ThinnedPolyline::hand_over_parts() {
     if (!parts_.empty()) surface_.LineParts(parts_);
     parts_.clear();
+    if (!covered_.columns.empty()) surface_.CoverColumns(covered_.columns, covered_.coverage);
+    covered_.clear();
 }
 
 void ThinnedPolyline::hand_over_when_long() {
-    if (parts_.size() >= most_parts) hand_over_parts();
+    if (parts_.size() >= most_parts || covered_.is_large()) hand_over_parts();
     if (thinned_.size() < longest_polyline) return;
     surface_.Polyline(thinned_);
     thinned_.erase(thinned_.begin(), thinned_.end() - 1); // the pieces share an end

@@ -66,6 +66,7 @@ private:
     bool in_parts_;
     std::vector<Point> thinned_;
     std::vector<LinePart> parts_;
+    CoveredColumns covered_;
     ColumnThinner thinner_;
     DenseColumns columns_;
 };

@@ -4,6 +4,7 @@
 
 #include "document/RangeSummary.h"
 #include "qvgraph/DrawSurface.h"
+#include "render/column_cover.h"
 #include "render/column_grid.h"
 #include "scale/mapping.h"
 
@@ -37,6 +38,12 @@ struct LinePen {
     double reach = 1;          // pixels; at this distance from the line nothing is covered
     bool has_gaps = false;     // counted across for flat segments, else down
     bool covers_beside = true; // pixels of other columns than the line lies in
+    bool is_smooth = true;
+};
+
+/// What of a page can be seen, in rows of pixels.
+struct SeenRows {
+    int first, count;
 };
 
 /// Thins a line without a change to any pixel.
@@ -50,9 +57,8 @@ struct LinePen {
 class DenseColumns {
 public:
     /// Lines are polylines with a place that is not a number between them.
-    DenseColumns(ColumnGrid const& grid, LinePen const& pen, std::vector<Point>& lines,
-                 std::vector<LinePart>& parts)
-        : grid_(grid), pen_(pen), lines_(lines), parts_(parts) {}
+    DenseColumns(ColumnGrid const& grid, LinePen const& pen, SeenRows rows, std::vector<Point>& lines,
+                 std::vector<LinePart>& parts, CoveredColumns& covered);
 
     void add(Point place);
     void add_run(PointRun const& run);
@@ -98,7 +104,6 @@ private:
         std::size_t half = 0; // the first stretch at the far side of the middle
         Reached reached;
 
-        bool is_dense() const;
         void clear();
         double x_of(Stretch const& stretch, std::size_t i) const {
             return x_map ? (*x_map)(stretch.x[i]) : stretch.x[i];
@@ -143,6 +148,7 @@ private:
     void begin(std::int64_t column);
     void close();
     void prepare(Visit& visit);
+    bool is_dense(Visit const& visit) const;
     static void keep_places(Visit& visit);
     static Order order_of(Visit const& visit);
     static std::size_t level_for(std::size_t count);
@@ -151,6 +157,7 @@ private:
                               std::size_t past, std::size_t level);
     void split_at_middle(Visit& visit);
     void find_reached(Visit& visit) const;
+    static document::ValueRange whole_range(Stretch const& stretch);
     static Range rows_of(Visit const& visit, Range const& levels);
     bool is_reached(Reached const& reached, Point from, Point to) const;
     void include(Reached& reached, Point from, Point to) const;
@@ -159,6 +166,7 @@ private:
     void draw(Visit const& visit, Visit const* before, Visit const* after);
     void end_at(Visit const& visit, Point place);
     void draw_sparse(Visit const& visit);
+    void draw_cover(Visit const& visit, Visit const* before, Visit const* after);
     void draw_middle(Visit const& visit);
     void draw_middle_with_gaps(Visit const& visit);
     void draw_beside(Visit const& visit, Visit const* before, Visit const* after);
@@ -184,6 +192,9 @@ private:
     LinePen pen_;
     std::vector<Point>& lines_;
     std::vector<LinePart>& parts_;
+    CoveredColumns& covered_;
+    std::optional<ColumnCover> cover_; // of a pen that it can draw
+    std::vector<PointStretch> plain_;  // scratch
     // The one being collected, the one that waits for it to be known, and the one before.
     std::array<Visit, 3> visits_;
     std::size_t current_ = 0;

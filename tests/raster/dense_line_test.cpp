@@ -38,6 +38,9 @@ public:
                                 {part.left, part.top, part.right, part.bottom}});
         stroke_parts(mask, plot, segments, pen(), band_);
     }
+    void CoverColumns(std::span<PixelColumn const> columns, std::span<std::uint8_t const> coverage) override {
+        cover_columns(mask, plot, columns, coverage, band_);
+    }
     CoverageMask mask;
 
 private:
