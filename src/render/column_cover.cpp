@@ -10,7 +10,7 @@ using document::RangeSummary;
 using document::ValueRange;
 
 constexpr std::size_t chunk = 32;         // points between two looks at how far they are
-constexpr double hairbreadth = 1.0 / 256; // pixels; across so little, points are one upright line
+constexpr double hairbreadth = 1.0 / 128; // pixels; across so little, points are one upright line
 
 bool holds(ValueRange const& range, ValueRange const& other) {
     return other.low >= range.low && other.high <= range.high;
@@ -30,8 +30,9 @@ int row_number(double row) {
 
 ColumnCover::ColumnCover(ColumnGrid const& grid, double pixel_width, double pixel_height, int first_row,
                          int rows, double reach)
-    : grid_(grid), pixel_width_(pixel_width), pixel_height_(pixel_height), first_row_(first_row), rows_(rows),
-      reach_(reach), beside_(static_cast<int>(std::ceil(reach + 0.5)) - 1),
+    : grid_(grid), columns_per_twip_(1 / pixel_width), rows_per_twip_(1 / pixel_height),
+      first_row_(first_row), rows_(rows), reach_(reach),
+      beside_(static_cast<int>(std::ceil(reach + 0.5)) - 1),
       nearest_(static_cast<std::size_t>(2 * beside_ + 1)) {
     for (NearestRows& nearest : nearest_) nearest.resize(rows);
 }
@@ -39,6 +40,9 @@ ColumnCover::ColumnCover(ColumnGrid const& grid, double pixel_width, double pixe
 void ColumnCover::draw(ColumnPoints const& points, CoveredColumns& covered) {
     points_ = &points;
     middle_ = grid_.centre(points.column);
+    double count = 0;
+    for (PointStretch const& stretch : points.stretches) count += static_cast<double>(stretch.count);
+    points_that_meet_ = static_cast<std::size_t>(2 * hairbreadth * count);
     draw_middle();
     draw_side(false);
     draw_side(true);
@@ -53,11 +57,11 @@ void ColumnCover::draw(ColumnPoints const& points, CoveredColumns& covered) {
 
 double ColumnCover::x_of(PointStretch const& stretch, std::size_t i) const {
     double const x = points_->x_map ? (*points_->x_map)(stretch.x[i]) : stretch.x[i];
-    return (x - middle_) / pixel_width_;
+    return (x - middle_) * columns_per_twip_;
 }
 
 double ColumnCover::row_of(double level) const {
-    return (points_->y_map ? (*points_->y_map)(level) : level) / pixel_height_ - first_row_;
+    return (points_->y_map ? (*points_->y_map)(level) : level) * rows_per_twip_ - first_row_;
 }
 
 RowPlace ColumnCover::place(PointStretch const& stretch, std::size_t i) const {
@@ -74,13 +78,15 @@ ColumnCover::Place ColumnCover::find_middle() const {
     std::size_t k = 0;
     while (k < stretches.size() && is_before(stretches[k], stretches[k].count - 1)) ++k;
     if (k == stretches.size()) return {k, 0};
-    std::size_t first = 0, past = stretches[k].count - 1;
+    // Mostly points lie evenly, and few are looked at on the way from half of them on.
+    PointStretch const& stretch = stretches[k];
+    std::size_t first = 0, past = stretch.count - 1, step = 1, probe = past / 2;
     while (first < past) {
-        std::size_t const between = first + (past - first) / 2;
-        if (is_before(stretches[k], between))
-            first = between + 1;
-        else
-            past = between;
+        bool const before = is_before(stretch, probe);
+        before ? first = probe + 1 : past = probe;
+        probe = before ? first + std::min(step - 1, (past - first) / 2)
+                       : past - std::min(step, (past - first + 1) / 2);
+        step *= 2;
     }
     return {k, first};
 }
@@ -182,6 +188,7 @@ std::size_t ColumnCover::pass_over(Way& way, PointStretch const& stretch, std::s
         if (!stretch.summary->has(level, summary_place)) continue;
         ValueRange const& range = stretch.summary->at(level, summary_place);
         if (holds(way.levels, range)) return span;
+        if (span > points_that_meet_) continue;
         // With the way there from the point before.
         if (forwards ? begin == 0 : begin + span == stretch.count) continue;
         double const from = x_of(stretch, forwards ? begin - 1 : begin + span);
@@ -201,13 +208,13 @@ bool ColumnCover::follow_stretch(Way& way, PointStretch const& stretch, std::siz
                                  RowPlace const* before) {
     std::size_t const begin = first, end = past;
     while (first < past) {
-        bool const at_start = forwards ? first == begin : past == end;
-        if (!at_start && std::abs(x_of(stretch, forwards ? first - 1 : past) - way.from) >= way.ends)
-            return false;
         if (std::size_t const passed = stretch.summary ? pass_over<forwards>(way, stretch, first, past) : 0) {
             forwards ? first += passed : past -= passed;
             continue;
         }
+        bool const at_start = forwards ? first == begin : past == end;
+        if (!at_start && std::abs(x_of(stretch, forwards ? first - 1 : past) - way.from) >= way.ends)
+            return false;
         // Up to where the summary can go on.
         std::size_t const edge = stretch.summary_place + (forwards ? first : past);
         std::size_t const count =

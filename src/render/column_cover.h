@@ -91,13 +91,14 @@ private:
     std::size_t pass_over(Way& way, PointStretch const& stretch, std::size_t first, std::size_t past);
 
     ColumnGrid const& grid_;
-    double pixel_width_, pixel_height_;
+    double columns_per_twip_, rows_per_twip_;
     int first_row_, rows_;
     double reach_;
     int beside_; // columns to each side that see the points
     std::vector<NearestRows> nearest_;
     ColumnPoints const* points_ = nullptr; // being drawn
     double middle_ = 0;                    // of their column, twips
+    std::size_t points_that_meet_ = 0;     // at most so many may lie within a hairbreadth
 };
 
 } // namespace qv::render
