@@ -64,6 +64,8 @@ public:
     void Ellipse(PixelPoint left_top, PixelPoint right_bottom) override;
     void LineTo(PixelPoint from, PixelPoint to, Color color) override;
     void Polyline(std::span<Point const> points) override;
+    void LineParts(std::span<LinePart const> parts) override;
+    void CoverColumns(std::span<PixelColumn const> columns, std::span<std::uint8_t const> coverage) override;
     void Symbols(SymbolBatch const& batch) override;
     void BeginShape() override;
     void EndShape() override;

@@ -75,6 +75,11 @@ PointBlock::Known const& PointBlock::known() const {
     return known_ = known;
 }
 
+RangeSummary const& PointBlock::y_summary() const {
+    y_summary_.extend(y_.get(), end_);
+    return y_summary_;
+}
+
 void PointBlock::drop_oldest(std::size_t count) {
     for (std::size_t place = begin_; place < begin_ + count && !data_ids_.empty(); ++place)
         data_ids_.erase(place);

@@ -1,0 +1,56 @@
+#include "document/RangeSummary.h"
+
+#include <algorithm>
+
+namespace qv::document {
+
+ValueRange range_of(double const* values, std::size_t count) {
+    // Four at a time, because each comparison waits for the one before it.
+    constexpr std::size_t lanes = 4;
+    if (count < 2 * lanes) {
+        ValueRange range{values[0], values[0]};
+        for (std::size_t i = 1; i < count; ++i) {
+            range.low = std::min(range.low, values[i]);
+            range.high = std::max(range.high, values[i]);
+        }
+        return range;
+    }
+    double low[lanes], high[lanes];
+    std::copy_n(values, lanes, low);
+    std::copy_n(values, lanes, high);
+    // The last lanes are looked at twice where the count is not a multiple.
+    for (std::size_t next = lanes; next < count; next += lanes) {
+        double const* const some = values + std::min(next, count - lanes);
+        for (std::size_t lane = 0; lane < lanes; ++lane) {
+            low[lane] = std::min(low[lane], some[lane]);
+            high[lane] = std::max(high[lane], some[lane]);
+        }
+    }
+    return {std::min(std::min(low[0], low[1]), std::min(low[2], low[3])),
+            std::max(std::max(high[0], high[1]), std::max(high[2], high[3]))};
+}
+
+void RangeSummary::extend(double const* values, std::size_t end) {
+    std::vector<ValueRange>& finest = ranges_[0];
+    for (std::size_t place = finest.size() * span(0); place + span(0) <= end; place += span(0))
+        finest.push_back(range_of(values + place, span(0)));
+    for (std::size_t level = 1; level < levels; ++level) {
+        std::vector<ValueRange> const& below = ranges_[level - 1];
+        std::vector<ValueRange>& here = ranges_[level];
+        while ((here.size() + 1) * fan_out <= below.size()) {
+            ValueRange range = below[here.size() * fan_out];
+            for (std::size_t k = 1; k < fan_out; ++k) {
+                range.low = std::min(range.low, below[here.size() * fan_out + k].low);
+                range.high = std::max(range.high, below[here.size() * fan_out + k].high);
+            }
+            here.push_back(range);
+        }
+    }
+}
+
+void RangeSummary::shorten(std::size_t end) {
+    for (std::size_t level = 0; level < levels; ++level)
+        if (ranges_[level].size() > end / span(level)) ranges_[level].resize(end / span(level));
+}
+
+} // namespace qv::document
