@@ -29,6 +29,11 @@ public:
         return (static_cast<double>(column) - 0.5) * twips_per_pixel_;
     }
     double centre(std::int64_t column) const { return static_cast<double>(column) * twips_per_pixel_; }
+    /// The column with this number, or the one nearest to it that can be seen.
+    std::int64_t nearest_visible(double number) const {
+        double const first = static_cast<double>(first_) + 1, last = static_cast<double>(last_) - 1;
+        return static_cast<std::int64_t>(std::max(first, std::min(number, last)));
+    }
     bool is_visible(std::int64_t column) const { return column > first_ && column < last_; }
 
 private:

@@ -39,8 +39,7 @@ LinePen line_pen(DrawSurface const& surface) {
             surface.TwipsPerPixelY(),
             width / 2 + 0.5,
             !is_solid(surface.state),
-            width > 1 || !has_whole_edges(surface.state),
-            !has_whole_edges(surface.state)};
+            width > 1 || !has_whole_edges(surface.state)};
 }
 
 SeenRows seen_rows(DrawSurface const& surface, Box const& visible) {
@@ -120,10 +119,15 @@ void ColumnThinner::flush() {
 ThinnedPolyline::ThinnedPolyline(DrawSurface& surface, Box const& visible)
     : surface_(surface), grid_(surface.TwipsPerPixelX(), visible.left, visible.right()),
       in_parts_(draws_in_parts(surface)), thinner_(grid_, thinned_),
-      columns_(grid_, line_pen(surface), seen_rows(surface, visible), thinned_, parts_, covered_) {}
+      columns_(grid_, line_pen(surface), thinned_, parts_) {
+    double const reach = line_pen(surface).reach;
+    if (in_parts_ && is_solid(surface.state) && !has_whole_edges(surface.state)
+        && reach <= ColumnCover::widest_reach)
+        smooth_.emplace(surface, grid_, seen_rows(surface, visible), reach);
+}
 
 void ThinnedPolyline::finish() {
-    in_parts_ ? columns_.finish() : thinner_.flush();
+    smooth_ ? smooth_->finish() : in_parts_ ? columns_.finish() : thinner_.flush();
     surface_.Polyline(thinned_);
     thinned_.clear();
     hand_over_parts();
@@ -132,12 +136,10 @@ void ThinnedPolyline::finish() {
 void ThinnedPolyline::hand_over_parts() {
     if (!parts_.empty()) surface_.LineParts(parts_);
     parts_.clear();
-    if (!covered_.columns.empty()) surface_.CoverColumns(covered_.columns, covered_.coverage);
-    covered_.clear();
 }
 
 void ThinnedPolyline::hand_over_when_long() {
-    if (parts_.size() >= most_parts || covered_.is_large()) hand_over_parts();
+    if (parts_.size() >= most_parts) hand_over_parts();
     if (thinned_.size() < longest_polyline) return;
     surface_.Polyline(thinned_);
     thinned_.erase(thinned_.begin(), thinned_.end() - 1); // the pieces share an end

@@ -5,8 +5,10 @@
 #include "qvgraph/geometry.h"
 #include "render/column_grid.h"
 #include "render/dense_columns.h"
+#include "render/smooth_line.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace qv::render {
@@ -47,8 +49,14 @@ public:
     ThinnedPolyline(DrawSurface& surface, Box const& visible);
 
     void add(Point point) {
-        in_parts_ ? columns_.add(point) : thinner_.add(point);
+        smooth_ ? smooth_->add(point) : in_parts_ ? columns_.add(point) : thinner_.add(point);
         hand_over_when_long();
+    }
+    /// Whether whole stretches may be added, of several columns, rather than runs.
+    bool takes_stretches() const { return smooth_.has_value(); }
+    /// The points must stay where they are until the line ends.
+    void add_stretch(PointStretch const& stretch, scale::AxisMap const& x_map, scale::AxisMap const& y_map) {
+        smooth_->add(stretch, x_map, y_map);
     }
     /// A whole run known to lie in one column, x never falling.
     void add_run(PointRun const& run) { in_parts_ ? columns_.add_run(run) : thinner_.add_run(run); }
@@ -66,9 +74,10 @@ private:
     bool in_parts_;
     std::vector<Point> thinned_;
     std::vector<LinePart> parts_;
-    CoveredColumns covered_;
+    // One of them draws the line.
     ColumnThinner thinner_;
     DenseColumns columns_;
+    std::optional<SmoothLine> smooth_;
 };
 
 } // namespace qv::render

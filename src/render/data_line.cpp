@@ -32,6 +32,8 @@ public:
     void add(PointBlock const& block) {
         if (!block.all_finite())
             add_with_gaps(block);
+        else if (line_.takes_stretches() && can_search(block))
+            add_stretch(block);
         else if (is_out_of_sight(block))
             add_ends(block);
         else if (can_search(block))
@@ -103,6 +105,12 @@ private:
         while (end > begin + 1 && !is_in(end - 1)) --end;
         while (end < x.size() && is_in(end)) ++end;
         return end;
+    }
+
+    void add_stretch(PointBlock const& block) {
+        line_.add_stretch({block.x(), block.y(), {block.y_extent().low, block.y_extent().high},
+                           &block.y_summary(), block.summary_place()},
+                          mapping_.x, mapping_.y);
     }
 
     void add_rising(PointBlock const& block) {

@@ -8,7 +8,6 @@ namespace qv::render {
 namespace {
 
 constexpr std::size_t few = 12;            // so many points of a column are drawn as they are
-constexpr std::size_t few_covered = 4;     // or so many, where coverage is computed here
 constexpr std::size_t unit_size = 16;      // points whose range is looked at before they are
 constexpr std::int32_t far_away = 1 << 28; // pixels
 
@@ -39,9 +38,8 @@ DenseColumns::Stretch DenseColumns::Stretch::piece(std::size_t first, std::size_
     return piece;
 }
 
-// Where a segment is as quick to draw as to look at, all are.
-bool DenseColumns::is_dense(Visit const& visit) const {
-    return visit.count > (cover_ ? few_covered : few);
+bool DenseColumns::is_dense(Visit const& visit) {
+    return visit.count > few;
 }
 
 void DenseColumns::Visit::clear() {
@@ -99,13 +97,6 @@ private:
     double distance_ = 0; // of the place it has come to
     Range reached_{}, before_{};
 };
-
-DenseColumns::DenseColumns(ColumnGrid const& grid, LinePen const& pen, SeenRows rows,
-                           std::vector<Point>& lines, std::vector<LinePart>& parts, CoveredColumns& covered)
-    : grid_(grid), pen_(pen), lines_(lines), parts_(parts), covered_(covered) {
-    if (pen.is_smooth && !pen.has_gaps && pen.reach <= ColumnCover::widest_reach)
-        cover_.emplace(grid, pen.pixel_width, pen.pixel_height, rows.first, rows.count, pen.reach);
-}
 
 void DenseColumns::add(Point place) {
     std::int64_t const column = grid_.column(place.x);
@@ -191,8 +182,6 @@ void DenseColumns::prepare(Visit& visit) {
         visit.stretches.assign(1, {visit.x.data(), visit.y.data(), visit.count, nullptr, 0, 0, {}});
     if (is_dense(visit)) {
         visit.order = order_of(visit);
-    }
-    if (is_dense(visit) && !cover_) {
         split_into_pieces(visit);
         if (visit.order != Order::None) split_at_middle(visit);
     }
@@ -305,9 +294,8 @@ void DenseColumns::find_reached(Visit& visit) const {
     if (!pen_.has_gaps) {
         Range range{document::range_of(visit.stretches[0].y, 1)};
         for (Stretch const& stretch : visit.stretches)
-            range.include(cover_            ? whole_range(stretch)
-                          : is_dense(visit) ? document::ValueRange(stretch.range)
-                                            : document::range_of(stretch.y, stretch.count));
+            range.include(is_dense(visit) ? document::ValueRange(stretch.range)
+                                          : document::range_of(stretch.y, stretch.count));
         visit.reached[0] = range;
         return;
     }
@@ -325,43 +313,8 @@ DenseColumns::Range DenseColumns::rows_of(Visit const& visit, Range const& level
     return {{low, high}};
 }
 
-// Of the ranges that the summary has.
-document::ValueRange DenseColumns::whole_range(Stretch const& stretch) {
-    Range range{document::range_of(stretch.y, 1)};
-    for (std::size_t first = 0; first < stretch.count;) {
-        const Stretch piece = stretch.piece(first, stretch.count, document::RangeSummary::levels);
-        range.include(piece.range);
-        first += piece.count;
-    }
-    return range;
-}
-
-void DenseColumns::draw_cover(Visit const& visit, Visit const* before, Visit const* after) {
-    plain_.clear();
-    for (Stretch const& stretch : visit.stretches)
-        plain_.push_back({stretch.x, stretch.y, stretch.count, stretch.summary, stretch.summary_place});
-    bool const rises = visit.order == Order::Rising;
-    ColumnPoints points{visit.column, plain_, visit.x_map, visit.y_map, rises, {}};
-    for (bool const right : {false, true}) {
-        // What leads here from the neighbour has reached all between.
-        bool const forwards = rises != right;
-        Visit const* const connected = forwards ? before : after;
-        Stretch const& last = visit.stretches.back();
-        double const start = forwards ? visit.stretches.front().y[0] : last.y[last.count - 1];
-        for (Visit const* const other : {connected, forwards ? after : before}) {
-            if (!other || other->column != visit.column + (right ? 1 : -1)) continue;
-            if (other->y_map == visit.y_map
-                && (other == connected || other->reached[0]->holds({start, start})))
-                points.known_beside[right] = other->reached[0];
-            break;
-        }
-    }
-    cover_->draw(points, covered_);
-}
-
 void DenseColumns::draw(Visit const& visit, Visit const* before, Visit const* after) {
     if (!is_dense(visit)) return draw_sparse(visit);
-    if (cover_ && visit.order != Order::None) return draw_cover(visit, before, after);
     if (visit.order == Order::None)
         draw_unordered(visit,
                        {static_cast<std::int32_t>(visit.column), static_cast<std::int32_t>(visit.column) + 1},

@@ -4,7 +4,6 @@
 
 #include "document/RangeSummary.h"
 #include "qvgraph/DrawSurface.h"
-#include "render/column_cover.h"
 #include "render/column_grid.h"
 #include "scale/mapping.h"
 
@@ -38,12 +37,6 @@ struct LinePen {
     double reach = 1;          // pixels; at this distance from the line nothing is covered
     bool has_gaps = false;     // counted across for flat segments, else down
     bool covers_beside = true; // pixels of other columns than the line lies in
-    bool is_smooth = true;
-};
-
-/// What of a page can be seen, in rows of pixels.
-struct SeenRows {
-    int first, count;
 };
 
 /// Thins a line without a change to any pixel.
@@ -57,8 +50,9 @@ struct SeenRows {
 class DenseColumns {
 public:
     /// Lines are polylines with a place that is not a number between them.
-    DenseColumns(ColumnGrid const& grid, LinePen const& pen, SeenRows rows, std::vector<Point>& lines,
-                 std::vector<LinePart>& parts, CoveredColumns& covered);
+    DenseColumns(ColumnGrid const& grid, LinePen const& pen, std::vector<Point>& lines,
+                 std::vector<LinePart>& parts)
+        : grid_(grid), pen_(pen), lines_(lines), parts_(parts) {}
 
     void add(Point place);
     void add_run(PointRun const& run);
@@ -148,7 +142,7 @@ private:
     void begin(std::int64_t column);
     void close();
     void prepare(Visit& visit);
-    bool is_dense(Visit const& visit) const;
+    static bool is_dense(Visit const& visit);
     static void keep_places(Visit& visit);
     static Order order_of(Visit const& visit);
     static std::size_t level_for(std::size_t count);
@@ -157,7 +151,6 @@ private:
                               std::size_t past, std::size_t level);
     void split_at_middle(Visit& visit);
     void find_reached(Visit& visit) const;
-    static document::ValueRange whole_range(Stretch const& stretch);
     static Range rows_of(Visit const& visit, Range const& levels);
     bool is_reached(Reached const& reached, Point from, Point to) const;
     void include(Reached& reached, Point from, Point to) const;
@@ -166,7 +159,6 @@ private:
     void draw(Visit const& visit, Visit const* before, Visit const* after);
     void end_at(Visit const& visit, Point place);
     void draw_sparse(Visit const& visit);
-    void draw_cover(Visit const& visit, Visit const* before, Visit const* after);
     void draw_middle(Visit const& visit);
     void draw_middle_with_gaps(Visit const& visit);
     void draw_beside(Visit const& visit, Visit const* before, Visit const* after);
@@ -192,9 +184,6 @@ private:
     LinePen pen_;
     std::vector<Point>& lines_;
     std::vector<LinePart>& parts_;
-    CoveredColumns& covered_;
-    std::optional<ColumnCover> cover_; // of a pen that it can draw
-    std::vector<PointStretch> plain_;  // scratch
     // The one being collected, the one that waits for it to be known, and the one before.
     std::array<Visit, 3> visits_;
     std::size_t current_ = 0;

@@ -33,6 +33,7 @@ public:
     friend Four operator*(Four a, Four b) { return Four(_mm_mul_ps(a.lanes_, b.lanes_)); }
     friend Four least(Four a, Four b) { return Four(_mm_min_ps(a.lanes_, b.lanes_)); }
     friend Four most(Four a, Four b) { return Four(_mm_max_ps(a.lanes_, b.lanes_)); }
+    friend bool is_any_above(Four a, Four b) { return _mm_movemask_ps(_mm_cmpgt_ps(a.lanes_, b.lanes_)) != 0; }
 
 private:
     explicit Four(__m128 values) : lanes_(values) {}
@@ -74,6 +75,7 @@ public:
     friend Four most(Four a, Four b) {
         return each(a, b, [](float x, float y) { return std::max(x, y); });
     }
+    friend bool is_any_above(Four a, Four b) { return !std::ranges::equal(a.lanes_, b.lanes_, std::less_equal<>()); }
 
 private:
     explicit Four(std::array<float, lanes> values) : lanes_(values) {}
@@ -113,16 +115,25 @@ void NearestRows::resize(int rows) {
     squared_.assign(static_cast<std::size_t>(rows) + group, far_away);
 }
 
+bool NearestRows::is_any_farther(int first, int past, float squared) const {
+    int row = first;
+    for (; row + lanes <= past; row += lanes)
+        if (is_any_above(Four::load(squared_.data() + row), Four(squared))) return true;
+    for (; row < past; ++row)
+        if (squared_[static_cast<std::size_t>(row)] > squared) return true;
+    return false;
+}
+
 void NearestRows::touch(int first, int past) {
     first_ = std::min(first_, first);
     past_ = std::max(past_, past);
 }
 
-// Groups may go on behind `past`, where the segment covers what it covers.
+// Groups may go on behind `past`, where the segment is as near as it is.
 void NearestRows::approach(RowPlace from, RowPlace to, double x, int first, int past) {
     if (std::min(from.y, to.y) < first - cut || std::max(from.y, to.y) > past + cut)
         cut_rows(from, to, first - cut, past + cut);
-    touch(first, past);
+    touch(first, std::min(rows_, first + (past - first + lanes - 1) / lanes * lanes));
     auto const dx = static_cast<float>(to.x - from.x), dy = static_cast<float>(to.y - from.y);
     float const length = dx * dx + dy * dy, one = length > 0 ? 1 / length : 0;
     auto const away = static_cast<float>(x - from.x);
