@@ -65,6 +65,8 @@ public:
     bool x_rising() const { return known().x_rising; }
     /// Of the Y values, made when first asked for; its places begin with the points that were dropped.
     RangeSummary const& y_summary() const;
+    /// Of the X values, counted from the points that were dropped on.
+    EvenSpacing const& x_spacing() const;
     /// The place of the first point in the summary.
     std::size_t summary_place() const { return begin_; }
 
@@ -79,6 +81,7 @@ public:
     void drop_newest(std::size_t count) {
         end_ -= count;
         y_summary_.shorten(end_);
+        spaced_end_ = 0;
     }
 
 private:
@@ -105,6 +108,8 @@ private:
     std::unordered_map<std::size_t, std::string> data_ids_;
     mutable Known known_;
     mutable RangeSummary y_summary_;
+    mutable EvenSpacing x_spacing_{};
+    mutable std::size_t spaced_end_ = 0; // x_spacing_ is of the points before
 };
 
 // In the header because it runs once a point.

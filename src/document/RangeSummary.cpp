@@ -1,6 +1,7 @@
 #include "document/RangeSummary.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace qv::document {
 
@@ -28,6 +29,18 @@ ValueRange range_of(double const* values, std::size_t count) {
     }
     return {std::min(std::min(low[0], low[1]), std::min(low[2], low[3])),
             std::max(std::max(high[0], high[1]), std::max(high[2], high[3]))};
+}
+
+EvenSpacing spacing_of(double const* values, std::size_t count) {
+    double const first = values[0];
+    double const step = count > 1 ? (values[count - 1] - first) / static_cast<double>(count - 1) : 0;
+    constexpr std::size_t lanes = 4;
+    double deviation[lanes]{};
+    for (std::size_t i = 0; i < count; ++i) {
+        double const away = std::abs(values[i] - (first + static_cast<double>(i) * step));
+        deviation[i % lanes] = std::max(deviation[i % lanes], away);
+    }
+    return {first, step, *std::ranges::max_element(deviation)};
 }
 
 void RangeSummary::extend(double const* values, std::size_t end) {

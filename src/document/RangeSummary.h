@@ -12,6 +12,13 @@ struct ValueRange {
     double low, high;
 };
 
+/// Values as if they were evenly spaced: where the first lies, how far it is to the next, and how far any of
+/// them lies from where that has it.
+struct EvenSpacing {
+    double first, step, deviation;
+};
+EvenSpacing spacing_of(double const* values, std::size_t count);
+
 /// Takes half a byte and a little for each value.
 class RangeSummary {
 public:

@@ -43,36 +43,54 @@ ColumnCover::ColumnCover(DrawSurface& surface, ColumnGrid const& grid, SeenRows 
     nearest_.resize(rows.count);
 }
 
+ColumnCover::PixelMap::PixelMap(scale::AxisMap const& axis, double pixels_per_twip_, double origin_)
+    : map(&axis), start(axis.start * pixels_per_twip_ - origin_), factor(axis.factor * pixels_per_twip_),
+      pixels_per_twip(pixels_per_twip_), origin(origin_), is_linear(!axis.is_log) {}
+
 void ColumnCover::draw(RisingLine const& line) {
-    line_ = &line;
-    PointStretch const& last = line.stretches.back();
-    double const start = across(line.stretches.front().x.front()), end = across(last.x.back());
+    x_map_ = &line.x_map;
+    column_of_ = PixelMap(line.x_map, columns_per_twip_, 0);
+    row_of_ = PixelMap(line.y_map, rows_per_twip_, rows_.first);
+    double const start = column_of_(line.stretches.front().x.front()),
+                 end = column_of_(line.stretches.back().x.back());
     auto const [low, high] = std::minmax(start, end);
     std::int64_t const left = grid_.nearest_visible(std::ceil(low - reach_));
     std::int64_t const right = grid_.nearest_visible(std::floor(high + reach_));
     bool const rises = line.x_map.factor > 0;
-    // All that lies before the first column is left behind at once.
-    double const begin = line.x_map.value_at(
-        (static_cast<double>(rises ? left : right) + (rises ? -reach_ : reach_)) / columns_per_twip_);
+    ahead_ = rises ? reach_ : -reach_;
+    // What lies before the first column and its neighbour is left out.
+    double const begin =
+        line.x_map.value_at((static_cast<double>(rises ? left : right) - ahead_) / columns_per_twip_);
     auto const is_before = [&](PointStretch const& stretch) { return stretch.x.back() < begin; };
-    from_ = {static_cast<std::size_t>(std::ranges::partition_point(line.stretches, is_before)
-                                      - line.stretches.begin()),
-             0};
-    middle_point_ = to_ = from_;
+    auto const seen = std::ranges::partition_point(line.stretches, is_before);
+    stretches_.clear();
+    for (auto it = seen == line.stretches.begin() ? seen : seen - 1; it != line.stretches.end(); ++it)
+        stretches_.push_back(lay_out(*it));
+    from_ = middle_point_ = to_ = {};
     for (std::int64_t k = 0; k <= right - left; ++k) draw_column(rises ? left + k : right - k);
     surface_.CoverColumns(columns_, coverage_);
     columns_.clear();
     coverage_.clear();
     plain_.clear();
-    line_ = nullptr;
+}
+
+ColumnCover::Stretch ColumnCover::lay_out(PointStretch const& stretch) const {
+    constexpr double nearly = 1.0 / 1024; // pixels
+    Stretch laid_out{stretch, 0, 0, false};
+    if (!stretch.spacing || !column_of_.is_linear) return laid_out;
+    laid_out.step = stretch.spacing->step * column_of_.factor;
+    laid_out.start =
+        column_of_(stretch.spacing->first) + static_cast<double>(stretch.summary_place) * laid_out.step;
+    laid_out.is_even = std::abs(stretch.spacing->deviation * column_of_.factor) < nearly
+                       && std::isfinite(laid_out.start) && std::isfinite(laid_out.step);
+    return laid_out;
 }
 
 void ColumnCover::draw_column(std::int64_t column) {
-    double const ahead = line_->x_map.factor > 0 ? reach_ : -reach_;
     middle_ = static_cast<double>(column);
-    advance(from_, middle_ - ahead);
+    advance(from_, middle_ - ahead_);
     advance(middle_point_, middle_);
-    advance(to_, middle_ + ahead);
+    advance(to_, middle_ + ahead_);
     draw_crossing();
     // The segments that lead out of reach count too.
     Place const past = is_end(to_) ? to_ : Place{to_.stretch, to_.point + 1};
@@ -101,78 +119,61 @@ void ColumnCover::hand_over(std::int64_t column) {
     coverage_.clear();
 }
 
-// To the first point at or behind a position in pixels. Most often points are evenly spaced.
+// To the first point at or behind a position in pixels.
 void ColumnCover::advance(Place& place, double position) const {
-    double const limit = line_->x_map.value_at(position / columns_per_twip_);
-    auto const stretches = line_->stretches;
-    while (!is_end(place) && stretches[place.stretch].x.back() < limit) place = {place.stretch + 1, 0};
+    double const limit = x_map_->value_at(position / columns_per_twip_);
+    auto const is_passed = [&](Stretch const& stretch) {
+        std::size_t const last = stretch.x.size() - 1;
+        return stretch.is_even ? (across(column_of_, stretch, last) - position) * ahead_ < 0
+                               : stretch.x[last] < limit;
+    };
+    while (!is_end(place) && is_passed(stretches_[place.stretch])) place = {place.stretch + 1, 0};
     if (is_end(place)) return;
-    auto const x = stretches[place.stretch].x;
-    if (!(x[place.point] < limit)) return;
-    // Never at `low`, at or before `high`.
-    std::size_t low = place.point, high = x.size() - 1;
-    double const share = (limit - x[low]) / (x[high] - x[low]);
-    std::size_t const guess =
-        low + static_cast<std::size_t>(std::clamp(share, 0.0, 1.0) * static_cast<double>(high - low));
-    if (x[guess] < limit) {
-        low = guess;
-        for (std::size_t step = 1; low + step < high && x[low + step] < limit; step *= 2) low += step;
-        for (std::size_t step = 1; low + step < high; step *= 2)
-            if (!(x[low + step] < limit)) high = low + step;
-    } else {
-        high = guess;
-        for (std::size_t step = 1; high > low + step; step *= 2) {
-            if (x[high - step] < limit) {
-                low = high - step;
-                break;
-            }
-            high -= step;
-        }
+    Stretch const& stretch = stretches_[place.stretch];
+    auto const x = stretch.x;
+    if (stretch.is_even) {
+        double const point = stretch.step == 0 ? 0 : std::ceil((position - stretch.start) / stretch.step);
+        if (point > static_cast<double>(place.point))
+            place.point = std::min(x.size() - 1, static_cast<std::size_t>(point));
+        return;
     }
-    place.point = static_cast<std::size_t>(
-        std::lower_bound(x.begin() + static_cast<std::ptrdiff_t>(low) + 1,
-                         x.begin() + static_cast<std::ptrdiff_t>(high), limit)
-        - x.begin());
+    if (!(x[place.point] < limit)) return;
+    std::size_t low = place.point, step = 1; // never there
+    for (; low + step < x.size() && x[low + step] < limit; step *= 2) low += step;
+    auto const found = std::lower_bound(x.begin() + static_cast<std::ptrdiff_t>(low) + 1,
+                                        x.begin() + static_cast<std::ptrdiff_t>(std::min(low + step, x.size())), limit);
+    place.point = static_cast<std::size_t>(found - x.begin());
 }
 
 ColumnCover::Place ColumnCover::before(Place place) const {
     if (place.point > 0) return {place.stretch, place.point - 1};
-    return {place.stretch - 1, line_->stretches[place.stretch - 1].x.size() - 1};
-}
-
-// Pixels.
-double ColumnCover::across(double x) const {
-    return line_->x_map(x) * columns_per_twip_;
-}
-
-double ColumnCover::row_of(double level) const {
-    return line_->y_map(level) * rows_per_twip_ - rows_.first;
+    return {place.stretch - 1, stretches_[place.stretch - 1].x.size() - 1};
 }
 
 RowPlace ColumnCover::row_place(Place place) const {
-    PointStretch const& stretch = line_->stretches[place.stretch];
-    return {across(stretch.x[place.point]) - middle_, row_of(stretch.y[place.point])};
-}
-
-ColumnCover::Way ColumnCover::way_from(Place place) const {
-    double const level = line_->stretches[place.stretch].y[place.point], row = row_of(level);
-    return {{level, level}, row, row, false};
+    Stretch const& stretch = stretches_[place.stretch];
+    return {across(stretch, place.point), row_of_(stretch.y[place.point])};
 }
 
 /// Follows the points from one to another, backwards from the last.
 template <bool forwards>
 void ColumnCover::follow(Place first, Place past) {
     if (first == past) return;
-    Way way = way_from(forwards ? first : before(past));
+    const Place start = forwards ? first : before(past);
+    double const level = stretches_[start.stretch].y[start.point], row = row_of_(level);
+    int const upwards = row_of_.factor > 0 ? 1 : -1; // rows, where levels rise
+    Way way{{level, level}, {row, -upwards}, {row, upwards}};
     // Of the last stretch only the points before the last place count, if any.
     std::size_t const stretches = past.stretch - first.stretch + (past.point > 0 ? 1 : 0);
     for (std::size_t k = 0; k < stretches && !way.is_out_of_reach; ++k) {
         std::size_t const number = first.stretch + (forwards ? k : stretches - 1 - k);
-        PointStretch const& stretch = line_->stretches[number];
+        Stretch const& stretch = stretches_[number];
         if (way.holds(stretch.y_range)) continue;
         follow<forwards>(way, Piece{stretch, number, number == first.stretch ? first.point : 0,
                                     number == past.stretch ? past.point : stretch.x.size()});
     }
+    draw_waiting(way.low);
+    draw_waiting(way.high);
 }
 
 template <bool forwards>
@@ -208,31 +209,40 @@ template <bool forwards>
 ColumnCover::Place ColumnCover::place_before(Piece const& piece, std::size_t point) const {
     if (forwards) return piece.number + point > 0 ? before({piece.number, point}) : Place{};
     if (point + 1 < piece.stretch.x.size()) return {piece.number, point + 1};
-    return piece.number + 1 < line_->stretches.size() ? Place{piece.number + 1, 0}
+    return piece.number + 1 < stretches_.size() ? Place{piece.number + 1, 0}
                                                       : Place{piece.number, point};
 }
 
 /// Points that leave the levels reached, of which the summary knows the range.
 template <bool forwards>
 void ColumnCover::look_at(Way& way, Piece const& piece, std::size_t level, ValueRange const& range) {
-    auto const x = piece.stretch.x;
     std::size_t const nearest = forwards ? piece.first : piece.past - 1;
     const Place before_it = place_before<forwards>(piece, nearest);
-    double const near = std::abs(across(line_->stretches[before_it.stretch].x[before_it.point]) - middle_);
+    double const near = std::abs(across(stretches_[before_it.stretch], before_it.point));
     way.is_out_of_reach = near >= reach_;
     if (way.is_out_of_reach) return;
-    if (!brings_nearer(way, range, near)) return include(way, range);
-    double const start = across(x[piece.first]) - middle_, end = across(x[piece.past - 1]) - middle_;
+    bool const is_higher = range.high > way.levels.high, is_lower = range.low < way.levels.low;
+    double const high_row = is_higher ? row_of_(range.high) : 0, low_row = is_lower ? row_of_(range.low) : 0;
+    if (!(is_higher && brings_nearer(way.high, high_row, near))
+        && !(is_lower && brings_nearer(way.low, low_row, near))) {
+        if (is_higher) pass(way.high, high_row, near), way.levels.high = range.high;
+        if (is_lower) pass(way.low, low_row, near), way.levels.low = range.low;
+        return;
+    }
+    double const start = across(piece.stretch, piece.first), end = across(piece.stretch, piece.past - 1);
     if (std::abs(end - start) <= hairbreadth) {
         if (range.low > way.levels.high || range.high < way.levels.low)
             reach(way, row_place(before_it), {piece.number, nearest});
-        double const x_of_all = (start + end) / 2;
-        double const low_row = row_of(range.low), high_row = row_of(range.high);
-        if (range.high > way.levels.high)
-            approach({x_of_all, way.high_row}, {x_of_all, high_row}, Climb{way.high_row, high_row});
-        if (range.low < way.levels.low)
-            approach({x_of_all, way.low_row}, {x_of_all, low_row}, Climb{way.low_row, low_row});
-        return include(way, range);
+        double const x = (start + end) / 2;
+        if (range.high > way.levels.high) {
+            climb(way.high, {x, way.high.row}, {x, high_row});
+            way.levels.high = range.high;
+        }
+        if (range.low < way.levels.low) {
+            climb(way.low, {x, way.low.row}, {x, low_row});
+            way.levels.low = range.low;
+        }
+        return;
     }
     if (level == 0) return look_at_points<forwards>(way, piece);
     std::size_t const span = RangeSummary::span(level - 1);
@@ -257,54 +267,93 @@ void ColumnCover::look_at_points(Way& way, Piece const& piece) {
 
 /// Goes on to a point outside the levels reached.
 void ColumnCover::reach(Way& way, RowPlace from, Place to) {
-    double const near = std::abs(from.x);
-    way.is_out_of_reach = near >= reach_;
+    way.is_out_of_reach = std::abs(from.x) >= reach_;
     if (way.is_out_of_reach) return;
-    const RowPlace there = row_place(to);
-    double const level = line_->stretches[to.stretch].y[to.point];
+    double const level = stretches_[to.stretch].y[to.point];
     bool const is_higher = level > way.levels.high;
-    double& edge = is_higher ? way.high_row : way.low_row;
-    const Climb climb{edge, there.y};
-    if (brings_nearer(climb, near)) approach(from, there, climb);
+    climb(is_higher ? way.high : way.low, from, row_place(to));
     (is_higher ? way.levels.high : way.levels.low) = level;
-    edge = there.y;
 }
 
-void ColumnCover::include(Way& way, ValueRange const& range) const {
-    if (range.high > way.levels.high) way.levels.high = range.high, way.high_row = row_of(range.high);
-    if (range.low < way.levels.low) way.levels.low = range.low, way.low_row = row_of(range.low);
+// The first row that an edge has not reached.
+int next_row(double row, int step) {
+    return row_number(step > 0 ? std::floor(row) + 1 : std::ceil(row) - 1);
 }
 
-bool ColumnCover::brings_nearer(Way const& way, ValueRange const& range, double near) const {
-    return (range.high > way.levels.high && brings_nearer(Climb{way.high_row, row_of(range.high)}, near))
-           || (range.low < way.levels.low && brings_nearer(Climb{way.low_row, row_of(range.low)}, near));
+/// Goes on from the rows reached to another. What reaches no further row waits: most likely something soon
+/// reaches one, and is nearer to it.
+void ColumnCover::climb(Edge& edge, RowPlace from, RowPlace to) {
+    constexpr double steepest = 64;
+    int const row = next_row(edge.row, edge.step);
+    bool const is_upright =
+        std::abs(to.x - from.x) <= std::max(hairbreadth, std::abs(to.y - from.y) / steepest);
+    if (is_upright && (row - to.y) * edge.step > 0) {
+        wait(edge, to, row);
+    } else {
+        is_upright ? pass_waiting(edge, std::abs(to.x)) : draw_waiting(edge);
+        approach(edge, from, to);
+    }
+    edge.row = to.y;
+}
+
+void ColumnCover::wait(Edge& edge, RowPlace place, int row) {
+    auto const squared = [&](RowPlace from, double to) {
+        return from.x * from.x + (to - from.y) * (to - from.y);
+    };
+    double const here = squared(place, row);
+    bool const is_nearer = edge.squared < 0 || here <= edge.squared;
+    if (!is_nearer) {
+        // Of what is further away from this row only that counts which is nearer to one behind it.
+        double const last = row + edge.step * std::ceil(reach_);
+        if (reach_ <= 1 || squared(place, last) >= squared(edge.waiting, last)) return;
+        draw_waiting(edge);
+    }
+    edge.waiting = place;
+    edge.squared = here;
+}
+
+/// Goes on to a row without drawing what leads there; it has this distance.
+void ColumnCover::pass(Edge& edge, double row, double near) {
+    if (next_row(row, edge.step) != next_row(edge.row, edge.step)) pass_waiting(edge, near);
+    edge.row = row;
+}
+
+/// The next row is reached at this distance, or was before.
+void ColumnCover::pass_waiting(Edge& edge, double near) {
+    if (edge.squared < near * near) draw_waiting(edge);
+    edge.squared = -1;
+}
+
+void ColumnCover::draw_waiting(Edge& edge) {
+    if (edge.squared >= 0) approach(edge, edge.waiting, edge.waiting);
+    edge.squared = -1;
 }
 
 /// Whether a line no nearer than this brings any row nearer. Between the distances it is their squares'
 /// difference that is compared.
-bool ColumnCover::brings_nearer(Climb climb, double near) const {
-    bool const down = climb.goal >= climb.edge;
-    auto const limit = [&](double squared) {
-        return std::max(covered_squared_, static_cast<float>(squared + 2 * nothing * near));
+bool ColumnCover::brings_nearer(Edge const& edge, double goal, double near) const {
+    auto const limit = [&](double squared) { return squared + 2 * nothing * near; };
+    auto const is_farther = [&](int first, int past, double squared) {
+        return nearest_.is_any_farther(std::max(first, 0), std::min(past, rows_.count),
+                                       std::max(covered_squared_, static_cast<float>(limit(squared))));
     };
-    int const first = std::max(0, row_number(down ? std::floor(climb.edge) + 1 : std::ceil(climb.goal)));
-    int const past =
-        std::min(rows_.count, row_number(down ? std::floor(climb.goal) + 1 : std::ceil(climb.edge)));
-    if (nearest_.is_any_farther(first, past, limit(near * near))) return true;
+    int const next = next_row(edge.row, edge.step), beyond = next_row(goal, edge.step);
+    if (next != beyond && is_farther(edge.step > 0 ? next : beyond + 1, edge.step > 0 ? beyond : next + 1, near * near))
+        return true;
     // Rows that it does not reach, but comes near to.
-    int const step = down ? 1 : -1;
-    for (int row = row_number(down ? std::floor(climb.goal) + 1 : std::ceil(climb.goal) - 1);; row += step) {
-        double const away = std::abs(row - climb.goal), squared = near * near + away * away;
+    for (int row = beyond;; row += edge.step) {
+        double const away = std::abs(row - goal), squared = near * near + away * away;
         if (squared >= reach_ * reach_) return false;
-        if (row >= 0 && row < rows_.count && nearest_.is_any_farther(row, row + 1, limit(squared)))
-            return true;
+        bool const is_hidden = row == next && edge.squared >= 0 && edge.squared <= limit(squared);
+        if (!is_hidden && is_farther(row, row + 1, squared)) return true;
     }
 }
 
-void ColumnCover::approach(RowPlace from, RowPlace to, Climb climb) {
-    bool const down = climb.goal >= climb.edge;
-    approach(from, to, row_number(down ? std::floor(climb.edge) + 1 : std::ceil(climb.goal - reach_)),
-             row_number(down ? std::floor(climb.goal + reach_) + 1 : std::ceil(climb.edge)));
+/// Brings rows beyond the edge nearer.
+void ColumnCover::approach(Edge const& edge, RowPlace from, RowPlace to) {
+    int const next = next_row(edge.row, edge.step);
+    int const last = row_number(edge.step > 0 ? std::floor(to.y + reach_) : std::ceil(to.y - reach_));
+    approach(from, to, std::min(next, last), std::max(next, last) + 1);
 }
 
 void ColumnCover::approach(RowPlace from, RowPlace to, int first, int past) {

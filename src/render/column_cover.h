@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -22,6 +23,7 @@ struct PointStretch {
     document::ValueRange y_range;                    // of all y, or wider
     document::RangeSummary const* summary = nullptr; // of the y, if there is one
     std::size_t summary_place = 0;                   // of the first of them
+    std::optional<document::EvenSpacing> spacing;    // of the x, if it is known
 };
 
 /// Points in their order; x never falls, from one stretch to the next either.
@@ -55,37 +57,62 @@ private:
         std::size_t stretch = 0, point = 0;
         bool operator==(Place const&) const = default;
     };
-    /// The levels that were reached on the way to one side, and their rows.
+    /// Upwards or downwards on the way to one side: the row reached, and what would come near to the next one.
+    struct Edge {
+        double row = 0;
+        int step = 1; // to the next row
+        RowPlace waiting{};
+        double squared = -1; // of the distance from there to the next row, if something waits
+    };
+    /// The levels that were reached on the way to one side.
     struct Way {
         document::ValueRange levels{};
-        double low_row = 0, high_row = 0;
+        Edge low, high;
         bool is_out_of_reach = false;
 
         bool holds(document::ValueRange const& range) const {
             return range.low >= levels.low && range.high <= levels.high;
         }
     };
+    /// A stretch, and how it lies on the page if its points are evenly spaced there.
+    struct Stretch : PointStretch {
+        double start = 0, step = 0; // pixels
+        bool is_even = false;
+    };
     /// Some points of a stretch.
     struct Piece {
-        PointStretch const& stretch;
+        Stretch const& stretch;
         std::size_t number, first, past; // of the stretch; of the points
     };
-    /// From where rows are reached already to where they are reached next.
-    struct Climb {
-        double edge, goal;
+    /// From values on an axis to pixels.
+    struct PixelMap {
+        scale::AxisMap const* map = nullptr;
+        double start = 0, factor = 0, pixels_per_twip = 1, origin = 0;
+        bool is_linear = false;
+
+        PixelMap() = default;
+        PixelMap(scale::AxisMap const& axis, double pixels_per_twip, double origin);
+        double operator()(double value) const {
+            return is_linear ? start + factor * (value - map->first) : (*map)(value) * pixels_per_twip - origin;
+        }
     };
 
     void draw_column(std::int64_t column);
     void draw_crossing();
     void hand_over(std::int64_t column);
     void advance(Place& place, double position) const;
-    bool is_end(Place place) const { return place.stretch == line_->stretches.size(); }
+    Stretch lay_out(PointStretch const& stretch) const;
+    bool is_end(Place place) const { return place.stretch == stretches_.size(); }
     Place before(Place place) const;
-    double across(double x) const;
-    double row_of(double level) const;
+    static double across(PixelMap const& map, Stretch const& stretch, std::size_t point) {
+        return stretch.is_even ? stretch.start + static_cast<double>(point) * stretch.step
+                               : map(stretch.x[point]);
+    }
+    double across(Stretch const& stretch, std::size_t point) const {
+        return across(column_of_, stretch, point) - middle_;
+    }
     RowPlace row_place(Place place) const;
 
-    Way way_from(Place place) const;
     template <bool forwards>
     void follow(Place first, Place past);
     template <bool forwards>
@@ -97,10 +124,13 @@ private:
     template <bool forwards>
     Place place_before(Piece const& piece, std::size_t point) const;
     void reach(Way& way, RowPlace from, Place to);
-    void include(Way& way, document::ValueRange const& range) const;
-    bool brings_nearer(Way const& way, document::ValueRange const& range, double near) const;
-    bool brings_nearer(Climb climb, double near) const;
-    void approach(RowPlace from, RowPlace to, Climb climb);
+    void climb(Edge& edge, RowPlace from, RowPlace to);
+    void wait(Edge& edge, RowPlace place, int row);
+    void pass(Edge& edge, double row, double near);
+    void pass_waiting(Edge& edge, double near);
+    void draw_waiting(Edge& edge);
+    bool brings_nearer(Edge const& edge, double goal, double near) const;
+    void approach(Edge const& edge, RowPlace from, RowPlace to);
     void approach(RowPlace from, RowPlace to, int first, int past);
 
     DrawSurface& surface_;
@@ -113,7 +143,10 @@ private:
     std::vector<PixelColumn> columns_;
     std::vector<std::uint8_t> coverage_;
     // While a line is drawn:
-    RisingLine const* line_ = nullptr;
+    std::vector<Stretch> stretches_;
+    scale::AxisMap const* x_map_ = nullptr;
+    PixelMap column_of_, row_of_;
+    double ahead_ = 0;               // how far on the way x rises points are within reach, pixels
     double middle_ = 0;              // of the column, pixels
     Place from_, middle_point_, to_; // the first points within reach, right of the middle, and beyond
     std::vector<Point> plain_;       // the last segment drawn as it is

@@ -109,7 +109,7 @@ private:
 
     void add_stretch(PointBlock const& block) {
         line_.add_stretch({block.x(), block.y(), {block.y_extent().low, block.y_extent().high},
-                           &block.y_summary(), block.summary_place()},
+                           &block.y_summary(), block.summary_place(), block.x_spacing()},
                           mapping_.x, mapping_.y);
     }
 
