@@ -1,5 +1,7 @@
 #include "render/column_cover.h"
 
+#include "surface/whole_pixel.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -14,8 +16,18 @@ constexpr double hairbreadth = 1.0 / 160; // pixels; across so little, points ar
 constexpr double far_away = 1e7;          // pixels; segments from there are the surface's affair
 constexpr std::size_t large = 1 << 14;    // pixels handed over at a time
 
-int row_number(double row) {
-    return static_cast<int>(std::clamp(row, -1e8, 1e8));
+// Rows as whole numbers, however far away.
+int row_below(double row) {
+    return floor_int(std::clamp(row, -farthest_pixel, farthest_pixel));
+}
+
+int row_above(double row) {
+    return -row_below(-row);
+}
+
+// The first row that something has not reached which goes up or down.
+int next_row(double row, int step) {
+    return step > 0 ? row_below(row) + 1 : row_above(row) - 1;
 }
 
 // The part of a segment between two places across.
@@ -275,11 +287,6 @@ void ColumnCover::reach(Way& way, RowPlace from, Place to) {
     (is_higher ? way.levels.high : way.levels.low) = level;
 }
 
-// The first row that an edge has not reached.
-int next_row(double row, int step) {
-    return row_number(step > 0 ? std::floor(row) + 1 : std::ceil(row) - 1);
-}
-
 /// Goes on from the rows reached to another. What reaches no further row waits: most likely something soon
 /// reaches one, and is nearer to it.
 void ColumnCover::climb(Edge& edge, RowPlace from, RowPlace to) {
@@ -352,7 +359,7 @@ bool ColumnCover::brings_nearer(Edge const& edge, double goal, double near) cons
 /// Brings rows beyond the edge nearer.
 void ColumnCover::approach(Edge const& edge, RowPlace from, RowPlace to) {
     int const next = next_row(edge.row, edge.step);
-    int const last = row_number(edge.step > 0 ? std::floor(to.y + reach_) : std::ceil(to.y - reach_));
+    int const last = edge.step > 0 ? row_below(to.y + reach_) : row_above(to.y - reach_);
     approach(from, to, std::min(next, last), std::max(next, last) + 1);
 }
 
@@ -370,8 +377,8 @@ void ColumnCover::approach(RowPlace from, RowPlace to, int first, int past) {
     if (left >= reach_ || right <= -reach_) return;
     if (left < -reach_ || right > reach_) cut_columns(from, to, -reach_, reach_);
     auto const [top, bottom] = std::minmax(from.y, to.y);
-    first = std::max({first, 0, row_number(std::ceil(top - reach_))});
-    past = std::min({past, rows_.count, row_number(std::floor(bottom + reach_)) + 1});
+    first = std::max({first, 0, row_above(top - reach_)});
+    past = std::min({past, rows_.count, row_below(bottom + reach_) + 1});
     if (first < past) nearest_.approach(from, to, 0, first, past);
 }
 
