@@ -11,8 +11,8 @@ namespace {
 using document::RangeSummary;
 using document::ValueRange;
 
-constexpr double nothing = 1.0 / 256;     // pixels; what is that much nearer is not drawn
-constexpr double hairbreadth = 1.0 / 160; // pixels; across so little, points are one upright line
+constexpr double nothing = 1.0 / 400;     // pixels; what is that much nearer is not drawn
+constexpr double hairbreadth = 1.0 / 110; // pixels; across so little, points are one upright line
 constexpr double far_away = 1e7;          // pixels; segments from there are the surface's affair
 constexpr std::size_t large = 1 << 14;    // pixels handed over at a time
 
@@ -243,18 +243,7 @@ void ColumnCover::look_at(Way& way, Piece const& piece, std::size_t level, Value
     }
     double const start = across(piece.stretch, piece.first), end = across(piece.stretch, piece.past - 1);
     if (std::abs(end - start) <= hairbreadth) {
-        if (range.low > way.levels.high || range.high < way.levels.low)
-            reach(way, row_place(before_it), {piece.number, nearest});
-        double const x = (start + end) / 2;
-        if (range.high > way.levels.high) {
-            climb(way.high, {x, way.high.row}, {x, high_row});
-            way.levels.high = range.high;
-        }
-        if (range.low < way.levels.low) {
-            climb(way.low, {x, way.low.row}, {x, low_row});
-            way.levels.low = range.low;
-        }
-        return;
+        return climb<forwards>(way, piece, range);
     }
     if (level == 0) return look_at_points<forwards>(way, piece);
     std::size_t const span = RangeSummary::span(level - 1);
@@ -266,14 +255,53 @@ void ColumnCover::look_at(Way& way, Piece const& piece, std::size_t level, Value
     }
 }
 
+// A few at a time, which most often stay within the levels reached.
 template <bool forwards>
 void ColumnCover::look_at_points(Way& way, Piece const& piece) {
+    constexpr std::size_t few = 8;
     double const* const y = piece.stretch.y.data();
-    for (std::size_t k = 0; k < piece.past - piece.first; ++k) {
+    std::size_t first = piece.first, past = piece.past;
+    while (first < past && !way.is_out_of_reach) {
+        std::size_t const count = std::min(few, past - first);
+        const Piece part{piece.stretch, piece.number, forwards ? first : past - count,
+                         forwards ? first + count : past};
+        (forwards ? first : past) = forwards ? part.past : part.first;
+        const ValueRange range = document::range_of(y + part.first, count);
+        if (way.holds(range)) continue;
+        if (piece.stretch.is_even && std::abs(piece.stretch.step) * (few - 1) <= hairbreadth)
+            climb<forwards>(way, part, range);
+        else
+            reach_points<forwards>(way, part);
+    }
+}
+
+template <bool forwards>
+void ColumnCover::reach_points(Way& way, Piece const& piece) {
+    double const* const y = piece.stretch.y.data();
+    for (std::size_t k = 0; k < piece.past - piece.first && !way.is_out_of_reach; ++k) {
         std::size_t const point = forwards ? piece.first + k : piece.past - 1 - k;
-        if (y[point] >= way.levels.low && y[point] <= way.levels.high) continue;
-        reach(way, row_place(place_before<forwards>(piece, point)), {piece.number, point});
-        if (way.is_out_of_reach) return;
+        if (y[point] < way.levels.low || y[point] > way.levels.high)
+            reach(way, row_place(place_before<forwards>(piece, point)), {piece.number, point});
+    }
+}
+
+/// Goes on to points within a hairbreadth, as if they were one upright line.
+template <bool forwards>
+void ColumnCover::climb(Way& way, Piece const& piece, ValueRange const& range) {
+    if (range.low > way.levels.high || range.high < way.levels.low) {
+        std::size_t const nearest = forwards ? piece.first : piece.past - 1;
+        reach(way, row_place(place_before<forwards>(piece, nearest)), {piece.number, nearest});
+    }
+    double const x = (across(piece.stretch, piece.first) + across(piece.stretch, piece.past - 1)) / 2;
+    way.is_out_of_reach |= std::abs(x) >= reach_;
+    if (way.is_out_of_reach) return;
+    if (range.high > way.levels.high) {
+        climb(way.high, {x, way.high.row}, {x, row_of_(range.high)});
+        way.levels.high = range.high;
+    }
+    if (range.low < way.levels.low) {
+        climb(way.low, {x, way.low.row}, {x, row_of_(range.low)});
+        way.levels.low = range.low;
     }
 }
 
@@ -379,7 +407,11 @@ void ColumnCover::approach(RowPlace from, RowPlace to, int first, int past) {
     auto const [top, bottom] = std::minmax(from.y, to.y);
     first = std::max({first, 0, row_above(top - reach_)});
     past = std::min({past, rows_.count, row_below(bottom + reach_) + 1});
-    if (first < past) nearest_.approach(from, to, 0, first, past);
+    if (first >= past) return;
+    if (from.x == to.x)
+        nearest_.approach(from.x, top, bottom, first, past);
+    else
+        nearest_.approach(from, to, 0, first, past);
 }
 
 } // namespace qv::render

@@ -41,7 +41,7 @@ struct SeenRows {
 /// Seen from the centre of a pixel, the nearest place of a line in any row is where the line, followed away
 /// from that centre, reaches the row for the first time. So of each column only those points are looked at
 /// that leave the levels reached so far, and bring some row nearer than it is; the others are passed over by
-/// their ranges. Differences below 1/256 of a pixel are nothing.
+/// their ranges. Differences below 1/400 of a pixel are nothing.
 class ColumnCover {
 public:
     static constexpr double widest_reach = 8; // pixels; beyond, too many columns see each segment
@@ -121,6 +121,10 @@ private:
     void look_at(Way& way, Piece const& piece, std::size_t level, document::ValueRange const& range);
     template <bool forwards>
     void look_at_points(Way& way, Piece const& piece);
+    template <bool forwards>
+    void reach_points(Way& way, Piece const& piece);
+    template <bool forwards>
+    void climb(Way& way, Piece const& piece, document::ValueRange const& range);
     template <bool forwards>
     Place place_before(Piece const& piece, std::size_t point) const;
     void reach(Way& way, RowPlace from, Place to);

@@ -124,16 +124,17 @@ bool NearestRows::is_any_farther(int first, int past, float squared) const {
     return false;
 }
 
+// Rows are computed in groups.
 void NearestRows::touch(int first, int past) {
     first_ = std::min(first_, first);
-    past_ = std::max(past_, past);
+    past_ = std::max(past_, std::min(rows_, first + (past - first + lanes - 1) / lanes * lanes));
 }
 
 // Groups may go on behind `past`, where the segment is as near as it is.
 void NearestRows::approach(RowPlace from, RowPlace to, double x, int first, int past) {
     if (std::min(from.y, to.y) < first - cut || std::max(from.y, to.y) > past + cut)
         cut_rows(from, to, first - cut, past + cut);
-    touch(first, std::min(rows_, first + (past - first + lanes - 1) / lanes * lanes));
+    touch(first, past);
     auto const dx = static_cast<float>(to.x - from.x), dy = static_cast<float>(to.y - from.y);
     float const length = dx * dx + dy * dy, one = length > 0 ? 1 / length : 0;
     auto const away = static_cast<float>(x - from.x);
@@ -144,6 +145,18 @@ void NearestRows::approach(RowPlace from, RowPlace to, double x, int first, int 
         const Four across = Four(away) - part * Four(dx), down = y - part * Four(dy);
         float* const rows = squared_.data() + row;
         least(Four::load(rows), across * across + down * down).store(rows);
+    }
+}
+
+void NearestRows::approach(double away, double top, double bottom, int first, int past) {
+    touch(first, past);
+    const Four across(static_cast<float>(away * away));
+    const Four to_top(static_cast<float>(top - first)), to_bottom(static_cast<float>(bottom - first));
+    Four y = Four::counted_from(0);
+    for (int row = first; row < past; row += lanes, y = y + Four(lanes)) {
+        const Four down = y - least(most(y, to_top), to_bottom);
+        float* const rows = squared_.data() + row;
+        least(Four::load(rows), across + down * down).store(rows);
     }
 }
 

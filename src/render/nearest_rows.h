@@ -20,6 +20,8 @@ public:
     /// Brings rows from `first` to `past` - 1 as near as a segment is; the column's middle lies at `x`.
     void approach(RowPlace from, RowPlace to, double x, int first, int past);
 
+    /// The same for an upright line at a distance across, from `top` to `bottom`.
+    void approach(double away, double top, double bottom, int first, int past);
     /// Whether any of these rows is farther than this squared distance.
     bool is_any_farther(int first, int past, float squared) const;
 
