@@ -72,11 +72,40 @@ void raise_run(std::uint8_t* rows, Run const& run, int count) {
 // Exchanges rows and columns of a 16 by 16 block. Interleaving both halves turns the eight bits of each
 // byte's index by one; after four times the row bits stand where the column bits were.
 void transpose(std::array<std::uint8_t, 256>& block) {
+#ifdef __SSE2__
+    std::array<__m128i, 16> rows, turned;
+    std::memcpy(rows.data(), block.data(), block.size());
+    for (int round = 0; round < 2; ++round) {
+        for (std::size_t k = 0; k < 8; ++k) {
+            turned[2 * k] = _mm_unpacklo_epi8(rows[k], rows[k + 8]);
+            turned[2 * k + 1] = _mm_unpackhi_epi8(rows[k], rows[k + 8]);
+        }
+        for (std::size_t k = 0; k < 8; ++k) {
+            rows[2 * k] = _mm_unpacklo_epi8(turned[k], turned[k + 8]);
+            rows[2 * k + 1] = _mm_unpackhi_epi8(turned[k], turned[k + 8]);
+        }
+    }
+    std::memcpy(block.data(), rows.data(), block.size());
+#else
     std::array<std::uint8_t, 256> turned;
     for (int round = 0; round < 2; ++round) {
         for (std::size_t k = 0; k < 128; ++k) turned[2 * k] = block[k], turned[2 * k + 1] = block[k + 128];
         for (std::size_t k = 0; k < 128; ++k) block[2 * k] = turned[k], block[2 * k + 1] = turned[k + 128];
     }
+#endif
+}
+
+// Raises bytes, sixteen at a time where there are so many.
+void raise_bytes(std::uint8_t* to, std::uint8_t const* from, int count) {
+    int k = 0;
+#ifdef __SSE2__
+    for (; k + lanes <= count; k += lanes) {
+        auto* const target = reinterpret_cast<__m128i*>(to + k);
+        const __m128i some = _mm_loadu_si128(reinterpret_cast<__m128i const*>(from + k));
+        _mm_storeu_si128(target, _mm_max_epu8(_mm_loadu_si128(target), some));
+    }
+#endif
+    for (; k < count; ++k) to[k] = std::max(to[k], from[k]);
 }
 
 } // namespace
@@ -192,17 +221,7 @@ void ColumnBand::cover(int x, int top, std::span<std::uint8_t const> coverage) {
     int const past = std::min(top + static_cast<int>(coverage.size()), clip_.bottom);
     if (x < clip_.left || x >= clip_.right || first >= past) return;
     move_to(x, x + 1);
-    std::uint8_t* const to = column(x) + (first - clip_.top);
-    std::uint8_t const* const from = coverage.data() + (first - top);
-    int k = 0;
-#ifdef __SSE2__
-    for (; k + lanes <= past - first; k += lanes) {
-        auto* const target = reinterpret_cast<__m128i*>(to + k);
-        const __m128i some = _mm_loadu_si128(reinterpret_cast<__m128i const*>(from + k));
-        _mm_storeu_si128(target, _mm_max_epu8(_mm_loadu_si128(target), some));
-    }
-#endif
-    for (; k < past - first; ++k) to[k] = std::max(to[k], from[k]);
+    raise_bytes(column(x) + (first - clip_.top), coverage.data() + (first - top), past - first);
     touch(x, x + 1, {first - clip_.top, past - clip_.top});
 }
 
@@ -245,15 +264,8 @@ void ColumnBand::flush_group(int group_column, Rows rows) {
 void ColumnBand::raise_block(int x, int top, Block const& block) {
     const PixelBox box = intersection({x, top, x + group, top + group}, clip_);
     if (box.empty()) return;
-    bool const whole = box.width() == group;
-    for (int y = box.top; y < box.bottom; ++y) {
-        std::uint8_t const* const from = block.data() + (y - top) * group;
-        std::uint8_t* const to = mask_->row(y);
-        if (whole)
-            for (int i = 0; i < group; ++i) to[x + i] = std::max(to[x + i], from[i]);
-        else
-            for (int i = box.left - x; i < box.right - x; ++i) to[x + i] = std::max(to[x + i], from[i]);
-    }
+    for (int y = box.top; y < box.bottom; ++y)
+        raise_bytes(mask_->row(y) + box.left, block.data() + (y - top) * group + (box.left - x), box.width());
     mask_->touch(box);
 }
 
