@@ -98,6 +98,7 @@ bool LinearMixer::becomes_background(std::uint32_t below) {
     background_ = below;
     mixed_.fill(0);
     mixed_[0] = below;
+    mixed_[255] = color_;
     return true;
 }
 

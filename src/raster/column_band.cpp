@@ -73,8 +73,8 @@ void raise_run(std::uint8_t* rows, Run const& run, int count) {
 // byte's index by one; after four times the row bits stand where the column bits were.
 void transpose(std::array<std::uint8_t, 256>& block) {
 #ifdef __SSE2__
-    std::array<__m128i, 16> rows, turned;
-    std::memcpy(rows.data(), block.data(), block.size());
+    __m128i rows[16], turned[16];
+    std::memcpy(rows, block.data(), block.size());
     for (int round = 0; round < 2; ++round) {
         for (std::size_t k = 0; k < 8; ++k) {
             turned[2 * k] = _mm_unpacklo_epi8(rows[k], rows[k + 8]);
@@ -85,7 +85,7 @@ void transpose(std::array<std::uint8_t, 256>& block) {
             rows[2 * k + 1] = _mm_unpackhi_epi8(turned[k], turned[k + 8]);
         }
     }
-    std::memcpy(block.data(), rows.data(), block.size());
+    std::memcpy(block.data(), rows, block.size());
 #else
     std::array<std::uint8_t, 256> turned;
     for (int round = 0; round < 2; ++round) {

@@ -13,6 +13,7 @@ using document::ValueRange;
 
 constexpr double nothing = 1.0 / 400;     // pixels; what is that much nearer is not drawn
 constexpr double hairbreadth = 1.0 / 110; // pixels; across so little, points are one upright line
+constexpr std::size_t few_points = 8;
 constexpr double far_away = 1e7;          // pixels; segments from there are the surface's affair
 constexpr std::size_t large = 1 << 14;    // pixels handed over at a time
 
@@ -105,9 +106,8 @@ void ColumnCover::draw_column(std::int64_t column) {
     advance(to_, middle_ + ahead_);
     draw_crossing();
     // The segments that lead out of reach count too.
-    Place const past = is_end(to_) ? to_ : Place{to_.stretch, to_.point + 1};
-    follow<true>(middle_point_, past);
-    follow<false>(from_ == Place{} ? from_ : before(from_), middle_point_);
+    draw_ways(from_ == Place{} ? from_ : before(from_),
+              is_end(to_) ? to_ : Place{to_.stretch, to_.point + 1});
     hand_over(column);
 }
 
@@ -167,14 +167,67 @@ RowPlace ColumnCover::row_place(Place place) const {
     return {across(stretch, place.point), row_of_(stretch.y[place.point])};
 }
 
+ColumnCover::Way ColumnCover::way_from(Place place) const {
+    double const level = stretches_[place.stretch].y[place.point], row = row_of_(level);
+    int const upwards = row_of_.factor > 0 ? 1 : -1; // rows, where levels rise
+    return {{level, level}, {row, -upwards}, {row, upwards}};
+}
+
+// Each side on its own, but next to the middle both in turn where points are not very dense.
+void ColumnCover::draw_ways(Place first, Place past) {
+    Place const middle = middle_point_;
+    if (middle != past && middle.point > 0 && !is_narrow(stretches_[middle.stretch]))
+        return follow_both_ways(first, past);
+    if (middle != past) follow<true>(way_from(middle), middle, past);
+    if (first != middle) follow<false>(way_from(before(middle)), first, middle);
+}
+
+/// Follows a few points of the stretch at the middle, the nearer side first, so that each side knows what the
+/// other has reached. What a side has reached with its last segment is known when it is the nearer one again.
+void ColumnCover::follow_both_ways(Place first, Place past) {
+    constexpr int few = 16;
+    const Place middle = middle_point_;
+    Stretch const& stretch = stretches_[middle.stretch];
+    struct Side {
+        std::size_t point;
+        double near, level;
+    };
+    auto const side_at = [&](std::size_t point) {
+        return Side{point, std::abs(across(stretch, point)), stretch.y[point]};
+    };
+    std::array sides{side_at(middle.point - 1), side_at(middle.point)};
+    std::size_t const begin = first.stretch == middle.stretch ? first.point : 0;
+    std::size_t const end = past.stretch == middle.stretch ? past.point : stretch.x.size();
+    Way way = way_from({middle.stretch, sides[sides[1].near <= sides[0].near].point});
+    for (int k = 0; k < few; ++k) {
+        bool const ahead = sides[1].near <= sides[0].near;
+        Side& side = sides[ahead];
+        if (side.near >= reach_ || (ahead ? side.point + 1 >= end : side.point <= begin)) break;
+        extend(way, side.level, side.near);
+        std::size_t const from = side.point;
+        side = side_at(ahead ? from + 1 : from - 1);
+        if ((side.level < way.levels.low) | (side.level > way.levels.high))
+            draw_climb(side.level > way.levels.high ? way.high : way.low, row_place({middle.stretch, from}),
+                       row_place({middle.stretch, side.point}));
+    }
+    draw_waiting(way.low);
+    draw_waiting(way.high);
+    Way back = way;
+    extend(back, sides[0].level, sides[0].near);
+    follow<false>(back, first, {middle.stretch, sides[0].point});
+    extend(way, sides[1].level, sides[1].near);
+    follow<true>(way, {middle.stretch, sides[1].point + 1}, past);
+}
+
+// To a level that was reached at this distance.
+void ColumnCover::extend(Way& way, double level, double near) {
+    if (level > way.levels.high) way.levels.high = level, pass(way.high, row_of_(level), near);
+    if (level < way.levels.low) way.levels.low = level, pass(way.low, row_of_(level), near);
+}
+
 /// Follows the points from one to another, backwards from the last.
 template <bool forwards>
-void ColumnCover::follow(Place first, Place past) {
-    if (first == past) return;
-    const Place start = forwards ? first : before(past);
-    double const level = stretches_[start.stretch].y[start.point], row = row_of_(level);
-    int const upwards = row_of_.factor > 0 ? 1 : -1; // rows, where levels rise
-    Way way{{level, level}, {row, -upwards}, {row, upwards}};
+void ColumnCover::follow(Way way, Place first, Place past) {
     // Of the last stretch only the points before the last place count, if any.
     std::size_t const stretches = past.stretch - first.stretch + (past.point > 0 ? 1 : 0);
     for (std::size_t k = 0; k < stretches && !way.is_out_of_reach; ++k) {
@@ -255,20 +308,24 @@ void ColumnCover::look_at(Way& way, Piece const& piece, std::size_t level, Value
     }
 }
 
+// Whether a few points are known to lie within a hairbreadth.
+bool ColumnCover::is_narrow(Stretch const& stretch) {
+    return stretch.is_even && std::abs(stretch.step) * (few_points - 1) <= hairbreadth;
+}
+
 // A few at a time, which most often stay within the levels reached.
 template <bool forwards>
 void ColumnCover::look_at_points(Way& way, Piece const& piece) {
-    constexpr std::size_t few = 8;
     double const* const y = piece.stretch.y.data();
     std::size_t first = piece.first, past = piece.past;
     while (first < past && !way.is_out_of_reach) {
-        std::size_t const count = std::min(few, past - first);
+        std::size_t const count = std::min(few_points, past - first);
         const Piece part{piece.stretch, piece.number, forwards ? first : past - count,
                          forwards ? first + count : past};
         (forwards ? first : past) = forwards ? part.past : part.first;
         const ValueRange range = document::range_of(y + part.first, count);
         if (way.holds(range)) continue;
-        if (piece.stretch.is_even && std::abs(piece.stretch.step) * (few - 1) <= hairbreadth)
+        if (is_narrow(piece.stretch))
             climb<forwards>(way, part, range);
         else
             reach_points<forwards>(way, part);
@@ -280,7 +337,8 @@ void ColumnCover::reach_points(Way& way, Piece const& piece) {
     double const* const y = piece.stretch.y.data();
     for (std::size_t k = 0; k < piece.past - piece.first && !way.is_out_of_reach; ++k) {
         std::size_t const point = forwards ? piece.first + k : piece.past - 1 - k;
-        if (y[point] < way.levels.low || y[point] > way.levels.high)
+        // Both at once, as nobody can foresee either.
+        if ((y[point] < way.levels.low) | (y[point] > way.levels.high))
             reach(way, row_place(place_before<forwards>(piece, point)), {piece.number, point});
     }
 }
@@ -318,6 +376,11 @@ void ColumnCover::reach(Way& way, RowPlace from, Place to) {
 /// Goes on from the rows reached to another. What reaches no further row waits: most likely something soon
 /// reaches one, and is nearer to it.
 void ColumnCover::climb(Edge& edge, RowPlace from, RowPlace to) {
+    draw_climb(edge, from, to);
+    edge.row = to.y;
+}
+
+void ColumnCover::draw_climb(Edge& edge, RowPlace from, RowPlace to) {
     constexpr double steepest = 64;
     int const row = next_row(edge.row, edge.step);
     bool const is_upright =
@@ -328,7 +391,6 @@ void ColumnCover::climb(Edge& edge, RowPlace from, RowPlace to) {
         is_upright ? pass_waiting(edge, std::abs(to.x)) : draw_waiting(edge);
         approach(edge, from, to);
     }
-    edge.row = to.y;
 }
 
 void ColumnCover::wait(Edge& edge, RowPlace place, int row) {

@@ -99,6 +99,7 @@ private:
 
     void draw_column(std::int64_t column);
     void draw_crossing();
+    void draw_ways(Place first, Place past);
     void hand_over(std::int64_t column);
     void advance(Place& place, double position) const;
     Stretch lay_out(PointStretch const& stretch) const;
@@ -113,8 +114,11 @@ private:
     }
     RowPlace row_place(Place place) const;
 
+    Way way_from(Place place) const;
+    void follow_both_ways(Place first, Place past);
+    void extend(Way& way, double level, double near);
     template <bool forwards>
-    void follow(Place first, Place past);
+    void follow(Way way, Place first, Place past);
     template <bool forwards>
     void follow(Way& way, Piece const& piece);
     template <bool forwards>
@@ -129,10 +133,12 @@ private:
     Place place_before(Piece const& piece, std::size_t point) const;
     void reach(Way& way, RowPlace from, Place to);
     void climb(Edge& edge, RowPlace from, RowPlace to);
+    void draw_climb(Edge& edge, RowPlace from, RowPlace to);
     void wait(Edge& edge, RowPlace place, int row);
     void pass(Edge& edge, double row, double near);
     void pass_waiting(Edge& edge, double near);
     void draw_waiting(Edge& edge);
+    static bool is_narrow(Stretch const& stretch);
     bool brings_nearer(Edge const& edge, double goal, double near) const;
     void approach(Edge const& edge, RowPlace from, RowPlace to);
     void approach(RowPlace from, RowPlace to, int first, int past);
