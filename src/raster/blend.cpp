@@ -82,12 +82,17 @@ std::uint32_t LinearMixer::mixture(std::uint32_t below, std::uint32_t coverage) 
 void LinearMixer::mix_eight(std::uint32_t* pixels, std::uint8_t const* coverage) {
     std::uint32_t others = 0;
     for (int k = 0; k < 8; ++k) others |= pixels[k] ^ background_;
-    for (int k = 0; k < 8; ++k) {
-        if (others == 0 && mixed_[coverage[k]] != 0)
-            pixels[k] = mixed_[coverage[k]];
-        else if (coverage[k] != 0)
-            pixels[k] = mix(pixels[k], coverage[k]);
+    if (others == 0) {
+        std::array<std::uint32_t, 8> mixed;
+        bool is_known = true;
+        for (std::size_t k = 0; k < 8; ++k) is_known &= (mixed[k] = mixed_[coverage[k]]) != 0;
+        if (is_known) {
+            std::ranges::copy(mixed, pixels);
+            return;
+        }
     }
+    for (int k = 0; k < 8; ++k)
+        if (coverage[k] != 0) pixels[k] = mix(pixels[k], coverage[k]);
 }
 
 // A value seen a few times may be the edge of something; only what comes often in a row is worth a table.

@@ -5,6 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace qv::render {
 namespace {
 
@@ -41,6 +45,24 @@ void cut_columns(RowPlace& from, RowPlace& to, double low, double high) {
         place->y = start.y + (x - start.x) * slope;
         place->x = x;
     }
+}
+
+// Without a jump for each of the values, as nobody can foresee which leave the range.
+bool is_any_outside(double const* values, std::size_t count, ValueRange const& range) {
+    bool outside = false;
+#ifdef __SSE2__
+    if (count == few_points) {
+        const __m128d low = _mm_set1_pd(range.low), high = _mm_set1_pd(range.high);
+        __m128d beyond = _mm_setzero_pd();
+        for (std::size_t i = 0; i < few_points; i += 2) {
+            const __m128d two = _mm_loadu_pd(values + i);
+            beyond = _mm_or_pd(beyond, _mm_or_pd(_mm_cmplt_pd(two, low), _mm_cmpgt_pd(two, high)));
+        }
+        return _mm_movemask_pd(beyond) != 0;
+    }
+#endif
+    for (std::size_t i = 0; i < count; ++i) outside |= (values[i] < range.low) | (values[i] > range.high);
+    return outside;
 }
 
 bool is_far(RowPlace place) {
@@ -288,7 +310,8 @@ void ColumnCover::look_at(Way& way, Piece const& piece, std::size_t level, Value
     if (way.is_out_of_reach) return;
     bool const is_higher = range.high > way.levels.high, is_lower = range.low < way.levels.low;
     double const high_row = is_higher ? row_of_(range.high) : 0, low_row = is_lower ? row_of_(range.low) : 0;
-    if (!(is_higher && brings_nearer(way.high, high_row, near))
+    // To look at so few costs no more than to find out.
+    if (level > 0 && !(is_higher && brings_nearer(way.high, high_row, near))
         && !(is_lower && brings_nearer(way.low, low_row, near))) {
         if (is_higher) pass(way.high, high_row, near), way.levels.high = range.high;
         if (is_lower) pass(way.low, low_row, near), way.levels.low = range.low;
@@ -317,16 +340,16 @@ bool ColumnCover::is_narrow(Stretch const& stretch) {
 template <bool forwards>
 void ColumnCover::look_at_points(Way& way, Piece const& piece) {
     double const* const y = piece.stretch.y.data();
+    bool const narrow = is_narrow(piece.stretch);
     std::size_t first = piece.first, past = piece.past;
     while (first < past && !way.is_out_of_reach) {
         std::size_t const count = std::min(few_points, past - first);
         const Piece part{piece.stretch, piece.number, forwards ? first : past - count,
                          forwards ? first + count : past};
         (forwards ? first : past) = forwards ? part.past : part.first;
-        const ValueRange range = document::range_of(y + part.first, count);
-        if (way.holds(range)) continue;
-        if (is_narrow(piece.stretch))
-            climb<forwards>(way, part, range);
+        if (!is_any_outside(y + part.first, count, way.levels)) continue;
+        if (narrow)
+            climb<forwards>(way, part, document::range_of(y + part.first, count));
         else
             reach_points<forwards>(way, part);
     }
@@ -385,12 +408,9 @@ void ColumnCover::draw_climb(Edge& edge, RowPlace from, RowPlace to) {
     int const row = next_row(edge.row, edge.step);
     bool const is_upright =
         std::abs(to.x - from.x) <= std::max(hairbreadth, std::abs(to.y - from.y) / steepest);
-    if (is_upright && (row - to.y) * edge.step > 0) {
-        wait(edge, to, row);
-    } else {
-        is_upright ? pass_waiting(edge, std::abs(to.x)) : draw_waiting(edge);
-        approach(edge, from, to);
-    }
+    if (is_upright && (row - to.y) * edge.step > 0) return wait(edge, to, row);
+    is_upright ? pass_waiting(edge, std::abs(to.x)) : draw_waiting(edge);
+    from.x == to.x ? approach_upright(edge, to.x, from.y, to.y) : approach(edge, from, to);
 }
 
 void ColumnCover::wait(Edge& edge, RowPlace place, int row) {
@@ -422,7 +442,7 @@ void ColumnCover::pass_waiting(Edge& edge, double near) {
 }
 
 void ColumnCover::draw_waiting(Edge& edge) {
-    if (edge.squared >= 0) approach(edge, edge.waiting, edge.waiting);
+    if (edge.squared >= 0) approach_upright(edge, edge.waiting.x, edge.waiting.y, edge.waiting.y);
     edge.squared = -1;
 }
 
@@ -444,6 +464,15 @@ bool ColumnCover::brings_nearer(Edge const& edge, double goal, double near) cons
         bool const is_hidden = row == next && edge.squared >= 0 && edge.squared <= limit(squared);
         if (!is_hidden && is_farther(row, row + 1, squared)) return true;
     }
+}
+
+/// Brings rows beyond the edge nearer, to an upright line of one column.
+void ColumnCover::approach_upright(Edge const& edge, double x, double from, double to) {
+    int const next = next_row(edge.row, edge.step);
+    bool const down = edge.step > 0;
+    int const first = std::max(0, down ? next : row_above(to - reach_));
+    int const past = std::min(rows_.count, (down ? row_below(to + reach_) : next) + 1);
+    if (first < past) nearest_.approach(x, down ? from : to, down ? to : from, first, past);
 }
 
 /// Brings rows beyond the edge nearer.
@@ -469,11 +498,7 @@ void ColumnCover::approach(RowPlace from, RowPlace to, int first, int past) {
     auto const [top, bottom] = std::minmax(from.y, to.y);
     first = std::max({first, 0, row_above(top - reach_)});
     past = std::min({past, rows_.count, row_below(bottom + reach_) + 1});
-    if (first >= past) return;
-    if (from.x == to.x)
-        nearest_.approach(from.x, top, bottom, first, past);
-    else
-        nearest_.approach(from, to, 0, first, past);
+    if (first < past) nearest_.approach(from, to, 0, first, past);
 }
 
 } // namespace qv::render

@@ -140,6 +140,7 @@ private:
     void draw_waiting(Edge& edge);
     static bool is_narrow(Stretch const& stretch);
     bool brings_nearer(Edge const& edge, double goal, double near) const;
+    void approach_upright(Edge const& edge, double x, double from, double to);
     void approach(Edge const& edge, RowPlace from, RowPlace to);
     void approach(RowPlace from, RowPlace to, int first, int past);
 
