@@ -18,8 +18,8 @@ using document::ValueRange;
 constexpr double nothing = 1.0 / 400;     // pixels; what is that much nearer is not drawn
 constexpr double hairbreadth = 1.0 / 110; // pixels; across so little, points are one upright line
 constexpr std::size_t few_points = 8;
-constexpr double far_away = 1e7;          // pixels; segments from there are the surface's affair
-constexpr std::size_t large = 1 << 14;    // pixels handed over at a time
+constexpr double far_away = 1e7;       // pixels; segments from there are the surface's affair
+constexpr std::size_t large = 1 << 14; // pixels handed over at a time
 
 // Rows as whole numbers, however far away.
 int row_below(double row) {
@@ -52,13 +52,13 @@ bool is_any_outside(double const* values, std::size_t count, ValueRange const& r
     bool outside = false;
 #ifdef __SSE2__
     if (count == few_points) {
-        const __m128d low = _mm_set1_pd(range.low), high = _mm_set1_pd(range.high);
-        __m128d beyond = _mm_setzero_pd();
-        for (std::size_t i = 0; i < few_points; i += 2) {
-            const __m128d two = _mm_loadu_pd(values + i);
-            beyond = _mm_or_pd(beyond, _mm_or_pd(_mm_cmplt_pd(two, low), _mm_cmpgt_pd(two, high)));
-        }
-        return _mm_movemask_pd(beyond) != 0;
+        const __m128d one = _mm_loadu_pd(values), two = _mm_loadu_pd(values + 2);
+        const __m128d three = _mm_loadu_pd(values + 4), four = _mm_loadu_pd(values + 6);
+        const __m128d low = _mm_min_pd(_mm_min_pd(one, two), _mm_min_pd(three, four));
+        const __m128d high = _mm_max_pd(_mm_max_pd(one, two), _mm_max_pd(three, four));
+        return _mm_movemask_pd(_mm_or_pd(_mm_cmplt_pd(low, _mm_set1_pd(range.low)),
+                                         _mm_cmpgt_pd(high, _mm_set1_pd(range.high))))
+               != 0;
     }
 #endif
     for (std::size_t i = 0; i < count; ++i) outside |= (values[i] < range.low) | (values[i] > range.high);
@@ -174,8 +174,9 @@ void ColumnCover::advance(Place& place, double position) const {
     if (!(x[place.point] < limit)) return;
     std::size_t low = place.point, step = 1; // never there
     for (; low + step < x.size() && x[low + step] < limit; step *= 2) low += step;
-    auto const found = std::lower_bound(x.begin() + static_cast<std::ptrdiff_t>(low) + 1,
-                                        x.begin() + static_cast<std::ptrdiff_t>(std::min(low + step, x.size())), limit);
+    auto const found =
+        std::lower_bound(x.begin() + static_cast<std::ptrdiff_t>(low) + 1,
+                         x.begin() + static_cast<std::ptrdiff_t>(std::min(low + step, x.size())), limit);
     place.point = static_cast<std::size_t>(found - x.begin());
 }
 
@@ -269,7 +270,8 @@ void ColumnCover::follow(Way& way, Piece const& piece) {
     std::size_t first = piece.first, past = piece.past;
     while (first < past && !way.is_out_of_reach) {
         // The largest range that begins (ends) here, or the points up to where one does.
-        std::size_t const rest = past - first, place = piece.stretch.summary_place + (forwards ? first : past);
+        std::size_t const rest = past - first,
+                          place = piece.stretch.summary_place + (forwards ? first : past);
         std::size_t level = 0, count = rest;
         if (summary) {
             while (level < RangeSummary::levels && RangeSummary::span(level) <= rest
@@ -296,8 +298,7 @@ template <bool forwards>
 ColumnCover::Place ColumnCover::place_before(Piece const& piece, std::size_t point) const {
     if (forwards) return piece.number + point > 0 ? before({piece.number, point}) : Place{};
     if (point + 1 < piece.stretch.x.size()) return {piece.number, point + 1};
-    return piece.number + 1 < stretches_.size() ? Place{piece.number + 1, 0}
-                                                      : Place{piece.number, point};
+    return piece.number + 1 < stretches_.size() ? Place{piece.number + 1, 0} : Place{piece.number, point};
 }
 
 /// Points that leave the levels reached, of which the summary knows the range.
@@ -455,7 +456,8 @@ bool ColumnCover::brings_nearer(Edge const& edge, double goal, double near) cons
                                        std::max(covered_squared_, static_cast<float>(limit(squared))));
     };
     int const next = next_row(edge.row, edge.step), beyond = next_row(goal, edge.step);
-    if (next != beyond && is_farther(edge.step > 0 ? next : beyond + 1, edge.step > 0 ? beyond : next + 1, near * near))
+    if (next != beyond
+        && is_farther(edge.step > 0 ? next : beyond + 1, edge.step > 0 ? beyond : next + 1, near * near))
         return true;
     // Rows that it does not reach, but comes near to.
     for (int row = beyond;; row += edge.step) {

@@ -1,6 +1,8 @@
 // The columns of pixels of a page, as far as they can be seen.
 #pragma once
 
+#include "surface/whole_pixel.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -12,15 +14,13 @@ class ColumnGrid {
 public:
     /// The visible range in twips.
     ColumnGrid(double twips_per_pixel, double low, double high)
-        : twips_per_pixel_(twips_per_pixel), first_(edge(low) - 1), last_(edge(high) + 1) {}
+        : twips_per_pixel_(twips_per_pixel), first_(whole_pixel(low / twips_per_pixel) - 1),
+          last_(whole_pixel(high / twips_per_pixel) + 1) {}
 
     /// Column of a page coordinate. A pixel's column begins half a pixel before its centre, as the rounding
     /// to whole pixels has it.
     std::int64_t column(double x) const {
-        double const place = std::floor(x / twips_per_pixel_ + 0.5);
-        if (std::isnan(place)) return first_;
-        return static_cast<std::int64_t>(
-            std::clamp(place, static_cast<double>(first_), static_cast<double>(last_)));
+        return std::clamp<std::int64_t>(whole_pixel(x / twips_per_pixel_), first_, last_);
     }
     /// Page coordinate at which a column begins.
     double start(std::int64_t column) const {
@@ -37,11 +37,6 @@ public:
     bool is_visible(std::int64_t column) const { return column > first_ && column < last_; }
 
 private:
-    std::int64_t edge(double x) const {
-        if (std::isnan(x)) return 0;
-        return static_cast<std::int64_t>(std::floor(std::clamp(x / twips_per_pixel_ + 0.5, -1e15, 1e15)));
-    }
-
     double twips_per_pixel_;
     std::int64_t first_;
     std::int64_t last_;

@@ -1,5 +1,7 @@
 #include "render/column_thinner.h"
 
+#include "surface/whole_pixel.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -35,17 +37,14 @@ bool draws_in_parts(DrawSurface const& surface) {
 
 LinePen line_pen(DrawSurface const& surface) {
     double const width = width_of_pen(surface);
-    return {surface.TwipsPerPixelX(),
-            surface.TwipsPerPixelY(),
-            width / 2 + 0.5,
-            !is_solid(surface.state),
+    return {surface.TwipsPerPixelX(), surface.TwipsPerPixelY(), width / 2 + 0.5, !is_solid(surface.state),
             width > 1 || !has_whole_edges(surface.state)};
 }
 
 SeenRows seen_rows(DrawSurface const& surface, Box const& visible) {
-    constexpr double most = 1 << 15; // as many as a page can have
+    constexpr int most = 1 << 15; // as many as a page can have
     auto const row = [&](double y) {
-        return static_cast<int>(std::clamp(y / surface.TwipsPerPixelY(), -most, most));
+        return std::clamp(whole_pixel(y / surface.TwipsPerPixelY()), -most, most);
     };
     int const first = row(visible.top) - 1;
     return {first, std::max(0, row(visible.bottom()) + 2 - first)};

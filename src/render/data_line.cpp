@@ -108,8 +108,12 @@ private:
     }
 
     void add_stretch(PointBlock const& block) {
-        line_.add_stretch({block.x(), block.y(), {block.y_extent().low, block.y_extent().high},
-                           &block.y_summary(), block.summary_place(), block.x_spacing()},
+        line_.add_stretch({block.x(),
+                           block.y(),
+                           {block.y_extent().low, block.y_extent().high},
+                           &block.y_summary(),
+                           block.summary_place(),
+                           block.x_spacing()},
                           mapping_.x, mapping_.y);
     }
 

@@ -33,7 +33,9 @@ public:
     friend Four operator*(Four a, Four b) { return Four(_mm_mul_ps(a.lanes_, b.lanes_)); }
     friend Four least(Four a, Four b) { return Four(_mm_min_ps(a.lanes_, b.lanes_)); }
     friend Four most(Four a, Four b) { return Four(_mm_max_ps(a.lanes_, b.lanes_)); }
-    friend bool is_any_above(Four a, Four b) { return _mm_movemask_ps(_mm_cmpgt_ps(a.lanes_, b.lanes_)) != 0; }
+    friend bool is_any_above(Four a, Four b) {
+        return _mm_movemask_ps(_mm_cmpgt_ps(a.lanes_, b.lanes_)) != 0;
+    }
 
 private:
     explicit Four(__m128 values) : lanes_(values) {}
@@ -75,7 +77,9 @@ public:
     friend Four most(Four a, Four b) {
         return each(a, b, [](float x, float y) { return std::max(x, y); });
     }
-    friend bool is_any_above(Four a, Four b) { return !std::ranges::equal(a.lanes_, b.lanes_, std::less_equal<>()); }
+    friend bool is_any_above(Four a, Four b) {
+        return !std::ranges::equal(a.lanes_, b.lanes_, std::less_equal<>());
+    }
 
 private:
     explicit Four(std::array<float, lanes> values) : lanes_(values) {}
