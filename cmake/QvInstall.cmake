@@ -17,6 +17,7 @@ file(RELATIVE_PATH QV_PC_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_I
 if(NOT BUILD_SHARED_LIBS)
   set(QV_PC_PRIVATE_LIBS "-ldate-tz") # it has no pkg-config file of its own
   set(QV_PC_PRIVATE "freetype2 harfbuzz fontconfig libpng cairo-pdf cairo-ft")
+  set(QV_PC_PRIVATE_QT Qt6PrintSupport)
 endif()
 
 # qv_install_library(target EXPORT name PC file RUNTIME component DEVELOPMENT component)
@@ -120,6 +121,7 @@ macro(qv_package component)
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${arg_NAME} COMPONENT ${component})
 endmacro()
 
+# Our own libraries are named here: what a build folder holds, the tool that finds the others leaves out.
 set(same_version "(= ${PROJECT_VERSION})")
 set(QV_WHAT "qvGraph draws pages of graphs: lines, symbols, bars, functions and\nlegends on linear and logarithmic axes.")
 qv_package(runtime NAME libqvgraph2 SECTION libs NEEDS "tzdata" SUMMARY "graphing control: pages as pictures, PDF and SVG"
@@ -128,7 +130,8 @@ qv_package(development NAME libqvgraph-dev SECTION libdevel NEEDS "libqvgraph2 $
   SUMMARY "graphing control: headers, CMake package, pkg-config file"
   TEXT "${QV_WHAT}\n.\nThis is what programs that use the library are built with.")
 if(TARGET qvgraph-qt6)
-  qv_package(qt-runtime NAME libqvgraph-qt6-2 SECTION libs SUMMARY "graphing control as a Qt 6 widget"
+  qv_package(qt-runtime NAME libqvgraph-qt6-2 SECTION libs NEEDS "libqvgraph2 ${same_version}"
+    SUMMARY "graphing control as a Qt 6 widget"
     TEXT "${QV_WHAT}\n.\nThis is the widget for Qt 6.")
   qv_package(qt-development NAME libqvgraph-qt6-dev SECTION libdevel
     NEEDS "libqvgraph-qt6-2 ${same_version}, libqvgraph-dev ${same_version}, qt6-base-dev"
@@ -136,7 +139,11 @@ if(TARGET qvgraph-qt6)
     TEXT "${QV_WHAT}\n.\nThis is what programs that use the widget are built with.")
 endif()
 if(TARGET qvplot)
-  qv_package(program NAME qvplot SECTION science SUMMARY "draw columns of CSV files, and functions"
-    TEXT "qvplot draws columns of CSV files, dates included, as lines, symbols or bars, and\nfunctions given as text, into a window, a file or on paper.")
+  set(needed "libqvgraph2 ${same_version}")
+  if(TARGET qvplot_desktop)
+    string(APPEND needed ", libqvgraph-qt6-2 ${same_version}")
+  endif()
+  qv_package(program NAME qvplot SECTION science NEEDS "${needed}" SUMMARY "draw columns of CSV files, and functions"
+    TEXT "qvplot draws columns of CSV files, dates included, as lines, symbols or\nbars, and functions given as text, into a window, a file or on paper.")
 endif()
 include(CPack)

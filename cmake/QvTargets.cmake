@@ -90,8 +90,8 @@ endfunction()
 # qv_test(name SOURCES file... LINKS target...): a doctest program; ctest runs it as one test.
 function(qv_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
-  qv_program(${name} SOURCES ${PROJECT_SOURCE_DIR}/tests/main.cpp ${arg_SOURCES}
-                     LINKS ${arg_LINKS} doctest::doctest)
+  qv_program(${name} SOURCES ${arg_SOURCES} LINKS qv_test_main ${arg_LINKS} doctest::doctest)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300
     ENVIRONMENT "QV_SOURCE_DIR=${PROJECT_SOURCE_DIR};FREETYPE_PROPERTIES=;ASAN_OPTIONS=detect_leaks=1")

@@ -16,6 +16,7 @@ constexpr float least_margin_mm = 3;      // so that a small page is plot area a
 constexpr double letter_mm = 2;           // most are narrower
 constexpr double bar_share = 0.8;         // of the room between two bars
 constexpr double bar_share_of_size = 0.9; // the control's bars are narrower than their size
+constexpr double bars_across_page = 22;   // where no distance between them says how wide they are
 
 /// The text as RichText shows it letter by letter: what a file names x_1 is not lowered.
 std::string as_it_stands(std::string const& text) {
@@ -106,8 +107,7 @@ bool retitle(AxisHandle const& axis, std::string const& title) {
 } // namespace
 
 PlotPage::PlotPage(qvGraph& page, PlotData data, PlotOptions options)
-    : page_(page), data_(std::move(data)), options_(std::move(options)),
-      bar_distance_(options_.bars ? bar_distance(data_) : 0) {}
+    : page_(page), data_(std::move(data)), options_(std::move(options)) {}
 
 bool PlotPage::has_axis(bool second) const {
     return std::ranges::any_of(data_.series,
@@ -125,17 +125,17 @@ void PlotPage::draw() {
                                           .border_bottom = least_margin_mm});
     add_axes();
     add_series();
+    widen_bars();
     add_lone_points();
     show_ranges();
     name_axes();
     show_legend();
     page_.Refresh();
-    if (fit_bars()) page_.Refresh();
 }
 
 void PlotPage::follow() {
-    bool const renamed = name_axes(), legend_changed = show_legend(), fitted = fit_bars();
-    if (renamed || legend_changed || fitted) page_.Refresh();
+    bool const renamed = name_axes(), legend_changed = show_legend();
+    if (renamed || legend_changed) page_.Refresh();
 }
 
 // A page may have its only columns on the right.
@@ -235,31 +235,26 @@ bool PlotPage::show_legend() {
     return true;
 }
 
-// Bars of several series stand side by side. True when they have another width than before.
-bool PlotPage::fit_bars() {
-    if (!options_.bars) return false;
-    double const plot_mm = graph_.plot_area().width / page_.UnitsPerMmX();
+// Bars of several series stand side by side, as wide as their distance lets them; on a logarithmic axis, or
+// with one bar each, a share of the page.
+void PlotPage::widen_bars() {
+    if (!options_.bars) return;
     auto const columns =
         std::ranges::count_if(data_.series, [](Series const& series) { return series.function.empty(); });
-    auto const width_over = [&](double span) {
-        double const room =
-            bar_distance_ > 0 && !options_.log.x ? plot_mm * bar_distance_ / span : plot_mm / 20;
-        return bar_share * room / static_cast<double>(columns);
-    };
-    auto const full = x_range_to_show(data_, options_);
-    double const shown = x_.to() - x_.from();
-    double const width = width_over(shown);
-    // Until one bar fills the plot area: the control knows no bars of many metres.
-    page_.MaxZoomFactor(std::max(1.0, plot_mm / width_over(full ? full->span() : shown)));
-    if (std::abs(width - bar_width_) < 0.001 * width) return false;
-    bar_width_ = width;
+    double const distance = options_.log.x ? 0 : bar_distance(data_);
+    double const page_mm = page_.PageWidth() / static_cast<double>(page_.UnitsPerMmX());
+    double const room = distance > 0 ? distance : page_mm / bars_across_page;
+    double const width = bar_share * room / static_cast<double>(columns);
     double place = -(static_cast<double>(columns) - 1) / 2;
     for (std::size_t i = 0; i < sets_.size(); ++i) {
         if (!data_.series[i].function.empty()) continue;
-        sets_[i].set({.symbol_size = static_cast<float>(width / bar_share_of_size),
-                      .bar_offset = static_cast<float>(place++ * width)});
+        auto const offset = static_cast<float>(place++ * width);
+        if (distance > 0)
+            sets_[i].set({.bar_offset = offset, .bar_width = width});
+        else
+            sets_[i].set(
+                {.symbol_size = static_cast<float>(width / bar_share_of_size), .bar_offset = offset});
     }
-    return true;
 }
 
 void draw_page(qvGraph& page, PlotData const& data, PlotOptions const& options) {

@@ -18,8 +18,8 @@ public:
 
     /// Draws the graph in place of what was on the page.
     void draw();
-    /// Follows the control's present size and the ranges that its axes show: bars are as wide as these let
-    /// them be, and titles name as many columns as have room. All else the control does by itself.
+    /// Follows the control's present size: titles name as many columns as have room. All else the control
+    /// does by itself.
     void follow();
 
 private:
@@ -30,7 +30,7 @@ private:
     void show_ranges() const;
     bool name_axes();
     bool show_legend();
-    bool fit_bars();
+    void widen_bars();
     AxisHandle const& axis_of(Series const& series) const { return series.on_second_axis ? y2_ : y_; }
     bool has_axis(bool second) const;
 
@@ -40,8 +40,6 @@ private:
     GraphHandle graph_;
     AxisHandle x_, y_, y2_;
     std::vector<DataHandle> sets_; // of the series, in their order
-    double bar_distance_ = 0;      // between the values of bars
-    double bar_width_ = 0;         // millimetres
 };
 
 /// Draws one graph of all series over the whole page, in place of what was on it.

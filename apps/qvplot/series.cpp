@@ -222,7 +222,7 @@ private:
         for (std::size_t i = 0; i < files_.size(); ++i) {
             std::string name = data_.series[i].name;
             if (of_name[name] > 1)
-                name = of_stem[by_stem(i)] > 1 ? name + " in " + files_[i].string() : by_stem(i);
+                name = of_stem[by_stem(i)] > 1 ? name.append(" in ").append(files_[i].string()) : by_stem(i);
             const std::size_t use = ++uses[name];
             data_.series[i].name = use == 1 ? name : name + " (" + std::to_string(use) + ")";
         }

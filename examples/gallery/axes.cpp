@@ -8,7 +8,6 @@ using namespace qv::example;
 
 void draw(qv::qvGraph& page) {
     plain_graph(page, "Air above the ground", "height, km", "pressure, hPa");
-    page.BorderWidths({.Left = 38, .Right = 20});
     page.SetSelectedAxis(1);
     page.AxisStyle({.LineColor = blue, .LogScale = true});
     page.AxisLabelColor(blue);

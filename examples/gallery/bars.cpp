@@ -11,17 +11,17 @@ void draw(qv::qvGraph& page) {
         double const* values;
         qv::Color color;
         float offset;
-    } const sets[]{{"rain", rain, blue, -3.6F}, {"snow", snow, qv::rgb(205, 222, 242), 3.6F}};
+    } const sets[]{{"rain", rain, blue, -0.18F}, {"snow", snow, qv::rgb(205, 222, 242), 0.18F}};
     for (auto const& [name, values, color, offset] : sets) {
         page.NewDataSet(name);
         page.SymbolStyle({.Symbol = 1,
-                          .Size = 8,
                           .Color1 = color,
                           .Color2 = ink,
                           .EdgeThickness = 1,
                           .BarOffset = offset,
                           .BarShadow = true,
                           .BarBase = true});
+        page.BarWidth(0.36); // of a month, and so are the offsets
         for (int month = 0; month < 6; ++month) page.AddDataPoint(month, values[month]);
     }
     axis_range(page, 1, 0, 120, 6);

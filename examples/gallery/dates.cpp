@@ -8,7 +8,6 @@ using namespace qv::example;
 
 void draw(qv::qvGraph& page) {
     plain_graph(page, "Hours of daylight at 52° north", "", "hours");
-    page.BorderWidths({.Bottom = 20});
     constexpr double new_year = 45658; // 2025, in days since 1899-12-30
     constexpr int days_of_months[]{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     line(page, "daylight", orange, 2, 4);

@@ -56,7 +56,8 @@ void draw(qv::qvGraph& page) {
     plain_graph(page, "Rain", "day", "mm in three hours");
     place(page, 56, 44);
     page.NewDataSet("rain");
-    page.SymbolStyle({.Symbol = 1, .Size = 0.7F});
+    page.SymbolStyle({.Symbol = 1});
+    page.BarWidth(0.125); // of a day: three hours
     for (Hour hour; hour.time < 20; hour = next(hour)) page.AddDataPoint(hour.time, hour.rain);
 }
 

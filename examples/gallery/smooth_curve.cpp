@@ -17,8 +17,6 @@ void draw(qv::qvGraph& page) {
             {.Symbol = symbol, .Size = 2.2F, .Color1 = white, .Color2 = red, .EdgeThickness = 2});
         for (int i = 0; i < 9; ++i) page.AddDataPoint(3 * i, degrees[i]);
     }
-    axis_range(page, 0, 0, 24, 8, 3);
-    axis_range(page, 1, 5, 25, 4, 5);
     page.LegendShow(true);
 }
 

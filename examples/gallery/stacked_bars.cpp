@@ -13,7 +13,6 @@ void add_bars(qv::qvGraph& page, bool lying) {
     for (int set = 0; set < 3; ++set) {
         page.NewDataSet(names[set]);
         page.SymbolStyle({.Symbol = 1,
-                          .Size = lying ? 6.0F : 9.0F,
                           .Color1 = lying ? colors[set] : qv::rgb(235, 240, 250),
                           .Color2 = colors[set],
                           .EdgeThickness = 0,
@@ -21,6 +20,7 @@ void add_bars(qv::qvGraph& page, bool lying) {
                           .Stacked = set > 0,
                           .BarBase = true});
         page.BarHoriz(lying);
+        page.BarWidth(0.75); // of a year
         for (int year = 0; year < 5; ++year)
             page.AddDataPoint(lying ? shares[set][year] : 2020 + year,
                               lying ? 2020 + year : shares[set][year]);

@@ -38,7 +38,8 @@ struct DrawState {
     Font font;                                     ///< of text
     double CurrentX = 0;                           ///< twips, where Print begins
     double CurrentY = 0;                           ///< twips, the top of the line that Print writes
-    bool Smooth = true; ///< antialiased lines, shapes and text; off: whole pixels only
+    std::uint8_t alpha = 255; ///< of lines, shapes and fills, not of text: 0 invisible, 255 opaque
+    bool Smooth = true;       ///< antialiased lines, shapes and text; off: whole pixels only
 };
 
 /// One line of text as text: its top-left point in twips and its angle in degrees, counter-clockwise

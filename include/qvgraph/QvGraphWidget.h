@@ -79,8 +79,7 @@ public:
     void Let(QString const& property, QVariant const& value);
     /// \}
 
-    /// The page as it is shown. The image shares the page's pixels: it changes with the page and must be
-    /// copied before it may outlive the next change of size.
+    /// The page as it is shown now, without a copy. The image stays as it is when the page changes.
     QImage page() const;
     /// PrintImage goes to this printer, such as one that a print dialog has set up, instead of the system's
     /// default; nullptr leads back to that. It must outlive the widget or be taken back. Printing turns it

@@ -37,8 +37,10 @@ public:
     void set_twips_per_pixel(double x, double y);
 
     /// The picture as rows of 0xFFRRGGBB, top row first, `stride` pixels from row to row. It is complete when
-    /// no shape is open, and stays in place until the next `Move`.
+    /// no shape is open, and stays in place until the surface is drawn on, copied whole or moved.
     std::span<std::uint32_t const> pixels() const;
+    /// The same pixels, as they are now for as long as this is held: what is drawn later goes elsewhere.
+    std::shared_ptr<std::uint32_t const> snapshot() const;
     int width() const;                     ///< pixels, at least 1
     int height() const;                    ///< pixels, at least 1
     int stride() const { return width(); } ///< pixels from row to row

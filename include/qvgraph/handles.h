@@ -45,6 +45,11 @@ public:
     /// Many points at once: columns of equal length, errors may be left out. GraphScaleChanged comes at most
     /// once.
     void add(std::span<double const> x, std::span<double const> y, std::span<double const> errors = {}) const;
+    /// The same with up to four more columns, whose meaning is that of the data set's kind: for points the
+    /// lengths of their error bars below, above, left and right of them. Columns left out say nothing.
+    void add_columns(std::span<double const> x, std::span<double const> y, std::span<double const> extra1,
+                     std::span<double const> extra2 = {}, std::span<double const> extra3 = {},
+                     std::span<double const> extra4 = {}) const;
     /// From now on there are never more than this many points: after each addition, whoever makes it, the
     /// oldest are forgotten. 0 keeps all again. No axis changes.
     void keep_latest(Checked<std::int32_t> count) const;
@@ -64,6 +69,9 @@ public:
     void title(std::string_view title) const; ///< renames it
     /// Where its plot area lies on the page, twips, as it was drawn last; FitMargins decides it at drawing.
     Box plot_area() const;
+    /// Fits its automatic axes to the data there are now, as FitAxes does: with `margin`, a share of the
+    /// range, free at either end.
+    void fit(double margin = 0.05) const;
 
     /// \name Axes and legend
     /// \{
@@ -85,7 +93,7 @@ public:
     DataHandle line(std::string_view name, DataOptions const& options = {}) const; ///< straight lines
     /// Symbols alone, of a shape of their own.
     DataHandle symbols(std::string_view name, DataOptions const& options = {}) const;
-    /// Bars from 0 (bar_base_value), as wide as symbol_size says.
+    /// Bars from 0 (bar_base_value), as wide as bar_width or, in millimetres, symbol_size says.
     DataHandle bars(std::string_view name, DataOptions const& options = {}) const;
     /// A line and what lies below it, filled.
     DataHandle area(std::string_view name, DataOptions const& options = {}) const;

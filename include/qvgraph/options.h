@@ -260,7 +260,8 @@ struct LegendOptions {
     /// LegendTableTop: Top edge of the legend in percent of the graph's height; kept inside the graph.
     std::optional<Checked<float>> top = {};
     /// LegendPlace: 0 where LegendTableLeft and LegendTableTop say, 1 in the plot area where it hides least,
-    /// or beside it where it is too large, 2 beside the plot area; a person who drags it has the last word.
+    /// or beside it where it is too large or would hide data, 2 beside the plot area; a person who drags it
+    /// has the last word.
     std::optional<Checked<std::uint8_t>> place = {};
 };
 
@@ -319,7 +320,8 @@ public:
     float top() const;
     void top(Checked<float> value) const; ///< sets it
     /// LegendPlace: 0 where LegendTableLeft and LegendTableTop say, 1 in the plot area where it hides least,
-    /// or beside it where it is too large, 2 beside the plot area; a person who drags it has the last word.
+    /// or beside it where it is too large or would hide data, 2 beside the plot area; a person who drags it
+    /// has the last word.
     std::uint8_t place() const;
     void place(Checked<std::uint8_t> value) const; ///< sets it
 };
@@ -572,6 +574,9 @@ struct DataOptions {
     std::optional<ColorValue> line_color = {};
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::optional<Checked<std::uint8_t>> line_thickness = {};
+    /// DataKind: What is made of the points: 0 lines, symbols and bars at them. Automatic axes with other
+    /// kinds fit what they show at each drawing.
+    std::optional<Checked<std::uint8_t>> kind = {};
     /// DataHide: Leaves the data set out of page and legend.
     std::optional<Checked<bool>> hide = {};
     /// ShowErrorBar: Whether points with an E have error bars: upright for a positive E, lying for a negative
@@ -599,8 +604,12 @@ struct DataOptions {
     std::optional<Checked<bool>> bar_base = {};
     /// BarBaseValue: The value at which bars start.
     std::optional<Checked<double>> bar_base_value = {};
-    /// BarOffset: Millimetres by which bars move across their length, so that sets stand side by side.
+    /// BarOffset: Millimetres, or with a BarWidth values of the axis, by which bars move across their length,
+    /// so that sets stand side by side.
     std::optional<Checked<float>> bar_offset = {};
+    /// BarWidth: Width of bars in values of the axis that they stand side by side on; 0 for the millimetres
+    /// of DataSymbolSize.
+    std::optional<Checked<double>> bar_width = {};
     /// DataText: A text on the plot area; lines are separated by CR LF.
     std::optional<std::string> text = {};
     /// DataTextX: Where the text stands along x, in data values or percent.
@@ -673,6 +682,10 @@ public:
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::uint8_t line_thickness() const;
     void line_thickness(Checked<std::uint8_t> value) const; ///< sets it
+    /// DataKind: What is made of the points: 0 lines, symbols and bars at them. Automatic axes with other
+    /// kinds fit what they show at each drawing.
+    std::uint8_t kind() const;
+    void kind(Checked<std::uint8_t> value) const; ///< sets it
     /// DataHide: Leaves the data set out of page and legend.
     bool hide() const;
     void hide(Checked<bool> value) const; ///< sets it
@@ -713,9 +726,14 @@ public:
     /// BarBaseValue: The value at which bars start.
     double bar_base_value() const;
     void bar_base_value(Checked<double> value) const; ///< sets it
-    /// BarOffset: Millimetres by which bars move across their length, so that sets stand side by side.
+    /// BarOffset: Millimetres, or with a BarWidth values of the axis, by which bars move across their length,
+    /// so that sets stand side by side.
     float bar_offset() const;
     void bar_offset(Checked<float> value) const; ///< sets it
+    /// BarWidth: Width of bars in values of the axis that they stand side by side on; 0 for the millimetres
+    /// of DataSymbolSize.
+    double bar_width() const;
+    void bar_width(Checked<double> value) const; ///< sets it
     /// DataText: A text on the plot area; lines are separated by CR LF.
     std::string text() const;
     void text(std::string_view value) const; ///< sets it

@@ -191,6 +191,11 @@ public:
     /// Many points at once: columns of equal length, E may be left out. GraphScaleChanged comes at most once.
     void AddDataPoints(std::span<double const> X, std::span<double const> Y, std::span<double const> E = {},
                        Checked<std::int16_t> DataSet = 0);
+    /// The same with columns beside x and y, whose meaning is that of the data set's DataKind: for points the
+    /// lengths of their error bars below, above, left and right of them. Columns left out say nothing.
+    void AddDataColumns(std::span<double const> X, std::span<double const> Y, std::span<double const> Extra1,
+                        std::span<double const> Extra2 = {}, std::span<double const> Extra3 = {},
+                        std::span<double const> Extra4 = {}, Checked<std::int16_t> DataSet = 0);
     /// Forgets the Count oldest points of a data set, numbered as in AddDataPoint; no axis changes.
     void DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet = 0);
     /// The automatic axes of the current graph show what its data sets show now, and Margin of that range

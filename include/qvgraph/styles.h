@@ -243,7 +243,8 @@ struct SymbolStyleArguments {
     Checked<std::int32_t> EdgeThickness = -1;
     /// Bar3D: Whether bars are shaded like cylinders, from the edge's colour to the symbol's.
     Checked<bool> Bar3D = false;
-    /// BarOffset: Millimetres by which bars move across their length, so that sets stand side by side.
+    /// BarOffset: Millimetres, or with a BarWidth values of the axis, by which bars move across their length,
+    /// so that sets stand side by side.
     Checked<float> BarOffset = 0;
     /// BarShadow: Whether bars have a shadow, a millimetre to the right and down.
     Checked<bool> BarShadow = false;

@@ -43,7 +43,7 @@ GivenProperties inherited_by_next(DataSet const& previous) {
     for (const Row row :
          {Row::DataSymbolSize, Row::DataSymbol, Row::DataLineStyle, Row::DataLineThickness, Row::ShowErrorBar,
           Row::BarHoriz, Row::Bar3D, Row::BarStacked, Row::BarBase, Row::BarBaseValue, Row::BarOffset,
-          Row::BarShadow, Row::BarShadowColor, Row::DataTextColor})
+          Row::BarWidth, Row::BarShadow, Row::BarShadowColor, Row::DataTextColor})
         mark_given(inherited, row);
     if (previous.DataSymbol == bar_symbol) unmark_given(inherited, Row::DataSymbol);
     return inherited & previous.given;
@@ -61,6 +61,7 @@ void continue_series(DataSet const& previous, DataSet& set) {
     set.BarBase = previous.BarBase;
     set.BarBaseValue = previous.BarBaseValue;
     set.BarOffset = previous.BarOffset;
+    set.BarWidth = previous.BarWidth;
     set.BarShadow = previous.BarShadow;
     set.BarShadowColor = previous.BarShadowColor;
     set.MathFunc.clear();

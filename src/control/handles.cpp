@@ -7,6 +7,7 @@
 #include "control/property_access.h"
 #include "control/settings.h"
 #include "qvgraph/qvGraph.h"
+#include "render/graph_ranges.h"
 #include "render/plot_geometry.h"
 
 #include <algorithm>
@@ -184,11 +185,14 @@ DataHandle add_data_set(Handle const& handle, std::string_view name, Shape const
     return Access::make<DataHandle>(state, graph, set);
 }
 
+std::int16_t index_of(ControlState const& state, Graph const& graph) {
+    auto const is_it = [&](auto const& other) { return other.get() == &graph; };
+    return static_cast<std::int16_t>(std::ranges::find_if(state.Graphs, is_it) - state.Graphs.begin());
+}
+
 std::string& title_of(Handle const& handle) {
     ControlState& state = Access::page(handle);
-    auto const is_it = [&](auto const& graph) { return graph.get() == &Access::graph(handle); };
-    auto const place = std::ranges::find_if(state.Graphs, is_it) - state.Graphs.begin();
-    return state.GraphTitles[static_cast<std::size_t>(place)];
+    return state.GraphTitles[static_cast<std::size_t>(index_of(state, Access::graph(handle)))];
 }
 
 GraphHandle graph_handle(ControlState& state, Graph& graph) {
@@ -217,6 +221,7 @@ Handle::Handle(Handle const& other)
 }
 
 Handle& Handle::operator=(Handle const& other) {
+    if (this == &other) return *this;
     if (other.anchor_) ++other.anchor_->holders;
     document::let_go(anchor_);
     anchor_ = other.anchor_;
@@ -295,6 +300,14 @@ void DataHandle::add(std::span<double const> x, std::span<double const> y,
     control::add_points_to(state, Access::graph(*this), Access::record<DataSet>(*this), {x, y, errors});
 }
 
+void DataHandle::add_columns(std::span<double const> x, std::span<double const> y,
+                             std::span<double const> extra1, std::span<double const> extra2,
+                             std::span<double const> extra3, std::span<double const> extra4) const {
+    ControlState& state = Access::page(*this);
+    control::add_points_to(state, Access::graph(*this), Access::record<DataSet>(*this),
+                           {x, y, {}, {extra1, extra2, extra3, extra4}});
+}
+
 void DataHandle::keep_latest(Checked<std::int32_t> count) const {
     ControlState& state = Access::page(*this);
     if (count < 0)
@@ -344,6 +357,15 @@ void GraphHandle::title(std::string_view title) const {
 Box GraphHandle::plot_area() const {
     Access::page(*this);
     return render::plot_box(Access::graph(*this));
+}
+
+void GraphHandle::fit(double margin) const {
+    ControlState& state = Access::page(*this);
+    bool const has_new_range = [&] {
+        const document::CurrentGraphScope current(state, control::index_of(state, Access::graph(*this)));
+        return render::fit_axes(state, margin);
+    }();
+    if (has_new_range) document::raise_scale_changed(state);
 }
 
 AxisHandle GraphHandle::x_axis() const {

@@ -2,9 +2,11 @@
 
 #include "base/convert.h"
 #include "control/data_entry.h"
+#include "document/column_extent.h"
 #include "document/selection.h"
 #include "document/trap.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -78,9 +80,16 @@ struct PointAxes {
     }
 };
 
+[[gnu::cold, gnu::noinline]] void find_axes(Graph& graph, DataSet& set) {
+    set.found_axes = {&at(graph.Axes, set.xAxisIndex, "axis"), &at(graph.Axes, set.yAxisIndex, "axis"),
+                      set.xAxisIndex, set.yAxisIndex};
+}
+
 /// The axes that a data set lies on.
-QV_EVERY_POINT PointAxes own_axes(Graph& graph, DataSet const& set) {
-    return {&at(graph.Axes, set.xAxisIndex, "axis"), &at(graph.Axes, set.yAxisIndex, "axis")};
+QV_EVERY_POINT PointAxes own_axes(Graph& graph, DataSet& set) {
+    auto const& found = set.found_axes;
+    if (!found.x || found.x_index != set.xAxisIndex || found.y_index != set.yAxisIndex) find_axes(graph, set);
+    return {found.x, found.y};
 }
 
 DataSet& numbered_data_set(Graph& graph, std::int16_t number) {
@@ -143,20 +152,51 @@ std::size_t first_finite(PointColumns const& points) {
     return i;
 }
 
-/// One after the other: whether a point finds its axis zoomed depends on those before it.
+/// Whether the smallest and the largest value do to an axis what all values do one after the other: one that
+/// shows all it has goes on doing so, but what a zoomed one does with a value depends on those before.
+bool ends_suffice(Axis const& axis, document::Extent const& extent) {
+    return axis.ranges().shows_all() || (axis.AxisValue1 <= extent.low && extent.high <= axis.AxisValue2);
+}
+
+bool take_in(Axis& axis, document::Extent const& extent) {
+    bool const moved = take_in(axis, extent.low);
+    return take_in(axis, extent.high) || moved;
+}
+
+/// A few at a time, so that they are still at hand.
 bool extend_all(PointAxes const& axes, PointColumns const& points, std::size_t first) {
+    constexpr std::size_t stretch = 1024;
     bool changed = false;
-    for (std::size_t i = first; i < points.x.size(); ++i) changed |= axes.extend(points.x[i], points.y[i]);
+    for (std::size_t start = first; start < points.x.size(); start += stretch) {
+        std::size_t const count = std::min(stretch, points.x.size() - start);
+        auto const xs = points.x.subspan(start, count), ys = points.y.subspan(start, count);
+        auto const x = document::column_extent(xs), y = document::column_extent(ys);
+        if (x.all_finite && y.all_finite && ends_suffice(*axes.x, x.extent)
+            && ends_suffice(*axes.y, y.extent)) {
+            changed |= take_in(*axes.x, x.extent);
+            changed |= take_in(*axes.y, y.extent);
+            continue;
+        }
+        for (std::size_t i = 0; i < count; ++i) changed |= axes.extend(xs[i], ys[i]);
+    }
     return changed;
 }
 
 void check_lengths(std::string_view procedure, PointColumns const& points) {
-    if (points.y.size() == points.x.size() && (points.e.empty() || points.e.size() == points.x.size()))
-        return;
-    raise_fault(FaultNumber::InvalidProcedureCall,
-                std::string(procedure) + " needs columns of one length, but x has "
-                    + std::to_string(points.x.size()) + ", y " + std::to_string(points.y.size()) + " and e "
-                    + std::to_string(points.e.size()) + " values. Nothing was added.");
+    std::size_t const length = points.x.size();
+    auto const fits = [length](std::span<double const> column) {
+        return column.empty() || column.size() == length;
+    };
+    if (points.y.size() == length && fits(points.e) && std::ranges::all_of(points.extra, fits)) return;
+    std::string lengths = "x has " + std::to_string(length) + ", y " + std::to_string(points.y.size())
+                          + " and e " + std::to_string(points.e.size());
+    for (std::size_t i = 0; i < points.extra.size(); ++i)
+        if (!fits(points.extra[i]))
+            lengths +=
+                ", extra column " + std::to_string(i + 1) + " " + std::to_string(points.extra[i].size());
+    raise_fault(FaultNumber::InvalidProcedureCall, std::string(procedure)
+                                                       + " needs columns of one length, but " + lengths
+                                                       + " values. Nothing was added.");
 }
 
 /// What follows when a point is stored.
@@ -174,7 +214,7 @@ void add_columns(ControlState& state, Graph& graph, DataSet& set, PointColumns c
     const std::size_t first = first_finite(points);
     const PointAxes axes = first < points.x.size() ? axes_of(graph) : PointAxes();
     check_room(graph, points.x.size());
-    set.points.append(points.x, points.y, points.e);
+    set.points.append(points.x, points.y, points.e, points.extra);
     graph.NumPoints += static_cast<std::int32_t>(points.x.size());
     hold_latest(graph, set);
     if (!axes) return;

@@ -16,11 +16,12 @@ namespace qv::control {
 void AddDataPoint(ControlState& state, double x, double y, double e, std::int16_t data_set,
                   std::string_view data_id);
 
-/// Columns of equal length; E may be empty.
+/// Columns of equal length; all but x and y may be empty.
 struct PointColumns {
     std::span<double const> x;
     std::span<double const> y;
     std::span<double const> e;
+    document::ExtraColumns extra{};
 };
 /// The same for many points, with at most one GraphScaleChanged. Unequal lengths are fault 5 and add nothing.
 void AddDataPoints(ControlState& state, PointColumns const& points, std::int16_t data_set);

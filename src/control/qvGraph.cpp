@@ -241,7 +241,14 @@ void qvGraph::AddDataPoint(double X, double Y, double E, Checked<std::int16_t> D
 
 void qvGraph::AddDataPoints(std::span<double const> X, std::span<double const> Y, std::span<double const> E,
                             Checked<std::int16_t> DataSet) {
-    control::AddDataPoints(*state_, {X, Y, E}, DataSet);
+    control::AddDataPoints(*state_, {X, Y, E, {}}, DataSet);
+}
+
+void qvGraph::AddDataColumns(std::span<double const> X, std::span<double const> Y,
+                             std::span<double const> Extra1, std::span<double const> Extra2,
+                             std::span<double const> Extra3, std::span<double const> Extra4,
+                             Checked<std::int16_t> DataSet) {
+    control::AddDataPoints(*state_, {X, Y, {}, {Extra1, Extra2, Extra3, Extra4}}, DataSet);
 }
 
 void qvGraph::DropDataPoints(Checked<std::int32_t> Count, Checked<std::int16_t> DataSet) {

@@ -5,10 +5,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace qv::document {
 namespace {
 
+constexpr double nothing_given = std::numeric_limits<double>::quiet_NaN();
 constexpr std::size_t smallest_block = 32;
 constexpr std::size_t largest_block = ColumnPool::column_size;
 
@@ -26,6 +28,11 @@ std::span<double const> PointBlock::e() const {
     return {e_.get() + begin_, size()};
 }
 
+std::span<double const> PointBlock::extra(std::size_t column) const {
+    if (!extra_[column]) return {};
+    return {extra_[column].get() + begin_, size()};
+}
+
 std::string_view PointBlock::data_id(std::size_t index) const {
     if (data_ids_.empty()) return {};
     auto const found = data_ids_.find(begin_ + index);
@@ -41,6 +48,25 @@ void PointBlock::need_e_column() {
     if (e_) return;
     e_ = column(capacity_, pool_);
     std::fill_n(e_.get(), end_, 0.0);
+    plain_ = false;
+}
+
+void PointBlock::append_extra(std::size_t column, std::span<double const> values, std::size_t count) {
+    ColumnPool::Column& kept = extra_[column];
+    if (!kept && values.empty()) return;
+    if (!kept) {
+        kept = qv::document::column(capacity_, pool_);
+        std::fill_n(kept.get(), end_, nothing_given);
+        plain_ = false;
+    }
+    if (values.empty())
+        std::fill_n(kept.get() + end_, count, nothing_given);
+    else
+        std::ranges::copy(values, kept.get() + end_);
+}
+
+void PointBlock::append_no_extra() {
+    for (std::size_t column = 0; column < extra_column_count; ++column) append_extra(column, {}, 1);
 }
 
 void PointBlock::keep_data_id(std::string_view data_id) {
@@ -48,7 +74,8 @@ void PointBlock::keep_data_id(std::string_view data_id) {
     if (!trimmed.empty()) data_ids_.emplace(end_, trimmed);
 }
 
-void PointBlock::append(std::span<double const> x, std::span<double const> y, std::span<double const> e) {
+void PointBlock::append(std::span<double const> x, std::span<double const> y, std::span<double const> e,
+                        ExtraColumns const& extra) {
     if (std::ranges::any_of(e, [](double half_length) { return half_length != 0; })) need_e_column();
     std::ranges::copy(x, x_.get() + end_);
     std::ranges::copy(y, y_.get() + end_);
@@ -56,6 +83,8 @@ void PointBlock::append(std::span<double const> x, std::span<double const> y, st
         std::fill_n(e_.get() + end_, x.size(), 0.0);
     else if (e_)
         std::ranges::copy(e, e_.get() + end_);
+    for (std::size_t column = 0; column < extra_column_count; ++column)
+        append_extra(column, extra[column], x.size());
     end_ += x.size();
 }
 
@@ -102,6 +131,17 @@ PointEntry PointStore::at(std::size_t index) const {
                           static_cast<std::int64_t>(before) - 1);
 }
 
+double PointStore::extra_at(std::size_t column, std::size_t index) const {
+    for (PointBlock const& block : blocks_) {
+        if (index < block.size()) {
+            auto const values = block.extra(column);
+            return values.empty() ? nothing_given : values[index];
+        }
+        index -= block.size();
+    }
+    return nothing_given;
+}
+
 bool PointStore::x_rising() const {
     double last = -std::numeric_limits<double>::infinity();
     for (PointBlock const& block : blocks_) {
@@ -116,10 +156,11 @@ void PointStore::start_block() {
     blocks_.emplace_back(std::clamp(size_, smallest_block, largest_block), pool_);
 }
 
-void PointStore::append(std::span<double const> x, std::span<double const> y, std::span<double const> e) {
+void PointStore::append(std::span<double const> x, std::span<double const> y, std::span<double const> e,
+                        ExtraColumns const& extra) {
     const std::size_t before = size_;
     try {
-        append_in_blocks(x, y, e);
+        append_in_blocks(x, y, e, extra);
     } catch (...) {
         drop_newest(size_ - before);
         throw;
@@ -127,15 +168,18 @@ void PointStore::append(std::span<double const> x, std::span<double const> y, st
 }
 
 void PointStore::append_in_blocks(std::span<double const> x, std::span<double const> y,
-                                  std::span<double const> e) {
+                                  std::span<double const> e, ExtraColumns extra) {
     while (!x.empty()) {
         PointBlock& block = block_with_room();
         const std::size_t count = std::min(x.size(), block.room());
-        block.append(x.first(count), y.first(count), e.empty() ? e : e.first(count));
+        ExtraColumns here = extra;
+        for (auto& column : here) column = column.first(std::min(column.size(), count));
+        block.append(x.first(count), y.first(count), e.empty() ? e : e.first(count), here);
         size_ += count;
         x = x.subspan(count);
         y = y.subspan(count);
         if (!e.empty()) e = e.subspan(count);
+        for (auto& column : extra) column = column.subspan(std::min(column.size(), count));
     }
 }
 

@@ -5,6 +5,7 @@
 #include "document/RangeSummary.h"
 #include "document/StableList.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -37,8 +38,14 @@ struct PointEntry {
     std::string_view DataID;
 };
 
-/// A run of consecutive points. The E column exists only where some E is not zero, identifying texts only
-/// for the points that have one, so that a plain point takes 16 bytes.
+/// Columns that points may have beside X, Y and E; what they mean follows from how the data set is drawn. An
+/// empty one gives its points not-a-number, which means nothing was given.
+constexpr std::size_t extra_column_count = 4;
+using ExtraColumns = std::array<std::span<double const>, extra_column_count>;
+
+/// A run of consecutive points. The E column exists only where some E is not zero, extra ones only where
+/// they were given, identifying texts only for the points that have one, so that a plain point takes 16
+/// bytes.
 class PointBlock {
 public:
     /// Columns as large as the pool's come from there, unless it is nullptr.
@@ -50,6 +57,8 @@ public:
     std::span<double const> y() const { return {y_.get() + begin_, size()}; }
     /// The E column; empty when every E is zero.
     std::span<double const> e() const;
+    /// An extra column; empty when nothing was given for any point of the block.
+    std::span<double const> extra(std::size_t column) const;
     std::string_view data_id(std::size_t index) const;
     bool has_data_ids() const { return !data_ids_.empty(); }
     PointEntry entry(std::size_t index) const;
@@ -73,8 +82,9 @@ public:
     void append(PointEntry const& point);
     /// Appends a point without E and text; false, and nothing is done, when that takes more than two stores.
     bool append_plain(double x, double y);
-    /// Appends columns of one length, at most `room()`; `e` may be empty.
-    void append(std::span<double const> x, std::span<double const> y, std::span<double const> e);
+    /// Appends columns of one length, at most `room()`; all but x and y may be empty.
+    void append(std::span<double const> x, std::span<double const> y, std::span<double const> e,
+                ExtraColumns const& extra = {});
     std::size_t room() const { return capacity_ - end_; }
     void drop_oldest(std::size_t count);
     /// Takes back points that were appended as columns.
@@ -96,6 +106,8 @@ private:
     };
     Known const& known() const;
     void need_e_column();
+    void append_extra(std::size_t column, std::span<double const> values, std::size_t count);
+    void append_no_extra();
     void keep_data_id(std::string_view data_id);
 
     std::size_t capacity_;
@@ -105,6 +117,8 @@ private:
     ColumnPool::Column x_;
     ColumnPool::Column y_;
     ColumnPool::Column e_;
+    std::array<ColumnPool::Column, extra_column_count> extra_;
+    bool plain_ = true; // neither E nor extra columns
     std::unordered_map<std::size_t, std::string> data_ids_;
     mutable Known known_;
     mutable RangeSummary y_summary_;
@@ -119,11 +133,12 @@ inline void PointBlock::append(PointEntry const& point) {
     x_[end_] = point.X;
     y_[end_] = point.Y;
     if (e_) e_[end_] = point.E;
+    if (!plain_) append_no_extra();
     ++end_;
 }
 
 inline bool PointBlock::append_plain(double x, double y) {
-    if (full() || e_) return false;
+    if (full() || !plain_) return false;
     x_[end_] = x;
     y_[end_] = y;
     ++end_;
@@ -140,6 +155,8 @@ public:
     /// How many points were dropped so far. Points never change: as long as this and `size` stay, they do.
     std::size_t dropped() const { return dropped_; }
     StableList<PointBlock> const& blocks() const { return blocks_; }
+    /// A value of an extra column in order of arrival; not-a-number where none was given.
+    double extra_at(std::size_t column, std::size_t index) const;
     /// The point at `index` in order of arrival; an index outside the store is fault 9.
     PointEntry at(std::size_t index) const;
     /// Every X of the store is at least the one before it.
@@ -153,14 +170,16 @@ public:
         ++size_;
         return true;
     }
-    /// Appends columns of one length, or where that fails nothing; `e` may be empty.
-    void append(std::span<double const> x, std::span<double const> y, std::span<double const> e);
+    /// Appends columns of one length, or where that fails nothing; all but x and y may be empty.
+    void append(std::span<double const> x, std::span<double const> y, std::span<double const> e,
+                ExtraColumns const& extra = {});
     /// Forgets the `count` oldest points (all of them when there are fewer).
     void drop_oldest(std::size_t count);
 
 private:
     void start_block();
-    void append_in_blocks(std::span<double const> x, std::span<double const> y, std::span<double const> e);
+    void append_in_blocks(std::span<double const> x, std::span<double const> y, std::span<double const> e,
+                          ExtraColumns extra);
     void drop_newest(std::size_t count);
     PointBlock& block_with_room() {
         if (blocks_.empty() || blocks_.back().full()) start_block();

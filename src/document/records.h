@@ -10,6 +10,7 @@
 #include <array>
 #include <bitset>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -170,6 +171,11 @@ struct CurveMemory {
     std::size_t dropped = 0;
 };
 
+/// What was worked out of a data set's points, such as the bins of a histogram, kept while they stay.
+struct DerivedData {
+    virtual ~DerivedData() = default;
+};
+
 /// Everything of a data set but its points.
 struct DataSetSettings : GraphText {
     std::string DataLegend;
@@ -182,6 +188,7 @@ struct DataSetSettings : GraphText {
     std::int16_t DataLineThickness = 0; // pixels
     std::uint8_t DataLineDash = 0;      // 1 dashes, 2 dots, 3 and 4 dashes with one and two dots
     float DataSymbolSpacing = 0;        // twips between symbols on a line, at least; 0: at each point
+    std::uint8_t DataKind = 0;          // what is made of the points; 0: lines, symbols and bars at them
     bool DataHide = false;
     bool ShowErrorBar = false;
     Color ErrorBarColor = 0;
@@ -190,7 +197,8 @@ struct DataSetSettings : GraphText {
     bool BarStacked = false;
     bool BarBase = false;
     double BarBaseValue = 0;
-    double BarOffset = 0; // millimetres across the bar
+    double BarOffset = 0; // across the bar, in millimetres or, with a BarWidth, in values
+    double BarWidth = 0;  // values of the axis across the bar; 0: twice DataSymbolSize, less a tenth
     bool BarShadow = false;
     Color BarShadowColor = 0;
     std::string MathFunc;
@@ -201,10 +209,20 @@ struct DataSetSettings : GraphText {
     GivenProperties given;
 };
 
+/// The axes that a data set lies on, kept for the next point.
+struct FoundAxes {
+    Axis* x = nullptr; // nullptr: not looked for yet
+    Axis* y = nullptr;
+    std::int16_t x_index = 0; // by which they were found
+    std::int16_t y_index = 0;
+};
+
 struct DataSet : DataSetSettings {
     PointStore points;
-    std::size_t points_kept = 0; // older ones are forgotten; 0: none is
-    mutable CurveMemory curve;   // written by drawing
+    FoundAxes found_axes;
+    std::size_t points_kept = 0;                  // older ones are forgotten; 0: none is
+    mutable CurveMemory curve;                    // written by drawing
+    mutable std::unique_ptr<DerivedData> derived; // by its kind
 
     std::int32_t DataSetPointCount() const { return static_cast<std::int32_t>(points.size()); }
 };
@@ -228,7 +246,9 @@ enum class LegendPlacing : std::uint8_t { AsSet = 0, WhereItHidesLeast = 1, Besi
 struct Fitting {
     Margins needed; // for axes, titles and a legend beside the plot area
     LeftOut left_out = LeftOut::Nothing;
-    bool legend_beside = false;     // it is too large for the plot area
+    bool legend_beside = false;     // in the plot area it would hide too much
+    bool legend_left_out = false;   // it has no room anywhere
+    float legend_room = 0;          // what it takes of `needed`, beside the plot area
     std::int8_t legend_corner = -1; // the last place among those for a legend, so that it does not wander
     bool operator==(Fitting const&) const = default;
 };

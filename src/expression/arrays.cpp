@@ -121,7 +121,7 @@ void SetArrayValues(Engine& engine, std::string_view name, int dimensions, qvArr
         record.upper_bounds.fill(0);
         for (int k = 0; k < dimensions; ++k)
             resume_after(
-                [&] { record.upper_bounds[static_cast<std::size_t>(k + 1)] = at(source.UpperBounds, k); });
+                [&] { record.upper_bounds[static_cast<std::size_t>(k) + 1] = at(source.UpperBounds, k); });
         resume_after([&] { allocate(engine, record); });
         resume_after([&] { copy_values(record, source); });
     });

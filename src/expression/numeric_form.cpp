@@ -209,10 +209,11 @@ std::optional<std::uint16_t> CodeWriter::joined_product(NumericNode const& sum) 
 
 void CodeWriter::write() {
     count_readers();
-    for (std::uint16_t node = 0; node < form_.nodes.size(); ++node)
+    auto const count = static_cast<std::uint16_t>(form_.nodes.size()); // a formula has a few hundred steps
+    for (std::uint16_t node = 0; node < count; ++node)
         if (auto const product = joined_product(form_.nodes[node]); product && readers_[node] > 0)
             written_[*product] = true;
-    for (std::uint16_t node = 0; node < form_.nodes.size(); ++node)
+    for (std::uint16_t node = 0; node < count; ++node)
         if (form_.nodes[node].row && readers_[node] > 0 && !written_[node]) plan(node);
     write_code();
 }

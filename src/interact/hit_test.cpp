@@ -46,12 +46,11 @@ bool is_on_legend(ControlState const& state, Graph const& graph, std::uint8_t bu
     return graph.LegendShow && graph.LegendDragging && !zooming && holds(render::legend_box(graph), place);
 }
 
-/// What a place hits of a graph; nothing of one that is not drawn, or elsewhere.
+/// What a place hits of a graph that is drawn.
 std::optional<Hit> hit_of(ControlState const& state, Graph& graph, std::uint8_t button, Point place) {
     constexpr Hit legend{&HitFlags::OnLegend, PointerShape::UpArrow};
     constexpr Hit body{&HitFlags::OnGraphBody, PointerShape::FourWay};
     constexpr Hit zoom_area{&HitFlags::OnPlotArea, PointerShape::Cross};
-    if (!graph.GraphInclude) return std::nullopt;
     if (is_on_legend(state, graph, button, place)) return legend;
     if (const Box plot = render::plot_box(graph); holds(plot, place))
         return hit_in(state, plot, plot_edges, place, graph.GraphAllowZoom ? zoom_area : body);
@@ -75,12 +74,12 @@ struct GraphHit {
 
 /// The front-most graph that a place hits.
 std::optional<GraphHit> front_hit(ControlState& state, std::uint8_t button, Point place) {
-    for (auto index = state.GraphOrder.rbegin(); index != state.GraphOrder.rend(); ++index) {
-        Graph* const graph = graph_at(state, *index);
-        if (!graph) continue;
-        if (auto const hit = hit_of(state, *graph, button, place)) return GraphHit{*index, *hit};
-    }
-    return std::nullopt;
+    std::optional<Hit> hit;
+    std::int16_t const index = render::front_graph(state, [&](Graph& graph) {
+        hit = hit_of(state, graph, button, place);
+        return hit.has_value();
+    });
+    return index >= 0 ? std::optional<GraphHit>({index, *hit}) : std::nullopt;
 }
 
 } // namespace
@@ -109,14 +108,11 @@ bool has_selected_axes(Graph const& graph) {
 }
 
 std::int16_t graph_under(ControlState& state, Point place) {
-    for (auto index = state.GraphOrder.rbegin(); index != state.GraphOrder.rend(); ++index) {
-        Graph* const graph = graph_at(state, *index);
-        if (!graph || !graph->GraphInclude || !has_selected_axes(*graph)) continue;
-        if (is_on_legend(state, *graph, 0, place) || holds(render::plot_box(*graph), place)
-            || holds(render::frame_box(*graph), place))
-            return *index;
-    }
-    return -1;
+    return render::front_graph(state, [&](Graph& graph) {
+        return has_selected_axes(graph)
+               && (is_on_legend(state, graph, 0, place) || holds(render::plot_box(graph), place)
+                   || holds(render::frame_box(graph), place));
+    });
 }
 
 void set_pointer(ControlState& state, PointerShape shape) {

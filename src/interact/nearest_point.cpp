@@ -1,10 +1,13 @@
 #include "interact/nearest_point.h"
 
+#include "base/text.h"
 #include "document/selection.h"
 #include "document/trap.h"
 #include "interact/hit_test.h"
 #include "interact/read_out.h"
+#include "render/bars.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 #include "render/text.h"
 #include "scale/mapping.h"
 
@@ -13,6 +16,7 @@
 #include <ranges>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace qv::interact {
 namespace {
@@ -45,6 +49,7 @@ public:
 
     void look_at(DataSet const& set, std::int16_t index) {
         if (!x_map_.valid || !y_map_.valid) return;
+        take_width_of_bars(set);
         std::size_t first = 0;
         for (PointBlock const& block : set.points.blocks()) {
             if (block.size() > 0 && !x_.misses(block.x_extent()) && !y_.misses(block.y_extent()))
@@ -56,6 +61,26 @@ public:
     std::optional<FoundPoint> found() const { return found_; }
 
 private:
+    // Bars as wide as values say are met all along their ends.
+    void take_width_of_bars(DataSet const& set) {
+        if (set.DataSymbol != render::symbol_bar || !render::has_value_width(set)) return;
+        auto const [low, high] = render::values_across_bar(set, 0);
+        Range& across = set.BarHoriz ? y_ : x_;
+        across.low -= high;
+        across.high -= low;
+        wide_ = &set;
+    }
+
+    double distance(double x, double y) const {
+        if (!wide_) return std::hypot(x_map_(x) - place_.x, y_map_(y) - place_.y);
+        scale::AxisMap const& across = wide_->BarHoriz ? y_map_ : x_map_;
+        auto const [low, high] = render::values_across_bar(*wide_, wide_->BarHoriz ? y : x);
+        auto const [first, last] = std::minmax({across(low), across(high)});
+        double const here = wide_->BarHoriz ? place_.y : place_.x;
+        double const end = wide_->BarHoriz ? x_map_(x) - place_.x : y_map_(y) - place_.y;
+        return std::hypot(here - std::clamp(here, first, last), end);
+    }
+
     // A position on the very edge of the plot area stands for the axis's own end.
     static Range values(scale::AxisMap const& map, double from, double to) {
         auto const [low, high] = std::minmax({map.value_at(from), map.value_at(to)});
@@ -72,19 +97,44 @@ private:
         }
         for (std::size_t i = begin; i < end; ++i) {
             if (!x_.holds(x[i]) || !y_.holds(y[i])) continue;
-            double const distance = std::hypot(x_map_(x[i]) - place_.x, y_map_(y[i]) - place_.y);
-            if (distance > nearest_) continue;
-            nearest_ = distance;
-            found_ = {first.data_set, first.point + i, distance};
+            double const away = distance(x[i], y[i]);
+            if (away > nearest_) continue;
+            nearest_ = away;
+            found_ = {first.data_set, first.point + i, away};
         }
     }
 
     scale::AxisMap x_map_, y_map_;
     Point place_;
     Range x_, y_;
+    DataSet const* wide_ = nullptr; // the set looked at, where its points are bars of a width
     double nearest_;
     std::optional<FoundPoint> found_;
 };
+
+// Items have an extent: those that a place lies on are at no distance from it.
+std::optional<std::size_t> item_under(render::SeriesView const& view, Point place) {
+    render::SeriesKind const* const kind = render::series_kind(view.set);
+    if (!kind || !view.x.valid || !view.y.valid || !holds(view.plot, place)) return std::nullopt;
+    return kind->item_at(view, place);
+}
+
+std::string fact_text(Graph const& graph, DataSet const& set, render::Fact const& fact) {
+    using Of = render::Fact::Of;
+    std::string const name = fact.name.empty() ? "" : fact.name + " ";
+    switch (fact.of) {
+    case Of::XAxis: return name + coordinate_text(at(graph.Axes, set.xAxisIndex), fact.value);
+    case Of::YAxis: return name + coordinate_text(at(graph.Axes, set.yAxisIndex), fact.value);
+    case Of::Text: return name + fact.text;
+    default: return name + number_text(fact.value);
+    }
+}
+
+std::string facts_text(Graph const& graph, DataSet const& set, std::vector<render::Fact> const& facts) {
+    std::string text;
+    for (render::Fact const& fact : facts) text += (text.empty() ? ": " : ", ") + fact_text(graph, set, fact);
+    return text;
+}
 
 void show_name(ControlState& state, std::string name) {
     if (name == state.PointTooltip) return;
@@ -96,26 +146,30 @@ void show_name(ControlState& state, std::string name) {
 
 std::optional<FoundPoint> nearest_point(ControlState& state, std::int16_t index, Point place, double radius) {
     Graph& graph = *at(state.Graphs, index);
-    std::optional<FoundPoint> nearest;
+    std::optional<FoundPoint> nearest, item; // of items the one drawn last lies above
     for (std::int16_t i = 0; i < graph.NumDataSets(); ++i) {
         DataSet const& set = at(graph.DataSets, i);
         if (set.DataHide) continue;
-        const document::SelectedAxesScope selection(graph);
-        graph.SelectedXAxis = set.xAxisIndex;
-        graph.SelectedYAxis = set.yAxisIndex;
+        const render::SeriesScope scope(state, graph, i, render::SeriesScope::Maps::AsShown);
+        if (render::series_kind(set)) {
+            if (auto const found = item_under(scope.view(), place)) item = FoundPoint{i, *found, 0};
+            continue;
+        }
         Search search(graph, place, nearest ? nearest->distance : radius);
         search.look_at(set, i);
         if (search.found()) nearest = search.found();
     }
-    return nearest;
+    return nearest ? nearest : item; // points are small, and drawn where they can be seen
 }
 
 std::string point_name(ControlState& state, std::int16_t index, FoundPoint const& found) {
     Graph& graph = *at(state.Graphs, index);
     DataSet const& set = at(graph.DataSets, found.data_set);
-    const document::PointEntry point = set.points.at(found.point);
     std::string name = set.DataLegend.empty() ? "Data set " + std::to_string(found.data_set + 1)
                                               : render::as_read(state, set.DataLegend);
+    if (render::SeriesKind const* const kind = render::series_kind(set))
+        return name + facts_text(graph, set, kind->item_facts(set, found.point));
+    const document::PointEntry point = set.points.at(found.point);
     if (!point.DataID.empty()) name += ", " + render::as_read(state, point.DataID);
     return name + ": " + coordinate_text(at(graph.Axes, set.xAxisIndex), point.X) + ", "
            + coordinate_text(at(graph.Axes, set.yAxisIndex), point.Y);

@@ -12,7 +12,7 @@ namespace qv::interact {
 
 struct FoundPoint {
     std::int16_t data_set = 0;
-    std::size_t point = 0; // in order of arrival
+    std::size_t point = 0; // in order of arrival; of other kinds than points the item
     double distance = 0;   // from the place asked for, twips
 };
 

@@ -4,6 +4,7 @@
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 #include "render/text.h"
 
 #include <cmath>
@@ -51,6 +52,9 @@ Extents extents_of(document::PointStore const& points) {
 std::string data_text(Graph const& graph, DataSet const& set) {
     std::string text = set.DataHide ? "hidden; " : "";
     if (!set.MathFunc.empty()) text += "function " + set.MathFunc + "; ";
+    if (render::SeriesKind const* const kind = render::series_kind(set))
+        return text + std::to_string(kind->item_count(set))
+               + (kind->item_count(set) == 1 ? " item" : " items");
     text += std::to_string(set.points.size()) + (set.points.size() == 1 ? " point" : " points");
     auto const [x, y] = extents_of(set.points);
     if (x.empty()) return text;
@@ -89,9 +93,12 @@ std::string point_read(document::ControlState& state) {
     if (!read || read->graph >= state.NumGraphs()) return {};
     Graph const& graph = *state.Graphs[static_cast<std::size_t>(read->graph)];
     if (read->data_set >= graph.NumDataSets()) return {};
-    document::PointStore const& points = at(graph.DataSets, read->data_set).points;
-    std::size_t const point = read->arrival - points.dropped(); // of a dropped one it is too large
-    return point < points.size() ? point_name(state, read->graph, {read->data_set, point, 0}) : std::string();
+    DataSet const& set = at(graph.DataSets, read->data_set);
+    render::SeriesKind const* const kind = render::series_kind(set);
+    std::size_t const point = read->arrival - (kind ? 0 : set.points.dropped()); // too large of a dropped one
+    return point < (kind ? kind->item_count(set) : set.points.size())
+               ? point_name(state, read->graph, {read->data_set, point, 0})
+               : std::string();
 }
 
 } // namespace qv::interact

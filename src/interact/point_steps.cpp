@@ -7,6 +7,7 @@
 #include "interact/read_out.h"
 #include "interact/scroll_bars.h"
 #include "render/page_marks.h"
+#include "render/series_kind.h"
 
 #include <algorithm>
 #include <cmath>
@@ -59,8 +60,20 @@ std::optional<std::size_t> drawable_from(PointStore const& points, std::size_t f
     return std::nullopt;
 }
 
+/// Points, or the items of a kind of its own.
+std::size_t count_of(DataSet const& set) {
+    render::SeriesKind const* const kind = render::series_kind(set);
+    return kind ? kind->item_count(set) : set.points.size();
+}
+
+/// The next from `from` on that can be drawn, `from` included.
+std::optional<std::size_t> readable_from(DataSet const& set, std::size_t from, bool forward) {
+    if (!render::series_kind(set)) return drawable_from(set.points, from, forward);
+    return from < count_of(set) ? std::optional(from) : std::nullopt;
+}
+
 bool is_read(DataSet const& set) {
-    return !set.DataHide && set.points.size() > 0;
+    return !set.DataHide && count_of(set) > 0;
 }
 
 std::optional<std::int16_t> next_data_set(Graph const& graph, int from, bool forward) {
@@ -107,10 +120,20 @@ std::size_t nearest_in_x(PointStore const& points, double x) {
     return nearest;
 }
 
+/// Points are known by their arrival, so that they stay the same while older ones are dropped.
+std::size_t forgotten_points(DataSet const& set) {
+    return render::series_kind(set) ? 0 : set.points.dropped();
+}
+
+/// The item or point of a data set from which reading goes on that began at `x` in another.
+std::size_t start_in(DataSet const& set, std::optional<double> x) {
+    return x && !render::series_kind(set) ? nearest_in_x(set.points, *x) : 0;
+}
+
 bool read(ControlState& state, Graph& graph, std::int16_t data_set, std::optional<std::size_t> point) {
     if (!point) return false;
     state.read_point =
-        ReadPoint{state.CurrentGraph, data_set, *point + at(graph.DataSets, data_set).points.dropped()};
+        ReadPoint{state.CurrentGraph, data_set, *point + forgotten_points(at(graph.DataSets, data_set))};
     std::string const text = point_name(state, state.CurrentGraph, {data_set, *point, 0});
     state.pointer.is_read = false; // the label is the point's now
     show_read_out(state, text);
@@ -125,15 +148,14 @@ bool step_point(ControlState& state, bool forward) {
     Graph* const graph = graph_at(state, state.CurrentGraph);
     if (!graph) return false;
     if (auto const now = present(state)) {
-        PointStore const& points = now->set.points;
         if (!forward && now->index == 0) return false;
         return read(state, *graph, state.read_point->data_set,
-                    drawable_from(points, forward ? now->index + 1 : now->index - 1, forward));
+                    readable_from(now->set, forward ? now->index + 1 : now->index - 1, forward));
     }
     auto const set = next_data_set(*graph, -1, true);
     if (!set) return false;
-    PointStore const& points = at(graph->DataSets, *set).points;
-    return read(state, *graph, *set, drawable_from(points, forward ? 0 : points.size() - 1, forward));
+    DataSet const& first = at(graph->DataSets, *set);
+    return read(state, *graph, *set, readable_from(first, forward ? 0 : count_of(first) - 1, forward));
 }
 
 bool step_data_set(ControlState& state, bool forward) {
@@ -141,11 +163,12 @@ bool step_data_set(ControlState& state, bool forward) {
     if (!graph) return false;
     auto const now = present(state);
     if (!now) return step_point(state, true);
-    double const x = now->set.points.at(now->index).X;
+    std::optional<double> x;
+    if (!render::series_kind(now->set)) x = now->set.points.at(now->index).X;
     for (auto set = next_data_set(*graph, state.read_point->data_set, forward); set;
          set = next_data_set(*graph, *set, forward)) {
-        PointStore const& others = at(graph->DataSets, *set).points;
-        if (read(state, *graph, *set, drawable_from(others, nearest_in_x(others, x), true))) return true;
+        DataSet const& other = at(graph->DataSets, *set);
+        if (read(state, *graph, *set, readable_from(other, start_in(other, x), true))) return true;
     }
     return false;
 }

@@ -80,15 +80,19 @@ void RasterSurface::set_twips_per_pixel(double x, double y) {
 }
 
 std::span<std::uint32_t const> RasterSurface::pixels() const {
-    return canvas_->buffer.pixels;
+    return canvas_->pixels.read().pixels;
+}
+
+std::shared_ptr<std::uint32_t const> RasterSurface::snapshot() const {
+    return canvas_->pixels.hold();
 }
 
 int RasterSurface::width() const {
-    return canvas_->buffer.width;
+    return canvas_->pixels.read().width;
 }
 
 int RasterSurface::height() const {
-    return canvas_->buffer.height;
+    return canvas_->pixels.read().height;
 }
 
 PixelSize RasterSurface::GetClientRect() const {
@@ -105,22 +109,24 @@ void RasterSurface::Move(double width_twips, double height_twips) {
         new_width, new_height,
         std::vector<std::uint32_t>(static_cast<std::size_t>(new_width) * static_cast<std::size_t>(new_height),
                                    pixel_value(state.BackColor))};
-    const PixelBox kept = intersection(resized.bounds(), canvas_->buffer.bounds());
-    for (int y = 0; y < kept.bottom; ++y) std::copy_n(canvas_->buffer.row(y), kept.right, resized.row(y));
-    canvas_->buffer = std::move(resized);
-    canvas_->clip = canvas_->buffer.bounds();
+    PixelBuffer const& before = canvas_->pixels.read();
+    const PixelBox kept = intersection(resized.bounds(), before.bounds());
+    for (int y = 0; y < kept.bottom; ++y) std::copy_n(before.row(y), kept.right, resized.row(y));
+    canvas_->clip = resized.bounds();
+    canvas_->pixels.replace(std::move(resized));
 }
 
 void RasterSurface::Cls() {
     canvas_->paint_open_shapes();
-    fill_pixels(canvas_->buffer, canvas_->buffer.bounds(), pixel_value(state.BackColor));
+    PixelBuffer& buffer = canvas_->pixels.write_all();
+    fill_pixels(buffer, buffer.bounds(), pixel_value(state.BackColor));
 }
 
 void RasterSurface::SelectClipPath(Box const& box) {
     canvas_->drop_what_failed();
     const PixelBox pixels = spanned({box.left / twips_per_pixel_x_, box.top / twips_per_pixel_y_},
                                     {box.right() / twips_per_pixel_x_, box.bottom() / twips_per_pixel_y_});
-    canvas_->clip = intersection(pixels, canvas_->buffer.bounds());
+    canvas_->clip = intersection(pixels, canvas_->pixels.read().bounds());
 }
 
 void RasterSurface::BitBlt(PixelPoint target, PixelSize size, DrawSurface const& source, PixelPoint origin) {
@@ -135,13 +141,18 @@ void RasterSurface::BitBlt(PixelPoint target, PixelSize size, DrawSurface const&
     auto const far = static_cast<int>(farthest_pixel);
     const PixelBox block{left, top, left + std::clamp(size.width, 0, far),
                          top + std::clamp(size.height, 0, far)};
-    const PixelBox box =
-        intersection(intersection(block, canvas_->clip), moved(other->canvas_->buffer.bounds(), dx, dy));
+    const PixelBox box = intersection(intersection(block, canvas_->clip),
+                                      moved(other->canvas_->pixels.read().bounds(), dx, dy));
     if (box.empty()) return;
+    PixelBox const whole = canvas_->pixels.read().bounds();
+    if (dx == 0 && dy == 0 && box == whole && whole == other->canvas_->pixels.read().bounds())
+        return canvas_->pixels.share(other->canvas_->pixels);
+    PixelBuffer& to = canvas_->pixels.write();
+    PixelBuffer const& from = other->canvas_->pixels.read();
     // Within one surface, rows are taken in the order in which none is overwritten before it is read.
     for (int i = 0; i < box.height(); ++i) {
         int const y = dy > 0 ? box.bottom - 1 - i : box.top + i;
-        std::memmove(canvas_->buffer.row(y) + box.left, other->canvas_->buffer.row(y - dy) + box.left - dx,
+        std::memmove(to.row(y) + box.left, from.row(y - dy) + box.left - dx,
                      static_cast<std::size_t>(box.width()) * sizeof(std::uint32_t));
     }
 }
@@ -151,7 +162,8 @@ void RasterSurface::Line(Point from, Point to, LineShape shape, Color color) {
     const PixelPoint b{to.x / twips_per_pixel_x_, to.y / twips_per_pixel_y_};
     if (!is_finite(a) || !is_finite(b)) return;
     if (shape == LineShape::FilledBox && canvas_->paints_at_once(state))
-        return fill_pixels(canvas_->buffer, intersection(spanned(a, b), canvas_->clip), pixel_value(color));
+        return fill_pixels(canvas_->pixels.write(), intersection(spanned(a, b), canvas_->clip),
+                           pixel_value(color));
     CoverageMask& mask = canvas_->mask(state, color);
     const Pen pen = pen_of(*this);
     if (shape == LineShape::FilledBox)
@@ -236,8 +248,9 @@ void RasterSurface::LineTo(PixelPoint from, PixelPoint to, Color color) {
     }
     // Copies, which a store to a pixel cannot have changed.
     const std::uint32_t value = pixel_value(color);
-    std::uint32_t* const pixels = canvas_->buffer.pixels.data();
-    std::ptrdiff_t const width = canvas_->buffer.width;
+    PixelBuffer& buffer = canvas_->pixels.write();
+    std::uint32_t* const pixels = buffer.pixels.data();
+    std::ptrdiff_t const width = buffer.width;
     walk_whole_line(canvas_->clip, {from, to}, [=](int x, int y) { pixels[y * width + x] = value; });
 }
 

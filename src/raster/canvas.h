@@ -4,13 +4,14 @@
 #include "qvgraph/RasterSurface.h"
 #include "raster/polygon.h"
 #include "raster/shape_layers.h"
+#include "raster/shared_pixels.h"
 #include "raster/symbol_sprites.h"
 
 namespace qv::raster {
 
 struct RasterSurface::Canvas {
-    PixelBuffer buffer;
-    PixelBox clip = buffer.bounds(); // always within the buffer
+    SharedPixels pixels;
+    PixelBox clip = pixels.read().bounds(); // always within the pixels
     ShapeLayers layers;
     int open_shapes = 0;
     PolygonFiller filler;
@@ -21,7 +22,7 @@ struct RasterSurface::Canvas {
 
     /// The mask of the shape in this colour, or of the pixels to invert.
     CoverageMask& mask(DrawState const& state, Color color) {
-        return layers.mask(state.draw_mode == DrawMode::Invert ? Paint{} : Paint{pixel_value(color)}, buffer);
+        return layers.mask(state.draw_mode == DrawMode::Invert ? Paint{} : Paint{pixel_value(color)}, pixels);
     }
     /// Whether whole pixels in a colour may be written without a mask.
     bool paints_at_once(DrawState const& state) const {
@@ -29,12 +30,12 @@ struct RasterSurface::Canvas {
     }
     /// Ends one operation: paints what it covered, unless a shape is open.
     void finish() {
-        if (open_shapes == 0) layers.paint(buffer);
+        if (open_shapes == 0) layers.paint(pixels);
     }
     /// Before pixels are written past the masks: what was drawn earlier must lie below.
     void paint_open_shapes() {
         drop_what_failed();
-        layers.paint(buffer);
+        layers.paint(pixels);
     }
     /// Outside of shapes only an operation that has failed leaves a mask.
     void drop_what_failed() {

@@ -42,12 +42,11 @@ struct Capsule {
         : base_x(whole_pixel(segment.from.x)), base_y(whole_pixel(segment.from.y)),
           from_x(static_cast<float>(segment.from.x - base_x)),
           from_y(static_cast<float>(segment.from.y - base_y)), reach(static_cast<float>(width / 2 + 0.5)) {
-        auto const dx = static_cast<float>(segment.to.x - segment.from.x);
-        auto const dy = static_cast<float>(segment.to.y - segment.from.y);
-        length = std::sqrt(dx * dx + dy * dy);
-        float const one = length > 0 ? 1 / length : 0;
-        along_x = length > 0 ? dx * one : 1;
-        along_y = dy * one;
+        double const dx = segment.to.x - segment.from.x, dy = segment.to.y - segment.from.y;
+        double const distance = std::sqrt(dx * dx + dy * dy);
+        length = static_cast<float>(distance);
+        along_x = distance > 0 ? static_cast<float>(dx / distance) : 1;
+        along_y = distance > 0 ? static_cast<float>(dy / distance) : 0;
     }
 
     /// Coverage of four pixels from (x, y), side by side or one below the other.

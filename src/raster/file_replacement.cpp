@@ -29,25 +29,28 @@ struct ErrorRow {
 };
 
 constexpr std::array error_rows{
-    ErrorRow{EACCES, FaultNumber::PermissionDenied}, ErrorRow{EPERM, FaultNumber::PermissionDenied},
-    ErrorRow{EROFS, FaultNumber::PermissionDenied},  ErrorRow{ENOSPC, FaultNumber::DiskFull},
-    ErrorRow{EDQUOT, FaultNumber::DiskFull},         ErrorRow{EFBIG, FaultNumber::DiskFull},
-    ErrorRow{ENOTDIR, FaultNumber::PathNotFound},    ErrorRow{EISDIR, FaultNumber::PathFileAccess},
-    ErrorRow{EEXIST, FaultNumber::PathFileAccess},   ErrorRow{ENAMETOOLONG, FaultNumber::PathFileAccess},
+    ErrorRow{EACCES, FaultNumber::PermissionDenied},
+    ErrorRow{EPERM, FaultNumber::PermissionDenied},
+    ErrorRow{EROFS, FaultNumber::PermissionDenied},
+    ErrorRow{ENOSPC, FaultNumber::DiskFull},
+    ErrorRow{EDQUOT, FaultNumber::DiskFull},
+    ErrorRow{EFBIG, FaultNumber::DiskFull},
+    ErrorRow{ENOENT, FaultNumber::PathNotFound},
+    ErrorRow{ENOTDIR, FaultNumber::PathNotFound},
+    ErrorRow{EISDIR, FaultNumber::PathFileAccess},
+    ErrorRow{EEXIST, FaultNumber::PathFileAccess},
+    ErrorRow{ENAMETOOLONG, FaultNumber::PathFileAccess},
     ErrorRow{ELOOP, FaultNumber::PathFileAccess},
 };
 
-FaultNumber number_of_error(int error, FaultNumber when_missing) {
-    if (error == ENOENT) return when_missing;
+FaultNumber number_of_error(int error) {
     for (ErrorRow const& row : error_rows)
         if (row.error == error) return row.number;
     return FaultNumber::DeviceError;
 }
 
-[[noreturn]] void raise_file_fault(std::string_view verb, std::string const& path, int error,
-                                   FaultNumber when_missing) {
-    raise_fault(number_of_error(error, when_missing),
-                "Cannot " + std::string(verb) + " " + path + ": " + std::strerror(error));
+[[noreturn]] void raise_file_fault(std::string const& path, int error) {
+    raise_fault(number_of_error(error), "Cannot write " + path + ": " + std::strerror(error));
 }
 
 // In the same folder, for only there a file can be moved onto another; short, for the other may be long.
@@ -100,39 +103,26 @@ std::string ordinary_file(std::string const& path) {
         if (!std::filesystem::is_symlink(status)) return target.string();
         target = target.parent_path() / std::filesystem::read_symlink(target, ignored);
     }
-    raise_file_fault("write", path, ELOOP, FaultNumber::PathNotFound);
+    raise_file_fault(path, ELOOP);
 }
 
 // The system would read the name up to the zero, and so touch another file.
-void require_whole_name(std::string_view verb, std::string const& path) {
+void require_whole_name(std::string const& path) {
     auto const zero = path.find('\0');
     if (zero == std::string::npos) return;
-    raise_fault(FaultNumber::PathFileAccess, "Cannot " + std::string(verb)
-                                                 + " a file whose name holds a zero character, after \""
+    raise_fault(FaultNumber::PathFileAccess, "Cannot write a file whose name holds a zero character, after \""
                                                  + path.substr(0, zero) + "\"");
 }
 
 } // namespace
 
 void replace_file(std::string const& path, std::span<std::uint8_t const> bytes) {
-    require_whole_name("write", path);
+    require_whole_name(path);
     const std::string target = ordinary_file(path);
     const std::string part = name_beside(target);
     int error = is_protected(target) ? errno : write_new(part, bytes);
     if (error == 0) error = move_onto(target, part);
-    if (error != 0) raise_file_fault("write", path, error, FaultNumber::PathNotFound);
-}
-
-std::vector<std::uint8_t> read_file(std::string const& path) {
-    require_whole_name("read", path);
-    const File file(std::fopen(path.c_str(), "rb"));
-    if (!file) raise_file_fault("read", path, errno, FaultNumber::FileNotFound);
-    std::vector<std::uint8_t> content;
-    std::array<std::uint8_t, 65536> block;
-    for (std::size_t count; (count = std::fread(block.data(), 1, block.size(), file.get())) > 0;)
-        content.insert(content.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(count));
-    if (std::ferror(file.get()) != 0) raise_file_fault("read", path, errno, FaultNumber::FileNotFound);
-    return content;
+    if (error != 0) raise_file_fault(path, error);
 }
 
 } // namespace qv::raster

@@ -70,7 +70,10 @@ public:
         : canvas_(*surface.canvas_), state_(surface.state), fonts_(*surface.fonts_), metrics_(metrics),
           twips_x_(surface.twips_per_pixel_x_), twips_y_(surface.twips_per_pixel_y_),
           color_(pixel_value(state_.ForeColor)) {
-        if (!canvas_.paints_at_once(state_)) mask_ = &canvas_.mask(state_, state_.ForeColor);
+        if (canvas_.paints_at_once(state_))
+            buffer_ = &canvas_.pixels.write();
+        else
+            mask_ = &canvas_.mask(state_, state_.ForeColor);
     }
 
     void draw(std::string_view line, PixelPoint top_left, double angle_degrees) {
@@ -134,7 +137,7 @@ private:
 
     void put(int x, int y, std::uint8_t coverage) {
         if (mask_ == nullptr) {
-            std::uint32_t& pixel = canvas_.buffer.row(y)[x];
+            std::uint32_t& pixel = buffer_->row(y)[x];
             pixel = blended_text(pixel, color_, coverage);
         } else if (state_.draw_mode != DrawMode::Invert) {
             mask_->raise(x, y, coverage);
@@ -150,7 +153,8 @@ private:
     double twips_x_;
     double twips_y_;
     std::uint32_t color_;
-    CoverageMask* mask_ = nullptr; // instead of the pixels
+    PixelBuffer* buffer_ = nullptr; // one of the two is drawn on
+    CoverageMask* mask_ = nullptr;  // instead of the pixels
 };
 
 namespace {

@@ -43,7 +43,7 @@ Oval drawable(Oval oval, Edge edge) {
 
 std::uint8_t coverage_byte(double part, Edge edge) {
     if (edge == Edge::Whole) return part >= 0.5 ? 255 : 0;
-    return static_cast<std::uint8_t>(std::clamp(part, 0.0, 1.0) * 255 + 0.5);
+    return static_cast<std::uint8_t>(floor_int(std::clamp(part, 0.0, 1.0) * 255 + 0.5));
 }
 
 // Visits the rows of the oval grown by `margin`: visit(y, dy, left, right).

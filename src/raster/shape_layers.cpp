@@ -20,21 +20,24 @@ void paint_mask(CoverageMask& mask, Paint paint, PixelBuffer& target) {
 
 } // namespace
 
-CoverageMask& ShapeLayers::mask(Paint paint, PixelBuffer& target) {
+CoverageMask& ShapeLayers::mask(Paint paint, SharedPixels& target) {
     for (std::size_t i = 0; i < open_; ++i)
         if (layers_[i]->paint == paint) return layers_[i]->mask;
     if (open_ == most_layers) this->paint(target);
     if (open_ == layers_.size()) layers_.push_back(std::make_unique<Layer>());
     Layer& layer = *layers_[open_];
     layer.paint = paint;
-    if (layer.mask.width() != target.width || layer.mask.height() != target.height)
-        layer.mask.resize(target.width, target.height);
+    PixelBuffer const& pixels = target.read();
+    if (layer.mask.width() != pixels.width || layer.mask.height() != pixels.height)
+        layer.mask.resize(pixels.width, pixels.height);
     ++open_;
     return layer.mask;
 }
 
-void ShapeLayers::paint(PixelBuffer& target) {
-    for (std::size_t i = 0; i < open_; ++i) paint_mask(layers_[i]->mask, layers_[i]->paint, target);
+void ShapeLayers::paint(SharedPixels& target) {
+    if (open_ == 0) return;
+    PixelBuffer& pixels = target.write();
+    for (std::size_t i = 0; i < open_; ++i) paint_mask(layers_[i]->mask, layers_[i]->paint, pixels);
     open_ = 0;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "raster/coverage_mask.h"
+#include "raster/shared_pixels.h"
 
 #include <memory>
 #include <optional>
@@ -16,9 +17,9 @@ class ShapeLayers {
 public:
     /// The mask that collects the shape of this paint. Asking for one more paint than can be kept open at
     /// once paints the open ones first.
-    CoverageMask& mask(Paint paint, PixelBuffer& target);
+    CoverageMask& mask(Paint paint, SharedPixels& target);
     /// Paints the open shapes in the order in which their paints were first asked for.
-    void paint(PixelBuffer& target);
+    void paint(SharedPixels& target);
     /// Forgets the open shapes.
     void drop();
     bool empty() const { return open_ == 0; }

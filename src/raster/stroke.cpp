@@ -30,6 +30,15 @@ DashPattern const* dash_pattern(DrawStyle style) {
                                                                : nullptr;
 }
 
+// Of two pixels exactly half a width away on either side a line without a smooth edge takes one, the same
+// that the sides of a box do: the left or upper for an even width, the right or lower for an odd one. So a
+// level line has no row too many.
+Segment decided(Segment const& segment, Pen const& pen) {
+    if (pen.edge == Edge::Smooth) return segment;
+    double const aside = (whole_pen(pen.width) % 2 == 0 ? -1 : 1) / 512.0;
+    return {{segment.from.x + aside, segment.from.y + aside}, {segment.to.x + aside, segment.to.y + aside}};
+}
+
 // The part of each row that a capsule can cover, from its start; y counts from there as well.
 struct RowReach {
     float left, right; // of the whole capsule
@@ -53,7 +62,7 @@ class CapsuleStroke {
 public:
     CapsuleStroke(CoverageMask& mask, PixelBox const& box, Segment const& segment, Pen const& pen, bool flat)
         : mask_(mask), box_(box), pen_(pen), flat_(flat), dashed_(is_dashed(pen.style)),
-          capsule_(segment, pen.width) {
+          capsule_(decided(segment, pen), pen.width) {
         double const reach = pen.width / 2 + 0.5;
         top_ = floor_int(std::min(segment.from.y, segment.to.y) - reach) + 1;
         bottom_ = floor_int(std::max(segment.from.y, segment.to.y) + reach) + 1;

@@ -224,8 +224,8 @@ SymbolStamper::Sprite const& SymbolStamper::sprite(int phase, int phases, Polygo
     if (found) return *found;
     if (!frame_) frame_ = frame_of(*symbol_, filler);
     int const reach = reach_of(*symbol_);
-    const CoverageMask mask =
-        mask_at(*symbol_, {1.0 * (phase % phases) / phases, 1.0 * (phase / phases) / phases}, filler);
+    int const column = phase % phases, row = phase / phases;
+    const CoverageMask mask = mask_at(*symbol_, {1.0 * column / phases, 1.0 * row / phases}, filler);
     Sprite drawn{moved(*frame_, -reach, -reach), (frame_->width() + block - 1) / block * block, {}};
     drawn.bytes.resize(static_cast<std::size_t>(drawn.stride) * static_cast<std::size_t>(frame_->height()));
     for (int y = 0; y < frame_->height(); ++y)

@@ -29,6 +29,7 @@ using document::trapped;
 
 constexpr double minor_tick_share = 0.7;
 constexpr double smallest_axis_length = 100; // twips
+constexpr double title_air_mm = 1.5;         // between the ends of a title and the frame
 
 // One axis being drawn.
 struct AxisDrawing {
@@ -126,15 +127,36 @@ AxisTitle axis_title(AxisDrawing const& drawing) {
     return {(drawing.state.RichText ? own : escaped(own)) + "  (" + drawing.offset + ")", true};
 }
 
+// Under FitMargins a title that is longer than the frame takes several lines.
+std::string fitted_title(ControlState const& state, DrawSurface& surface, std::string_view title, double room,
+                         Markup markup) {
+    if (!state.FitMargins || !(room > 0)) return std::string(title);
+    return broken_text(surface, title, room, markup);
+}
+
+// The length that a text about a middle may take between two ends, less a little air.
+double room_about(double middle, double from, double to, double air) {
+    return 2 * (std::min(middle - from, to - middle) - air);
+}
+
+double room_for_title(AxisDrawing const& drawing) {
+    const Box frame = frame_box(current_graph(drawing.state));
+    bool const is_x = drawing.frame.kind == AxisKind::X;
+    double const from = is_x ? frame.left : frame.top;
+    return room_about(drawing.frame.along_middle(), from, from + (is_x ? frame.width : frame.height),
+                      title_air_mm * drawing.frame.units_per_mm);
+}
+
 // Draws the title and returns how many twips the axis reaches out of where it stands.
 double draw_title(AxisDrawing const& drawing) {
     double const distance = distance_to_title(drawing);
     Axis const& axis = drawing.axis;
-    const AxisTitle title = axis_title(drawing);
+    AxisTitle title = axis_title(drawing);
     if (title.text.empty() && (!axis.AxisShowTitle || leaves_out_titles(drawing))) return distance;
     SetGraphFont(drawing.state, drawing.surface, axis.AxisTitleFont);
-    const TextBlock size = text_block(drawing.surface, title.text,
-                                      title.is_ours ? Markup::Read : markup_of_host_texts(drawing.state));
+    const Markup markup = title.is_ours ? Markup::Read : markup_of_host_texts(drawing.state);
+    title.text = fitted_title(drawing.state, drawing.surface, title.text, room_for_title(drawing), markup);
+    const TextBlock size = text_block(drawing.surface, title.text, markup);
     if (drawing.paints)
         PrintText(drawing.state, drawing.surface, title.text, title_place(drawing, size, distance),
                   {axis.AxisTitleFont, axis.AxisTitleColor, title.is_ours});
@@ -207,14 +229,16 @@ void draw_graph_title(ControlState& state, DrawSurface& surface, AxesPass pass) 
     Graph const& graph = current_graph(state);
     if (!graph.GraphShowTitle || graph.leaves_out(LeftOut::Title)) return;
     const Box plot = plot_box(current_graph(state));
-    std::string const& title = at(state.GraphTitles, state.CurrentGraph);
     double const above = graph.TopAxesHeight + (graph.GraphTitleVShift + 1) * state.UnitsPerMmY;
-    if (pass == AxesPass::Measured) {
-        SetGraphFont(state, surface, std::string(graph.GraphTitleFont));
-        return reach_out(state.axes_reach.top,
-                         above + text_block(surface, title, markup_of_host_texts(state)).height);
-    }
     double const x = plot.left + plot.width / 2 + (graph.GraphTitleHShift + 1) * state.UnitsPerMmX;
+    const Markup markup = markup_of_host_texts(state);
+    SetGraphFont(state, surface, std::string(graph.GraphTitleFont));
+    const std::string title = fitted_title(
+        state, surface, at(state.GraphTitles, state.CurrentGraph),
+        room_about(x, graph.FrameLeft, graph.FrameLeft + graph.FrameWidth, title_air_mm * state.UnitsPerMmX),
+        markup);
+    if (pass == AxesPass::Measured)
+        return reach_out(state.axes_reach.top, above + text_block(surface, title, markup).height);
     PrintText(state, surface, title,
               {{std::max(0.0, x), std::max(0.0, plot.top - above)}, Align::Centre, Align::End, 0, true},
               {graph.GraphTitleFont, graph.GraphTitleColor});

@@ -14,7 +14,8 @@ namespace {
 // or outside, which counts on both.
 double half_line(DrawSurface const& surface, document::Axis const& axis) {
     double const pixel = axis.AxisXY == AxisKind::X ? surface.TwipsPerPixelY() : surface.TwipsPerPixelX();
-    return whole_pen(surface.pen_pixels(axis.AxisThickness)) / 2 * pixel;
+    int const on_each_side = whole_pen(surface.pen_pixels(axis.AxisThickness)) / 2;
+    return on_each_side * pixel;
 }
 
 // The same of the line on the edge opposite to an axis that has ticks there: of the axis that stands there,

@@ -3,6 +3,7 @@
 #include "document/selection.h"
 #include "document/trap.h"
 #include "render/function_curve.h"
+#include "render/graph_ranges.h"
 #include "scale/axis_range.h"
 #include "scale/round_ticks.h"
 #include "scale/time_ticks.h"
@@ -26,7 +27,9 @@ bool is_settled_already(Axis const& axis) {
 
 // AutoFit was switched off.
 void leave_fit(ControlState const& state, Axis& axis) {
-    if (state.AutoFit || axis.fitted_by != FittedBy::AutoFit || !axis.ranges().shows_all()) return;
+    if (axis.fitted_by != FittedBy::AutoFit || !axis.ranges().shows_all()
+        || fits_itself(state, document::current_graph(state), axis))
+        return;
     axis.fitted_by = FittedBy::Nobody;
     axis.AxisRescale = true;
 }

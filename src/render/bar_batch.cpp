@@ -27,7 +27,7 @@ BarBatch::BarBatch(DrawSurface& surface, Box const& visible, bool horizontal)
     const Span rows = pixels(visible.top, visible.bottom(), y_unit_, {0, size.height - 1});
     across_ = horizontal ? rows : columns;
     along_ = horizontal ? columns : rows;
-    auto const length = [](Span const& span) { return static_cast<std::size_t>(span.last - span.first + 1); };
+    auto const length = [](Span const& span) { return static_cast<std::size_t>(span.last - span.first) + 1; };
     changes_.resize(length(across_) * (length(along_) + 1));
 }
 

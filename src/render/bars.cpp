@@ -21,6 +21,7 @@ using document::trapped;
 
 constexpr double half_sample_length_mm = 1.5;
 constexpr double shadow_mm = 1;
+constexpr double farthest_side = 20; // lengths of the axis
 
 BarBox sample_box(ControlState const& state, Point centre, double half_width, bool horizontal) {
     double const half_x = horizontal ? half_sample_length_mm * state.UnitsPerMmX : half_width;
@@ -41,6 +42,31 @@ void draw_face(ControlState& state, DrawSurface& surface, BarBox const& box, Dat
 
 } // namespace
 
+bool has_value_width(DataSet const& set) {
+    return set.BarWidth > 0 && std::isfinite(set.BarWidth);
+}
+
+Interval values_across_bar(DataSet const& set, double value) {
+    double const middle = value + set.BarOffset;
+    return {middle - set.BarWidth / 2, middle + set.BarWidth / 2};
+}
+
+BarSides::BarSides(Graph const& graph, DataSet const& set) : set_(set) {
+    auto const map = set.BarHoriz ? scale::y_map : scale::x_map;
+    across_ = map(graph, at(graph.Axes, set.BarHoriz ? set.yAxisIndex : set.xAxisIndex));
+    // Of a bar zoomed into, what lies this far outside is never seen.
+    double const far = farthest_side * std::abs(across_.length);
+    auto const [low, high] = std::minmax({across_.start, across_.start + across_.length});
+    within_ = {low - far, high + far};
+}
+
+Interval BarSides::operator()(double value) const {
+    const Interval values = values_across_bar(set_, value);
+    auto const place = [&](double side) { return std::clamp(across_(side), within_.low, within_.high); };
+    auto const [low, high] = std::minmax({place(values.low), place(values.high)});
+    return {low, high};
+}
+
 BarLayout::BarLayout(ControlState& state, DataPointPlace const& point)
     : half_width_(half_width_of_bars(point.half_size)) {
     Graph& graph = current_graph(state);
@@ -50,6 +76,7 @@ BarLayout::BarLayout(ControlState& state, DataPointPlace const& point)
     along_ = horizontal_ ? scale::x_map(graph, selected_x_axis(graph))
                          : scale::y_map(graph, selected_y_axis(graph));
     stacked_ = set.BarStacked && point.data_set > 0;
+    if (has_value_width(set)) sides_.emplace(graph, set);
     if (set.BarBase)
         start_ = along_(set.BarBaseValue);
     else
@@ -57,20 +84,22 @@ BarLayout::BarLayout(ControlState& state, DataPointPlace const& point)
             horizontal_ ? graph.FrameLeft - half_width_ : graph.FrameTop + graph.FrameHeight + half_width_;
 }
 
-BarBox BarLayout::box(Point place, BarBase base) const {
-    if (horizontal_)
-        return {stacked_ ? along_(base.x) : start_, place.y - half_width_ + offset_, place.x,
-                place.y + half_width_ + offset_};
-    return {place.x - half_width_ + offset_, stacked_ ? along_(base.y) : start_,
-            place.x + half_width_ + offset_, place.y};
+BarBox BarLayout::box(Point place, Point value, BarBase base) const {
+    double const middle = horizontal_ ? place.y : place.x;
+    const Interval across = sides_ ? (*sides_)(horizontal_ ? value.y : value.x)
+                                   : Interval{middle - half_width_ + offset_, middle + half_width_ + offset_};
+    double const start = !stacked_ ? start_ : along_(horizontal_ ? base.x : base.y);
+    return horizontal_ ? BarBox{start, across.low, place.x, across.high}
+                       : BarBox{across.low, start, across.high, place.y};
 }
 
 void Bar(ControlState& state, DrawSurface& surface, DataPointPlace const& point) {
     trapped(state, "Bar", [&] {
         DataSet const& set = at(current_graph(state).DataSets, point.data_set);
         const double half_width = half_width_of_bars(point.half_size);
-        const BarBox box = point.legend_sample ? sample_box(state, point.place, half_width, set.BarHoriz)
-                                               : BarLayout(state, point).box(point.place, point.base);
+        const BarBox box = point.legend_sample
+                               ? sample_box(state, point.place, half_width, set.BarHoriz)
+                               : BarLayout(state, point).box(point.place, point.value, point.base);
         if (set.BarShadow) {
             const double right = shadow_mm * state.UnitsPerMmX;
             const double down = shadow_mm * state.UnitsPerMmY;

@@ -5,6 +5,7 @@
 #include "render/symbols.h"
 #include "scale/mapping.h"
 
+#include <optional>
 #include <vector>
 
 namespace qv::render {
@@ -23,16 +24,42 @@ constexpr double half_width_of_bars(double half_size) {
     return share * half_size;
 }
 
+/// Two positions in twips, or two values.
+struct Interval {
+    double low = 0;
+    double high = 0;
+};
+
+/// Whether the bars of a data set are as wide as BarWidth says.
+bool has_value_width(document::DataSet const& set);
+/// Between which values such a bar stands whose point is at `value`.
+Interval values_across_bar(document::DataSet const& set, double value);
+
+/// The sides of bars whose width is one of values.
+class BarSides {
+public:
+    BarSides(document::Graph const& graph, document::DataSet const& set);
+    /// Twips, of the bar of this value.
+    Interval operator()(double value) const;
+
+private:
+    document::DataSet const& set_;
+    scale::AxisMap across_;
+    Interval within_; // as far as sides are told apart
+};
+
 /// Where the bars of a data set lie on the page. A bar starts at its base value, on the bar below it, or
 /// beyond the plot area's edge, where the clip cuts it.
 class BarLayout {
 public:
     /// `point` tells data set and half size; its place does not matter.
     BarLayout(document::ControlState& state, DataPointPlace const& point);
-    BarBox box(Point place, BarBase base) const;
+    /// `place` is where the bar's end, `value` in data values, lies on the page.
+    BarBox box(Point place, Point value, BarBase base) const;
 
 private:
     scale::AxisMap along_;
+    std::optional<BarSides> sides_; // of bars as wide as values say
     double half_width_;
     double offset_ = 0;
     double start_ = 0;

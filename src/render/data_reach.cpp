@@ -3,6 +3,7 @@
 #include "render/bar_stack.h"
 #include "render/bars.h"
 #include "render/function_curve.h"
+#include "render/series_kind.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,25 +27,9 @@ void include(Extent& extent, Extent const& other) {
     extent.include(other.high);
 }
 
-/// One of the two axes of a data set.
-struct Along {
-    Axis const& axis;
-    Reach& reach;
-
-    bool has_place(double value) const { return std::isfinite(value) && (!axis.AxisLog || value > 0); }
-    bool has_place(Extent const& extent) const { return !axis.AxisLog || extent.low > 0; }
-    void include(double value) const {
-        if (has_place(value)) reach.extent.include(value);
-    }
-    void stand_on(double base) const {
-        include(base);
-        reach.bases.push_back(base);
-    }
-};
-
 struct Plane {
     DataSet const& set;
-    Along x, y;
+    AxisReach x, y;
 
     void include(Point point, double e) const {
         if (!x.has_place(point.x) || !y.has_place(point.y)) return;
@@ -52,7 +37,7 @@ struct Plane {
         y.include(point.y);
         if (!set.ShowErrorBar || !(e != 0)) return;
         // The sign of E tells an upright error bar from a lying one.
-        Along const& along = e > 0 ? y : x;
+        AxisReach const& along = e > 0 ? y : x;
         double const middle = e > 0 ? point.y : point.x;
         along.include(middle - e);
         along.include(middle + e);
@@ -88,7 +73,7 @@ bool are_bars(DataSet const& set) {
 /// The bars of a data set upon those of the sets before.
 void include_stacked(Plane const& plane, BarStack& stack, bool stands_on_others) {
     DataSet const& set = plane.set;
-    Along const& along = set.BarHoriz ? plane.x : plane.y;
+    AxisReach const& along = set.BarHoriz ? plane.x : plane.y;
     stack.position = 0;
     bool stands_on_zero = false;
     for (PointBlock const& block : set.points.blocks())
@@ -103,21 +88,32 @@ void include_stacked(Plane const& plane, BarStack& stack, bool stands_on_others)
     if (stands_on_zero) along.stand_on(0);
 }
 
-// Bars have a width on the page. Positive offsets lead rightward and downward.
-void leave_room_for_bars(ControlState const& state, DataSet const& set, Along const& across) {
+// Bars have a width, in millimetres of the page or in values. Positive offsets in millimetres lead rightward
+// and downward.
+void leave_room_for_bars(ControlState const& state, DataSet const& set, AxisReach const& across) {
     if (across.axis.AxisLength <= 0) return;
     bool const is_x = across.axis.AxisXY == AxisKind::X;
     double const units_per_mm = is_x ? state.UnitsPerMmX : state.UnitsPerMmY;
-    double const half_width = half_width_of_bars(set.DataSymbolSize) + air_beside_bars_mm * units_per_mm;
-    double const offset = set.BarOffset * units_per_mm * (is_x == across.axis.AxisReverse ? -1 : 1);
+    double low = air_beside_bars_mm * units_per_mm, high = low;
+    if (has_value_width(set)) {
+        const Extent points = across.reach.extent;
+        if (points.empty()) return;
+        across.include(values_across_bar(set, points.low).low);
+        across.include(values_across_bar(set, points.high).high);
+    } else {
+        double const half_width = half_width_of_bars(set.DataSymbolSize);
+        double const offset = set.BarOffset * units_per_mm * (is_x == across.axis.AxisReverse ? -1 : 1);
+        low += half_width - offset;
+        high += half_width + offset;
+    }
     double const length = across.axis.AxisLength;
-    across.reach.room_low = std::max(across.reach.room_low, (half_width - offset) / length);
-    across.reach.room_high = std::max(across.reach.room_high, (half_width + offset) / length);
+    across.reach.room_low = std::max(across.reach.room_low, low / length);
+    across.reach.room_high = std::max(across.reach.room_high, high / length);
 }
 
 // Bars without a base begin beyond the edge of the plot area; that edge is 0 for them where it can be.
 void include_base(Plane const& plane, Extent const& ends) {
-    Along const& along = plane.set.BarHoriz ? plane.x : plane.y;
+    AxisReach const& along = plane.set.BarHoriz ? plane.x : plane.y;
     if (plane.set.BarBase && std::isfinite(plane.set.BarBaseValue))
         along.stand_on(plane.set.BarBaseValue);
     else if (!plane.set.BarBase && ends.low >= 0 && !ends.empty())
@@ -133,11 +129,14 @@ public:
               graph.DataSets, [](DataSet const& set) { return are_bars(set) && set.BarStacked; })) {}
 
     void add(DataSet const& set, bool is_first) {
-        if (set.DataHide || set.points.size() == 0) return;
-        auto const along = [&](std::int16_t index, std::vector<Reach>& reaches) -> Along {
+        if (set.DataHide) return;
+        auto const along = [&](std::int16_t index, std::vector<Reach>& reaches) -> AxisReach {
             return {at(graph_.Axes, index, "axis"), at(reaches, index)};
         };
         const Plane plane{set, along(set.xAxisIndex, found_), along(set.yAxisIndex, found_)};
+        if (SeriesKind const* const kind = series_kind(set))
+            return kind->include_reach(state_, set, plane.x, plane.y);
+        if (set.points.size() == 0) return;
         if (!are_bars(set)) return include_points(plane);
         if (set.DataLineStyle > 0) include_points(plane);
         // Apart from the others, because where these bars begin depends on their own ends.

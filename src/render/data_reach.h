@@ -3,6 +3,7 @@
 
 #include "document/ControlState.h"
 
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -19,7 +20,25 @@ struct Reach {
     void join(Reach const& other);
 };
 
-/// Of the points of all data sets that are not hidden, by axis. A point counts where both its coordinates
+/// One of the two axes of a data set, and what of it is to be shown. Values without a place on the axis do
+/// not count.
+struct AxisReach {
+    document::Axis const& axis;
+    Reach& reach;
+
+    bool has_place(double value) const { return std::isfinite(value) && (!axis.AxisLog || value > 0); }
+    bool has_place(document::Extent const& extent) const { return !axis.AxisLog || extent.low > 0; }
+    void include(double value) const {
+        if (has_place(value)) reach.extent.include(value);
+    }
+    /// The same, and no room is left beyond this value.
+    void stand_on(double base) const {
+        include(base);
+        reach.bases.push_back(base);
+    }
+};
+
+/// Of all data sets that are not hidden, by axis. A point counts where both its coordinates
 /// have a place, stacked bars with their stacked ends. Bars without a base value count from 0 where none is
 /// negative.
 std::vector<Reach> reaches_of_points(document::ControlState const& state, document::Graph const& graph);

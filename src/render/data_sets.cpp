@@ -12,6 +12,7 @@
 #include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 #include "render/spline.h"
 #include "render/symbols.h"
 #include "render/text.h"
@@ -142,14 +143,14 @@ void draw_bar_batch(Plotting& plotting, DataSet const& set, std::int16_t index) 
     Graph& graph = plotting.graph;
     const scale::AxisMap x_map = scale::x_map(graph, selected_x_axis(graph));
     const scale::AxisMap y_map = scale::y_map(graph, selected_y_axis(graph));
-    const BarLayout layout(plotting.state, {index, symbol_bar, {}, {}, set.DataSymbolSize, false, {}});
+    const BarLayout layout(plotting.state, {index, symbol_bar, {}, {}, set.DataSymbolSize, false, {}, {}});
     BarBatch batch(plotting.surface, plot_box(graph), set.BarHoriz);
     if (plotting.bars.ends.size() < set.points.size()) plotting.bars.ends.resize(set.points.size());
     for (PointBlock const& block : set.points.blocks())
         for (std::size_t i = 0; i < block.size(); ++i) {
             const StackedBar bar = stacked(plotting.bars, set, {block.x()[i], block.y()[i]});
             if (!bar.is_finite()) continue;
-            batch.add(layout.box(whole_twips({x_map(bar.end.x), y_map(bar.end.y)}), bar.base));
+            batch.add(layout.box(whole_twips({x_map(bar.end.x), y_map(bar.end.y)}), bar.end, bar.base));
         }
     if (!set.DataSymbolFill.Transparent) batch.draw(set.DataSymbolFill.Color1);
 }
@@ -244,7 +245,10 @@ void PlotDataSets(ControlState& state, DrawSurface& surface) {
             DataSet const& set = at(graph.DataSets, i);
             if (set.DataHide) continue;
             if (!is_current(state, graph)) return; // a handler has gone to another graph
-            draw_points(plotting, set, i);
+            if (SeriesKind const* const kind = series_kind(set))
+                kind->draw(SeriesScope(state, graph, i, SeriesScope::Maps::BeingDrawn).view(), surface);
+            else
+                draw_points(plotting, set, i);
             draw_curve(plotting, set);
             draw_data_text(plotting, set);
         }

@@ -1,11 +1,9 @@
 #include "render/error_bars.h"
 
-#include "base/convert.h"
 #include "document/selection.h"
 #include "document/trap.h"
 #include "render/pen.h"
-
-#include <cmath>
+#include "surface/whole_pixel.h"
 
 namespace qv::render {
 namespace {
@@ -13,8 +11,8 @@ namespace {
 using document::ControlState;
 using document::trapped;
 
-double whole_pixels(double twips, double twips_per_pixel) {
-    return round_half_even(twips / twips_per_pixel) * twips_per_pixel;
+double on_whole_pixel(double twips, double twips_per_pixel) {
+    return whole_pixel(twips / twips_per_pixel) * twips_per_pixel;
 }
 
 void draw_bar(DrawSurface& surface, Color color, Point from, Point to, Point cap) {
@@ -34,8 +32,8 @@ document::DataSet const& data_set_of(ControlState& state, std::int16_t data_set)
 void ErrorBar(ControlState& state, DrawSurface& surface, std::int16_t data_set, ErrorBarPlace place) {
     trapped(state, "ErrorBar", [&] {
         const double pixel = surface.TwipsPerPixelX();
-        const double x = whole_pixels(place.across, pixel);
-        const double cap = whole_pixels(state.UnitsPerMmX, pixel);
+        const double x = on_whole_pixel(place.across, pixel);
+        const double cap = on_whole_pixel(state.UnitsPerMmX, pixel);
         draw_bar(surface, data_set_of(state, data_set).ErrorBarColor, {x, place.low}, {x, place.high},
                  {cap, 0});
     });

@@ -26,6 +26,8 @@ using document::Margins;
 constexpr double edge_room_mm = 1.5;       // between the texts and the frame's edge
 constexpr double least_plot_share = 0.4;   // of the frame, either way, before something is left out
 constexpr double most_margin_share = 0.45; // of the frame that one margin may take
+constexpr double most_legend_share = 0.3;  // of the frame that a legend may take so that it hides nothing
+constexpr double little_hidden = 0.01;     // of the data, for which a legend stays in the plot area
 constexpr std::int8_t no_corner = Fitting{}.legend_corner;
 constexpr int most_rounds = 3; // ticks depend on the room, and the room on their labels
 
@@ -78,7 +80,11 @@ void fit_axes_and_titles(ControlState& state, DrawSurface& surface, Graph& graph
 void fit_whole(ControlState& state, DrawSurface& surface, Graph& graph) {
     constexpr LeftOut barest = LeftOut::Labels;
     // While a person zooms, the plot area does not move for shorter labels.
-    const Margins at_least = is_zoomed(graph) ? graph.fitting.needed : Margins{};
+    Margins at_least;
+    if (is_zoomed(graph)) {
+        at_least = graph.fitting.needed;
+        at_least.right -= graph.fitting.legend_room;
+    }
     graph.fitting.left_out = LeftOut::Nothing;
     fit_axes_and_titles(state, surface, graph, at_least);
     while (is_current(state, graph) && !plot_is_large_enough(graph) && graph.fitting.left_out != barest) {
@@ -87,16 +93,32 @@ void fit_whole(ControlState& state, DrawSurface& surface, Graph& graph) {
     }
 }
 
-// A legend beside the plot area adds to the margin on the right.
+/// Whether the legend of a graph is better placed beside the plot area than in it.
+bool belongs_beside(ControlState& state, Graph& graph, LegendSize size, double room, bool was_beside) {
+    if (graph.has_placing(LegendPlacing::BesideThePlot)) return true;
+    if (!fits_in_plot(size, plot_box(graph))) return true;
+    if (was_beside) graph.fitting.legend_corner = no_corner; // nobody has seen it there
+    double const hidden = settle_legend_corner(state, graph, size);
+    if (is_zoomed(graph)) return was_beside; // the plot area stays while a person zooms
+    return hidden > (was_beside ? 0 : little_hidden) && room <= most_legend_share * graph.FrameWidth;
+}
+
+// A legend beside the plot area adds to the margin on the right. One that has room neither there nor in the
+// plot area is left out.
 void make_room_for_legend(ControlState& state, DrawSurface& surface, Graph& graph) {
-    graph.fitting.legend_beside = false;
-    bool const beside = graph.has_placing(LegendPlacing::BesideThePlot);
-    if (!graph.LegendShow || !(beside || graph.has_placing(LegendPlacing::WhereItHidesLeast))) return;
+    bool const was_beside = graph.fitting.legend_beside;
+    graph.fitting.legend_beside = graph.fitting.legend_left_out = false;
+    graph.fitting.legend_room = 0;
+    if (!graph.LegendShow || !graph.finds_legend_place()) return;
     const LegendSize size = legend_size(state, surface, graph);
-    if (size.width <= 0 || (!beside && fits_in_plot(size, plot_box(graph)))) return;
+    if (size.width <= 0) return;
     double const room = size.width + legend_gap_mm * state.UnitsPerMmX;
-    if (room > most_margin_share * graph.FrameWidth) return;
-    graph.fitting.legend_beside = true;
+    if (!belongs_beside(state, graph, size, room, was_beside)) return;
+    bool const has_room = room <= most_margin_share * graph.FrameWidth;
+    graph.fitting.legend_beside = has_room;
+    graph.fitting.legend_left_out = !has_room && !fits_in_plot(size, plot_box(graph));
+    if (!has_room) return;
+    graph.fitting.legend_room = static_cast<float>(room);
     graph.fitting.needed.right = static_cast<float>(graph.margins().right + room);
 }
 
@@ -107,10 +129,15 @@ void fit(ControlState& state, DrawSurface& surface, std::int16_t index) {
     if (state.FitMargins) {
         fit_whole(state, surface, graph);
     } else {
-        std::int8_t const corner = graph.finds_legend_place() ? graph.fitting.legend_corner : no_corner;
+        Fitting const before = graph.fitting;
         graph.fitting = {};
-        graph.fitting.legend_corner = corner;
-        scale::CalcBorders(state);
+        if (graph.finds_legend_place()) {
+            graph.fitting.legend_corner = before.legend_corner;
+            graph.fitting.legend_beside = before.legend_beside;
+            needed_now(state, surface); // where data lie tells only a range that is settled
+        } else {
+            scale::CalcBorders(state);
+        }
     }
     if (is_current(state, graph)) make_room_for_legend(state, surface, graph);
 }
@@ -146,11 +173,7 @@ bool has_margins_to_fit(ControlState const& state) {
 }
 
 bool fit_margins(ControlState& state, DrawSurface& surface, std::int16_t alone) {
-    bool const fits =
-        state.FitMargins || state.AlignPlots || std::ranges::any_of(state.Graphs, [](auto const& graph) {
-            return graph->finds_legend_place() || graph->fitting != Fitting{};
-        });
-    if (!fits) return false;
+    if (!has_margins_to_fit(state)) return false;
     std::vector<std::pair<Graph const*, Margins>> before;
     for (auto const& graph : state.Graphs) before.emplace_back(graph.get(), graph->margins());
     for (std::int16_t index = 0; index < state.NumGraphs(); ++index) fit(state, surface, index);

@@ -168,6 +168,16 @@ std::vector<double> values_over_full_range(ControlState& state, DataSet const& s
     return y;
 }
 
+std::vector<Point> coarse_curve(ControlState& state, Graph const& graph, DataSet const& set) {
+    if (!has_curve(set)) return {};
+    Axis const& x_axis = at(graph.Axes, set.xAxisIndex);
+    const Interval interval = interval_of(set, x_axis);
+    if (lies_beside(interval, x_axis) || !compile(state, set.MathFunc)) return {};
+    return sample_plainly(
+        state, interval,
+        {scale::x_map(graph, x_axis), scale::y_map(graph, at(graph.Axes, set.yAxisIndex)), {}});
+}
+
 qvExpression& evaluator(ControlState& state) {
     if (!state.Evaluator) state.Evaluator = std::make_unique<qvExpression>();
     return *state.Evaluator;

@@ -34,6 +34,11 @@ void tell_formula_failures(document::ControlState& state);
 void draw_function(document::ControlState& state, DrawSurface& surface, document::DataSet const& set,
                    LineMapping const& mapping);
 
+/// The curve of a data set's function as places on the page, one a millimetre, with gaps where they are not
+/// finite; none where there is no curve in sight.
+std::vector<Point> coarse_curve(document::ControlState& state, document::Graph const& graph,
+                                document::DataSet const& set);
+
 /// Whether a data set shows the curve of a function.
 bool has_curve(document::DataSet const& set);
 /// Takes in the ends of a function that has ends of its own.

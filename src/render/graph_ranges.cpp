@@ -7,6 +7,7 @@
 #include "render/axis_range.h"
 #include "render/data_reach.h"
 #include "render/equal_units.h"
+#include "render/series_kind.h"
 #include "scale/fitted_range.h"
 #include "scale/mapping.h"
 
@@ -41,6 +42,12 @@ struct Member {
 
 /// Axes that share one range.
 using Group = std::vector<Member*>;
+
+bool has_range_that_fits_itself(ControlState const& state, Graph const& graph) {
+    return state.AutoFit || std::ranges::any_of(graph.DataSets, [](document::DataSet const& set) {
+               return !set.DataHide && series_kind(set);
+           });
+}
 
 /// What is asked for besides what the page's and the axes' properties say.
 struct Fit {
@@ -247,9 +254,10 @@ void follow_fixed(ControlState const& state, Group const& group) {
 }
 
 void settle_group(ControlState& state, Group const& group, Fit const& fit) {
-    bool const fits = state.AutoFit || std::ranges::any_of(group, [&](Member const* member) {
-                          return member->graph == fit.graph;
-                      });
+    bool const fits = std::ranges::any_of(group, [&](Member const* member) {
+        return member->graph == fit.graph
+               || fits_itself(state, *at(state.Graphs, member->graph), *member->axis);
+    });
     bool const all_automatic =
         std::ranges::all_of(group, [](Member const* member) { return is_automatic(*member->axis); });
     if (!all_automatic) {
@@ -288,7 +296,10 @@ bool settle(ControlState& state, Fit const& fit) {
         take_back_evening(*member.axis);
         if (member.axis->AxisTime) member.axis->AxisLog = false; // as it is drawn
     }
-    if (state.AutoFit || fit.graph >= 0) find_reaches(state, fit, members);
+    bool const some_fit = std::ranges::any_of(fit.graphs, [&](std::int16_t index) {
+        return has_range_that_fits_itself(state, *at(state.Graphs, index));
+    });
+    if (some_fit || fit.graph >= 0) find_reaches(state, fit, members);
     // x first, because values of functions depend on it.
     for (AxisKind const kind : {AxisKind::X, AxisKind::Y})
         for (Group const& group : groups_of_kind(members, kind)) settle_group(state, group, fit);
@@ -308,7 +319,7 @@ bool settle(ControlState& state, Fit const& fit) {
 }
 
 bool needs_settling(ControlState const& state, Graph const& graph) {
-    return state.AutoFit || graph.KeepEqualUnits
+    return has_range_that_fits_itself(state, graph) || graph.KeepEqualUnits
            || std::ranges::any_of(graph.Axes, [](Axis const& axis) { return axis.evened || axis.linked; });
 }
 
@@ -337,6 +348,14 @@ void for_each_link_behind(ControlState const& state, Take take) {
 
 } // namespace
 
+bool fits_itself(ControlState const& state, Graph const& graph, Axis const& axis) {
+    auto const lies_on = [&](std::int16_t index) { return &at(graph.Axes, index, "axis") == &axis; };
+    return state.AutoFit || std::ranges::any_of(graph.DataSets, [&](document::DataSet const& set) {
+               return !set.DataHide && series_kind(set)
+                      && (lies_on(set.xAxisIndex) || lies_on(set.yAxisIndex));
+           });
+}
+
 void settle_linked_graphs(ControlState& state) {
     bool is_new = false;
     document::trapped(state, "AxisLink", [&] {
@@ -359,16 +378,20 @@ void settle_graph(ControlState& state) {
     if (is_new && document::is_current(state, graph)) announce_range(state);
 }
 
+bool fit_axes(ControlState& state, double margin) {
+    if (!(margin >= 0) || !std::isfinite(margin))
+        raise_fault(FaultNumber::InvalidProcedureCall,
+                    "FitAxes needs a margin of 0 or more, as a share of the range");
+    Graph const& graph = document::current_graph(state);
+    std::vector<std::int16_t> graphs{state.CurrentGraph};
+    if (has_links(graph)) graphs = linked_graphs(state);
+    lay_out(state, graphs);
+    return settle(state, {graphs, state.CurrentGraph, margin});
+}
+
 void FitAxes(ControlState& state, double margin) {
     document::trapped(state, "FitAxes", [&] {
-        if (!(margin >= 0) || !std::isfinite(margin))
-            raise_fault(FaultNumber::InvalidProcedureCall,
-                        "FitAxes needs a margin of 0 or more, as a share of the range");
-        Graph const& graph = document::current_graph(state);
-        std::vector<std::int16_t> graphs{state.CurrentGraph};
-        if (has_links(graph)) graphs = linked_graphs(state);
-        lay_out(state, graphs);
-        if (settle(state, {graphs, state.CurrentGraph, margin})) document::raise_scale_changed(state);
+        if (fit_axes(state, margin)) document::raise_scale_changed(state);
     });
 }
 

@@ -9,6 +9,7 @@
 #include "render/legend_place.h"
 #include "render/pen.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 #include "render/symbols.h"
 #include "render/text.h"
 #include "scale/numeric.h"
@@ -41,6 +42,9 @@ constexpr double first_row_centre = 0.9;
 // within its row: its top is one and a half half sizes above its centre.
 constexpr double least_half_symbol_mm = 0.5;
 constexpr double most_half_symbol_in_lines = 1.0 / 3;
+
+// The sample of a kind with one of its own, in lines of text.
+constexpr double sample_lines = 0.7;
 
 constexpr std::int16_t square_symbol = 4;
 constexpr int thickest_edge = 255; // pixels
@@ -95,15 +99,16 @@ LegendSize size_of(ControlState const& state, Table const& table) {
             (table.lines + margins_in_lines) * table.line_height};
 }
 
-void find_place(ControlState const& state, Graph& graph, LegendSize size) {
+void find_place(ControlState& state, Graph& graph, LegendSize size) {
     const Point corner = legend_corner(state, graph, size);
     graph.LegendLeft = to_i32(corner.x);
     graph.LegendTop = to_i32(corner.y);
 }
 
 /// Sets the table's size and moves it inside the frame; false when there is nothing to draw.
-bool place(ControlState const& state, Graph& graph, Table const& table) {
-    bool const fits = graph.FrameWidth - table.widest_text > text_start_mm * state.UnitsPerMmX;
+bool place(ControlState& state, Graph& graph, Table const& table) {
+    bool const fits = !graph.fitting.legend_left_out
+                      && graph.FrameWidth - table.widest_text > text_start_mm * state.UnitsPerMmX;
     auto const [width, height] = fits ? size_of(state, table) : LegendSize{};
     graph.LegendWidth = to_i32(width);
     graph.LegendHeight = to_i32(height);
@@ -165,12 +170,19 @@ struct RowPlace {
 void draw_samples(ControlState& state, DrawSurface& surface, DataSet& set, std::int16_t index,
                   RowPlace const& place) {
     const Point middle{place.text_x - sample_to_text_twips, place.middle_y};
+    if (SeriesKind const* const kind = series_kind(set)) {
+        double const half = half_line_sample_mm * state.UnitsPerMmX, high = sample_lines * place.line_height;
+        kind->draw_sample(
+            SeriesScope(state, document::current_graph(state), index, SeriesScope::Maps::BeingDrawn).view(),
+            surface, {middle.x - half, middle.y - high / 2, 2 * half, high});
+        return SetLineColor(state, surface, 0);
+    }
     if (auto const style = sample_line(set))
         draw_line_sample(surface, set, *style, middle, half_line_sample_mm * state.UnitsPerMmX);
     std::int16_t const symbol = sample_symbol(set);
     if (set.DataSetPointCount() > 0)
         DataPoint(state, surface,
-                  {index, symbol, middle, {}, sample_half_size(state, set, place.line_height), true, {}});
+                  {index, symbol, middle, {}, sample_half_size(state, set, place.line_height), true, {}, {}});
     SetLineColor(state, surface, 0);
 }
 

@@ -1,7 +1,12 @@
 #include "render/legend_place.h"
 
 #include "document/selection.h"
+#include "render/bar_stack.h"
+#include "render/bars.h"
+#include "render/data_sets.h"
+#include "render/function_curve.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 #include "render/symbols.h"
 #include "scale/mapping.h"
 
@@ -24,6 +29,7 @@ constexpr double better_by = 0.75; // the share of strokes hidden that makes ano
 struct Candidate {
     Box box;
     std::size_t strokes_hidden = 0;
+    std::size_t strokes_near = 0; // these, and those in the free space around it
 };
 
 // Best liked first: corners, then the middles of the sides.
@@ -59,46 +65,118 @@ bool is_finite(Point place) {
     return std::isfinite(place.x) && std::isfinite(place.y);
 }
 
-/// What is drawn of a data set as straight strokes on the page: bars and areas down to the plot's edge,
-/// pieces of a line, or symbols, which have no length.
+/// A piece of a line, a symbol, which has no length, or a bar, with what it takes on either side.
+struct Stroke {
+    Point from, to;
+    Point half{}; // along x and y
+};
+
+/// What is drawn of a graph as straight strokes on the page.
 class Strokes {
 public:
-    Strokes(Graph const& graph, DataSet const& set, Box const& plot)
-        : set_(set), x_(scale::x_map(graph, at(graph.Axes, set.xAxisIndex))),
-          y_(scale::y_map(graph, at(graph.Axes, set.yAxisIndex))), bottom_(plot.bottom()) {}
+    Strokes(document::ControlState& state, Graph& graph) : state_(state), graph_(graph) {
+        std::size_t count = 0;
+        for (DataSet const& set : graph.DataSets)
+            if (!set.DataHide) count += set.points.size();
+        step_ = count / strokes_seen + 1;
+    }
 
-    void for_each(std::size_t step, auto const& visit) const {
-        bool const down = set_.DataSymbol == symbol_bar || set_.DataLineStyle >= 4;
-        bool const joined = set_.DataLineStyle != 0;
-        Point before{};
-        bool has_before = false;
-        std::size_t skip = 0;
-        for (PointBlock const& block : set_.points.blocks()) {
-            std::size_t i = skip;
-            for (; i < block.size(); i += step) {
-                const Point place{x_(block.x()[i]), y_(block.y()[i])};
-                bool const shown = is_finite(place);
-                if (shown && down) visit(Point{place.x, bottom_}, place);
-                if (shown && !down) visit(joined && has_before ? before : place, place);
-                before = place;
-                has_before = shown;
-            }
-            skip = i - block.size();
+    void for_each(auto const& visit) {
+        for (std::int16_t i = 0; i < graph_.NumDataSets(); ++i) {
+            DataSet const& set = at(graph_.DataSets, i);
+            if (set.DataHide) continue;
+            if (SeriesKind const* const kind = series_kind(set))
+                items(*kind, set, i, visit);
+            else
+                set.DataSymbol == symbol_bar ? bars(set, i, visit) : points(set, visit);
+            function(set, visit);
         }
     }
 
 private:
-    DataSet const& set_;
-    scale::AxisMap x_, y_;
-    double bottom_;
-};
+    // Every so many points of a data set, by their places on the page and values.
+    void for_each_point(DataSet const& set, auto const& visit) {
+        const scale::AxisMap x = scale::x_map(graph_, at(graph_.Axes, set.xAxisIndex));
+        const scale::AxisMap y = scale::y_map(graph_, at(graph_.Axes, set.yAxisIndex));
+        std::size_t skip = 0;
+        for (PointBlock const& block : set.points.blocks()) {
+            std::size_t i = skip;
+            for (; i < block.size(); i += step_)
+                visit(Point{x(block.x()[i]), y(block.y()[i])}, Point{block.x()[i], block.y()[i]});
+            skip = i - block.size();
+        }
+    }
 
-std::size_t points_shown(Graph const& graph) {
-    std::size_t count = 0;
-    for (DataSet const& set : graph.DataSets)
-        if (!set.DataHide) count += set.points.size();
-    return count;
-}
+    // Areas reach down to the plot's edge.
+    void points(DataSet const& set, auto const& visit) {
+        double const half = set.DataSymbol == symbol_none ? 0 : set.DataSymbolSize;
+        double const bottom = plot_box(graph_).bottom();
+        bool const joined = set.DataLineStyle != line_none;
+        Point before{};
+        bool has_before = false;
+        for_each_point(set, [&](Point place, Point) {
+            bool const shown = is_finite(place);
+            if (shown && is_area(set)) visit(Stroke{{place.x, bottom}, place});
+            if (shown && !is_area(set))
+                visit(Stroke{joined && has_before ? before : place, place, {half, half}});
+            before = place;
+            has_before = shown;
+        });
+    }
+
+    void bars(DataSet const& set, std::int16_t index, auto const& visit) {
+        const document::SelectedAxesScope selection(graph_);
+        graph_.SelectedXAxis = set.xAxisIndex;
+        graph_.SelectedYAxis = set.yAxisIndex;
+        const scale::AxisMap x = scale::x_map(graph_, selected_x_axis(graph_));
+        const scale::AxisMap y = scale::y_map(graph_, selected_y_axis(graph_));
+        const BarLayout layout(state_, {index, symbol_bar, {}, {}, set.DataSymbolSize, false, {}, {}});
+        if (!set.BarStacked) stack_.ends.clear();
+        stack_.position = 0;
+        for (PointBlock const& block : set.points.blocks())
+            for (std::size_t i = 0; i < block.size(); ++i) {
+                const StackedBar bar = stacked(stack_, set, {block.x()[i], block.y()[i]});
+                if (stack_.position % step_ != 0 || !bar.is_finite()) continue;
+                const BarBox box = layout.box({x(bar.end.x), y(bar.end.y)}, bar.end, bar.base);
+                visit(set.BarHoriz ? lying(box) : upright(box));
+            }
+    }
+
+    void items(SeriesKind const& kind, DataSet const& set, std::int16_t index, auto const& visit) {
+        const SeriesScope scope(state_, graph_, index, SeriesScope::Maps::BeingDrawn);
+        std::size_t const count = kind.item_count(set);
+        for (std::size_t i = 0; i < count; i += count / strokes_seen + 1) {
+            const Box box = kind.item_box(scope.view(), i);
+            const Stroke stroke = upright({box.left, box.top, box.right(), box.bottom()});
+            if (is_finite(stroke.from) && is_finite(stroke.to)) visit(stroke);
+        }
+    }
+
+    static Stroke upright(BarBox const& box) {
+        double const middle = (box.x1 + box.x2) / 2;
+        return {{middle, box.y1}, {middle, box.y2}, {std::abs(box.x2 - box.x1) / 2, 0}};
+    }
+    static Stroke lying(BarBox const& box) {
+        double const middle = (box.y1 + box.y2) / 2;
+        return {{box.x1, middle}, {box.x2, middle}, {0, std::abs(box.y2 - box.y1) / 2}};
+    }
+
+    void function(DataSet const& set, auto const& visit) {
+        Point before{};
+        bool has_before = false;
+        for (const Point place : coarse_curve(state_, graph_, set)) {
+            bool const shown = is_finite(place);
+            if (shown) visit(Stroke{has_before ? before : place, place});
+            before = place;
+            has_before = shown;
+        }
+    }
+
+    document::ControlState& state_;
+    Graph& graph_;
+    BarStack stack_;
+    std::size_t step_ = 1;
+};
 
 } // namespace
 
@@ -107,30 +185,39 @@ bool fits_in_plot(LegendSize size, Box const& plot) {
            && size.height <= 0.9 * plot.height;
 }
 
-Point legend_corner(document::ControlState const& state, Graph& graph, LegendSize size) {
-    const Box plot = plot_box(graph);
+double settle_legend_corner(document::ControlState& state, Graph& graph, LegendSize size) {
     const Point gap{legend_gap_mm * state.UnitsPerMmX, legend_gap_mm * state.UnitsPerMmY};
-    if (graph.fitting.legend_beside || graph.has_placing(document::LegendPlacing::BesideThePlot))
-        return {graph.FrameLeft + graph.FrameWidth - size.width - gap.x, plot.top};
-    auto places = candidates(plot, size, gap);
-    std::size_t const step = points_shown(graph) / strokes_seen + 1;
+    auto places = candidates(plot_box(graph), size, gap);
     double const beside = free_space_mm * state.UnitsPerMmX, above = free_space_mm * state.UnitsPerMmY;
-    for (DataSet const& set : graph.DataSets) {
-        if (set.DataHide) continue;
-        double const half = set.DataSymbol == symbol_none ? 0 : set.DataSymbolSize;
-        Strokes(graph, set, plot).for_each(step, [&](Point from, Point to) {
-            for (Candidate& place : places)
-                place.strokes_hidden += meet(with_room(place.box, beside + half, above + half), from, to);
-        });
-    }
-    auto const best = std::ranges::min_element(places, {}, &Candidate::strokes_hidden);
+    double strokes = 0;
+    Strokes(state, graph).for_each([&](Stroke const& stroke) {
+        ++strokes;
+        auto const [across, down] = stroke.half;
+        for (Candidate& place : places) {
+            if (!meet(with_room(place.box, beside + across, above + down), stroke.from, stroke.to)) continue;
+            ++place.strokes_near;
+            place.strokes_hidden += meet(with_room(place.box, across, down), stroke.from, stroke.to);
+        }
+    });
+    auto const best = std::ranges::min_element(places, {}, &Candidate::strokes_near);
     auto& last = graph.fitting.legend_corner;
     bool const stays =
         last >= 0
-        && static_cast<double>(best->strokes_hidden)
-               >= better_by * static_cast<double>(places[static_cast<std::size_t>(last)].strokes_hidden);
+        && static_cast<double>(best->strokes_near)
+               >= better_by * static_cast<double>(places[static_cast<std::size_t>(last)].strokes_near);
     if (!stays) last = static_cast<std::int8_t>(best - places.begin());
-    Box const& box = places[static_cast<std::size_t>(last)].box;
+    auto const hidden = places[static_cast<std::size_t>(last)].strokes_hidden;
+    return strokes > 0 ? static_cast<double>(hidden) / strokes : 0;
+}
+
+Point legend_corner(document::ControlState& state, Graph& graph, LegendSize size) {
+    const Box plot = plot_box(graph);
+    const Point gap{legend_gap_mm * state.UnitsPerMmX, legend_gap_mm * state.UnitsPerMmY};
+    if (graph.fitting.legend_beside)
+        return {graph.FrameLeft + graph.FrameWidth - size.width - gap.x, plot.top};
+    if (graph.fitting.legend_corner < 0) settle_legend_corner(state, graph, size);
+    auto const places = candidates(plot, size, gap);
+    Box const& box = places[static_cast<std::size_t>(graph.fitting.legend_corner)].box;
     return {box.left, box.top};
 }
 

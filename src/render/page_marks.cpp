@@ -2,6 +2,7 @@
 
 #include "document/selection.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 #include "scale/mapping.h"
 
 #include <cmath>
@@ -89,16 +90,19 @@ Shapes read_mark(ControlState& state) {
     auto const read = point_being_read(state);
     if (!read || read->graph.GraphNotDrawn) return {};
     auto& [graph, set, index] = *read;
-    const Box plot = plot_box(graph);
-    const document::SelectedAxesScope selection(graph);
-    graph.SelectedXAxis = set.xAxisIndex;
-    graph.SelectedYAxis = set.yAxisIndex;
+    const SeriesScope scope(state, graph, state.read_point->data_set, SeriesScope::Maps::BeingDrawn);
+    SeriesView const& view = scope.view();
+    if (SeriesKind const* const kind = series_kind(set)) {
+        const Box box = kind->item_box(view, index);
+        if (!is_finite(box)) return {};
+        return {{{box.left, box.top}, {box.right(), box.bottom()}, LineShape::Box, view.plot}};
+    }
     const document::PointEntry point = set.points.at(index);
-    const Point place{scale::x_map(graph, selected_x_axis(graph))(point.X),
-                      scale::y_map(graph, selected_y_axis(graph))(point.Y)};
+    const Point place{view.x(point.X), view.y(point.Y)};
     if (!std::isfinite(place.x) || !std::isfinite(place.y)) return {};
     double const reach = state.UnitsPerMmX;
-    return {{{place.x - reach, place.y - reach}, {place.x + reach, place.y + reach}, LineShape::Box, plot}};
+    return {
+        {{place.x - reach, place.y - reach}, {place.x + reach, place.y + reach}, LineShape::Box, view.plot}};
 }
 
 void update(ControlState& state, Mark mark, Shapes const& shapes) {
@@ -113,8 +117,10 @@ std::optional<PointBeingRead> point_being_read(ControlState& state) {
     Graph& graph = *at(state.Graphs, read->graph);
     if (!graph.GraphInclude || read->data_set >= graph.NumDataSets()) return std::nullopt;
     DataSet const& set = at(graph.DataSets, read->data_set);
-    std::size_t const dropped = set.points.dropped();
-    bool const is_there = read->arrival >= dropped && read->arrival - dropped < set.points.size();
+    SeriesKind const* const kind = series_kind(set);
+    std::size_t const dropped = kind ? 0 : set.points.dropped();
+    std::size_t const count = kind ? kind->item_count(set) : set.points.size();
+    bool const is_there = read->arrival >= dropped && read->arrival - dropped < count;
     if (set.DataHide || !is_there) return std::nullopt;
     return PointBeingRead{graph, set, read->arrival - dropped};
 }

@@ -66,6 +66,7 @@ private:
     static void exchange(DataSet& one, DataSet& other) {
         std::swap(one.points, other.points);
         std::swap(one.curve, other.curve);
+        std::swap(one.derived, other.derived);
     }
 
     ControlState& owner_;

@@ -222,7 +222,7 @@ void fill_border(ControlState& state, DrawSurface& surface, Graph const& graph, 
         for (Box const& strip : strips_around(plot, frame_box(graph))) fill_box(surface, strip, fill.Color1);
     if (fill.EdgeThickness == 0) return;
     const PenScope pen(surface, fill.EdgeThickness);
-    outline_box(surface, frame_box(graph), fill.EdgeColor);
+    outline_box(surface, frame_box(graph), fill.EdgeColor, fill.EdgeThickness);
 }
 
 } // namespace
@@ -294,8 +294,6 @@ void DrawPageBackground(ControlState& state) {
         if (fill.Color1 != fill.Color2) {
             DrawGradient(state, page, Area::Page, fill);
             ClipGraphArea(state, page, Area::Page);
-        } else {
-            fill_box(page, page_box(state), fill.Color1);
         }
         draw_page_edge(state);
     });

@@ -37,15 +37,21 @@ inline bool holds(Box const& box, Point place) {
     return place.x >= box.left && place.x <= box.right() && place.y >= box.top && place.y <= box.bottom();
 }
 
+/// The front-most graph on the page that is `meant`, which is asked for a graph; -1 for none.
+template <class Meant>
+std::int16_t front_graph(document::ControlState const& state, Meant const& meant) {
+    auto const is_meant = [&](std::int16_t index) {
+        if (index < 0 || index >= state.NumGraphs()) return false;
+        document::Graph& graph = *at(state.Graphs, index);
+        return graph.GraphInclude && meant(graph);
+    };
+    auto const found = std::find_if(state.GraphOrder.rbegin(), state.GraphOrder.rend(), is_meant);
+    return found == state.GraphOrder.rend() ? std::int16_t{-1} : *found;
+}
+
 /// The front-most graph whose frame holds a place, -1 for none.
 inline std::int16_t front_graph_at(document::ControlState const& state, Point place) {
-    auto const is_there = [&](std::int16_t index) {
-        if (index < 0 || index >= state.NumGraphs()) return false;
-        document::Graph const& graph = *at(state.Graphs, index);
-        return graph.GraphInclude && holds(frame_box(graph), place);
-    };
-    auto const found = std::find_if(state.GraphOrder.rbegin(), state.GraphOrder.rend(), is_there);
-    return found == state.GraphOrder.rend() ? std::int16_t{-1} : *found;
+    return front_graph(state, [&](document::Graph& graph) { return holds(frame_box(graph), place); });
 }
 
 /// The rectangle of an area of the current graph.
@@ -61,11 +67,11 @@ inline void fill_box(DrawSurface& surface, Box const& box, Color color) {
     surface.Line({box.left, box.top}, {box.right(), box.bottom()}, LineShape::FilledBox, color);
 }
 
-/// A line of one pixel at 96 to the inch lies whole within the box's pixels, whatever they are; so a clip to
-/// the box does not cut it.
-inline void outline_box(DrawSurface& surface, Box const& box, Color color) {
-    int const thin = whole_pen(surface.pen_pixels(1));
-    int const before = thin / 2, behind = (thin - 1) / 2;
+/// A line as thick as `inside` at 96 to the inch lies whole within the box's pixels, whatever they are; so a
+/// clip to the box does not cut it. A thicker one reaches out by half of what it has more.
+inline void outline_box(DrawSurface& surface, Box const& box, Color color, int inside = 1) {
+    int const whole = whole_pen(surface.pen_pixels(inside));
+    int const before = whole / 2, behind = (whole - 1) / 2;
     double const dx = surface.TwipsPerPixelX(), dy = surface.TwipsPerPixelY();
     surface.Line({box.left + before * dx, box.top + before * dy},
                  {box.right() - behind * dx, box.bottom() - behind * dy}, LineShape::Box, color);

@@ -111,7 +111,14 @@ void DataPointXY(ControlState& state, DrawSurface& surface, DataPointValues cons
         const std::string data_id(point.DataID); // a copy, which outlives what a handler of ErrorMsg drops
         if (set.ShowErrorBar) draw_error_bar(state, surface, values, place);
         DataPoint(state, surface,
-                  {values.data_set, set.DataSymbol, place, data_id, set.DataSymbolSize, false, values.base});
+                  {values.data_set,
+                   set.DataSymbol,
+                   place,
+                   data_id,
+                   set.DataSymbolSize,
+                   false,
+                   values.base,
+                   {point.X, point.Y}});
     });
 }
 

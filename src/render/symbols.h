@@ -52,6 +52,7 @@ struct DataPointPlace {
     std::int32_t half_size = 0; // twips
     bool legend_sample = false;
     BarBase base;
+    Point value; // of a bar
 };
 void DataPoint(document::ControlState& state, DrawSurface& surface, DataPointPlace const& point);
 

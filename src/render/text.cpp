@@ -102,6 +102,50 @@ void print_lines(DrawSurface& surface, std::string_view text, TextPlace const& p
     }
 }
 
+// The words of a line; a space between braces ends none.
+std::vector<std::string_view> words_of(std::string_view line, Markup markup) {
+    std::vector<std::string_view> words;
+    std::size_t begin = 0;
+    int braces = 0;
+    for (std::size_t i = 0; i <= line.size(); ++i) {
+        bool const ends = i == line.size() || (line[i] == ' ' && braces == 0);
+        if (ends && i > begin) words.push_back(line.substr(begin, i - begin));
+        if (ends) begin = i + 1;
+        if (i < line.size() && markup == Markup::Read) braces += (line[i] == '{') - (line[i] == '}');
+    }
+    return words;
+}
+
+// As few lines as the width allows, none much longer than the others.
+std::string broken_line(DrawSurface& surface, std::string_view line, double width, Markup markup) {
+    auto const words = words_of(line, markup);
+    auto const filled = [&](double most) {
+        std::vector<std::string> lines;
+        for (const std::string_view word : words) {
+            std::string longer = lines.empty() ? "" : lines.back() + " ";
+            longer += word;
+            if (lines.empty() || line_width(surface, longer, markup) > most)
+                lines.emplace_back(word);
+            else
+                lines.back() = std::move(longer);
+        }
+        return lines;
+    };
+    auto lines = filled(width);
+    constexpr int steps = 6; // of the search for the narrowest text of as many lines
+    double low = width / 2, high = width;
+    for (int step = 0; step < steps; ++step) {
+        double const middle = (low + high) / 2;
+        auto narrower = filled(middle);
+        bool const fits = narrower.size() == lines.size();
+        (fits ? high : low) = middle;
+        if (fits) lines = std::move(narrower);
+    }
+    std::string broken;
+    for (std::string const& part : lines) broken += (broken.empty() ? "" : "\n") + part;
+    return broken;
+}
+
 } // namespace
 
 FontDetails GetFontDetails(document::ControlState& state, std::string_view specification) {
@@ -139,6 +183,16 @@ double line_width(DrawSurface& surface, std::string_view line, Markup markup) {
     double width = 0;
     for_each_run(surface, line, [&](TextRun const& run) { width += surface.TextWidth(run.text); });
     return width;
+}
+
+std::string broken_text(DrawSurface& surface, std::string_view text, double width, Markup markup) {
+    std::string broken;
+    for (const std::string_view line : lines_of(text))
+        broken += (line_width(surface, line, markup) <= width ? std::string(line)
+                                                              : broken_line(surface, line, width, markup))
+                  + '\n';
+    broken.pop_back();
+    return broken;
 }
 
 void PrintText(document::ControlState& state, DrawSurface& surface, std::string_view text,

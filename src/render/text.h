@@ -64,6 +64,10 @@ TextBlock text_block(DrawSurface& surface, std::string_view text, Markup markup)
 /// The width of one line, twips.
 double line_width(DrawSurface& surface, std::string_view line, Markup markup);
 
+/// The text with lines broken at spaces where they are wider than that in the surface's current font. A word
+/// that is wider stays whole.
+std::string broken_text(DrawSurface& surface, std::string_view text, double width, Markup markup);
+
 /// Prints a text whose lines are separated by "\n" or "\r\n".
 void PrintText(document::ControlState& state, DrawSurface& surface, std::string_view text,
                TextPlace const& place, TextStyle const& style);

@@ -62,9 +62,11 @@ double distance_to_next(std::vector<double> const& sorted, double value, AxisSpa
 std::vector<scale::ShownNumber> shown_numbers(std::vector<PlacedTick const*> const& majors,
                                               AxisSpan const& range) {
     std::vector<double> sorted;
+    sorted.reserve(majors.size());
     for (PlacedTick const* tick : majors) sorted.push_back(tick->value);
     std::ranges::sort(sorted);
     std::vector<scale::ShownNumber> numbers;
+    numbers.reserve(majors.size());
     for (PlacedTick const* tick : majors)
         numbers.push_back({tick->value, label_tolerance * distance_to_next(sorted, tick->value, range)});
     return numbers;

@@ -14,10 +14,11 @@
 namespace qv::scale {
 namespace {
 
-constexpr double tolerance = 1e-9;          // of the span: a tick this far beyond an end stands on it
-constexpr double most_steps = 10;           // within the span
-constexpr double fewest_steps = 2;          // so that two ticks are in sight wherever it lies
-constexpr double least_minor_spacing = 0.2; // heights of a line
+constexpr double tolerance = 1e-9;              // of the span: a tick this far beyond an end stands on it
+constexpr double most_steps = 10;               // within the span
+constexpr double fewest_steps = 2;              // so that two ticks are in sight wherever it lies
+constexpr double least_minor_spacing = 0.4;     // heights of a line
+constexpr double least_log_minor_spacing = 0.2; // of the narrowest, between 9 and 10
 constexpr double powers_only = 2;   // powers of ten in sight from which on their multiples have no label
 constexpr double digits_only = 0.8; // and below which 1, 2 and 5 times one may be too few
 
@@ -152,7 +153,8 @@ void add_minors(SeenAxis const& axis, RoundTicks& chosen, std::vector<Decimal> c
     std::vector<double> places;
     for (RoundTick const& tick : chosen.ticks) places.push_back(tick.value);
     std::vector<RoundTick> minors;
-    double const least = least_minor_spacing * axis.room.line_height;
+    double const least =
+        (axis.is_log ? least_log_minor_spacing : least_minor_spacing) * axis.room.line_height;
     for (Decimal const& number : numbers) {
         double const value = number.value();
         if (!axis.holds(value) || std::ranges::find(places, value) != places.end()) continue;
@@ -235,6 +237,14 @@ bool has_room(SeenAxis const& axis, NumberWriter& writer, DecimalStep step) {
     return writer.widest_extent(step) + axis.room.gap <= step.size() / axis.span() * axis.room.length;
 }
 
+// Whether the next step, twice a 2.5, saves the labels a decimal and still has several of them in sight.
+bool has_digit_to_spare(SeenAxis const& axis, DecimalStep step) {
+    constexpr double several = 4; // steps within the span
+    int const last_place = step.times(1).exponent;
+    return last_place < 0 && step.coarser().times(1).exponent > last_place
+           && step.coarser().size() * several <= axis.span() * (1 + tolerance);
+}
+
 // The finest step whose labels have room, in the span of a linear axis or the narrow one of a logarithmic
 // one.
 RoundTicks choose_step(SeenAxis const& axis, NumberStyle const& style) {
@@ -246,6 +256,7 @@ RoundTicks choose_step(SeenAxis const& axis, NumberStyle const& style) {
     for (auto step = std::min(DecimalStep::at_least(spacing), coarsest); step <= coarsest;
          step = step.coarser()) {
         if (!has_room(axis, writer, step)) continue;
+        if (!style.text && has_digit_to_spare(axis, step)) continue;
         Candidates ticks = stepped(axis, writer, step);
         if (!fits(axis, ticks)) continue;
         chosen.ticks = with_labels(axis, std::move(ticks));
@@ -293,12 +304,13 @@ RoundTicks choose_powers(SeenAxis const& axis, NumberStyle const& style) {
     for (int const stride : {1, 2, 3, 5, 10, 20, 30, 50, 100, 200, 300}) {
         bool const spaced = stride * a_power >= axis.room.spacing && axis.powers() <= stride * most_steps;
         Candidates ticks = candidates(axis, powers(axis, stride), text);
-        bool const fit = spaced && fits(axis, ticks);
-        if (!fit) choices.insert(choices.begin(), std::move(ticks));
-        if (!fit) continue;
+        if (!spaced || !fits(axis, ticks)) {
+            choices.insert(choices.begin(), std::move(ticks));
+            continue;
+        }
         chosen.ticks = with_labels(axis, std::move(ticks));
         bool const minors_have_room =
-            a_power * std::log10(10.0 / 9) >= least_minor_spacing * axis.room.line_height;
+            a_power * std::log10(10.0 / 9) >= least_log_minor_spacing * axis.room.line_height;
         if (stride == 1 && minors_have_room)
             add_minors(axis, chosen, digits_of_powers(axis, {2, 3, 4, 5, 6, 7, 8, 9}));
         else

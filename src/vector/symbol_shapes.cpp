@@ -75,7 +75,7 @@ Piece piece_of(std::span<PixelPoint const> corners) {
     auto const leftmost_lowest = [](PixelPoint a, PixelPoint b) {
         return a.y > b.y || (a.y == b.y && a.x < b.x);
     };
-    std::ranges::rotate(clockwise, std::ranges::min_element(clockwise, leftmost_lowest));
+    std::rotate(clockwise.begin(), std::ranges::min_element(clockwise, leftmost_lowest), clockwise.end());
     auto const top = std::ranges::min_element(clockwise, is_higher);
     Piece piece{{clockwise.begin(), top + 1}, {top, clockwise.end()}};
     // An edge along a row ends one side and begins the other.

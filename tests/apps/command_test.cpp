@@ -19,11 +19,6 @@ struct Outcome {
     std::string errors; // what it wrote on standard error
 };
 
-std::string read_all(std::filesystem::path const& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 // In the folder, without a display unless a platform for windows is named.
 Outcome run(TemporaryFolder const& folder, std::string const& arguments, std::string const& platform = "") {
     const TemporaryFolder output;
@@ -32,7 +27,7 @@ Outcome run(TemporaryFolder const& folder, std::string const& arguments, std::st
         "cd '" + folder.path().string() + "' && env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM='"
         + platform + "' '" QV_PLOT_PROGRAM "' " + arguments + " >/dev/null 2>'" + errors.string() + "'";
     int const result = std::system(command.c_str());
-    return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, read_all(errors)};
+    return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, qv::test::content_of(errors)};
 }
 
 std::size_t files_in(TemporaryFolder const& folder) {
@@ -160,7 +155,7 @@ TEST_CASE("a file that cannot be replaced stays as it was") {
     folder.file("b.csv", "x,n\n1,2\n2,x\n");
     folder.file("p.png", "an earlier page");
     CHECK(run(folder, "b.csv --out p.png").status == 2);
-    CHECK(read_all(folder.path() / "p.png") == "an earlier page");
+    CHECK(qv::test::content_of(folder.path() / "p.png") == "an earlier page");
 }
 
 TEST_CASE("a page is a PNG file of the size asked for") {
@@ -170,7 +165,7 @@ TEST_CASE("a page is a PNG file of the size asked for") {
     CHECK(outcome.status == 0);
     CHECK(outcome.errors
           == "qvplot: left out of \"n\": 1 point without a positive value for a logarithmic axis\n");
-    const std::string png = read_all(folder.path() / "p.png");
+    const std::string png = qv::test::content_of(folder.path() / "p.png");
     CHECK(png.substr(12, 12) == std::string("IHDR\0\0\2\x80\0\0\1\x68", 12));
     CHECK(run(folder, "--help").status == 0);
 }

@@ -1,5 +1,6 @@
 #include "base/convert.h"
 #include "base/fault_report.h"
+#include "fault_of.h"
 
 #include <doctest/doctest.h>
 
@@ -9,19 +10,7 @@
 #include <vector>
 
 using namespace qv;
-
-namespace {
-
-int fault_number(auto&& action) {
-    try {
-        action();
-    } catch (Fault const& fault) {
-        return fault.number;
-    }
-    return 0;
-}
-
-} // namespace
+using test::fault_number;
 
 TEST_CASE("halves round to even, at any size and sign") {
     struct Row {

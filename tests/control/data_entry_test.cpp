@@ -230,9 +230,10 @@ TEST_CASE("many points at once are the same as one by one, with one event") {
         CAPTURE(round);
         double const x1 = round % 3 == 0 ? 0 : value(random), x2 = round % 3 == 0 ? 0 : value(random);
         std::vector<double> x, y, e;
-        for (int i = 0; i < 200; ++i) {
-            x.push_back(i % 50 == 7 ? not_a_number : value(random));
-            y.push_back(i % 60 == 0 ? infinity : value(random));
+        bool const has_gaps = round % 5 < 2;
+        for (int i = 0; i < (round % 4 == 3 ? 2500 : 203); ++i) {
+            x.push_back(has_gaps && i % 50 == 7 ? not_a_number : value(random));
+            y.push_back(has_gaps && i % 60 == 0 ? infinity : value(random));
             e.push_back(round % 2 ? value(random) : 0);
         }
         Control single, batch;
@@ -274,6 +275,31 @@ TEST_CASE("columns of different length are refused as a whole") {
     CHECK(control.graph().NumPoints == 0);
     control.AddDataPoints({}, {});
     CHECK(control.axis(0).AxisNoData);
+}
+
+TEST_CASE("extra columns stay with their points, through plain ones, blocks and dropping") {
+    FilledControl control;
+    for (int i = 0; i < 20; ++i) control.AddDataPoint(i, i);
+    std::vector<double> x, low, high;
+    for (int i = 20; i < 300; ++i) {
+        x.push_back(i);
+        low.push_back(i * 2);
+        high.push_back(i * 3);
+    }
+    control.AddDataColumns(x, x, low, {}, high);
+    for (int i = 300; i < 320; ++i) control.AddDataPoint(i, i);
+    control.DropDataPoints(10);
+    auto const& points = control.data(0).points;
+    REQUIRE(points.size() == 310);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        double const number = points.at(i).X;
+        bool const given = number >= 20 && number < 300;
+        CHECK((given ? points.extra_at(0, i) == number * 2 : std::isnan(points.extra_at(0, i))));
+        CHECK((given ? points.extra_at(2, i) == number * 3 : std::isnan(points.extra_at(2, i))));
+        CHECK(std::isnan(points.extra_at(1, i)));
+    }
+    CHECK(fault_number([&] { control.AddDataColumns(x, x, std::vector{1.0}); }) == 5);
+    CHECK(points.size() == 310);
 }
 
 TEST_CASE("the oldest points are dropped from their data set alone") {

@@ -36,7 +36,7 @@ const std::set<std::string_view> quiet_without_graphs{
     "AddText",       "AddDataPoints", "DefineFunction",   "DropDataPoints",
     "SetTooltip",    "SetCrossHair",  "Refresh",          "RefreshCurrentGraph",
     "RefreshGraphs", "GetGradient",   "GetColor",         "GetSelectedAxisIndex",
-    "CheckFormula",  "UseLook"};
+    "CheckFormula",  "UseLook",       "AddDataColumns"};
 // What a host without printer, clipboard and files answers.
 const std::map<std::string_view, int> faults_of_bare_host{
     {"PrintImage", 482}, {"CopyToClipboard", 521}, {"SaveImage", 57}};

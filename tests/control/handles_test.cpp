@@ -123,17 +123,6 @@ auto getter(Value (Owner::*member)() const) {
     return member;
 }
 
-/// The fault's text; "" when there is none.
-template <class Action>
-std::string fault_of(Action&& action) {
-    try {
-        action();
-    } catch (Fault const& fault) {
-        return std::to_string(fault.number) + " " + fault.description;
-    }
-    return "";
-}
-
 } // namespace
 
 TEST_CASE("every property by handle is the classic one of a record that nobody has selected") {
@@ -231,6 +220,33 @@ TEST_CASE("points by handle are those of the classic members, selected for them"
     CHECK(set.size() == 304);
 }
 
+TEST_CASE("a graph fits its axes and tells its plot area by handle, whichever is selected") {
+    TwoGraphs page;
+    for (int i = 0; i <= 10; ++i) page.data.add(100 + i, i);
+    const Snapshot before = everything(page);
+    page.first.fit(0.1);
+    Snapshot after = everything(page);
+    CHECK(page.first.x_axis().from() == 99);
+    CHECK(page.first.x_axis().to() == 111);
+    CHECK(page.first.y_axis().to() == 11);
+    for (char const* kept : {"current", "front", "0 data", "1 x"}) CHECK(after.at(kept) == before.at(kept));
+    for (auto const& entry : before)
+        if (entry.first.starts_with("1 ")) CHECK_MESSAGE(after.at(entry.first) == entry.second, entry.first);
+    CHECK_THROWS_AS(page.first.fit(-1), Fault);
+    page.Refresh();
+    const Box left = page.first.plot_area();
+    CHECK(left.width > 0);
+    page.first.set({.left = 50, .width = 50});
+    CHECK(page.first.plot_area().left == left.left); // as it was drawn last
+    page.Refresh();
+    CHECK(page.first.plot_area().left > left.left);
+    CHECK(page.first.plot_area().width < left.width);
+    const GraphHandle gone = page.first;
+    page.Reset();
+    CHECK_THROWS_AS(gone.plot_area(), Fault);
+    CHECK_THROWS_AS(gone.fit(), Fault);
+}
+
 TEST_CASE("a data set keeps its latest points, whoever adds them") {
     FilledControl control;
     DataHandle const set = control.qvGraph::graphs()[0].data_sets()[0];
@@ -314,7 +330,7 @@ TEST_CASE("a handle whose graph or page is gone says so, and a new graph is none
     CHECK(copy == set);
     CHECK_FALSE(set.discarded());
     CHECK(empty.discarded());
-    CHECK(fault_of([&] { empty.add(1, 2); }).starts_with("91 This handle is empty"));
+    CHECK(fault_of([&] { empty.add(1, 2); }).description.starts_with("This handle is empty"));
 
     control->Reset();
     control->qvGraph::graph("another").line("l");
@@ -324,14 +340,14 @@ TEST_CASE("a handle whose graph or page is gone says so, and a new graph is none
              [&] { set.add(1, 2); }, [&] { copy.clear(); }, [&] { axis.title("t"); }, [&] { axis.log(); },
              [&] { graph.line("n"); }, [&] { graph.title(); }, [&] { graph.axes(); }, [&] { graph.set({}); },
              [&] { control->qvGraph::graphs()[0].line("n", {.axis = axis}); }})
-        CHECK(fault_of(use).starts_with("91 The graph of this handle was discarded by Reset"));
+        CHECK(fault_of(use).description.starts_with("The graph of this handle was discarded by Reset"));
     set = control->qvGraph::graphs()[0].data_sets()[0];
     set.add(1, 2);
     CHECK(set.size() == 1);
     control.reset();
     CHECK(set.discarded());
-    CHECK(fault_of([&] { set.size(); }).starts_with("91 The page of this handle is gone"));
-    CHECK(fault_of([&] { copy.add(1, 2); }).starts_with("91 The page of this handle is gone"));
+    CHECK(fault_of([&] { set.size(); }).description.starts_with("The page of this handle is gone"));
+    CHECK(fault_of([&] { copy.add(1, 2); }).description.starts_with("The page of this handle is gone"));
 }
 
 TEST_CASE("a handler may discard what is just being made or filled") {

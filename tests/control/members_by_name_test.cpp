@@ -8,16 +8,6 @@ using namespace qv::test;
 
 namespace {
 
-/// The fault of an action with its text.
-Fault fault_of(auto&& action) {
-    try {
-        action();
-    } catch (Fault const& fault) {
-        return fault;
-    }
-    return {FaultNumber::InternalError, "no fault"};
-}
-
 bool mentions(Fault const& fault, std::string_view word) {
     return fault.description.find(word) != std::string::npos;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "document/selection.h"
+#include "fault_of.h"
 #include "qvgraph/qvGraph.h"
 
 #include <algorithm>
@@ -96,17 +97,6 @@ struct FilledControl : Control {
         events();
     }
 };
-
-/// Number of the fault that `action` throws, 0 when it throws none.
-template <class Action>
-int fault_number(Action&& action) {
-    try {
-        action();
-    } catch (Fault const& fault) {
-        return fault.number;
-    }
-    return 0;
-}
 
 using Events = std::vector<std::string>;
 

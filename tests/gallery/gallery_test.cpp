@@ -1,9 +1,9 @@
 // The pictures of docs/gallery.md are what the examples draw.
-#include "raster/png.h"
 #include "rendered_page.h"
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -19,11 +19,6 @@ namespace {
 fs::path source_folder() {
     char const* const source = std::getenv("QV_SOURCE_DIR");
     return source ? source : ".";
-}
-
-std::string text_of(fs::path const& file) {
-    std::ifstream stream(file);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 std::set<std::string> names_in(fs::path const& folder, std::string const& extension) {
@@ -64,7 +59,7 @@ fs::path kept_picture(std::string const& name) {
 TEST_CASE("every example has its picture in docs/gallery, and the page shows all of them") {
     auto const examples = names_in(source_folder() / "examples" / "gallery", ".cpp");
     CHECK(examples == names_in(source_folder() / "docs" / "gallery", ".png"));
-    std::string const page = text_of(source_folder() / "docs" / "gallery.md");
+    std::string const page = test::content_of(source_folder() / "docs" / "gallery.md");
     for (std::string const& name : examples) {
         CAPTURE(name);
         CHECK(page.find("(gallery/" + name + ".png)") != std::string::npos);
@@ -76,16 +71,29 @@ TEST_CASE("the examples draw these pictures; ./run-demo --gallery docs/gallery m
     for (std::string const& name : names_in(source_folder() / "docs" / "gallery", ".png")) {
         CAPTURE(name);
         fs::path const drawn = drawn_by(name, ".png");
-        double const share =
-            difference(raster::read_png(drawn).buffer, raster::read_png(kept_picture(name)).buffer);
+        double const share = difference(test::read_png(drawn), test::read_png(kept_picture(name)));
         CHECK(share < 0.002);
         if (share < 0.002) fs::remove(drawn);
     }
 }
 
+TEST_CASE("the picture at the head of the README is drawn by the program named there, in forty lines") {
+    std::string const readme = text_of(source_folder() / "README.md");
+    CHECK(readme.find("(docs/pictures/warming.png)") < readme.find("(examples/warming.cpp)"));
+    std::string const program = text_of(source_folder() / "examples" / "warming.cpp");
+    CHECK(std::ranges::count(program, '\n') <= 40);
+    fs::path const drawn = fs::absolute("warming.png");
+    test::run("'" QV_PROGRAMS "/warming' '" + drawn.string() + "' '"
+              + (source_folder() / "examples" / "data").string() + "'");
+    fs::path const kept = source_folder() / "docs" / "pictures" / "warming.png";
+    double const share = difference(raster::read_png(drawn).buffer, raster::read_png(kept).buffer);
+    CHECK(share < 0.002);
+    if (share < 0.002) fs::remove(drawn);
+}
+
 TEST_CASE("pages in shapes look like their pictures") {
     for (std::string const& name : names_in(source_folder() / "docs" / "gallery", ".png")) {
-        auto const picture = raster::read_png(kept_picture(name)).buffer;
+        auto const picture = test::read_png(kept_picture(name));
         for (char const* ending : {".svg", ".pdf"}) {
             CAPTURE(name);
             CAPTURE(ending);

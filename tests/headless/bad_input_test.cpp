@@ -5,8 +5,8 @@
 
 #include <doctest/doctest.h>
 
-#include <chrono>
 #include <cmath>
+#include <ctime>
 #include <functional>
 #include <limits>
 #include <string>
@@ -210,9 +210,9 @@ TEST_CASE("as many divisions as fit draw in well under a second") {
         bad.page.AxisScaleStyle({0, 10, 32767, 32767});
         bad.page.AxisGridStyle({});
     }
-    auto const start = std::chrono::steady_clock::now();
+    std::clock_t const start = std::clock();
     bad.page.Refresh();
-    double const seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    double const seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC; // of our own work
 #ifdef NDEBUG
     CHECK(seconds < 1);
 #else

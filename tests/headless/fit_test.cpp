@@ -1,7 +1,9 @@
 // Margins that fit what stands in them, plots that are flush, legends that find a place.
 #include "Person.h"
 #include "control/state_of.h"
+#include "qvgraph/handles.h"
 #include "render/plot_geometry.h"
+#include "scale/mapping.h"
 
 #include <doctest/doctest.h>
 
@@ -148,6 +150,81 @@ TEST_CASE("graphs of one column and of one row are flush, however one of them is
     Pixels const alone = pixels_of(host);
     page.Refresh();
     CHECK(pixels_of(host) == alone);
+}
+
+TEST_CASE("titles that are longer than the frame take several lines") {
+    HeadlessHost host({420, 360});
+    qvGraph& page = host.control();
+    page.UseLook("light");
+    page.NewGraph("A title that is longer than the frame of its graph, and goes on x^{2 and 3}");
+    page.SelectXaxis();
+    page.AxisTitle("an axis whose title is longer than the frame of its graph is wide");
+    page.SelectYaxis();
+    page.AxisTitle("another title that is longer than the frame of its graph is high");
+    add_line(page, 0, 1);
+    page.Refresh();
+    CHECK(has_clean_edge(host));
+    CHECK(plot_of(host).height > 0.4 * graph_of(host).FrameHeight);
+    Box const broken = plot_of(host);
+    page.AxisTitle("short");
+    page.Refresh();
+    CHECK(plot_of(host).left < broken.left - 100); // a line less
+    page.FitMargins(false);
+    page.Refresh();
+    CHECK_FALSE(has_clean_edge(host));
+}
+
+TEST_CASE("a legend hides neither functions nor lying or stacked bars, or stands beside them") {
+    HeadlessHost host({600, 400});
+    qvGraph& page = host.control();
+    page.UseLook("light");
+    auto const legend = [&] { return render::legend_box(graph_of(host)); };
+    auto const hides = [&](double x, double y) {
+        document::Graph const& graph = graph_of(host);
+        Point const place{scale::x_map(graph, graph.Axes[0])(x), scale::y_map(graph, graph.Axes[1])(y)};
+        return render::holds(legend(), place);
+    };
+    auto graph = page.graph("graph");
+    graph.x_axis({.from = 0, .to = 10});
+    graph.y_axis({.from = 0, .to = 10});
+    SUBCASE("a function") {
+        graph.function("right and top", "9.3");
+        page.Refresh();
+        for (double x = 0; x <= 10; x += 0.01) REQUIRE_FALSE(hides(x, 9.3));
+    }
+    SUBCASE("lying bars, one upon the other") {
+        for (bool const stacked : {false, true})
+            graph.bars("bars", {.bar_horiz = true, .bar_stacked = stacked, .bar_width = 1}).add(4.5, 9);
+        page.Refresh();
+        CHECK(legend().left > plot_of(host).left + plot_of(host).width / 2);
+        CHECK(legend().top > plot_of(host).top + plot_of(host).height / 4);
+    }
+    SUBCASE("data everywhere: beside them, and back when they go") {
+        auto cloud = graph.symbols("cloud");
+        for (int i = 0; i < 2500; ++i) cloud.add(0.2 * (i % 50) + 0.1, 0.2 * (i / 50) + 0.1);
+        page.Refresh();
+        CHECK(legend().left >= plot_of(host).right());
+        double const width = plot_of(host).width;
+        page.Refresh();
+        CHECK(plot_of(host).width == width);
+        graph.x_axis({.from = 4, .to = 6}); // zoomed by the host
+        page.Refresh();
+        page.Refresh();
+        CHECK(plot_of(host).width == width);
+        cloud.clear();
+        cloud.add(5, 5);
+        page.Refresh();
+        CHECK(legend().left + legend().width < plot_of(host).right());
+    }
+    SUBCASE("nowhere, where there is no room") {
+        graph.symbols("a name that leaves no room for anything beside it").add(5, 5);
+        host.resize_picture({300, 70});
+        page.Refresh();
+        CHECK(graph_of(host).LegendWidth == 0);
+        host.resize_picture({600, 400});
+        page.Refresh();
+        CHECK(graph_of(host).LegendWidth > 0);
+    }
 }
 
 TEST_CASE("a legend stands where it hides least") {

@@ -2,7 +2,6 @@
 // done, they go without a trace, and nothing that leaves the page holds them.
 #include "Person.h"
 #include "printed_sheet.h"
-#include "raster/png.h"
 
 #include <doctest/doctest.h>
 
@@ -52,11 +51,6 @@ Lines inverted_lines(raster::RasterSurface const& page, Pixels const& before, Pi
     lines.columns = static_cast<int>(std::ranges::count_if(columns, is_line));
     lines.rows = static_cast<int>(std::ranges::count_if(rows, is_line));
     return lines;
-}
-
-std::vector<std::uint8_t> content(std::filesystem::path const& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 /// Two graphs that overlap, and a person who does anything to them that needs no redraw by the host.
@@ -242,16 +236,16 @@ TEST_CASE("saved, printed and copied pictures hold no marks, and the page keeps 
         PersonAtGraph other; // nothing was ever drawn over this page
         person.page.SaveImage((folder.path() / name).string());
         other.page.SaveImage((folder.path() / ("bare " + name)).string());
-        CHECK(content(folder.path() / name) == content(folder.path() / ("bare " + name)));
+        CHECK(test::content_of(folder.path() / name) == test::content_of(folder.path() / ("bare " + name)));
     }
     PersonAtGraph other;
     other.page.CopyToClipboard();
     person.page.CopyToClipboard();
     CHECK(person.host.clipboard() == other.host.clipboard());
     person.page.PrintImage();
-    CHECK(test::picture_in(folder.path() / "sheet.pdf").buffer.pixels == bare);
+    CHECK(test::picture_in(folder.path() / "sheet.pdf").pixels == bare);
     person.host.save(folder.path() / "host.png");
-    CHECK(content(folder.path() / "host.png") == content(folder.path() / "page.png"));
+    CHECK(test::content_of(folder.path() / "host.png") == test::content_of(folder.path() / "page.png"));
     CHECK(person.heard.errors.empty());
 
     CHECK(person.pixels() == with_band);

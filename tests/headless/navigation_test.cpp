@@ -185,6 +185,21 @@ TEST_CASE("the point under the pointer is named unless the host has a tooltip of
     CHECK(person.state.shown_tooltip() == "mine");
 }
 
+TEST_CASE("a bar as wide as values is named all along its end, where it stands") {
+    Navigator person;
+    person.page.NewDataSet("rain");
+    person.page.SymbolStyle({.Symbol = 1, .BarOffset = 1, .BarBase = true});
+    person.page.BarWidth(2);
+    person.page.AddDataPoint(7, 8, 0, 2);
+    person.page.Refresh();
+    for (double const x : {0.705, 0.8, 0.895}) { // the bar is 7 to 9 wide
+        person.move(person.in_plot(x, 0.2));
+        CHECK(person.state.shown_tooltip() == "rain: 7, 8");
+    }
+    person.move(person.in_plot(0.6, 0.2));
+    CHECK(person.state.shown_tooltip().empty());
+}
+
 TEST_CASE("points and data sets are read by keys") {
     Navigator person;
     person.page.AddDataPoint(11, std::nan(""));

@@ -1,7 +1,7 @@
 #include "control/state_of.h"
 #include "picture_check.h"
+#include "png_file.h"
 #include "qvgraph/HeadlessHost.h"
-#include "raster/png.h"
 #include "render/plot_geometry.h"
 
 #include <doctest/doctest.h>
@@ -150,10 +150,13 @@ TEST_CASE("frames, axes, grids and outlines have their widths at 96 to the inch,
     struct Row {
         double factor;
         int pixels;
+        int outline, outline_pixels; // of the graph
     };
-    for (Row const& row :
-         {Row{1, 1}, Row{1.25, 1}, Row{1.5, 1}, Row{1.75, 2}, Row{2, 2}, Row{2.5, 2}, Row{3, 3}}) {
+    for (Row const& row : {Row{1, 1, 1, 1}, Row{1, 1, 2, 2}, Row{1, 1, 3, 3}, Row{1, 1, 7, 7},
+                           Row{1.25, 1, 1, 1}, Row{1.5, 1, 2, 3}, Row{1.75, 2, 1, 2}, Row{2, 2, 1, 2},
+                           Row{2, 2, 3, 6}, Row{2.5, 2, 1, 2}, Row{3, 3, 1, 3}}) {
         CAPTURE(row.factor);
+        CAPTURE(row.outline);
         auto const pixels = [&](double at_96) { return static_cast<int>(std::lround(at_96 * row.factor)); };
         HeadlessHost host({pixels(321), pixels(241)}, 96 * row.factor);
         qvGraph& page = host.control();
@@ -161,6 +164,7 @@ TEST_CASE("frames, axes, grids and outlines have their widths at 96 to the inch,
         page.GraphPosition({0, 0, 100, 100});
         page.PageColors({.Color1 = rgb(255, 255, 255)});
         page.BorderStyle({.Color1 = rgb(255, 255, 255)});
+        page.BorderEdgeThickness(static_cast<std::int16_t>(row.outline));
         page.PlotAreaColors({.Color1 = rgb(255, 255, 255)});
         page.LegendShow(false);
         for (int const axis : {0, 1}) {
@@ -190,9 +194,9 @@ TEST_CASE("frames, axes, grids and outlines have their widths at 96 to the inch,
                 was_black = black;
             }
         }
-        int const w = row.pixels;
-        CHECK(runs[0] == std::vector{w, w, w, w, w});
-        CHECK(runs[1] == std::vector{w, w, w, w, w});
+        int const w = row.pixels, o = row.outline_pixels;
+        CHECK(runs[0] == std::vector{o, w, w, w, o});
+        CHECK(runs[1] == std::vector{o, w, w, w, o});
     }
 }
 
@@ -201,7 +205,7 @@ TEST_CASE("a saved page reads back as it was shown; a file that cannot be writte
     draw_sine(host.control());
     auto const file = std::filesystem::temp_directory_path() / "qvgraph-page-test.png";
     host.save(file);
-    CHECK(raster::read_png(file).buffer.pixels == pixels_of(host));
+    CHECK(test::read_png(file).pixels == pixels_of(host));
     std::filesystem::remove(file);
     try {
         host.save("/no/such/folder/page.png");

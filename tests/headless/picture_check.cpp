@@ -1,6 +1,8 @@
 #include "picture_check.h"
 
+#include "png_file.h"
 #include "raster/FontLibrary.h"
+#include "raster/file_replacement.h"
 #include "raster/png.h"
 
 #include <cstdlib>
@@ -34,12 +36,12 @@ RasterSurface difference(RasterSurface const& a, raster::PixelBuffer const& b) {
 
 bool shows_picture(RasterSurface const& surface, std::string const& name) {
     auto const file = stored_picture(name);
-    raster::write_png(name + "-actual.png", surface);
+    raster::replace_file(name + "-actual.png", raster::encode_png(surface));
     if (!std::filesystem::exists(file)) {
         std::cerr << file << " is missing; look at " << name << "-actual.png and copy it there\n";
         return false;
     }
-    raster::PixelBuffer const stored = raster::read_png(file).buffer;
+    raster::PixelBuffer const stored = test::read_png(file);
     bool const same = stored.width == surface.width() && stored.height == surface.height()
                       && std::equal(stored.pixels.begin(), stored.pixels.end(), surface.pixels().begin());
     if (same) {
@@ -48,7 +50,7 @@ bool shows_picture(RasterSurface const& surface, std::string const& name) {
     }
     std::filesystem::copy_file(file, name + "-expected.png",
                                std::filesystem::copy_options::overwrite_existing);
-    raster::write_png(name + "-difference.png", difference(surface, stored));
+    raster::replace_file(name + "-difference.png", raster::encode_png(difference(surface, stored)));
     std::cerr << "compare " << name << "-expected.png, -actual.png and -difference.png in "
               << std::filesystem::current_path() << "\n";
     return false;

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Programs outside the tree, built with what was installed.
 
-Installs a build into an empty prefix and builds the programs of docs/quickstart.md in three ways: with the CMake
-package, with pkg-config, and with add_subdirectory. Each draws the same picture. The page quotes just these files.
+Installs a build into an empty prefix and builds the programs of docs/quickstart.md with the CMake package, with
+pkg-config, and with add_subdirectory. That project asks for static libraries and installs them too, and the programs
+are built once more with these, in the first two ways. Each draws the same picture. The page quotes just these files.
 
 Usage: consumers_test.py ROOT BUILD [--without-qt]
 """
@@ -33,17 +34,21 @@ def with_cmake(source, folder, prefix, targets):
     run("cmake", "--build", folder, "--target", *targets)
 
 
-def with_pkg_config(source, folder, environment):
+def package_environment(libraries):
+    return {**os.environ, "PKG_CONFIG_PATH": str(libraries / "pkgconfig")}
+
+
+def with_pkg_config(source, folder, environment, *options):
     folder.mkdir()
-    flags = subprocess.run(["pkg-config", "--cflags", "--libs", "qvgraph"], check=True, capture_output=True,
-                           text=True, env=environment).stdout.split()
+    flags = subprocess.run(["pkg-config", "--cflags", "--libs", *options, "qvgraph"], check=True,
+                           capture_output=True, text=True, env=environment).stdout.split()
     for name in ("picture", "measurements"):
         run("g++", "-std=c++20", source / f"{name}.cpp", *flags, "-o", folder / name)
 
 
-SUBDIRECTORY = """cmake_minimum_required(VERSION 3.25)
+CONSUMER = """cmake_minimum_required(VERSION 3.25)
 project(consumer LANGUAGES CXX)
-add_subdirectory({root} qvgraph)
+{library}
 add_executable(picture {source}/picture.cpp)
 target_link_libraries(picture qvGraph::core)
 add_executable(measurements {source}/measurements.cpp)
@@ -51,16 +56,33 @@ target_link_libraries(measurements qvGraph::core)
 """
 
 
+def consumer(project, source, library):
+    """A project in a folder of its own that takes the core from where a line of CMake says."""
+    project.mkdir()
+    (project / "CMakeLists.txt").write_text(CONSUMER.format(library=library, source=source), encoding="utf-8")
+    return project
+
+
 def with_subdirectory(root, source, folder, project):
     """As another project would take the core in: nothing but its needs is built."""
-    project.mkdir()
-    (project / "CMakeLists.txt").write_text(SUBDIRECTORY.format(root=root, source=source), encoding="utf-8")
+    consumer(project, source, f"add_subdirectory({root} qvgraph)")
     # The flags of the release preset, so that a compiler cache finds what was compiled already.
     run("cmake", "-S", project, "-B", folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
-        "-DCMAKE_CXX_FLAGS_RELEASE=-O2 -DNDEBUG", "-DQV_WERROR=ON")
+        "-DCMAKE_CXX_FLAGS_RELEASE=-O2 -DNDEBUG", "-DQV_WERROR=ON", "-DBUILD_SHARED_LIBS=OFF", "-DQV_INSTALL=ON")
     run("cmake", "--build", folder, "--target", "picture", "measurements")
     made = {p.name for p in (folder / "qvgraph").rglob("*") if p.suffix in (".so", ".a")}
-    assert not any("qt" in name for name in made), made
+    assert "libqvgraph.a" in made and not any("qt" in name or ".so" in name for name in made), made
+
+
+def with_static_libraries(source, built, scratch):
+    """What the programs draw that are linked with the static libraries of a build, once they are installed."""
+    prefix = scratch / "static"
+    run("cmake", "--install", built, "--prefix", prefix, stdout=subprocess.DEVNULL)
+    project = consumer(scratch / "static consumer", source, "find_package(qvGraph 2.13 REQUIRED COMPONENTS core)")
+    with_cmake(project, scratch / "static-cmake", prefix, ["picture", "measurements"])
+    libraries = next(prefix.rglob("libqvgraph.a")).parent
+    with_pkg_config(source, scratch / "static-pkg-config", package_environment(libraries), "--static")
+    return {way: pictures(scratch / way, source, dict(os.environ)) for way in ("static-cmake", "static-pkg-config")}
 
 
 def pictures(programs, source, environment):
@@ -81,8 +103,7 @@ def main():
         prefix = scratch / "prefix"
         run("cmake", "--install", build, "--prefix", prefix, stdout=subprocess.DEVNULL)
         libraries = next(prefix.rglob("libqvgraph.so*")).parent
-        environment = {**os.environ, "LD_LIBRARY_PATH": str(libraries),
-                       "PKG_CONFIG_PATH": str(libraries / "pkgconfig")}
+        environment = {**package_environment(libraries), "LD_LIBRARY_PATH": str(libraries)}
         targets = ["picture", "measurements"] + ([] if "--without-qt" in sys.argv else ["window"])
         with_cmake(source, scratch / "cmake", prefix, targets)
         with_pkg_config(source, scratch / "pkg-config", environment)
@@ -91,11 +112,12 @@ def main():
         with tempfile.TemporaryDirectory(dir=build.parent, prefix="consumer-") as beside:
             with_subdirectory(root, source, pathlib.Path(beside), scratch / "consumer")
             drawn["subdirectory"] = pictures(pathlib.Path(beside), source, dict(os.environ))
+            drawn |= with_static_libraries(source, pathlib.Path(beside), scratch)
         names = set(drawn["cmake"])
         if not {"oscillation.png", "oscillation.svg", "day.png"} <= names:
             wrong.append(f"files are missing: {sorted(names)}")
         wrong += [f"{way} draws other pictures" for way in drawn if drawn[way] != drawn["cmake"]]
-    print("\n".join(wrong) if wrong else "three ways, the same pictures")
+    print("\n".join(wrong) if wrong else f"{len(drawn)} ways, the same pictures")
     return 1 if wrong else 0
 
 

@@ -12,7 +12,15 @@ import subprocess
 import sys
 import tempfile
 
-PACKAGES = ("libqvgraph2", "libqvgraph-dev", "libqvgraph-qt6-2", "libqvgraph-qt6-dev", "qvplot")
+# Each with those of the others that it does not work without.
+NEEDED = {
+    "libqvgraph2": (),
+    "libqvgraph-dev": ("libqvgraph2",),
+    "libqvgraph-qt6-2": ("libqvgraph2",),
+    "libqvgraph-qt6-dev": ("libqvgraph-qt6-2", "libqvgraph-dev"),
+    "qvplot": ("libqvgraph2", "libqvgraph-qt6-2"),
+}
+PACKAGES = tuple(NEEDED)
 
 
 def run(*command, **options):
@@ -35,6 +43,16 @@ def draws(program, data, environment):
         wrong = subprocess.run([program, f"{folder}/none.csv", "--out", f"{folder}/none.png"], env=environment,
                                capture_output=True, text=True)
         return pathlib.Path(folder, "page.png").stat().st_size > 1000 and wrong.returncode == 2
+
+
+def missing_needs(files):
+    """Packages that could be installed without one of ours that they need."""
+    wrong = []
+    for file, (package, needed) in zip(files, NEEDED.items()):
+        said = subprocess.run(["dpkg-deb", "-f", file, "Depends"], check=True, capture_output=True, text=True).stdout
+        names = {part.split()[0] for part in said.split(",") if part.split()}
+        wrong += [f"{package} does not depend on {name}" for name in needed if name not in names]
+    return wrong
 
 
 def lacks_plugin(build, files):
@@ -64,7 +82,7 @@ def main():
     shutil.rmtree(build / "packages", ignore_errors=True)
     run("cpack", "-G", "DEB", "--config", build / "CPackConfig.cmake", cwd=build, stdout=subprocess.DEVNULL)
     files = [next((build / "packages").glob(f"{name}_*.deb")) for name in PACKAGES]
-    wrong = errors_of(files)
+    wrong = errors_of(files) + missing_needs(files)
     if lacks_plugin(build, files):
         wrong.append("libqvgraph-qt6-dev has no plugin for Designer")
     if not (installed if os.geteuid() == 0 else unpacked)(files, data):

@@ -1,6 +1,5 @@
 #include "pages.h"
-#include "raster/file_replacement.h"
-#include "raster/png.h"
+#include "png_file.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>
@@ -57,11 +56,6 @@ private:
     files::path place_;
 };
 
-std::string content_of(files::path const& file) {
-    auto const bytes = raster::read_file(file.string());
-    return {bytes.begin(), bytes.end()};
-}
-
 } // namespace
 
 TEST_CASE("a name's ending chooses the format, whatever the case of its letters") {
@@ -79,7 +73,7 @@ TEST_CASE("a name's ending chooses the format, whatever the case of its letters"
         host.control().SaveImage(file.string());
         CHECK(content_of(file).starts_with(row.begins_with));
     }
-    CHECK(raster::read_png((folder.path() / "page.png").string()).pixels_per_metre_x == 3780);
+    CHECK(png_density(folder.path() / "page.png", 0) == 3780);
 }
 
 TEST_CASE("a page that cannot be written is reported, and the old file stays as it was") {

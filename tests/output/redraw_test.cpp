@@ -169,8 +169,7 @@ TEST_CASE("every text stands once in a file of shapes, and the file looks like t
         page.Refresh();
         const test::TemporaryFolder folder;
         host.save(folder.path() / "page.svg");
-        std::ifstream stream(folder.path() / "page.svg");
-        const std::string file{std::istreambuf_iterator<char>(stream), {}};
+        const std::string file = test::content_of(folder.path() / "page.svg");
         for (std::string const& text : texts) {
             CAPTURE(text);
             auto const place = file.find(">" + text + "</text>");

@@ -2,7 +2,6 @@
 #include "interact/page_output.h"
 #include "printed_sheet.h"
 #include "qvgraph/page_file.h"
-#include "raster/file_replacement.h"
 #include "temporary_folder.h"
 #include "widget.h"
 
@@ -66,7 +65,7 @@ TEST_CASE("a page is printed on a QPrinter at its place and without loss") {
         const QImage shown = page.widget.page();
         check_box(sheet.ink_mm, in_mm(interact::place_on_paper(a4, height_to_width(shown), row.landscape)),
                   0.5);
-        auto const kept = picture_in(folder.path() / "sheet.pdf").buffer;
+        auto const kept = picture_in(folder.path() / "sheet.pdf");
         REQUIRE(QSize(kept.width, kept.height) == shown.size());
         CHECK(QImage(reinterpret_cast<uchar const*>(kept.pixels.data()), kept.width, kept.height,
                      QImage::Format_RGB32)
@@ -95,7 +94,7 @@ TEST_CASE("a bitmap file holds the page's pixels") {
         const QImage read(file);
         const QImage shown = page.widget.page();
         REQUIRE(!read.isNull());
-        CHECK(raster::read_file(file.toStdString()).at(28) == 24); // bits a pixel
+        CHECK(content_of(folder.path() / "page.bmp").at(28) == 24); // bits a pixel
         CHECK(read.dotsPerMeterX() == doctest::Approx(96 / 0.0254 * shown.devicePixelRatio()).epsilon(1e-3));
         CHECK(read.convertToFormat(QImage::Format_RGB32)
               == QImage(shown.constBits(), shown.width(), shown.height(), QImage::Format_RGB32));

@@ -116,6 +116,24 @@ TEST_CASE("whole-pixel lines are connected, one pixel a step, and the same in bo
     }
 }
 
+TEST_CASE("without smooth edges a level line is as wide as its pen, where a straight line is") {
+    for (int const width : {1, 2, 3, 4, 7})
+        for (double const place : {12.0, 12.5, 12.3})
+            for (const Point end : {at(30, place), at(place, 30)}) {
+                CAPTURE(width);
+                CAPTURE(place);
+                RasterSurface surface = surface_of(50, 50), plain = surface_of(50, 50);
+                surface.state.Smooth = plain.state.Smooth = false;
+                surface.state.DrawWidth = plain.state.DrawWidth = width;
+                const Point start = end.x > end.y ? at(20, place) : at(place, 20);
+                surface.Polyline(std::array{start, end});
+                plain.Line(start, end, LineShape::Segment, 0);
+                const PixelBox box = ink_box(surface);
+                CHECK(std::min(box.width(), box.height()) == width);
+                if (place == 12) CHECK(box == ink_box(plain)); // else a straight line moves to whole pixels
+            }
+}
+
 TEST_CASE("a clip leaves pixels out and changes none inside") {
     auto const draw = [](RasterSurface& surface) {
         surface.state.DrawWidth = 1;

@@ -1,5 +1,5 @@
+#include "fault_of.h"
 #include "pictures.h"
-#include "qvgraph/fault.h"
 
 #include <doctest/doctest.h>
 
@@ -11,15 +11,6 @@ using namespace qv::raster;
 using namespace qv::raster::test;
 
 namespace {
-
-std::int32_t fault_of(auto&& action) {
-    try {
-        action();
-    } catch (Fault const& fault) {
-        return fault.number;
-    }
-    return 0;
-}
 
 // A surface in which every pixel has its own colour.
 RasterSurface numbered_surface(int width, int height) {
@@ -206,13 +197,13 @@ TEST_CASE("resizing keeps the picture, refuses absurd sizes and lifts the clip")
     surface.Move(-5, 0);
     CHECK(surface.GetClientRect() == PixelSize{1, 1});
     double const infinity = std::numeric_limits<double>::infinity();
-    CHECK(fault_of([&] { surface.Move(32768 * 15.0, 15); }) == 7);
-    CHECK(fault_of([&] { surface.Move(32767 * 15.0, 32767 * 15.0); }) == 7);
-    CHECK(fault_of([&] { surface.Move(15, infinity); }) == 7);
-    CHECK(fault_of([&] { surface.Move(std::nan(""), 15); }) == 5);
+    CHECK(qv::test::fault_number([&] { surface.Move(32768 * 15.0, 15); }) == 7);
+    CHECK(qv::test::fault_number([&] { surface.Move(32767 * 15.0, 32767 * 15.0); }) == 7);
+    CHECK(qv::test::fault_number([&] { surface.Move(15, infinity); }) == 7);
+    CHECK(qv::test::fault_number([&] { surface.Move(std::nan(""), 15); }) == 5);
     CHECK(surface.GetClientRect() == PixelSize{1, 1});
     for (double const bad : {0.0, -15.0, infinity, std::nan("")})
-        CHECK(fault_of([&] { surface.set_twips_per_pixel(15, bad); }) == 5);
+        CHECK(qv::test::fault_number([&] { surface.set_twips_per_pixel(15, bad); }) == 5);
     surface.set_twips_per_pixel(10, 20);
     surface.Move(300, 300);
     CHECK(surface.GetClientRect() == PixelSize{30, 15});
@@ -244,4 +235,24 @@ TEST_CASE("drawing one colour over itself leaves it, at any coverage") {
         // Dark values have few steps of light between them.
         CHECK(largest_difference(before, picture_of(surface)) <= 1);
     }
+}
+
+TEST_CASE("surfaces that were copied whole, and snapshots, keep their own picture") {
+    RasterSurface first = numbered_surface(20, 10), second = surface_of(20, 10), third = surface_of(20, 10);
+    auto const before = picture_of(first);
+    second.BitBlt({0, 0}, {20, 10}, first, {0, 0});
+    third.BitBlt({0, 0}, {20, 10}, second, {0, 0});
+    auto const kept = first.snapshot();
+    first.Line({0, 0}, {150, 75}, LineShape::FilledBox, rgb(255, 0, 0));
+    CHECK(picture_of(second) == before);
+    CHECK(std::equal(before.begin(), before.end(), kept.get()));
+    second.Cls();
+    CHECK(picture_of(third) == before);
+    CHECK(picture_of(second) == std::vector<std::uint32_t>(before.size(), 0xFFFFFFFF));
+    third.Print("x");
+    third.BitBlt({0, 0}, {20, 10}, first, {0, 0});
+    first.Line({0, 0}, {300, 150}, LineShape::Segment, 0);
+    CHECK(picture_of(third) != picture_of(first));
+    CHECK(picture_of(third)[0] == 0xFFFF0000);
+    CHECK(std::equal(before.begin(), before.end(), kept.get()));
 }

@@ -1,6 +1,7 @@
 // docs/reference.md, made of the tables of members and of docs/members.txt, and compared with what is there.
 #include "control/members_by_name.h"
 #include "qvgraph/HeadlessHost.h"
+#include "temporary_folder.h"
 
 #include <doctest/doctest.h>
 
@@ -23,8 +24,7 @@ std::filesystem::path source_folder() {
 }
 
 std::string read_file(std::filesystem::path const& file) {
-    std::ifstream stream(source_folder() / file);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    return test::content_of(source_folder() / file);
 }
 
 struct Description {

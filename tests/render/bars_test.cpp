@@ -6,6 +6,7 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace qv;
 using namespace qv::render;
@@ -96,4 +97,42 @@ TEST_CASE("a bar far outside a zoomed page is cut, not reported") {
     bars.graph.Axes[1].AxisValue1 = 1;
     bars.graph.Axes[1].AxisValue2 = 1 + 1e-6;
     CHECK(bars.fills().size() == 2);
+}
+
+TEST_CASE("bars whose width is one of values are that wide on any axis, however it is zoomed") {
+    BarPage bars;
+    document::DataSet& set = bars.add_bars({{5, 4}});
+    set.BarBase = true;
+    set.BarWidth = 0.5;
+    CHECK(bars.fills() == std::vector<std::string>{"fill 5750,11000 6250,7000 #000000 w1"});
+    set.BarOffset = 0.5; // of values too
+    CHECK(bars.fills() == std::vector<std::string>{"fill 6250,11000 6750,7000 #000000 w1"});
+    document::Axis& x = bars.graph.Axes[0];
+    x.AxisReverse = true;
+    CHECK(bars.fills() == std::vector<std::string>{"fill 5250,11000 5750,7000 #000000 w1"});
+    x.AxisReverse = false;
+    x.AxisValue2 = 5;
+    CHECK(bars.fills() == std::vector<std::string>{"fill 11500,11000 12500,7000 #000000 w1"});
+    x.AxisLog = true; // the values between 4 and 6.25, of 1 to 100
+    x.AxisValue1 = 1;
+    x.AxisValue2 = 100;
+    set.BarOffset = 0.125;
+    set.BarWidth = 2.25;
+    CHECK(bars.fills() == std::vector<std::string>{"fill 4010.3,11000 4979.4,7000 #000000 w1"});
+    x.AxisLog = false;
+    x.AxisValue1 = 5.1; // far inside the bar
+    x.AxisValue2 = 5.1 + 1e-12;
+    set.Bar3D = true;
+    CHECK(bars.fills().size() < 100000);
+    set.Bar3D = false;
+    set.BarHoriz = true;
+    set.BarOffset = 0;
+    set.BarWidth = 1;
+    bars.graph.Axes[0].AxisValue1 = 0;
+    bars.graph.Axes[0].AxisValue2 = 10;
+    CHECK(bars.fills() == std::vector<std::string>{"fill 1000,6500 6000,7500 #000000 w1"});
+    for (double const width : {0.0, -1.0, HUGE_VAL, std::nan("")}) { // as set in millimetres
+        set.BarWidth = width;
+        CHECK(bars.fills() == std::vector<std::string>{"fill 1000,6910 6000,7090 #000000 w1"});
+    }
 }

@@ -86,6 +86,11 @@ TEST_CASE("bars tell where they begin and how much room their width takes") {
     CHECK(reaches[1].has_base_at(0));
     CHECK(reaches[0].room_low == doctest::Approx(0.1)); // 900 and 100 of 10000 twips
     CHECK(reaches[0].room_high == doctest::Approx(0.12));
+    above.BarWidth = 4; // of values, and so is the offset
+    reaches = reaches_of_points(control.state, graph);
+    CHECK(reaches[0].extent == document::Extent{1, 6});
+    CHECK(reaches[0].room_high == doctest::Approx(0.1));
+    above.BarWidth = 0;
     graph.Axes[0].AxisReverse = true;
     reaches = reaches_of_points(control.state, graph);
     CHECK(reaches[0].room_low == doctest::Approx(0.12));

@@ -112,6 +112,9 @@ TEST_CASE("round ticks: as many digits as the step needs, on all labels of an ax
     CHECK(labels(0, 1, false, 250) == "0.0 0.2 0.4 0.6 0.8 1.0");
     CHECK(labels(1, 0, false, 250) == "0.0 0.2 0.4 0.6 0.8 1.0");
     CHECK(labels(0, 10, false, 160) == "0.0 2.5 5.0 7.5 10.0");
+    // Where steps of 5 are enough, 2.5 and its decimal are none too few.
+    CHECK(labels(0, 22, false, 250) == "0 5 10 15 20");
+    CHECK(labels(0, 220, false, 400) == "0 25 50 75 100 125 150 175 200");
     CHECK(labels(313, 417) == "320 340 360 380 400");
     CHECK(labels(-0.73, 2.19, false, 250) == "-0.5 0.0 0.5 1.0 1.5 2.0");
     CHECK(labels(0, 12345, false, 300) == "0 2'000 4'000 6'000 8'000 10'000 12'000");

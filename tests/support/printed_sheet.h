@@ -1,8 +1,8 @@
 // What a PDF reader makes of a printed sheet.
 #pragma once
 
+#include "png_file.h"
 #include "qvgraph/geometry.h"
-#include "raster/png.h"
 #include "temporary_folder.h"
 
 #include <doctest/doctest.h>
@@ -31,8 +31,7 @@ inline PrintedSheet measure_sheet(std::filesystem::path const& pdf) {
     const TemporaryFolder folder;
     const std::string page = (folder.path() / "page").string();
     run("pdftoppm -r 300 -png -singlefile '" + pdf.string() + "' '" + page + "'");
-    const raster::PngPicture read = raster::read_png(page + ".png");
-    raster::PixelBuffer const& pixels = read.buffer;
+    const raster::PixelBuffer pixels = read_png(page + ".png");
     int left = pixels.width, top = pixels.height, right = 0, bottom = 0;
     for (int y = 0; y < pixels.height; ++y)
         for (int x = 0; x < pixels.width; ++x) {
@@ -48,10 +47,10 @@ inline PrintedSheet measure_sheet(std::filesystem::path const& pdf) {
 }
 
 /// The picture that was printed, as the file keeps it.
-inline raster::PngPicture picture_in(std::filesystem::path const& pdf) {
+inline raster::PixelBuffer picture_in(std::filesystem::path const& pdf) {
     const TemporaryFolder folder;
     run("pdfimages -png '" + pdf.string() + "' '" + (folder.path() / "picture").string() + "'");
-    return raster::read_png((folder.path() / "picture-000.png").string());
+    return read_png(folder.path() / "picture-000.png");
 }
 
 inline void check_box(Box const& found, Box const& wanted, double tolerance) {

@@ -1,8 +1,8 @@
 // Pages of shapes, drawn by other programs, and how far such a picture is from another.
 #pragma once
 
+#include "png_file.h"
 #include "printed_sheet.h"
-#include "raster/png.h"
 
 #include <doctest/doctest.h>
 
@@ -19,7 +19,7 @@ inline raster::PixelBuffer rendered(std::filesystem::path const& file) {
         run("rsvg-convert -d 96 -p 96 '" + file.string() + "' -o '" + page + ".png'");
     else
         run("pdftoppm -r 96 -png -singlefile '" + file.string() + "' '" + page + "'");
-    return raster::read_png(page + ".png").buffer;
+    return read_png(page + ".png");
 }
 
 /// Mean difference of a colour channel, 0 to 1.

@@ -3,10 +3,17 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <random>
 #include <string>
 
 namespace qv::test {
+
+/// All bytes of a file.
+inline std::string content_of(std::filesystem::path const& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
 
 class TemporaryFolder {
 public:

@@ -42,11 +42,6 @@ void draw(qvGraph& page, Cloud const& cloud) {
     page.Refresh();
 }
 
-std::string content_of(std::filesystem::path const& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 } // namespace
 
 TEST_CASE("files of shapes stay small and look like the page, whatever the number of points") {
@@ -59,7 +54,7 @@ TEST_CASE("files of shapes stay small and look like the page, whatever the numbe
         HeadlessHost host({1200, 800});
         draw(host.control(), cloud);
         host.save(folder.path() / "page.png");
-        auto const page = raster::read_png((folder.path() / "page.png").string()).buffer;
+        auto const page = read_png((folder.path() / "page.png").string());
         for (std::string const name : {"page.svg", "page.pdf"}) {
             CAPTURE(name);
             const std::filesystem::path file = folder.path() / name;
@@ -91,8 +86,7 @@ TEST_CASE("a page in shapes has its size on paper and text that can be found") {
         CHECK(sheet.width_mm == doctest::Approx(600 / dots_per_inch * 25.4).epsilon(0.002));
         CHECK(sheet.height_mm == doctest::Approx(400 / dots_per_inch * 25.4).epsilon(0.002));
         run("rsvg-convert -d 96 -p 96 '" + base + ".svg' -o '" + base + ".png'");
-        CHECK(raster::read_png(base + ".png").buffer.width
-              == doctest::Approx(600 * 96 / dots_per_inch).epsilon(0.01));
+        CHECK(read_png(base + ".png").width == doctest::Approx(600 * 96 / dots_per_inch).epsilon(0.01));
     }
 }
 
@@ -110,7 +104,7 @@ TEST_CASE("an empty page and one of more shapes than a file should hold are writ
     full.save(folder.path() / "full.pdf");
     CHECK(content_of(folder.path() / "full.svg").find("<image") != std::string::npos);
     // The picture comes out to the pixel.
-    auto const picture = raster::read_png((folder.path() / "full.png").string()).buffer;
+    auto const picture = read_png((folder.path() / "full.png").string());
     for (char const* name : {"full.svg", "full.pdf"})
         CHECK(mean_difference(rendered(folder.path() / name), picture) == 0);
 }

@@ -83,7 +83,7 @@ raster::RasterSurface const& WidgetHost::picture() const {
     return static_cast<raster::RasterSurface const&>(control_->picture());
 }
 
-// Made anew whenever it is wanted: it costs nothing, and no image can outlive the pixels it was made on.
+// Made anew whenever it is wanted: it costs nothing.
 QImage WidgetHost::page() const {
     return image_of(picture());
 }

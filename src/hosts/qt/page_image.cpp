@@ -5,12 +5,20 @@
 
 #include <QtGui/QPainter>
 
+#include <memory>
+
 namespace qv::qt {
 
 QImage image_of(DrawSurface const& surface) {
     auto const& picture = static_cast<raster::RasterSurface const&>(surface);
-    QImage image(reinterpret_cast<uchar const*>(picture.pixels().data()), picture.width(), picture.height(),
-                 picture.stride() * static_cast<qsizetype>(sizeof(std::uint32_t)), QImage::Format_RGB32);
+    using Pixels = std::shared_ptr<std::uint32_t const>;
+    auto held = std::make_unique<Pixels>(picture.snapshot());
+    auto const* const pixels = reinterpret_cast<uchar const*>(held->get());
+    QImage image(
+        pixels, picture.width(), picture.height(),
+        picture.stride() * static_cast<qsizetype>(sizeof(std::uint32_t)), QImage::Format_RGB32,
+        [](void* pointer) { delete static_cast<Pixels*>(pointer); }, held.get());
+    held.release(); // the image's now
     image.setDevicePixelRatio(twips_per_unit / picture.TwipsPerPixelX());
     return image;
 }

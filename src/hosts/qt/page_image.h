@@ -10,7 +10,7 @@ class QPainter;
 
 namespace qv::qt {
 
-/// An image on the pixels of a RasterSurface, without a copy: it must not outlive them.
+/// The pixels of a RasterSurface as they are now, without a copy.
 QImage image_of(DrawSurface const& surface);
 
 /// Paints a surface's image at the left top corner of a widget, pixel for pixel at any density. Where the

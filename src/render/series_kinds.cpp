@@ -1,0 +1,15 @@
+// The kinds of data sets, by DataKind.
+#include "render/series_kind.h"
+
+#include <array>
+
+namespace qv::render {
+
+SeriesKind const* series_kind(document::DataSet const& set) {
+    static const std::array<SeriesKind const*, 9> kinds{
+        nullptr, // points
+    };
+    return set.DataKind < kinds.size() ? kinds[set.DataKind] : nullptr;
+}
+
+} // namespace qv::render
