@@ -107,6 +107,35 @@ Page stacked_bars_page(std::size_t count, Drawing drawing) {
     return page;
 }
 
+namespace {
+
+Page distribution_page(std::size_t count, Drawing drawing, std::uint8_t kind) {
+    Page page = empty_page(drawing);
+    qvGraph& graph = page->control();
+    add_graph(graph);
+    graph.NewDataSet("", false);
+    graph.DataKind(kind);
+    graph.SymbolStyle({.Symbol = filled_circle, .Size = symbol_mm, .Color1 = blue, .EdgeThickness = 0});
+    Series series = noisy_sine(count);
+    for (double& x : series.x) x = std::floor(x / 10);
+    graph.AddDataPoints(series.x, series.y);
+    return page;
+}
+
+} // namespace
+
+Page histogram_page(std::size_t count, Drawing drawing) {
+    return distribution_page(count, drawing, 1);
+}
+
+Page boxes_page(std::size_t count, Drawing drawing) {
+    return distribution_page(count, drawing, 2);
+}
+
+Page strip_page(std::size_t count, Drawing drawing) {
+    return distribution_page(count, drawing, 3);
+}
+
 Page many_sets_page(Drawing drawing) {
     Page page = empty_page(drawing);
     add_graph(page->control());

@@ -30,6 +30,11 @@ Page spline_page(std::size_t count, Drawing drawing);
 /// As many bars without edge, half of them standing on the other half.
 Page stacked_bars_page(std::size_t count, Drawing drawing);
 
+/// A histogram of the values of `line_page`, box plots and a strip of them in ten groups.
+Page histogram_page(std::size_t count, Drawing drawing);
+Page boxes_page(std::size_t count, Drawing drawing);
+Page strip_page(std::size_t count, Drawing drawing);
+
 /// 100 lines of 10 000 points, each set in a colour of its own and 0.05 above the one before.
 Page many_sets_page(Drawing drawing);
 

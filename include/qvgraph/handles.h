@@ -50,6 +50,12 @@ public:
     void add_columns(std::span<double const> x, std::span<double const> y, std::span<double const> extra1,
                      std::span<double const> extra2 = {}, std::span<double const> extra3 = {},
                      std::span<double const> extra4 = {}) const;
+    /// Many values at one place, as histograms, box plots and strips take them: y at one x, where bars lie x
+    /// at one y. A histogram needs no place. Values that are not finite are kept but counted nowhere.
+    void add_values(std::span<double const> values, double at = 0) const;
+    /// The edges between a histogram's bins, two or more finite values in rising order, fault 5 else; none
+    /// let histogram_bin_width and histogram_bins decide again.
+    void histogram_edges(std::span<double const> edges) const;
     /// From now on there are never more than this many points: after each addition, whoever makes it, the
     /// oldest are forgotten. 0 keeps all again. No axis changes.
     void keep_latest(Checked<std::int32_t> count) const;
@@ -95,6 +101,19 @@ public:
     DataHandle symbols(std::string_view name, DataOptions const& options = {}) const;
     /// Bars from 0 (bar_base_value), as wide as bar_width or, in millimetres, symbol_size says.
     DataHandle bars(std::string_view name, DataOptions const& options = {}) const;
+    /// How the values of the column y are distributed: bars over bins along x, with .bar_horiz along y. Bins
+    /// go by the rule of Freedman and Diaconis (On the Histogram as a Density Estimator, 1981), or as
+    /// histogram_bins, histogram_bin_width or histogram_edges say; a bin holds its lower edge, the last one
+    /// both.
+    DataHandle histogram(std::string_view name, DataOptions const& options = {}) const;
+    /// A box plot of the points of each x, with .bar_horiz of each y: quartiles with linear interpolation,
+    /// whiskers to the last value within box_whiskers (1.5) times their distance, values beyond as symbols
+    /// (Tukey, Exploratory Data Analysis, 1977). `add_columns` gives boxes whose numbers are known, each a
+    /// point at its median with lower whisker, lower quartile, upper quartile and upper whisker.
+    DataHandle boxes(std::string_view name, DataOptions const& options = {}) const;
+    /// A symbol for each point, moved aside from its x, with .bar_horiz from its y, so that equal ones do not
+    /// hide one another; how far follows from the point's number, at most half of group_width.
+    DataHandle strip(std::string_view name, DataOptions const& options = {}) const;
     /// A line and what lies below it, filled.
     DataHandle area(std::string_view name, DataOptions const& options = {}) const;
     /// The curve of a formula in x, along the whole x axis or from formula_from to formula_to.

@@ -574,9 +574,29 @@ struct DataOptions {
     std::optional<ColorValue> line_color = {};
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::optional<Checked<std::uint8_t>> line_thickness = {};
-    /// DataKind: What is made of the points: 0 lines, symbols and bars at them. Automatic axes with other
+    /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 1 a histogram of their y, 2
+    /// box plots and 3 strips of the points of one x each (with BarHoriz of one y). Automatic axes with other
     /// kinds fit what they show at each drawing.
     std::optional<Checked<std::uint8_t>> kind = {};
+    /// HistogramBins: How many bins a histogram has between its least and its largest value; 0 lets the rule
+    /// of Freedman and Diaconis decide. SetHistogramEdges and HistogramBinWidth come first.
+    std::optional<Checked<std::int32_t>> histogram_bins = {};
+    /// HistogramBinWidth: How wide a histogram's bins are, which then begin at multiples of it; 0 where
+    /// HistogramBins decides.
+    std::optional<Checked<double>> histogram_bin_width = {};
+    /// HistogramMeasure: What a histogram's bars tell: 0 counts, 1 shares of all values, 2 densities, which
+    /// are shares by unit of x.
+    std::optional<Checked<std::uint8_t>> histogram_measure = {};
+    /// HistogramCumulative: Whether each bar of a histogram counts the values of the bins before it too.
+    std::optional<Checked<bool>> histogram_cumulative = {};
+    /// BoxWhiskers: How far whiskers of box plots reach at most, in distances between the quartiles; values
+    /// beyond them are drawn one by one.
+    std::optional<Checked<double>> box_whiskers = {};
+    /// BoxNotches: Whether box plots have notches; medians whose notches do not meet differ at about the 95 %
+    /// level.
+    std::optional<Checked<bool>> box_notches = {};
+    /// GroupWidth: How wide box plots and strips are, as a share of the distance between neighbours, 0 to 1.
+    std::optional<Checked<double>> group_width = {};
     /// DataHide: Leaves the data set out of page and legend.
     std::optional<Checked<bool>> hide = {};
     /// ShowErrorBar: Whether points with an E have error bars: upright for a positive E, lying for a negative
@@ -682,10 +702,37 @@ public:
     /// DataLineThickness: Width of the line in pixels at 96 to the inch, drawn as at least 1.
     std::uint8_t line_thickness() const;
     void line_thickness(Checked<std::uint8_t> value) const; ///< sets it
-    /// DataKind: What is made of the points: 0 lines, symbols and bars at them. Automatic axes with other
+    /// DataKind: What is made of the points: 0 lines, symbols and bars at them, 1 a histogram of their y, 2
+    /// box plots and 3 strips of the points of one x each (with BarHoriz of one y). Automatic axes with other
     /// kinds fit what they show at each drawing.
     std::uint8_t kind() const;
     void kind(Checked<std::uint8_t> value) const; ///< sets it
+    /// HistogramBins: How many bins a histogram has between its least and its largest value; 0 lets the rule
+    /// of Freedman and Diaconis decide. SetHistogramEdges and HistogramBinWidth come first.
+    std::int32_t histogram_bins() const;
+    void histogram_bins(Checked<std::int32_t> value) const; ///< sets it
+    /// HistogramBinWidth: How wide a histogram's bins are, which then begin at multiples of it; 0 where
+    /// HistogramBins decides.
+    double histogram_bin_width() const;
+    void histogram_bin_width(Checked<double> value) const; ///< sets it
+    /// HistogramMeasure: What a histogram's bars tell: 0 counts, 1 shares of all values, 2 densities, which
+    /// are shares by unit of x.
+    std::uint8_t histogram_measure() const;
+    void histogram_measure(Checked<std::uint8_t> value) const; ///< sets it
+    /// HistogramCumulative: Whether each bar of a histogram counts the values of the bins before it too.
+    bool histogram_cumulative() const;
+    void histogram_cumulative(Checked<bool> value) const; ///< sets it
+    /// BoxWhiskers: How far whiskers of box plots reach at most, in distances between the quartiles; values
+    /// beyond them are drawn one by one.
+    double box_whiskers() const;
+    void box_whiskers(Checked<double> value) const; ///< sets it
+    /// BoxNotches: Whether box plots have notches; medians whose notches do not meet differ at about the 95 %
+    /// level.
+    bool box_notches() const;
+    void box_notches(Checked<bool> value) const; ///< sets it
+    /// GroupWidth: How wide box plots and strips are, as a share of the distance between neighbours, 0 to 1.
+    double group_width() const;
+    void group_width(Checked<double> value) const; ///< sets it
     /// DataHide: Leaves the data set out of page and legend.
     bool hide() const;
     void hide(Checked<bool> value) const; ///< sets it

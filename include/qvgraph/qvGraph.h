@@ -226,6 +226,9 @@ public:
     /// Puts the selected axis's ticks at these values, where even divisions would not do (months have
     /// unequal lengths); without major ones the axis is divided evenly again.
     void SetAxisTicks(std::span<double const> Major, std::span<double const> Minor = {});
+    /// Gives the selected data set, a histogram, these edges between its bins, finite and rising, fault 5
+    /// else; without edges HistogramBinWidth and HistogramBins decide again.
+    void SetHistogramEdges(std::span<double const> Edges);
     /// Of the page; while it is empty, the point under the pointer is named.
     void SetTooltip(std::string_view Tooltip);
     /// 0 switches the cross-hair off, n on with style n - 1.

@@ -9,6 +9,7 @@
 #include "qvgraph/qvGraph.h"
 #include "render/graph_ranges.h"
 #include "render/plot_geometry.h"
+#include "render/series_kind.h"
 
 #include <algorithm>
 #include <utility>
@@ -159,7 +160,7 @@ struct Shape {
     bool error_bars = true;
 };
 
-constexpr std::int16_t solid_line = 1, filled_area = 4, bars = 1;
+constexpr std::int16_t solid_line = 1, filled_area = 4, no_symbol = 0, bars = 1, circle = 3;
 constexpr auto finished = [](Records const&) {};
 
 /// Appends a data set of this shape, given what is its own by `finish`, and by the options what they say.
@@ -188,6 +189,17 @@ DataHandle add_data_set(Handle const& handle, std::string_view name, Shape const
 std::int16_t index_of(ControlState const& state, Graph const& graph) {
     auto const is_it = [&](auto const& other) { return other.get() == &graph; };
     return static_cast<std::int16_t>(std::ranges::find_if(state.Graphs, is_it) - state.Graphs.begin());
+}
+
+bool is_of(render::DataKind kind, DataSet const& set) {
+    return set.DataKind == static_cast<std::uint8_t>(kind);
+}
+
+DataHandle add_distribution(Handle const& handle, std::string_view name, render::DataKind kind,
+                            std::int16_t symbol, DataOptions const& options) {
+    return add_data_set(handle, name, {.symbol = symbol}, options, [&](Records const& made) {
+        property::of::DataKind(made, static_cast<std::uint8_t>(kind));
+    });
 }
 
 std::string& title_of(Handle const& handle) {
@@ -308,6 +320,20 @@ void DataHandle::add_columns(std::span<double const> x, std::span<double const> 
                            {x, y, {}, {extra1, extra2, extra3, extra4}});
 }
 
+void DataHandle::add_values(std::span<double const> values, double at) const {
+    ControlState& state = Access::page(*this);
+    DataSet& set = Access::record<DataSet>(*this);
+    const std::vector<double> places(values.size(), at);
+    control::PointColumns points{places, values, {}};
+    if (set.BarHoriz && !control::is_of(render::DataKind::Histogram, set)) std::swap(points.x, points.y);
+    control::add_points_to(state, Access::graph(*this), set, points);
+}
+
+void DataHandle::histogram_edges(std::span<double const> edges) const {
+    Access::page(*this);
+    control::set_histogram_edges(Access::record<DataSet>(*this), edges);
+}
+
 void DataHandle::keep_latest(Checked<std::int32_t> count) const {
     ControlState& state = Access::page(*this);
     if (count < 0)
@@ -426,6 +452,18 @@ DataHandle GraphHandle::symbols(std::string_view name, DataOptions const& option
 DataHandle GraphHandle::bars(std::string_view name, DataOptions const& options) const {
     return control::add_data_set(*this, name, {.symbol = control::bars, .bar_base = true}, options,
                                  control::finished);
+}
+
+DataHandle GraphHandle::histogram(std::string_view name, DataOptions const& options) const {
+    return control::add_distribution(*this, name, render::DataKind::Histogram, control::no_symbol, options);
+}
+
+DataHandle GraphHandle::boxes(std::string_view name, DataOptions const& options) const {
+    return control::add_distribution(*this, name, render::DataKind::Boxes, control::circle, options);
+}
+
+DataHandle GraphHandle::strip(std::string_view name, DataOptions const& options) const {
+    return control::add_distribution(*this, name, render::DataKind::Strip, control::circle, options);
 }
 
 DataHandle GraphHandle::area(std::string_view name, DataOptions const& options) const {

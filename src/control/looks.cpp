@@ -5,6 +5,7 @@
 #include "control/property_access.h"
 #include "document/selection.h"
 #include "qvgraph/looks.h"
+#include "render/series_kind.h"
 
 #include <algorithm>
 #include <array>
@@ -75,6 +76,8 @@ void take_back(Look const& look, std::string_view target, Records const& records
 
 bool is_filled(DataSet const& set) {
     constexpr std::int16_t bar = 1, area = 4, outlined_area = 5;
+    auto const kind = static_cast<render::DataKind>(set.DataKind);
+    if (kind == render::DataKind::Histogram || kind == render::DataKind::Boxes) return true;
     return set.DataSymbol == bar || set.DataLineStyle == area || set.DataLineStyle == outlined_area;
 }
 

@@ -216,6 +216,7 @@ std::vector<MethodRow> make_method_table() {
         plain_method<static_cast<void (Q::*)(std::string_view)>(&Q::UseLook)>("UseLook", {{"Name"}}),
         plain_method<&Q::GetAxisRange>("GetAxisRange", {{"a1"}, {"a2"}}),
         plain_method<&Q::SetAxisTicks>("SetAxisTicks", {{"Major"}, {"Minor", NumberList()}}),
+        plain_method<&Q::SetHistogramEdges>("SetHistogramEdges", {{"Edges"}}),
         plain_method<&Q::SetTooltip>("SetTooltip", {{"Tooltip"}}),
         plain_method<&Q::SetCrossHair>("SetCrossHair", {{"Style"}}),
         plain_method<&Q::Refresh>("Refresh"),

@@ -306,6 +306,10 @@ void qvGraph::SetAxisTicks(std::span<double const> Major, std::span<double const
     control::SetAxisTicks(*state_, Major, Minor);
 }
 
+void qvGraph::SetHistogramEdges(std::span<double const> Edges) {
+    control::SetHistogramEdges(*state_, Edges);
+}
+
 void qvGraph::SetTooltip(std::string_view Tooltip) {
     control::SetTooltip(*state_, Tooltip);
 }

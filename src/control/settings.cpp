@@ -30,6 +30,21 @@ void SetAxisTicks(ControlState& state, std::span<double const> major, std::span<
     trapped(state, "SetAxisTicks", [&] { set_ticks(selected_axis(state), major, minor); });
 }
 
+void set_histogram_edges(DataSet& set, std::span<double const> edges) {
+    auto const falls = [](double one, double next) { return !(one < next); };
+    bool const are_finite = std::ranges::all_of(edges, [](double edge) { return std::isfinite(edge); });
+    if (edges.size() == 1 || !are_finite || std::ranges::adjacent_find(edges, falls) != edges.end())
+        raise_fault(
+            FaultNumber::InvalidProcedureCall,
+            "The edges of a histogram's bins must be two or more finite values in rising order, or none "
+            "to take them back. The edges stay as they were.");
+    set.histogram_edges.assign(edges.begin(), edges.end());
+}
+
+void SetHistogramEdges(ControlState& state, std::span<double const> edges) {
+    trapped(state, "SetHistogramEdges", [&] { set_histogram_edges(selected_data_set(state), edges); });
+}
+
 void SetTooltip(ControlState& state, std::string_view tooltip) {
     state.Tooltip = tooltip;
     state.host->child_controls_changed();

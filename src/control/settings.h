@@ -15,6 +15,10 @@ void GetAxisRange(ControlState const& state, double& a1, double& a2);
 /// not finite are fault 5 and change nothing.
 void set_ticks(Axis& axis, std::span<double const> major, std::span<double const> minor);
 /// The same for the selected axis.
+/// Edges between a histogram's bins, at least two in rising order, or none.
+void set_histogram_edges(DataSet& set, std::span<double const> edges);
+/// The same of the selected data set.
+void SetHistogramEdges(ControlState& state, std::span<double const> edges);
 void SetAxisTicks(ControlState& state, std::span<double const> major, std::span<double const> minor);
 /// The text shown when the pointer rests on the page. Not trapped.
 void SetTooltip(ControlState& state, std::string_view tooltip);

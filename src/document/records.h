@@ -189,6 +189,14 @@ struct DataSetSettings : GraphText {
     std::uint8_t DataLineDash = 0;      // 1 dashes, 2 dots, 3 and 4 dashes with one and two dots
     float DataSymbolSpacing = 0;        // twips between symbols on a line, at least; 0: at each point
     std::uint8_t DataKind = 0;          // what is made of the points; 0: lines, symbols and bars at them
+    std::int32_t HistogramBins = 0;
+    double HistogramBinWidth = 0;
+    std::uint8_t HistogramMeasure = 0; // 0 counts, 1 shares, 2 densities
+    bool HistogramCumulative = false;
+    std::vector<double> histogram_edges; // rising, or none
+    double BoxWhiskers = 1.5;            // their most, in distances of the quartiles
+    bool BoxNotches = false;
+    double GroupWidth = 0.5; // of boxes and strips, in distances of neighbouring groups
     bool DataHide = false;
     bool ShowErrorBar = false;
     Color ErrorBarColor = 0;
