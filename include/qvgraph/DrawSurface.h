@@ -78,6 +78,24 @@ struct SymbolBatch {
 /// curves.
 QV_EXPORT int whole_pen(double pixels);
 
+/// A segment of which only the pixels of a box have to be drawn: elsewhere other segments cover at least as
+/// much.
+struct LinePart {
+    Point from;              ///< twips
+    Point to;                ///< twips
+    std::int32_t left = 0;   ///< pixels, the first column of the box
+    std::int32_t top = 0;    ///< its first row
+    std::int32_t right = 0;  ///< the column behind its last
+    std::int32_t bottom = 0; ///< the row behind its last
+};
+
+/// Pixels of one column, below one another.
+struct PixelColumn {
+    std::int32_t x = 0;
+    std::int32_t top = 0;
+    std::int32_t count = 0;
+};
+
 /// A drawing surface. Points are twips unless a parameter is in pixels (`PixelPoint`, y down, pixel n
 /// covers n to n + 1 and a whole number n means that pixel's centre).
 ///
@@ -158,6 +176,11 @@ public:
 
     /// Connected segments in ForeColor with the current width and style. Not-finite points break the line.
     virtual void Polyline(std::span<Point const> points);
+    /// Segments as a polyline's, of which only parts need to be drawn.
+    virtual void LineParts(std::span<LinePart const> parts);
+    /// Covers columns of pixels in ForeColor; `coverage` holds that of each column's pixels in turn, 0 to
+    /// 255. Only for surfaces that show pixels.
+    virtual void CoverColumns(std::span<PixelColumn const> columns, std::span<std::uint8_t const> coverage);
     /// Symbols without an edge in FillColor (Dot, Plus and Cross in ForeColor).
     virtual void Symbols(SymbolBatch const& batch);
     virtual void Text(TextLine const& line); ///< one line in ForeColor, upright or turned

@@ -66,6 +66,8 @@ public:
     void Ellipse(PixelPoint left_top, PixelPoint right_bottom) override;
     void LineTo(PixelPoint from, PixelPoint to, Color color) override;
     void Polyline(std::span<Point const> points) override;
+    void LineParts(std::span<LinePart const> parts) override;
+    void CoverColumns(std::span<PixelColumn const> columns, std::span<std::uint8_t const> coverage) override;
     void Symbols(SymbolBatch const& batch) override;
     void Pixels(PixelPoint left_top, PixelSize size, std::span<std::uint32_t const> pixels) override;
     void BeginShape() override;

@@ -104,6 +104,17 @@ PointBlock::Known const& PointBlock::known() const {
     return known_ = known;
 }
 
+RangeSummary const& PointBlock::y_summary() const {
+    y_summary_.extend(y_.get(), end_);
+    return y_summary_;
+}
+
+EvenSpacing const& PointBlock::x_spacing() const {
+    if (spaced_end_ != end_) x_spacing_ = spacing_of(x_.get(), end_);
+    spaced_end_ = end_;
+    return x_spacing_;
+}
+
 void PointBlock::drop_oldest(std::size_t count) {
     for (std::size_t place = begin_; place < begin_ + count && !data_ids_.empty(); ++place)
         data_ids_.erase(place);

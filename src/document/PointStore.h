@@ -2,6 +2,7 @@
 #pragma once
 
 #include "document/ColumnPool.h"
+#include "document/RangeSummary.h"
 #include "document/StableList.h"
 
 #include <array>
@@ -71,6 +72,12 @@ public:
     bool all_finite() const { return known().all_finite; }
     /// No X is below the one before it, and none is a not-a-number.
     bool x_rising() const { return known().x_rising; }
+    /// Of the Y values, made when first asked for; its places begin with the points that were dropped.
+    RangeSummary const& y_summary() const;
+    /// Of the X values, counted from the points that were dropped on.
+    EvenSpacing const& x_spacing() const;
+    /// The place of the first point in the summary.
+    std::size_t summary_place() const { return begin_; }
 
     void append(PointEntry const& point);
     /// Appends a point without E and text; false, and nothing is done, when that takes more than two stores.
@@ -81,7 +88,11 @@ public:
     std::size_t room() const { return capacity_ - end_; }
     void drop_oldest(std::size_t count);
     /// Takes back points that were appended as columns.
-    void drop_newest(std::size_t count) { end_ -= count; }
+    void drop_newest(std::size_t count) {
+        end_ -= count;
+        y_summary_.shorten(end_);
+        spaced_end_ = 0;
+    }
 
 private:
     /// What is known of the points before `end`; brought up to date when somebody asks, so that adding a
@@ -110,6 +121,9 @@ private:
     bool plain_ = true; // neither E nor extra columns
     std::unordered_map<std::size_t, std::string> data_ids_;
     mutable Known known_;
+    mutable RangeSummary y_summary_;
+    mutable EvenSpacing x_spacing_{};
+    mutable std::size_t spaced_end_ = 0; // x_spacing_ is of the points before
 };
 
 // In the header because it runs once a point.

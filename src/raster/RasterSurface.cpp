@@ -266,6 +266,25 @@ void RasterSurface::Polyline(std::span<Point const> points) {
     canvas_->finish();
 }
 
+void RasterSurface::LineParts(std::span<LinePart const> parts) {
+    std::vector<SegmentPart>& segments = canvas_->parts;
+    segments.resize(parts.size());
+    std::ranges::transform(parts, segments.begin(), [&](LinePart const& part) {
+        return SegmentPart{{{part.from.x / twips_per_pixel_x_, part.from.y / twips_per_pixel_y_},
+                            {part.to.x / twips_per_pixel_x_, part.to.y / twips_per_pixel_y_}},
+                           {part.left, part.top, part.right, part.bottom}};
+    });
+    stroke_parts(canvas_->mask(state, state.ForeColor), canvas_->clip, segments, pen_of(*this),
+                 canvas_->band);
+    canvas_->finish();
+}
+
+void RasterSurface::CoverColumns(std::span<PixelColumn const> columns,
+                                 std::span<std::uint8_t const> coverage) {
+    cover_columns(canvas_->mask(state, state.ForeColor), canvas_->clip, columns, coverage, canvas_->band);
+    canvas_->finish();
+}
+
 void RasterSurface::Symbols(SymbolBatch const& batch) {
     bool const lines = batch.shape == SymbolShape::Dot || batch.shape == SymbolShape::Plus
                        || batch.shape == SymbolShape::Cross;

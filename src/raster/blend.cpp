@@ -78,6 +78,23 @@ std::uint32_t LinearMixer::mixture(std::uint32_t below, std::uint32_t coverage) 
     return result;
 }
 
+// Where all lie on the background nothing depends on how much of them is covered, which nobody could foresee.
+void LinearMixer::mix_eight(std::uint32_t* pixels, std::uint8_t const* coverage) {
+    std::uint32_t others = 0;
+    for (int k = 0; k < 8; ++k) others |= pixels[k] ^ background_;
+    if (others == 0) {
+        std::array<std::uint32_t, 8> mixed;
+        bool is_known = true;
+        for (std::size_t k = 0; k < 8; ++k) is_known &= (mixed[k] = mixed_[coverage[k]]) != 0;
+        if (is_known) {
+            std::ranges::copy(mixed, pixels);
+            return;
+        }
+    }
+    for (int k = 0; k < 8; ++k)
+        if (coverage[k] != 0) pixels[k] = mix(pixels[k], coverage[k]);
+}
+
 // A value seen a few times may be the edge of something; only what comes often in a row is worth a table.
 bool LinearMixer::becomes_background(std::uint32_t below) {
     constexpr int often = 8;
@@ -85,13 +102,24 @@ bool LinearMixer::becomes_background(std::uint32_t below) {
     if (repeats_ < often) return false;
     background_ = below;
     mixed_.fill(0);
+    mixed_[0] = below;
+    mixed_[255] = color_;
     return true;
 }
 
 void paint_shape_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count, LinearMixer& mixer) {
-    for_each_covered(
-        coverage, count, [&](int i) { pixels[i] = mixer.mix(pixels[i], coverage[i]); },
-        [&](int i) { std::fill_n(pixels + i, 8, mixer.color()); });
+    int i = 0;
+    for (; i + 8 <= count; i += 8) {
+        std::uint64_t eight;
+        std::memcpy(&eight, coverage + i, 8);
+        if (eight == 0) continue;
+        if (eight == ~std::uint64_t{0})
+            std::fill_n(pixels + i, 8, mixer.color());
+        else
+            mixer.mix_eight(pixels + i, coverage + i);
+    }
+    for (; i < count; ++i)
+        if (coverage[i] != 0) pixels[i] = mixer.mix(pixels[i], coverage[i]);
 }
 
 void paint_translucent_row(std::uint32_t* pixels, std::uint8_t const* coverage, int count,

@@ -22,6 +22,9 @@ public:
         return mixed;
     }
 
+    /// The same for eight neighbours, of which any may have coverage 0.
+    void mix_eight(std::uint32_t* pixels, std::uint8_t const* coverage);
+
 private:
     bool becomes_background(std::uint32_t below);
     std::uint32_t mixture(std::uint32_t below, std::uint32_t coverage) const;

@@ -18,6 +18,7 @@ struct RasterSurface::Canvas {
     SymbolStamper stamper;
     ColumnBand band;
     std::vector<PixelPoint> points; // of the polyline or batch at hand, in pixels
+    std::vector<SegmentPart> parts;
 
     /// The mask of the shape in this colour, or of the pixels to invert.
     CoverageMask& mask(DrawState const& state, Color color) {

@@ -11,21 +11,19 @@ namespace {
 
 constexpr int lanes = 16;       // rows computed at once
 constexpr int steps = 255 * 16; // of distance in a pixel, in 16 bits
-using Lanes = std::array<std::int16_t, lanes>;
+constexpr int fine = 12;        // further bits that a distance has while it changes from row to row
 
-std::int16_t in_steps(float pixels) {
-    // Beyond the reach only "far" matters, and sums with a ramp must not overflow.
-    float const distance = pixels * static_cast<float>(steps);
-    return static_cast<std::int16_t>(static_cast<int>(std::min(std::max(distance, -17000.0F), 17000.0F)));
+std::int64_t in_fine_steps(double pixels) {
+    // Beyond the reach only "far" matters.
+    return static_cast<std::int64_t>(std::clamp(pixels, -1e5, 1e5) * (steps << fine));
 }
 
-// What the distance gains from the first of the lanes to each, in 16 bits before the point and 16 after it.
-Lanes ramp_of(double gain) {
-    int const step = static_cast<int>(gain * steps * 65536);
-    Lanes ramp;
-    for (int k = 0; k < lanes; ++k) ramp[k] = static_cast<std::int16_t>((k * step) >> 16);
-    return ramp;
-}
+// What a row gets must not depend on the row a run begins at, so distances are exact sums of whole numbers.
+struct Run {
+    std::int32_t start; // distance in the first row, in fine steps
+    std::int32_t gain;  // from row to row
+    std::int16_t reach; // in steps
+};
 
 #ifdef __SSE2__
 // 255 for the first lanes that count, 0 after them: the table from 16 - count on.
@@ -36,27 +34,36 @@ constexpr auto kept_lanes = [] {
 }();
 
 // Written out, as compilers do not find the saturating steps to bytes.
-__m128i covered(Lanes const& ramp, int half, __m128i start, __m128i reach) {
-    const __m128i distance =
-        _mm_add_epi16(_mm_loadu_si128(reinterpret_cast<__m128i const*>(ramp.data()) + half), start);
-    const __m128i away = _mm_max_epi16(distance, _mm_sub_epi16(_mm_setzero_si128(), distance));
-    return _mm_srai_epi16(_mm_sub_epi16(reach, away), 4);
-}
-
-void raise_run(std::uint8_t* rows, Lanes const& ramp, std::int16_t start, std::int16_t reach, int count) {
-    const __m128i starts = _mm_set1_epi16(start);
-    const __m128i rounded = _mm_set1_epi16(static_cast<std::int16_t>(reach + 8));
-    const __m128i coverage =
-        _mm_packus_epi16(covered(ramp, 0, starts, rounded), covered(ramp, 1, starts, rounded));
-    const __m128i kept = _mm_and_si128(coverage, _mm_loadu_si128(reinterpret_cast<__m128i const*>(
-                                                     kept_lanes.data() + lanes - std::min(count, lanes))));
+void raise_run(std::uint8_t* rows, Run const& run, int count) {
+    const __m128i gain = _mm_set1_epi32(run.gain), gains = _mm_slli_epi32(gain, 2);
+    const __m128i twice = _mm_add_epi32(gain, gain);
+    __m128i distance = _mm_add_epi32(_mm_set1_epi32(run.start),
+                                     _mm_add_epi32(_mm_and_si128(gain, _mm_setr_epi32(0, -1, 0, -1)),
+                                                   _mm_and_si128(twice, _mm_setr_epi32(0, 0, -1, -1))));
+    auto const next = [&] {
+        const __m128i four = _mm_srai_epi32(distance, fine);
+        distance = _mm_add_epi32(distance, gains);
+        return four;
+    };
+    const __m128i reach = _mm_set1_epi16(static_cast<std::int16_t>(run.reach + 8));
+    auto const eight = [&] {
+        const __m128i low = next(), high = next();
+        const __m128i away = _mm_packs_epi32(low, high);
+        const __m128i positive = _mm_max_epi16(away, _mm_subs_epi16(_mm_setzero_si128(), away));
+        return _mm_srai_epi16(_mm_subs_epi16(reach, positive), 4);
+    };
+    const __m128i low = eight(), high = eight();
+    const __m128i kept =
+        _mm_and_si128(_mm_packus_epi16(low, high), _mm_loadu_si128(reinterpret_cast<__m128i const*>(
+                                                       kept_lanes.data() + lanes - std::min(count, lanes))));
     auto* const target = reinterpret_cast<__m128i*>(rows);
     _mm_storeu_si128(target, _mm_max_epu8(_mm_loadu_si128(target), kept));
 }
 #else
-void raise_run(std::uint8_t* rows, Lanes const& ramp, std::int16_t start, std::int16_t reach, int count) {
+void raise_run(std::uint8_t* rows, Run const& run, int count) {
     for (int k = 0; k < std::min(count, lanes); ++k) {
-        int const coverage = std::clamp((reach - std::abs(ramp[k] + start) + 8) >> 4, 0, 255);
+        int const distance = std::abs((run.start + k * run.gain) >> fine);
+        int const coverage = std::clamp((run.reach - distance + 8) >> 4, 0, 255);
         rows[k] = std::max(rows[k], static_cast<std::uint8_t>(coverage));
     }
 }
@@ -65,11 +72,40 @@ void raise_run(std::uint8_t* rows, Lanes const& ramp, std::int16_t start, std::i
 // Exchanges rows and columns of a 16 by 16 block. Interleaving both halves turns the eight bits of each
 // byte's index by one; after four times the row bits stand where the column bits were.
 void transpose(std::array<std::uint8_t, 256>& block) {
+#ifdef __SSE2__
+    __m128i rows[16], turned[16];
+    std::memcpy(rows, block.data(), block.size());
+    for (int round = 0; round < 2; ++round) {
+        for (std::size_t k = 0; k < 8; ++k) {
+            turned[2 * k] = _mm_unpacklo_epi8(rows[k], rows[k + 8]);
+            turned[2 * k + 1] = _mm_unpackhi_epi8(rows[k], rows[k + 8]);
+        }
+        for (std::size_t k = 0; k < 8; ++k) {
+            rows[2 * k] = _mm_unpacklo_epi8(turned[k], turned[k + 8]);
+            rows[2 * k + 1] = _mm_unpackhi_epi8(turned[k], turned[k + 8]);
+        }
+    }
+    std::memcpy(block.data(), rows, block.size());
+#else
     std::array<std::uint8_t, 256> turned;
     for (int round = 0; round < 2; ++round) {
         for (std::size_t k = 0; k < 128; ++k) turned[2 * k] = block[k], turned[2 * k + 1] = block[k + 128];
         for (std::size_t k = 0; k < 128; ++k) block[2 * k] = turned[k], block[2 * k + 1] = turned[k + 128];
     }
+#endif
+}
+
+// Raises bytes, sixteen at a time where there are so many.
+void raise_bytes(std::uint8_t* to, std::uint8_t const* from, int count) {
+    int k = 0;
+#ifdef __SSE2__
+    for (; k + lanes <= count; k += lanes) {
+        auto* const target = reinterpret_cast<__m128i*>(to + k);
+        const __m128i some = _mm_loadu_si128(reinterpret_cast<__m128i const*>(from + k));
+        _mm_storeu_si128(target, _mm_max_epu8(_mm_loadu_si128(target), some));
+    }
+#endif
+    for (; k < count; ++k) to[k] = std::max(to[k], from[k]);
 }
 
 } // namespace
@@ -83,48 +119,59 @@ void ColumnBand::begin(CoverageMask& mask, PixelBox const& clip) {
     touched_.fill({height_, 0});
 }
 
-bool ColumnBand::cover(SteepLine const& line) {
-    double const slope = line.along_x / line.along_y;
-    double const half = line.reach / std::abs(line.along_y);
-    double const x0 = line.x + (line.top - line.y) * slope;
-    double const x1 = line.x + (line.bottom - 1 - line.y) * slope;
-    int const left = std::max(clip_.left, floor_int(std::min(x0, x1) - half) + 1);
-    int const right = std::min(clip_.right, floor_int(std::max(x0, x1) + half) + 1);
-    if (right - left > columns) return false;
-    if (left >= right) return true;
+bool ColumnBand::cover(SteepLine const& line, PixelBox const& box) {
+    // Of a steep line with few rows it is certain that it has few columns, too.
+    constexpr int few_rows = 200;
+    static_assert(few_rows / SteepLine::flattest + 3 * SteepLine::largest_reach < columns);
+    int left = box.left, right = box.right;
+    bool const is_short = line.bottom - line.top <= few_rows;
+    if (!is_short || right - left > 1) {
+        double const slope = line.along_x / line.along_y;
+        double const half = line.reach / std::abs(line.along_y);
+        double const x0 = line.x + (line.top - line.y) * slope;
+        double const x1 = line.x + (line.bottom - 1 - line.y) * slope;
+        double const from = std::min(x0, x1) - half, to = std::max(x0, x1) + half;
+        if (to - from > columns - 1) return false;
+        left = std::max(left, floor_int(from) + 1);
+        right = std::min(right, floor_int(to) + 1);
+    }
+    int const top = std::max(box.top, line.top), bottom = std::min(box.bottom, line.bottom);
+    if (left >= right || top >= bottom) return true;
     move_to(left, right);
 
-    const Lanes ramp = ramp_of(-line.along_x);
-    const std::int16_t reach = in_steps(static_cast<float>(line.reach));
-    int const rows = line.bottom - line.top;
+    Run run{0, static_cast<std::int32_t>(in_fine_steps(-line.along_x)),
+            static_cast<std::int16_t>(line.reach * steps)};
     // Where a column enters and leaves the line; of one almost upright every row counts.
-    bool const leans = std::abs(line.along_x) * rows > 0.1;
+    bool const leans = bottom - top > lanes && std::abs(line.along_x) * (line.bottom - line.top) > 0.1;
     double const rows_a_pixel = leans ? 1 / line.along_x : 0;
     double const rows_around = std::abs(line.reach * rows_a_pixel);
     for (int x = left; x < right; ++x) {
-        // Distance at the first row; it falls by along_x a row.
+        // Distance at the line's first row.
         double const distance = (x - line.x) * line.along_y - (line.top - line.y) * line.along_x;
-        int first = 0, past = rows;
+        int first = top, past = bottom;
         if (leans) {
-            double const middle = distance * rows_a_pixel;
-            first = std::max(0, floor_int(middle - rows_around));
-            past = std::min(rows, floor_int(middle + rows_around) + 1);
+            double const middle = line.top + distance * rows_a_pixel;
+            first = std::max(top, floor_int(middle - rows_around));
+            past = std::min(bottom, floor_int(middle + rows_around) + 1);
         }
-        std::uint8_t* const bytes = column(x) + (line.top - clip_.top);
-        for (int k = first; k < past; k += lanes)
-            raise_run(bytes + k, ramp, in_steps(static_cast<float>(distance - k * line.along_x)), reach,
-                      past - k);
+        const std::int64_t at_top = in_fine_steps(distance);
+        std::uint8_t* const bytes = column(x) - clip_.top;
+        for (int y = first; y < past; y += lanes) {
+            const std::int64_t start = at_top + static_cast<std::int64_t>(y - line.top) * run.gain;
+            run.start = static_cast<std::int32_t>(std::clamp<std::int64_t>(start, -(1 << 30), 1 << 30));
+            raise_run(bytes + y, run, past - y);
+        }
     }
-    touch(left, right, {line.top - clip_.top, line.bottom - clip_.top});
+    touch(left, right, {top - clip_.top, bottom - clip_.top});
     return true;
 }
 
-void ColumnBand::cover(UprightLine const& line) {
-    int const left = std::max(clip_.left, floor_int(line.x - line.reach) + 1);
-    int const right = std::min(clip_.right, floor_int(line.x + line.reach) + 1);
+void ColumnBand::cover(UprightLine const& line, PixelBox const& box) {
+    int const left = std::max(box.left, floor_int(line.x - line.reach) + 1);
+    int const right = std::min(box.right, floor_int(line.x + line.reach) + 1);
     // Rows of which any is covered, and those in between that lie beside the line.
-    int const top = std::max(clip_.top, floor_int(line.top - line.reach) + 1);
-    int const bottom = std::min(clip_.bottom, floor_int(line.bottom + line.reach) + 1);
+    int const top = std::max(box.top, floor_int(line.top - line.reach) + 1);
+    int const bottom = std::min(box.bottom, floor_int(line.bottom + line.reach) + 1);
     if (left >= right || top >= bottom) return;
     int const first = std::clamp(floor_int(line.top) + 1, top, bottom);
     int const past = std::clamp(floor_int(line.bottom) + 1, first, bottom);
@@ -145,6 +192,37 @@ void ColumnBand::cover(UprightLine const& line) {
         for (int y = first; y < past; ++y) bytes[y] = std::max(bytes[y], beside);
     }
     touch(left, right, {top - clip_.top, bottom - clip_.top});
+}
+
+void ColumnBand::cover(Capsule const& line, PixelBox const& box) {
+    float const end = line.from_x + line.length * line.along_x;
+    int const left = std::max(box.left, line.base_x + floor_int(std::min(line.from_x, end) - line.reach) + 1);
+    int const right =
+        std::min(box.right, line.base_x + floor_int(std::max(line.from_x, end) + line.reach) + 1);
+    if (left >= right || box.top >= box.bottom) return;
+    if (right - left > columns)
+        return cover(line, {left, box.top, left + columns, box.bottom}),
+               cover(line, {left + columns, box.top, right, box.bottom});
+    move_to(left, right);
+    for (int x = left; x < right; ++x) {
+        std::uint8_t* const bytes = column(x) - clip_.top;
+        for (int y = box.top; y < box.bottom; y += quad_size) {
+            Quad coverage;
+            line.cover_down(coverage, x, y);
+            for (int k = box.bottom - y; k < quad_size; ++k) coverage[k] = 0;
+            raise(bytes + y, coverage);
+        }
+    }
+    touch(left, right, {box.top - clip_.top, box.bottom - clip_.top});
+}
+
+void ColumnBand::cover(int x, int top, std::span<std::uint8_t const> coverage) {
+    int const first = std::max(top, clip_.top);
+    int const past = std::min(top + static_cast<int>(coverage.size()), clip_.bottom);
+    if (x < clip_.left || x >= clip_.right || first >= past) return;
+    move_to(x, x + 1);
+    raise_bytes(column(x) + (first - clip_.top), coverage.data() + (first - top), past - first);
+    touch(x, x + 1, {first - clip_.top, past - clip_.top});
 }
 
 void ColumnBand::touch(int left, int right, Rows rows) {
@@ -186,15 +264,8 @@ void ColumnBand::flush_group(int group_column, Rows rows) {
 void ColumnBand::raise_block(int x, int top, Block const& block) {
     const PixelBox box = intersection({x, top, x + group, top + group}, clip_);
     if (box.empty()) return;
-    bool const whole = box.width() == group;
-    for (int y = box.top; y < box.bottom; ++y) {
-        std::uint8_t const* const from = block.data() + (y - top) * group;
-        std::uint8_t* const to = mask_->row(y);
-        if (whole)
-            for (int i = 0; i < group; ++i) to[x + i] = std::max(to[x + i], from[i]);
-        else
-            for (int i = box.left - x; i < box.right - x; ++i) to[x + i] = std::max(to[x + i], from[i]);
-    }
+    for (int y = box.top; y < box.bottom; ++y)
+        raise_bytes(mask_->row(y) + box.left, block.data() + (y - top) * group + (box.left - x), box.width());
     mask_->touch(box);
 }
 

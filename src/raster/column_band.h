@@ -2,9 +2,11 @@
 // neighbouring bytes. A noisy curve of a million points is made of such lines.
 #pragma once
 
+#include "raster/capsule.h"
 #include "raster/coverage_mask.h"
 
 #include <array>
+#include <span>
 #include <vector>
 
 namespace qv::raster {
@@ -30,9 +32,14 @@ class ColumnBand {
 public:
     /// Collects lines for this mask and clip until `flush`.
     void begin(CoverageMask& mask, PixelBox const& clip);
-    /// False, with nothing done, when the line spans more columns than the band has.
-    bool cover(SteepLine const& line);
-    void cover(UprightLine const& line);
+    /// The pixels of a line within a box, which lies in the clip. False, with nothing done, when the whole
+    /// line spans more columns than the band has.
+    bool cover(SteepLine const& line, PixelBox const& box);
+    void cover(UprightLine const& line, PixelBox const& box);
+    /// For boxes that the line crosses in a few columns.
+    void cover(Capsule const& line, PixelBox const& box);
+    /// Pixels of a column from `top` on.
+    void cover(int x, int top, std::span<std::uint8_t const> coverage);
     /// Raises the mask to what was collected.
     void flush();
 

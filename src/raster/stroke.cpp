@@ -1,13 +1,9 @@
 #include "raster/stroke.h"
 
+#include "raster/capsule.h"
 #include "raster/whole_line.h"
 
 #include <array>
-#include <cstring>
-
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
 
 namespace qv::raster {
 namespace {
@@ -33,70 +29,6 @@ DashPattern const* dash_pattern(DrawStyle style) {
     return row >= 0 && row < static_cast<int>(patterns.size()) ? &patterns[static_cast<std::size_t>(row)]
                                                                : nullptr;
 }
-
-constexpr int block = 4; // pixels computed at once: as many as a thin line crosses in a row
-using Block = std::array<std::uint8_t, block>;
-
-// Raises a block of neighbouring pixels.
-void raise(std::uint8_t* pixels, Block const& coverage) {
-#ifdef __SSE2__
-    int below, above;
-    std::memcpy(&below, pixels, block);
-    std::memcpy(&above, coverage.data(), block);
-    below = _mm_cvtsi128_si32(_mm_max_epu8(_mm_cvtsi32_si128(below), _mm_cvtsi32_si128(above)));
-    std::memcpy(pixels, &below, block);
-#else
-    for (int k = 0; k < block; ++k) pixels[k] = std::max(pixels[k], coverage[k]);
-#endif
-}
-
-// A line with round ends, and a pixel near its start from which positions are counted, so that single
-// precision is enough.
-struct Capsule {
-    int base_x, base_y;
-    float from_x, from_y;   // from the base, pixels
-    float along_x, along_y; // unit vector
-    float length;
-    float reach; // half the width and half a pixel: here coverage ends
-
-    Capsule(Segment const& segment, double width)
-        : base_x(whole_pixel(segment.from.x)), base_y(whole_pixel(segment.from.y)),
-          from_x(static_cast<float>(segment.from.x - base_x)),
-          from_y(static_cast<float>(segment.from.y - base_y)), reach(static_cast<float>(width / 2 + 0.5)) {
-        double const dx = segment.to.x - segment.from.x, dy = segment.to.y - segment.from.y;
-        double const distance = std::sqrt(dx * dx + dy * dy);
-        length = static_cast<float>(distance);
-        along_x = distance > 0 ? static_cast<float>(dx / distance) : 1;
-        along_y = distance > 0 ? static_cast<float>(dy / distance) : 0;
-    }
-
-    // Coverage of a block of pixels from (x, y), relative to the line's start.
-    void cover(Block& coverage, float x, float y) const {
-#ifdef __SSE2__
-        // Written out: compilers unroll a loop this short instead of using vectors.
-        const __m128 px = _mm_add_ps(_mm_set1_ps(x), _mm_setr_ps(0, 1, 2, 3));
-        const __m128 ux = _mm_set1_ps(along_x), uy = _mm_set1_ps(along_y), py = _mm_set1_ps(y);
-        const __m128 behind = _mm_add_ps(_mm_mul_ps(px, ux), _mm_mul_ps(py, uy));
-        const __m128 t = _mm_min_ps(_mm_max_ps(behind, _mm_setzero_ps()), _mm_set1_ps(length));
-        const __m128 dx = _mm_sub_ps(px, _mm_mul_ps(t, ux)), dy = _mm_sub_ps(py, _mm_mul_ps(t, uy));
-        const __m128 distance = _mm_sqrt_ps(_mm_add_ps(_mm_mul_ps(dx, dx), _mm_mul_ps(dy, dy)));
-        const __m128 inside = _mm_mul_ps(_mm_sub_ps(_mm_set1_ps(reach), distance), _mm_set1_ps(255));
-        // Rounds; the two steps to bytes clamp.
-        const __m128i words =
-            _mm_packs_epi32(_mm_cvtps_epi32(_mm_min_ps(inside, _mm_set1_ps(255))), _mm_setzero_si128());
-        int const bytes = _mm_cvtsi128_si32(_mm_packus_epi16(words, words));
-        std::memcpy(coverage.data(), &bytes, block);
-#else
-        for (int k = 0; k < block; ++k) {
-            float const px = x + static_cast<float>(k);
-            float const t = std::clamp(px * along_x + y * along_y, 0.0F, length);
-            float const dx = px - t * along_x, dy = y - t * along_y;
-            float const part = std::clamp(reach - std::sqrt(dx * dx + dy * dy), 0.0F, 1.0F);
-            coverage[k] = static_cast<std::uint8_t>(part * 255.0F + 0.5F);
-        }
-#endif
-    }
-};
 
 // Of two pixels exactly half a width away on either side a line without a smooth edge takes one, the same
 // that the sides of a box do: the left or upper for an even width, the right or lower for an odd one. So a
@@ -125,20 +57,45 @@ struct RowReach {
     float last(float y) const { return std::min(right, y * slope + half); }
 };
 
+// Draws within a box, which leaves out pixels and changes none.
 class CapsuleStroke {
 public:
-    CapsuleStroke(CoverageMask& mask, PixelBox const& clip, Segment const& segment, Pen const& pen, bool flat)
-        : mask_(mask), clip_(clip), pen_(pen), flat_(flat), dashed_(is_dashed(pen.style)),
+    CapsuleStroke(CoverageMask& mask, PixelBox const& box, Segment const& segment, Pen const& pen, bool flat)
+        : mask_(mask), box_(box), pen_(pen), flat_(flat), dashed_(is_dashed(pen.style)),
           capsule_(decided(segment, pen), pen.width) {
         double const reach = pen.width / 2 + 0.5;
-        top_ = std::max(clip.top, floor_int(std::min(segment.from.y, segment.to.y) - reach) + 1);
-        bottom_ = std::min(clip.bottom, floor_int(std::max(segment.from.y, segment.to.y) + reach) + 1);
+        top_ = floor_int(std::min(segment.from.y, segment.to.y) - reach) + 1;
+        bottom_ = floor_int(std::max(segment.from.y, segment.to.y) + reach) + 1;
     }
 
     void draw() const { draw_rows(top_, bottom_); }
 
     // The same with the rows far from both ends drawn in the band, if there are enough of them.
     void draw_with(ColumnBand& band) const {
+        Rows const middle = rows_of_middle();
+        if (middle.top >= middle.bottom || !band.cover(steep_line(middle), box_)) return draw();
+        draw_rows(top_, middle.top);
+        draw_rows(middle.bottom, bottom_);
+    }
+
+    // The same with all rows in the band: for boxes of a few columns.
+    void draw_in(ColumnBand& band, bool steep) const {
+        Rows const middle = steep ? rows_of_middle() : Rows{};
+        if (middle.top >= middle.bottom || !band.cover(steep_line(middle), box_))
+            return band.cover(capsule_, with_rows(top_, bottom_));
+        band.cover(capsule_, with_rows(top_, middle.top));
+        band.cover(capsule_, with_rows(middle.bottom, bottom_));
+    }
+
+private:
+    struct Rows {
+        int top = 0;
+        int bottom = 0;
+    };
+
+    // Where the ends do not show; empty when that is not worth a treatment of its own. The box has no say,
+    // so that a part of the line has the pixels of the whole.
+    Rows rows_of_middle() const {
         constexpr int worth_it = 16;
         float const end_y = capsule_.from_y + capsule_.length * capsule_.along_y;
         float const margin = capsule_.reach * std::abs(capsule_.along_x) + 0.01F;
@@ -146,31 +103,34 @@ public:
                     to = std::max(capsule_.from_y, end_y) - margin;
         int const top = std::max(top_, capsule_.base_y + floor_int(from) + 1);
         int const bottom = std::min(bottom_, capsule_.base_y + floor_int(to) + 1);
-        if (bottom - top < worth_it || !band.cover(middle(top, bottom))) return draw();
-        draw_rows(top_, top);
-        draw_rows(bottom, bottom_);
+        return bottom - top < worth_it ? Rows{} : Rows{top, bottom};
     }
 
-private:
-    SteepLine middle(int top, int bottom) const {
+    SteepLine steep_line(Rows rows) const {
         return {capsule_.base_x + static_cast<double>(capsule_.from_x),
                 capsule_.base_y + static_cast<double>(capsule_.from_y),
                 capsule_.along_x,
                 capsule_.along_y,
                 capsule_.reach,
-                top,
-                bottom};
+                rows.top,
+                rows.bottom};
+    }
+
+    PixelBox with_rows(int top, int bottom) const {
+        return intersection(box_, {box_.left, top, box_.right, bottom});
     }
 
     void draw_rows(int top, int bottom) const {
+        top = std::max(top, box_.top);
+        bottom = std::min(bottom, box_.bottom);
         if (top >= bottom) return;
         float const across = capsule_.length * capsule_.along_x;
         int const left =
             capsule_.base_x + floor_int(capsule_.from_x + std::min(0.0F, across) - capsule_.reach) + 1;
-        bool const narrow = std::abs(across) + 2 * capsule_.reach <= block;
-        if (narrow && left >= clip_.left && left + block <= clip_.right && !dashed_
+        bool const narrow = std::abs(across) + 2 * capsule_.reach <= quad_size;
+        if (narrow && left >= box_.left && left + quad_size <= box_.right && !dashed_
             && pen_.edge == Edge::Smooth)
-            return draw_block(PixelBox{left, top, left + block, bottom});
+            return draw_block(PixelBox{left, top, left + quad_size, bottom});
         const RowReach reach(capsule_);
         for (int y = top; y < bottom; ++y)
             if (flat_ || !dashed_ || dash_shows(pen_.style, pen_.width, y)) draw_row(y, reach);
@@ -178,10 +138,9 @@ private:
 
     // A line that is nowhere wider than one block needs no search for its first pixel in each row.
     void draw_block(PixelBox const& box) const {
-        float const x = static_cast<float>(box.left - capsule_.base_x) - capsule_.from_x;
         for (int y = box.top; y < box.bottom; ++y) {
-            Block coverage;
-            capsule_.cover(coverage, x, static_cast<float>(y - capsule_.base_y) - capsule_.from_y);
+            Quad coverage;
+            capsule_.cover_across(coverage, box.left, y);
             raise(mask_.row(y) + box.left, coverage);
         }
         mask_.touch(box);
@@ -190,37 +149,38 @@ private:
     void draw_row(int y, RowReach const& reach) const {
         float const row_y = static_cast<float>(y - capsule_.base_y) - capsule_.from_y;
         int const left =
-            std::max(clip_.left, capsule_.base_x + floor_int(capsule_.from_x + reach.first(row_y)) + 1);
+            std::max(box_.left, capsule_.base_x + floor_int(capsule_.from_x + reach.first(row_y)) + 1);
         int const right =
-            std::min(clip_.right, capsule_.base_x + floor_int(capsule_.from_x + reach.last(row_y)) + 1);
+            std::min(box_.right, capsule_.base_x + floor_int(capsule_.from_x + reach.last(row_y)) + 1);
         if (left >= right) return;
         std::uint8_t* const row = mask_.row(y);
-        Block coverage;
-        for (int x = left; x < right; x += block) {
-            capsule_.cover(coverage, static_cast<float>(x - capsule_.base_x) - capsule_.from_x, row_y);
+        Quad coverage;
+        for (int x = left; x < right; x += quad_size) {
+            capsule_.cover_across(coverage, x, y);
             if (dashed_ || pen_.edge == Edge::Whole) finish(coverage, x);
-            if (x + block <= clip_.right)
+            if (x + quad_size <= box_.right)
                 raise(row + x, coverage);
             else
-                for (int k = 0; k < clip_.right - x; ++k) row[x + k] = std::max(row[x + k], coverage[k]);
+                for (int k = 0; k < box_.right - x; ++k) row[x + k] = std::max(row[x + k], coverage[k]);
         }
-        mask_.touch(y, left, std::min(clip_.right, left + (right - left + block - 1) / block * block));
+        mask_.touch(y, left,
+                    std::min(box_.right, left + (right - left + quad_size - 1) / quad_size * quad_size));
     }
 
-    void finish(Block& coverage, int x) const {
-        for (int k = 0; k < block; ++k) {
+    void finish(Quad& coverage, int x) const {
+        for (int k = 0; k < quad_size; ++k) {
             if (pen_.edge == Edge::Whole) coverage[k] = coverage[k] >= 128 ? 255 : 0;
             if (flat_ && !dash_shows(pen_.style, pen_.width, x + k)) coverage[k] = 0;
         }
     }
 
     CoverageMask& mask_;
-    PixelBox const& clip_;
+    PixelBox const& box_;
     Pen const& pen_;
     bool flat_;
     bool dashed_;
     Capsule capsule_;
-    int top_;
+    int top_; // rows that it can cover
     int bottom_;
 };
 
@@ -231,6 +191,36 @@ bool is_within(PixelPoint point, PixelBox const& box) {
 bool is_steep(Segment const& segment) {
     return std::abs(segment.to.y - segment.from.y)
            >= SteepLine::flattest * std::abs(segment.to.x - segment.from.x);
+}
+
+// Whether the band can draw a pen's lines.
+bool is_plain(Pen const& pen) {
+    return pen.edge == Edge::Smooth && !is_dashed(pen.style) && pen.style != DrawStyle::None
+           && pen.width / 2 + 0.5 <= SteepLine::largest_reach;
+}
+
+bool is_upright(Segment const& segment) {
+    return segment.from.x == segment.to.x;
+}
+
+UprightLine upright_line(Segment const& segment, Pen const& pen) {
+    auto const [top, bottom] = std::minmax(segment.from.y, segment.to.y);
+    return {segment.from.x, top, bottom, pen.width / 2 + 0.5};
+}
+
+void draw_part(CoverageMask& mask, PixelBox const& clip, Segment const& segment, PixelBox const& part,
+               Pen const& pen, ColumnBand& band) {
+    const PixelBox box = intersection(clip, part);
+    if (box.empty() || pen.style == DrawStyle::None) return;
+    bool const flat = segment.is_flat();
+    if (pen.edge == Edge::Whole && pen.width <= 1) return stroke_segment(mask, box, segment, pen);
+    // Cut at the clip like the whole line, as that may move pixels by what is lost in rounding.
+    bool const is_inside = is_within(segment.from, clip) && is_within(segment.to, clip);
+    auto const visible = is_inside ? segment : clipped_for_pen(segment, clip, pen.width);
+    if (!visible) return;
+    if (!is_plain(pen)) return CapsuleStroke(mask, box, *visible, pen, flat).draw();
+    if (is_upright(*visible)) return band.cover(upright_line(*visible, pen), box);
+    CapsuleStroke(mask, box, *visible, pen, flat).draw_in(band, is_steep(*visible));
 }
 
 } // namespace
@@ -272,15 +262,10 @@ void stroke_segment(CoverageMask& mask, PixelBox const& clip, Segment const& seg
 
 void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPoint const> points,
                      Pen const& pen, ColumnBand& band) {
-    bool const plain = pen.edge == Edge::Smooth && !is_dashed(pen.style) && pen.style != DrawStyle::None
-                       && pen.width / 2 + 0.5 <= SteepLine::largest_reach;
+    bool const plain = is_plain(pen);
     band.begin(mask, clip);
     auto const draw_plain = [&](Segment const& segment) {
-        // Of dense lines most pieces are upright.
-        if (segment.from.x == segment.to.x) {
-            auto const [top, bottom] = std::minmax(segment.from.y, segment.to.y);
-            return band.cover(UprightLine{segment.from.x, top, bottom, pen.width / 2 + 0.5});
-        }
+        if (is_upright(segment)) return band.cover(upright_line(segment, pen), clip);
         bool const steep = is_steep(segment);
         const CapsuleStroke stroke(mask, clip, segment, pen, !steep);
         steep ? stroke.draw_with(band) : stroke.draw();
@@ -299,6 +284,25 @@ void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPo
                 draw_plain(*visible);
         }
         was_inside = inside;
+    }
+    band.flush();
+}
+
+void stroke_parts(CoverageMask& mask, PixelBox const& clip, std::span<SegmentPart const> parts,
+                  Pen const& pen, ColumnBand& band) {
+    band.begin(mask, clip);
+    for (SegmentPart const& part : parts) draw_part(mask, clip, part.segment, part.box, pen, band);
+    band.flush();
+}
+
+void cover_columns(CoverageMask& mask, PixelBox const& clip, std::span<PixelColumn const> columns,
+                   std::span<std::uint8_t const> coverage, ColumnBand& band) {
+    band.begin(mask, clip);
+    std::size_t begin = 0;
+    for (PixelColumn const& column : columns) {
+        auto const count = static_cast<std::size_t>(column.count);
+        band.cover(column.x, column.top, coverage.subspan(begin, count));
+        begin += count;
     }
     band.flush();
 }

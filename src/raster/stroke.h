@@ -38,6 +38,20 @@ void stroke_segment(CoverageMask& mask, PixelBox const& clip, Segment const& seg
 void stroke_polyline(CoverageMask& mask, PixelBox const& clip, std::span<PixelPoint const> points,
                      Pen const& pen, ColumnBand& band);
 
+/// A segment of which only the pixels of a box are drawn.
+struct SegmentPart {
+    Segment segment;
+    PixelBox box;
+};
+
+/// Parts of segments; each pixel in a part's box gets what `stroke_polyline` gives it for the whole segment.
+void stroke_parts(CoverageMask& mask, PixelBox const& clip, std::span<SegmentPart const> parts,
+                  Pen const& pen, ColumnBand& band);
+
+/// Columns of pixels whose coverage is known, in turn.
+void cover_columns(CoverageMask& mask, PixelBox const& clip, std::span<PixelColumn const> columns,
+                   std::span<std::uint8_t const> coverage, ColumnBand& band);
+
 /// An axis-parallel line between two pixels, both included, or a dot of the pen: whole pixels, square ends.
 void stroke_snapped(CoverageMask& mask, PixelBox const& clip, PixelBox const& ends, Pen const& pen);
 

@@ -29,8 +29,8 @@ Point cut_at(double x, Point stays, Point goes) {
 class AreaTops {
 public:
     AreaTops(LineMapping const& mapping, double twips_per_pixel)
-        : mapping_(mapping),
-          thinner_({twips_per_pixel, mapping.visible.left, mapping.visible.right()}, top_) {}
+        : mapping_(mapping), grid_(twips_per_pixel, mapping.visible.left, mapping.visible.right()),
+          thinner_(grid_, top_) {}
 
     void add(std::span<Point const> run) {
         Point from = place(run[0]);
@@ -85,6 +85,7 @@ private:
 
     LineMapping const& mapping_;
     Top top_;
+    ColumnGrid grid_;
     ColumnThinner thinner_;
     std::vector<Top> tops_;
     bool is_open_ = false;

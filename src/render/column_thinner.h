@@ -3,40 +3,27 @@
 
 #include "qvgraph/DrawSurface.h"
 #include "qvgraph/geometry.h"
+#include "render/column_grid.h"
 #include "render/dense_columns.h"
+#include "render/smooth_line.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace qv::render {
 
-/// What is kept of the points in one column: so many that their polyline has the extremes of all, or so many
-/// pieces of the line that no pixel shows a difference.
-enum class Detail : std::uint8_t { Extremes, Pieces };
-
-/// Collapses runs of consecutive points that fall into one column of the page. Columns are whole pixels;
-/// points left and right of the visible box count as one column each.
+/// Collapses runs of consecutive points that fall into one column of the page to its extremes, so that their
+/// polyline spans what that of all spans.
 class ColumnThinner {
 public:
-    struct Grid {
-        double twips_per_pixel = 15;
-        double low = 0; // visible range across the columns, twips
-        double high = 0;
-        Detail detail = Detail::Extremes;
-    };
-    /// Pieces have a place that is not a number between them.
-    ColumnThinner(Grid const& grid, std::vector<Point>& thinned);
+    ColumnThinner(ColumnGrid const& grid, std::vector<Point>& thinned) : grid_(grid), thinned_(thinned) {}
 
     void add(Point point);
     /// Adds a whole run known to lie in one column, x never falling.
     void add_run(PointRun const& run);
     /// Ends the line; the next point starts a new one.
     void flush();
-
-    /// Column of a page coordinate, clamped to one column beyond the visible range.
-    std::int64_t column(double x) const;
-    /// Page coordinate at which a column begins.
-    double column_start(std::int64_t column) const;
 
 private:
     /// The points of a column of which the extremes are kept.
@@ -48,23 +35,11 @@ private:
         void add(Point point, double lowest, double highest);
     };
 
-    void keep(Point point);
-    void end_column();
-    void hand_over_extremes();
-    void hand_over_pieces();
-    bool is_visible(std::int64_t column) const { return column > first_column_ && column < last_column_; }
-
-    Detail detail_;
-    double twips_per_pixel_;
-    std::int64_t first_column_;
-    std::int64_t last_column_;
+    ColumnGrid const& grid_;
     std::vector<Point>& thinned_;
     std::int64_t current_ = 0;
-    // Of the points of the current column: the extremes, or all.
-    Run run_;
+    Run run_; // of the current column
     Point second_, third_;
-    std::vector<double> x_, y_;
-    DenseColumns dense_;
 };
 
 /// A polyline in the surface's pen, thinned on its way there.
@@ -74,20 +49,35 @@ public:
     ThinnedPolyline(DrawSurface& surface, Box const& visible);
 
     void add(Point point) {
-        thinner_.add(point);
+        smooth_ ? smooth_->add(point) : in_parts_ ? columns_.add(point) : thinner_.add(point);
         hand_over_when_long();
     }
+    /// Whether whole stretches may be added, of several columns, rather than runs.
+    bool takes_stretches() const { return smooth_.has_value(); }
+    /// The points must stay where they are until the line ends.
+    void add_stretch(PointStretch const& stretch, scale::AxisMap const& x_map, scale::AxisMap const& y_map) {
+        smooth_->add(stretch, x_map, y_map);
+    }
+    /// A whole run known to lie in one column, x never falling.
+    void add_run(PointRun const& run) { in_parts_ ? columns_.add_run(run) : thinner_.add_run(run); }
     /// Ends the line; the next point starts a new one.
     void finish();
-
-    /// For callers that add whole runs; they call `hand_over_when_long` themselves.
-    ColumnThinner& thinner() { return thinner_; }
     void hand_over_when_long();
 
+    ColumnGrid const& grid() const { return grid_; }
+
 private:
+    void hand_over_parts();
+
     DrawSurface& surface_;
+    ColumnGrid grid_;
+    bool in_parts_;
     std::vector<Point> thinned_;
+    std::vector<LinePart> parts_;
+    // One of them draws the line.
     ColumnThinner thinner_;
+    DenseColumns columns_;
+    std::optional<SmoothLine> smooth_;
 };
 
 } // namespace qv::render

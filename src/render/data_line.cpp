@@ -27,11 +27,13 @@ std::size_t run_end(std::span<double const> x, std::size_t begin, double limit) 
 class DataLine {
 public:
     DataLine(DrawSurface& surface, LineMapping const& mapping)
-        : mapping_(mapping), line_(surface, mapping.visible), thinner_(line_.thinner()) {}
+        : mapping_(mapping), line_(surface, mapping.visible) {}
 
     void add(PointBlock const& block) {
         if (!block.all_finite())
             add_with_gaps(block);
+        else if (line_.takes_stretches() && can_search(block))
+            add_stretch(block);
         else if (is_out_of_sight(block))
             add_ends(block);
         else if (can_search(block))
@@ -66,24 +68,24 @@ private:
         scale::AxisMap const& y = mapping_.y;
         if (!block.x_rising() || !x.valid || x.factor == 0 || !y.valid) return false;
         if ((x.is_log && block.x_extent().low <= 0) || (y.is_log && block.y_extent().low <= 0)) return false;
-        double const columns = std::abs(static_cast<double>(thinner_.column(x(block.x_extent().high))
-                                                            - thinner_.column(x(block.x_extent().low))));
+        double const columns = std::abs(static_cast<double>(line_.grid().column(x(block.x_extent().high))
+                                                            - line_.grid().column(x(block.x_extent().low))));
         return static_cast<double>(block.size()) > static_cast<double>(worth_searching) * (columns + 1);
     }
 
     void add_ends(PointBlock const& block) {
-        thinner_.add(place(block, 0));
-        if (block.size() > 1) thinner_.add(place(block, block.size() - 1));
+        line_.add(place(block, 0));
+        if (block.size() > 1) line_.add(place(block, block.size() - 1));
     }
 
     void add_all(PointBlock const& block) {
-        for (std::size_t i = 0; i < block.size(); ++i) thinner_.add(place(block, i));
+        for (std::size_t i = 0; i < block.size(); ++i) line_.add(place(block, i));
     }
 
     void add_with_gaps(PointBlock const& block) {
         for (std::size_t i = 0; i < block.size(); ++i) {
             if (std::isfinite(block.x()[i]) && std::isfinite(block.y()[i]))
-                thinner_.add(place(block, i));
+                line_.add(place(block, i));
             else
                 finish();
         }
@@ -92,36 +94,43 @@ private:
     // The x at which the columns end that the point's column is the last of, going the way x rises.
     double column_limit(Point point) const {
         bool const rightward = mapping_.x.factor > 0;
-        return mapping_.x.value_at(thinner_.column_start(thinner_.column(point.x) + (rightward ? 1 : 0)));
+        return mapping_.x.value_at(line_.grid().start(line_.grid().column(point.x) + (rightward ? 1 : 0)));
     }
 
     // The first point behind the column of the one at `begin`, by the rounding that each point would see.
     std::size_t column_end(std::span<double const> x, std::size_t begin, Point first) const {
-        std::int64_t const column = thinner_.column(first.x);
-        auto const is_in = [&](std::size_t i) { return thinner_.column(mapping_.x(x[i])) == column; };
+        std::int64_t const column = line_.grid().column(first.x);
+        auto const is_in = [&](std::size_t i) { return line_.grid().column(mapping_.x(x[i])) == column; };
         std::size_t end = std::max(begin + 1, run_end(x, begin, column_limit(first)));
         while (end > begin + 1 && !is_in(end - 1)) --end;
         while (end < x.size() && is_in(end)) ++end;
         return end;
     }
 
+    void add_stretch(PointBlock const& block) {
+        line_.add_stretch({block.x(),
+                           block.y(),
+                           {block.y_extent().low, block.y_extent().high},
+                           &block.y_summary(),
+                           block.summary_place(),
+                           block.x_spacing()},
+                          mapping_.x, mapping_.y);
+    }
+
     void add_rising(PointBlock const& block) {
         auto const x = block.x();
+        document::RangeSummary const& summary = block.y_summary();
         for (std::size_t begin = 0; begin < x.size();) {
             const Point first = place(block, begin);
             const std::size_t end = column_end(x, begin, first);
-            if (end - begin <= worth_searching)
-                for (std::size_t i = begin; i < end; ++i) thinner_.add(place(block, i));
-            else
-                thinner_.add_run({x.subspan(begin, end - begin), block.y().subspan(begin, end - begin),
-                                  mapping_.x, mapping_.y});
+            line_.add_run({x.subspan(begin, end - begin), block.y().subspan(begin, end - begin), &mapping_.x,
+                           &mapping_.y, &summary, block.summary_place() + begin});
             begin = end;
         }
     }
 
     LineMapping const& mapping_;
     ThinnedPolyline line_;
-    ColumnThinner& thinner_;
 };
 
 } // namespace

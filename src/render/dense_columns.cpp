@@ -3,196 +3,607 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <utility>
 
 namespace qv::render {
 namespace {
 
-constexpr std::size_t few = 8;        // so many points of a column are drawn as they are
-constexpr std::size_t unit_size = 16; // points whose range is looked at before they are
+constexpr std::size_t few = 12;            // so many points of a column are drawn as they are
+constexpr std::size_t unit_size = 16;      // points whose range is looked at before they are
+constexpr std::int32_t far_away = 1 << 28; // pixels
 
-// Where the line from `a` to `b` has this y; x is on the page, y a value.
-Point at_height(double y, Point a, Point b, scale::AxisMap const& y_map) {
-    double const start = y_map(a.y), length = y_map(b.y) - start;
-    double const part = length == 0 ? 1 : std::clamp((y_map(y) - start) / length, 0.0, 1.0);
-    return {a.x + part * (b.x - a.x), y};
-}
-
-// First point of the run at the far side of the place, if it lies within; mostly points are evenly spaced.
-std::size_t split_at(PointRun const& run, double place) {
-    double const first = run.x_at(0), last = run.x_at(run.size() - 1);
-    auto const is_before = [&](std::size_t i) {
-        return last >= first ? run.x_at(i) <= place : run.x_at(i) >= place;
-    };
-    if (!is_before(0)) return 0;
-    if (is_before(run.size() - 1)) return run.size();
-    std::size_t low = 0, high = run.size() - 1; // the first is before, the last is not
-    auto const guess = static_cast<std::size_t>((place - first) / (last - first) * static_cast<double>(high));
-    for (std::size_t const i : {guess, guess + 1})
-        if (i > low && i < high) (is_before(i) ? low : high) = i;
-    while (high - low > 1) {
-        std::size_t const middle = low + (high - low) / 2;
-        (is_before(middle) ? low : high) = middle;
-    }
-    return high;
+std::int32_t row_at(double row) {
+    if (std::isnan(row)) return far_away;
+    return static_cast<std::int32_t>(std::clamp(row, -1.0 * far_away, 1.0 * far_away));
 }
 
 } // namespace
 
-/// Follows the points of half a run from one of its ends, whose units have been measured.
-class DenseColumns::Walk {
-public:
-    Walk(DenseColumns const& columns, PointRun const& run, std::size_t first, std::size_t past)
-        : columns_(columns), run_(run), first_(first), past_(past) {}
-
-    void forwards(Records& records) {
-        start(records, run_.y[first_]);
-        step_ = 1;
-        for (std::size_t u = 0; u < columns_.units_.size(); ++u)
-            if (exceeds(columns_.units_[u])) enter(u);
+DenseColumns::Stretch DenseColumns::Stretch::piece(std::size_t first, std::size_t past,
+                                                   std::size_t most) const {
+    using Summary = document::RangeSummary;
+    Stretch piece{x + first, y + first, past - first, summary, summary_place + first, 0, {}};
+    while (summary && piece.level < most && first + Summary::span(piece.level) <= past
+           && summary->has(piece.level, piece.summary_place))
+        ++piece.level;
+    if (piece.level > 0) {
+        piece.count = Summary::span(piece.level - 1);
+        piece.range = {summary->at(piece.level - 1, piece.summary_place)};
+    } else {
+        // Up to where the summary can go on.
+        std::size_t const unit = summary ? Summary::span(0) : unit_size;
+        std::size_t const place = summary ? piece.summary_place : 0;
+        piece.count = std::min(piece.count, unit - place % unit);
+        piece.range = {document::range_of(piece.y, piece.count)};
     }
-    void backwards(Records& records) {
-        start(records, run_.y[past_ - 1]);
-        step_ = -1;
-        for (std::size_t u = columns_.units_.size(); u-- > 0;)
-            if (exceeds(columns_.units_[u])) enter(u);
+    return piece;
+}
+
+bool DenseColumns::is_dense(Visit const& visit) {
+    return visit.count > few;
+}
+
+void DenseColumns::Visit::clear() {
+    count = 0;
+    x.clear();
+    y.clear();
+    x_map = y_map = nullptr;
+    stretches.clear();
+    reached = {};
+}
+
+/// Follows one side of a column away from its middle.
+class DenseColumns::Chain {
+public:
+    Chain(Visit const& visit, std::size_t next, bool forwards, double middle)
+        : visit_(visit), middle_(middle), next_(next), forwards_(forwards) {
+        if (is_done()) return;
+        start_ = forwards ? visit.first_of(next) : visit.last_of(next);
+        distance_ = std::abs(start_.x - middle);
+        double const level = stretch().y[forwards ? 0 : stretch().count - 1];
+        reached_ = before_ = {{level, level}};
+        start_level_ = level;
+    }
+
+    // Past the last stretch backwards the index wraps round to the largest number.
+    bool is_done() const { return next_ >= visit_.stretches.size(); }
+    std::size_t next() const { return next_; }
+    Stretch const& stretch() const { return visit_.stretches[next_]; }
+    Point start() const { return start_; }
+    double start_level() const { return start_level_; }
+    double distance() const { return distance_; }
+    Range const& reached() const { return reached_; }
+    /// What it has reached no further away than this.
+    Range const& reached_until(double distance) const { return distance_ <= distance ? reached_ : before_; }
+
+    /// It starts with the segment across the middle.
+    void start_from(double level) {
+        before_ = {{level, level}};
+        reached_.include(before_);
+    }
+    void advance() {
+        before_ = reached_;
+        reached_.include(stretch().range);
+        distance_ = std::abs(visit_.x_of(stretch(), forwards_ ? stretch().count - 1 : 0) - middle_);
+        next_ += forwards_ ? 1 : static_cast<std::size_t>(-1);
     }
 
 private:
-    void start(Records& records, double y) {
-        records_ = &records;
-        reached_ = {y, y};
-    }
-
-    bool exceeds(Range const& unit) const { return unit.high > reached_.high || unit.low < reached_.low; }
-
-    void enter(std::size_t unit) {
-        std::size_t const first = first_ + unit * unit_size;
-        std::size_t const last = std::min(first + unit_size, past_) - 1;
-        for (std::size_t k = first; k <= last; ++k) visit(step_ > 0 ? k : first + last - k);
-    }
-
-    // The first point of a walk has been reached, so there is one before any that is higher or lower.
-    void visit(std::size_t i) {
-        double const y = run_.y[i];
-        bool const rises = y > reached_.high;
-        if (!rises && !(y < reached_.low)) return;
-        double& reached = rises ? reached_.high : reached_.low;
-        std::size_t const before = i - static_cast<std::size_t>(step_);
-        const Point to{run_.x_at(i), y};
-        const Point from = at_height(reached, {run_.x_at(before), run_.y[before]}, to, run_.y_map);
-        (rises ? records_->rising : records_->falling).push_back({from, to});
-        reached = y;
-    }
-
-    DenseColumns const& columns_;
-    PointRun const& run_;
-    std::size_t first_, past_;
-    std::ptrdiff_t step_ = 1;
-    Records* records_ = nullptr;
-    Range reached_{};
+    Visit const& visit_;
+    double middle_;
+    std::size_t next_;
+    bool forwards_;
+    Point start_;
+    double start_level_ = 0;
+    double distance_ = 0; // of the place it has come to
+    Range reached_{}, before_{};
 };
 
-void DenseColumns::add(PointRun const& run, PixelColumn const& column) {
-    if (run.size() == 0) return;
-    bool const is_dense = run.size() > few;
-    const Point start = run.place(0);
-    // A dense run draws nothing at its ends but what leads there.
-    if (last_)
-        line(last_->place, start);
-    else if (is_dense)
-        line(start, start);
-    const Range range = is_dense ? add_dense(run, column) : add_sparse(run);
-    bool const is_rising = run.x_at(run.size() - 1) >= start.x;
-    if (last_ && last_->is_dense)
-        draw(waiting_, last_->y_map,
-             last_->next_column == column.number ? std::optional(range) : std::nullopt);
-    if (is_dense) {
-        bool const is_beside = last_ && last_->column == column.number - (is_rising ? 1 : -1);
-        draw(near_side_, run.y_map, is_beside ? std::optional(last_->range) : std::nullopt);
-        std::swap(waiting_, far_side_);
+void DenseColumns::add(Point place) {
+    std::int64_t const column = grid_.column(place.x);
+    Visit* visit = &visits_[current_];
+    if (visit->count == 0 || column != visit->column) {
+        begin(column);
+        visit = &visits_[current_];
     }
-    last_ = {run.place(run.size() - 1),
-             run.y_map,
-             column.number,
-             column.number + (is_rising ? 1 : -1),
-             range,
-             is_dense};
+    if (visit->x_map) keep_places(*visit);
+    // Beside the visible box only the way in and out is of interest.
+    if (visit->count == 2 && !grid_.is_visible(column)) {
+        visit->x.pop_back();
+        visit->y.pop_back();
+        --visit->count;
+    }
+    if (visit->count == 0) visit->first = place;
+    visit->last = place;
+    visit->x.push_back(place.x);
+    visit->y.push_back(place.y);
+    ++visit->count;
+}
+
+void DenseColumns::add_run(PointRun const& run) {
+    if (run.size() == 0) return;
+    const Point first = run.place(0), last = run.place(run.size() - 1);
+    std::int64_t const column = grid_.column(first.x);
+    if (!grid_.is_visible(column)) return add(first), add(last);
+    if (visits_[current_].count == 0 || column != visits_[current_].column) begin(column);
+    Visit& visit = visits_[current_];
+    if (!visit.x.empty()) {
+        for (std::size_t i = 0; i < run.size(); ++i) add(run.place(i));
+        return;
+    }
+    if (visit.count == 0) visit.first = first;
+    visit.last = last;
+    visit.x_map = run.x_map;
+    visit.y_map = run.y_map;
+    visit.stretches.push_back(
+        {run.x.data(), run.y.data(), run.size(), run.summary, run.summary_place, 0, {}});
+    visit.count += run.size();
+}
+
+void DenseColumns::begin(std::int64_t column) {
+    if (visits_[current_].count > 0) close();
+    visits_[current_].clear();
+    visits_[current_].column = column;
+}
+
+// The current visit is complete, so the one before can be drawn.
+void DenseColumns::close() {
+    Visit& visit = visits_[current_];
+    Visit const& waiting = visits_[(current_ + 2) % 3];
+    prepare(visit);
+    if (known_visits_ == 0) {
+        end_at(visit, visit.first);
+    } else {
+        draw(waiting, known_visits_ > 1 ? &visits_[(current_ + 1) % 3] : nullptr, &visit);
+        line(waiting.last, visit.first);
+    }
+    ++known_visits_;
+    current_ = (current_ + 1) % 3;
+    visits_[current_].count = 0;
 }
 
 void DenseColumns::finish() {
-    if (last_ && last_->is_dense) {
-        draw(waiting_, last_->y_map, std::nullopt);
-        line(last_->place, last_->place);
+    if (visits_[current_].count > 0) close();
+    if (known_visits_ > 0) {
+        Visit const& last = visits_[(current_ + 2) % 3];
+        draw(last, known_visits_ > 1 ? &visits_[(current_ + 1) % 3] : nullptr, nullptr);
+        end_at(last, last.last);
     }
-    last_.reset();
+    known_visits_ = 0;
+    for (Visit& visit : visits_) visit.clear();
 }
 
-DenseColumns::Range DenseColumns::add_sparse(PointRun const& run) {
-    for (std::size_t i = 1; i < run.size(); ++i) line(run.place(i - 1), run.place(i));
-    auto const [low, high] = std::ranges::minmax(run.y);
-    return {low, high};
+// A dense visit draws nothing at its ends but what leads there.
+void DenseColumns::end_at(Visit const& visit, Point place) {
+    if (is_dense(visit) && !pen_.has_gaps) line(place, place);
 }
 
-DenseColumns::Range DenseColumns::add_dense(PointRun const& run, PixelColumn const& column) {
-    std::size_t const count = run.size(), half = split_at(run, column.centre);
-    Range range{run.y[0], run.y[0]};
-    auto const follow = [&](std::size_t first, std::size_t past, auto const& each_way) {
-        if (first == past) return;
-        const Range of_half = measure(run, first, past);
-        range = {std::min(range.low, of_half.low), std::max(range.high, of_half.high)};
-        each_way(Walk(*this, run, first, past));
-        draw(middle_, run.y_map, std::nullopt);
+void DenseColumns::prepare(Visit& visit) {
+    if (!visit.x_map)
+        visit.stretches.assign(1, {visit.x.data(), visit.y.data(), visit.count, nullptr, 0, 0, {}});
+    if (is_dense(visit)) {
+        visit.order = order_of(visit);
+        split_into_pieces(visit);
+        if (visit.order != Order::None) split_at_middle(visit);
+    }
+    find_reached(visit);
+}
+
+// A visit that is no longer made of runs alone.
+void DenseColumns::keep_places(Visit& visit) {
+    for (Stretch const& stretch : visit.stretches)
+        for (std::size_t i = 0; i < stretch.count; ++i) {
+            const Point place = visit.place(stretch, i);
+            visit.x.push_back(place.x);
+            visit.y.push_back(place.y);
+        }
+    visit.stretches.clear();
+    visit.x_map = visit.y_map = nullptr;
+}
+
+DenseColumns::Order DenseColumns::order_of(Visit const& visit) {
+    bool rises = false, falls = false;
+    double last = visit.first.x;
+    auto const go_to = [&](double x) {
+        rises |= x > last;
+        falls |= x < last;
+        last = x;
     };
-    if (half > 0 && half < count) line(run.place(half - 1), run.place(half));
-    follow(0, half, [&](Walk walk) { walk.forwards(near_side_), walk.backwards(middle_); });
-    follow(half, count, [&](Walk walk) { walk.backwards(far_side_), walk.forwards(middle_); });
-    return range;
-}
-
-DenseColumns::Range DenseColumns::measure(PointRun const& run, std::size_t first, std::size_t past) {
-    units_.clear();
-    Range whole{run.y[first], run.y[first]};
-    double const* const y = run.y.data();
-    for (std::size_t begin = first; begin < past; begin += unit_size) {
-        std::size_t const end = std::min(begin + unit_size, past);
-        Range unit{y[begin], y[begin]};
-        for (std::size_t i = begin + 1; i < end; ++i)
-            unit = {std::min(unit.low, y[i]), std::max(unit.high, y[i])};
-        units_.push_back(unit);
-        whole = {std::min(whole.low, unit.low), std::max(whole.high, unit.high)};
+    for (Stretch const& stretch : visit.stretches) {
+        // Within a run x keeps its direction.
+        std::size_t const step = visit.x_map ? std::max<std::size_t>(1, stretch.count - 1) : 1;
+        for (std::size_t i = 0; i < stretch.count; i += step) go_to(visit.x_of(stretch, i));
     }
-    return whole;
+    return rises && falls ? Order::None : falls ? Order::Falling : Order::Rising;
 }
 
-void DenseColumns::draw(Records& records, scale::AxisMap const& y_map, std::optional<Range> hidden) {
-    if (hidden) {
-        auto const hide = [&](std::vector<Piece>& pieces, double until, auto is_beyond) {
-            std::erase_if(pieces, [&](Piece const& piece) { return !is_beyond(piece.to.y, until); });
-            if (!pieces.empty() && is_beyond(until, pieces[0].from.y))
-                pieces[0].from = at_height(until, pieces[0].from, pieces[0].to, y_map);
+// The level of the summary of which a column has enough ranges.
+std::size_t DenseColumns::level_for(std::size_t count) {
+    constexpr std::size_t enough = 16;
+    std::size_t level = 0;
+    while (level < document::RangeSummary::levels && count >= enough * document::RangeSummary::span(level))
+        ++level;
+    return level;
+}
+
+void DenseColumns::split_into_pieces(Visit& visit) {
+    collected_.swap(visit.stretches);
+    visit.stretches.clear();
+    std::size_t const level = level_for(visit.count);
+    for (Stretch const& stretch : collected_)
+        append_pieces(visit.stretches, stretch, 0, stretch.count, level);
+}
+
+void DenseColumns::append_pieces(std::vector<Stretch>& pieces, Stretch const& stretch, std::size_t first,
+                                 std::size_t past, std::size_t level) {
+    while (first < past) first += pieces.emplace_back(stretch.piece(first, past, level)).count;
+}
+
+// So that the middle of the column lies between two stretches.
+void DenseColumns::split_at_middle(Visit& visit) {
+    double const middle = grid_.centre(visit.column);
+    bool const rises = visit.order == Order::Rising;
+    auto const is_before = [&](double x) { return rises ? x <= middle : x >= middle; };
+    auto const found = std::ranges::partition_point(visit.stretches, [&](Stretch const& stretch) {
+        return is_before(visit.x_of(stretch, stretch.count - 1));
+    });
+    visit.half = static_cast<std::size_t>(found - visit.stretches.begin());
+    if (found == visit.stretches.end()) return;
+    const Stretch stretch = *found;
+    std::size_t before = 0, behind = stretch.count - 1; // the last is not before
+    while (before < behind) {
+        std::size_t const between = before + (behind - before) / 2;
+        if (is_before(visit.x_of(stretch, between)))
+            before = between + 1;
+        else
+            behind = between;
+    }
+    if (before == 0) return;
+    split_.clear();
+    append_pieces(split_, stretch, 0, before, stretch.level);
+    visit.half += split_.size();
+    append_pieces(split_, stretch, before, stretch.count, stretch.level);
+    *found = split_.front();
+    visit.stretches.insert(found + 1, split_.begin() + 1, split_.end());
+}
+
+bool DenseColumns::is_flat(Point from, Point to) const {
+    // As strokes see it.
+    return std::abs(to.x / pen_.pixel_width / 4 - from.x / pen_.pixel_width / 4)
+           >= std::abs(to.y / pen_.pixel_height / 4 - from.y / pen_.pixel_height / 4);
+}
+
+bool DenseColumns::is_reached(Reached const& reached, Point from, Point to) const {
+    auto const [low, high] = std::minmax(from.y, to.y);
+    auto const& levels = reached[is_flat(from, to)];
+    return levels && levels->holds({low, high});
+}
+
+// Levels are known as one range; of two that lie apart the larger is remembered.
+void DenseColumns::include(Reached& reached, Point from, Point to) const {
+    auto const [low, high] = std::minmax(from.y, to.y);
+    const Range levels{{low, high}};
+    std::optional<Range>& known = reached[is_flat(from, to)];
+    if (known && known->touches(levels))
+        known->include(levels);
+    else if (!known || levels.high - levels.low > known->high - known->low)
+        known = levels;
+}
+
+void DenseColumns::find_reached(Visit& visit) const {
+    visit.reached = {};
+    if (!pen_.has_gaps) {
+        Range range{document::range_of(visit.stretches[0].y, 1)};
+        for (Stretch const& stretch : visit.stretches)
+            range.include(is_dense(visit) ? document::ValueRange(stretch.range)
+                                          : document::range_of(stretch.y, stretch.count));
+        visit.reached[0] = range;
+        return;
+    }
+    std::optional<Point> from;
+    for (Stretch const& stretch : visit.stretches)
+        for (std::size_t i = 0; i < stretch.count; ++i) {
+            const Point to = visit.place(stretch, i);
+            if (from) include(visit.reached, *from, to);
+            from = to;
+        }
+}
+
+DenseColumns::Range DenseColumns::rows_of(Visit const& visit, Range const& levels) {
+    auto const [low, high] = std::minmax({visit.row_of(levels.low), visit.row_of(levels.high)});
+    return {{low, high}};
+}
+
+void DenseColumns::draw(Visit const& visit, Visit const* before, Visit const* after) {
+    if (!is_dense(visit)) return draw_sparse(visit);
+    if (visit.order == Order::None)
+        draw_unordered(visit,
+                       {static_cast<std::int32_t>(visit.column), static_cast<std::int32_t>(visit.column) + 1},
+                       nullptr);
+    else if (pen_.has_gaps)
+        draw_middle_with_gaps(visit);
+    else
+        draw_middle(visit);
+    if (pen_.covers_beside) draw_beside(visit, before, after);
+}
+
+void DenseColumns::draw_sparse(Visit const& visit) {
+    Point from = visit.first;
+    for (Stretch const& stretch : visit.stretches)
+        for (std::size_t i = &stretch == visit.stretches.data() ? 1 : 0; i < stretch.count; ++i) {
+            const Point to = visit.place(stretch, i);
+            line(from, to);
+            from = to;
+        }
+}
+
+// Both sides in turn, always the nearer one, so that each knows what the other has reached.
+void DenseColumns::draw_middle(Visit const& visit) {
+    auto const column = static_cast<std::int32_t>(visit.column);
+    const Columns columns{column, column + 1};
+    double const middle = grid_.centre(visit.column);
+    Chain ahead(visit, visit.half, true, middle), back(visit, visit.half - 1, false, middle);
+    if (!ahead.is_done() && !back.is_done()) {
+        part(back.start(), ahead.start(), columns);
+        bool const ahead_is_near = ahead.distance() <= back.distance();
+        ahead_is_near ? back.start_from(ahead.start_level()) : ahead.start_from(back.start_level());
+    }
+    bool const has_both = !ahead.is_done() && !back.is_done();
+    View view_ahead{columns, middle, false, {}}, view_back = view_ahead;
+    while (!ahead.is_done() || !back.is_done()) {
+        bool const goes_ahead = back.is_done() || (!ahead.is_done() && ahead.distance() <= back.distance());
+        Chain& chain = goes_ahead ? ahead : back;
+        Chain const& other = goes_ahead ? back : ahead;
+        Range known = chain.reached();
+        if (has_both) known.include(other.reached_until(chain.distance()));
+        const Piece piece{visit, chain.next(), chain.stretch(), goes_ahead};
+        consider(piece, known, goes_ahead ? view_ahead : view_back);
+        chain.advance();
+    }
+    draw_waiting(view_ahead);
+    draw_waiting(view_back);
+}
+
+void DenseColumns::draw_middle_with_gaps(Visit const& visit) {
+    auto const column = static_cast<std::int32_t>(visit.column);
+    const Columns columns{column, column + 1};
+    std::size_t const past = visit.stretches.size();
+    if (visit.half > 0 && visit.half < past)
+        part(visit.last_of(visit.half - 1), visit.first_of(visit.half), columns);
+    Reached known;
+    follow_with_gaps(visit, visit.half, past, true, known, columns);
+    known = {};
+    follow_with_gaps(visit, 0, visit.half, false, known, columns);
+}
+
+void DenseColumns::draw_beside(Visit const& visit, Visit const* before, Visit const* after) {
+    for (int const side : {-1, 1}) {
+        auto const column = static_cast<std::int32_t>(visit.column);
+        const Columns columns = side < 0 ? Columns{-far_away, column} : Columns{column + 1, far_away};
+        auto const lies_here = [&](Visit const* other) {
+            return other && other->column == visit.column + side;
         };
-        hide(records.rising, hidden->high, std::greater<>());
-        hide(records.falling, hidden->low, std::less<>());
+        bool const forwards = (visit.order == Order::Rising) == (side < 0);
+        Visit const* const connected = forwards ? before : after;
+        Visit const* const neighbour = lies_here(connected) ? connected
+                                       : lies_here(before)  ? before
+                                       : lies_here(after)   ? after
+                                                            : nullptr;
+        if (visit.order == Order::None)
+            draw_unordered(visit, columns, neighbour);
+        else
+            draw_side(visit, columns, forwards, neighbour, neighbour == connected);
     }
-    draw(records.rising, y_map);
-    draw(records.falling, y_map);
-    records.rising.clear();
-    records.falling.clear();
 }
 
-void DenseColumns::draw(std::vector<Piece> const& pieces, scale::AxisMap const& y_map) {
-    for (Piece const& piece : pieces)
-        line({piece.from.x, y_map(piece.from.y)}, {piece.to.x, y_map(piece.to.y)});
+void DenseColumns::draw_side(Visit const& visit, Columns columns, bool forwards, Visit const* neighbour,
+                             bool connected) {
+    std::size_t const count = visit.stretches.size();
+    // From more than half a column away a pixel beside it may be out of reach.
+    bool const near_half_only = pen_.reach <= 1;
+    std::size_t const first = near_half_only && !forwards ? visit.half : 0;
+    std::size_t const past = near_half_only && forwards ? visit.half : count;
+    bool const leads_on = near_half_only && visit.half > 0 && visit.half < count;
+    const Point before_middle = leads_on ? visit.last_of(visit.half - 1) : Point();
+    const Point behind_middle = leads_on ? visit.first_of(visit.half) : Point();
+    if (pen_.has_gaps) {
+        Reached known = neighbour ? neighbour->reached : Reached();
+        if (leads_on) part(before_middle, behind_middle, columns);
+        return follow_with_gaps(visit, first, past, forwards, known, columns);
+    }
+    Stretch const& last = visit.stretches.back();
+    double const start = forwards ? visit.stretches.front().y[0] : last.y[last.count - 1];
+    Range levels{{start, start}};
+    // What leads here from the neighbour has reached all between.
+    if (neighbour && neighbour->y_map == visit.y_map && (connected || neighbour->reached[0]->holds(levels)))
+        levels.include(*neighbour->reached[0]);
+    bool const is_left = columns.right == visit.column;
+    View view{columns, grid_.centre(visit.column + (is_left ? -1 : 1)), true, {}};
+    for (std::size_t k = 0; k < past - first; ++k) {
+        std::size_t const stretch = forwards ? first + k : past - 1 - k;
+        consider({visit, stretch, visit.stretches[stretch], forwards}, levels, view);
+    }
+    draw_waiting(view);
+    if (leads_on) part_outside(before_middle, behind_middle, columns, rows_of(visit, levels));
+}
+
+void DenseColumns::draw_unordered(Visit const& visit, Columns columns, Visit const* neighbour) {
+    Reached hidden = neighbour ? neighbour->reached : Reached();
+    if (hidden[0] && !pen_.has_gaps) hidden[0] = rows_of(*neighbour, *hidden[0]);
+    std::optional<Point> from;
+    for (Stretch const& stretch : visit.stretches)
+        for (std::size_t i = 0; i < stretch.count; ++i) {
+            const Point to = visit.place(stretch, i);
+            if (from) {
+                auto const& known = hidden[pen_.has_gaps && is_flat(*from, to)];
+                known ? part_outside(*from, to, columns, *known) : part(*from, to, columns);
+            }
+            from = to;
+        }
+}
+
+// What reaches no further row of pixels waits: most likely something reaches one soon, and is nearer to it.
+void DenseColumns::consider(Piece const& piece, Range& known, View& view) {
+    Range const& range = piece.part.range;
+    if (known.holds(range)) return;
+    bool const is_higher = range.high > known.high, is_lower = range.low < known.low;
+    if (is_higher && is_lower) {
+        draw_waiting(view);
+    } else {
+        Waiting& waiting = view.waiting[is_higher];
+        double const edge = piece.visit.row_of(is_higher ? known.high : known.low) / pen_.pixel_height;
+        double const goal = piece.visit.row_of(is_higher ? range.high : range.low) / pen_.pixel_height;
+        bool const goes_down = goal > edge;
+        double const row = goes_down ? std::floor(edge) + 1 : std::ceil(edge) - 1;
+        bool const passes = goes_down ? goal >= row : goal <= row;
+        double const missing = passes ? 0 : std::abs(row - goal);
+        std::size_t const last = piece.part.count - 1;
+        double const far = distance(piece.visit.x_of(piece.part, piece.forwards ? last : 0), view);
+        if (waiting.piece && (waiting.row != row || !is_hidden(waiting, far, missing, view)))
+            draw_all(*waiting.piece, waiting.known, view.columns);
+        waiting.piece.reset();
+        if (!passes) {
+            waiting.piece.emplace(piece);
+            waiting.known = known;
+            waiting.row = row;
+            // The first piece of a way begins behind the middle, whatever leads across it.
+            waiting.near = std::min(distance(place_before(piece, piece.forwards ? 0 : last).x, view),
+                                    distance(piece.visit.x_of(piece.part, piece.forwards ? 0 : last), view));
+            waiting.missing = missing;
+            known.include(range);
+            return;
+        }
+    }
+    if (piece.part.count == 1) {
+        draw_all(piece, known, view.columns);
+        known.include(range);
+    } else if (piece.part.level > 1) {
+        consider_pieces(piece, known, view);
+    } else {
+        consider_points(piece, known, view);
+    }
+}
+
+void DenseColumns::consider_pieces(Piece const& piece, Range& known, View& view) {
+    using Summary = document::RangeSummary;
+    Stretch const& part = piece.part;
+    std::size_t const level = part.level - 1, span = Summary::span(level - 1);
+    for (std::size_t k = 0; k < Summary::fan_out; ++k) {
+        std::size_t const first = (piece.forwards ? k : Summary::fan_out - 1 - k) * span;
+        document::ValueRange const& range = part.summary->at(level - 1, part.summary_place + first);
+        if (!known.holds(range))
+            consider({piece.visit,
+                      piece.stretch,
+                      {part.x + first,
+                       part.y + first,
+                       span,
+                       part.summary,
+                       part.summary_place + first,
+                       level,
+                       {range}},
+                      piece.forwards},
+                     known, view);
+    }
+}
+
+void DenseColumns::consider_points(Piece const& piece, Range& known, View& view) {
+    Stretch const& part = piece.part;
+    for (std::size_t k = 0; k < part.count; ++k) {
+        std::size_t const i = piece.forwards ? k : part.count - 1 - k;
+        double const level = part.y[i];
+        if (level < known.low || level > known.high)
+            consider({piece.visit,
+                      piece.stretch,
+                      {part.x + i, part.y + i, 1, nullptr, 0, 0, {{level, level}}},
+                      piece.forwards},
+                     known, view);
+    }
+}
+
+// Pixels of the distance across from the pixels that see it.
+double DenseColumns::distance(double x, View const& view) const {
+    return std::abs(x - view.centre) / pen_.pixel_width;
+}
+
+// Whether a piece as far away as this that misses the row by so much is as near to the pixels there, and so
+// to those beyond.
+bool DenseColumns::is_hidden(Waiting const& waiting, double far, double missing, View const& view) const {
+    constexpr double certainly = 1e-6;
+    // Seen from columns further away distances across grow, and their squares differ more.
+    double const across = view.is_beside ? (far - waiting.near) * 2 * (pen_.reach + 1)
+                                         : far * far - waiting.near * waiting.near;
+    return across + certainly <= waiting.missing * waiting.missing - missing * missing;
+}
+
+void DenseColumns::draw_waiting(View& view) {
+    for (Waiting& waiting : view.waiting) {
+        if (waiting.piece) draw_all(*waiting.piece, waiting.known, view.columns);
+        waiting.piece.reset();
+    }
+}
+
+void DenseColumns::draw_all(Piece const& piece, Range known, Columns columns) {
+    for (std::size_t k = 0; k < piece.part.count; ++k) {
+        std::size_t const i = piece.forwards ? k : piece.part.count - 1 - k;
+        double const level = piece.part.y[i];
+        if (level >= known.low && level <= known.high) continue;
+        const Point from = place_before(piece, i), to = piece.visit.place(piece.part, i);
+        // Drawn in the direction in which the line runs, as that decides how it is rounded.
+        part_outside(piece.forwards ? from : to, piece.forwards ? to : from, columns,
+                     rows_of(piece.visit, known));
+        known.include({level, level});
+    }
+}
+
+// The place before a point of a piece; of the visit's first its own.
+Point DenseColumns::place_before(Piece const& piece, std::size_t i) {
+    Visit const& visit = piece.visit;
+    Stretch const& whole = visit.stretches[piece.stretch];
+    auto const place = static_cast<std::size_t>(piece.part.y + i - whole.y);
+    if (piece.forwards) {
+        if (place > 0) return visit.place(whole, place - 1);
+        return piece.stretch > 0 ? visit.last_of(piece.stretch - 1) : visit.first;
+    }
+    if (place + 1 < whole.count) return visit.place(whole, place + 1);
+    return piece.stretch + 1 < visit.stretches.size() ? visit.first_of(piece.stretch + 1) : visit.last;
+}
+
+void DenseColumns::follow_with_gaps(Visit const& visit, std::size_t first, std::size_t past, bool forwards,
+                                    Reached& known, Columns columns) {
+    std::optional<Point> from;
+    for (std::size_t k = 0; k < past - first; ++k) {
+        Stretch const& stretch = visit.stretches[forwards ? first + k : past - 1 - k];
+        for (std::size_t n = 0; n < stretch.count; ++n) {
+            const Point to = visit.place(stretch, forwards ? n : stretch.count - 1 - n);
+            if (from && !is_reached(known, *from, to)) {
+                forwards ? part(*from, to, columns) : part(to, *from, columns);
+                include(known, *from, to);
+            }
+            from = to;
+        }
+    }
 }
 
 void DenseColumns::line(Point from, Point to) {
     constexpr double nowhere = std::numeric_limits<double>::quiet_NaN();
-    if (pieces_.empty() || pieces_.back() != from) {
-        if (!pieces_.empty()) pieces_.push_back({nowhere, nowhere});
-        pieces_.push_back(from);
+    if (lines_.empty() || lines_.back() != from) {
+        if (!lines_.empty()) lines_.push_back({nowhere, nowhere});
+        lines_.push_back(from);
     }
-    pieces_.push_back(to);
+    lines_.push_back(to);
+}
+
+void DenseColumns::part(Point from, Point to, Columns columns) {
+    parts_.push_back({from, to, columns.left, -far_away, columns.right, far_away});
+}
+
+void DenseColumns::part_outside(Point from, Point to, Columns columns, Range rows) {
+    auto const [low, high] = std::minmax(from.y, to.y);
+    if (high > rows.high)
+        parts_.push_back({from, to, columns.left, row_at(std::floor(rows.high / pen_.pixel_height)) + 1,
+                          columns.right, far_away});
+    if (low < rows.low)
+        parts_.push_back({from, to, columns.left, -far_away, columns.right,
+                          row_at(std::ceil(rows.low / pen_.pixel_height))});
 }
 
 } // namespace qv::render

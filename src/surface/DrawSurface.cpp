@@ -63,6 +63,12 @@ void DrawSurface::Polyline(std::span<Point const> points) {
             Line(points[i - 1], points[i], LineShape::Segment, state.ForeColor);
 }
 
+void DrawSurface::LineParts(std::span<LinePart const> parts) {
+    for (LinePart const& part : parts) Polyline(std::array{part.from, part.to});
+}
+
+void DrawSurface::CoverColumns(std::span<PixelColumn const>, std::span<std::uint8_t const>) {}
+
 void DrawSurface::Symbols(SymbolBatch const& batch) {
     for (Point const centre : batch.centres) draw_symbol(*this, batch.shape, centre, batch.half_size);
 }
