@@ -2,15 +2,13 @@
 // values few need to be looked at.
 #pragma once
 
+#include "document/value_range.h"
+
 #include <array>
 #include <cstddef>
 #include <vector>
 
 namespace qv::document {
-
-struct ValueRange {
-    double low, high;
-};
 
 /// Values as if they were evenly spaced: where the first lies, how far it is to the next, and how far any of
 /// them lies from where that has it.
@@ -27,13 +25,20 @@ public:
     /// How many values a range of a level spans.
     static constexpr std::size_t span(std::size_t level) { return std::size_t{32} << (3 * level); }
 
+    /// The level whose ranges span so many values.
+    static constexpr std::size_t level_of(std::size_t span_) {
+        std::size_t level = 0;
+        while (span(level) < span_) ++level;
+        return level;
+    }
+
     /// Takes in the values up to `end`, of which the earlier ones are as they were.
     void extend(double const* values, std::size_t end);
     /// Forgets what was known of the values from `end` on.
     void shorten(std::size_t end);
 
-    /// How many values from the first on are summarised.
-    std::size_t end() const { return ranges_[0].size() * span(0); }
+    /// How many values from the first on are summarised in a level.
+    std::size_t end(std::size_t level = 0) const { return ranges_[level].size() * span(level); }
     /// The range of the values from `place` on, which is a multiple of the level's span.
     ValueRange const& at(std::size_t level, std::size_t place) const {
         return ranges_[level][place / span(level)];
@@ -46,8 +51,5 @@ public:
 private:
     std::array<std::vector<ValueRange>, levels> ranges_;
 };
-
-/// Smallest and largest of at least one value.
-ValueRange range_of(double const* values, std::size_t count);
 
 } // namespace qv::document

@@ -108,13 +108,9 @@ private:
     }
 
     void add_stretch(PointBlock const& block) {
-        line_.add_stretch({block.x(),
-                           block.y(),
-                           {block.y_extent().low, block.y_extent().high},
-                           &block.y_summary(),
-                           block.summary_place(),
-                           block.x_spacing()},
-                          mapping_.x, mapping_.y);
+        line_.add_stretch(
+            {block.x(), block.y(), &block.y_summary(), block.summary_place(), block.x_spacing()}, mapping_.x,
+            mapping_.y);
     }
 
     void add_rising(PointBlock const& block) {

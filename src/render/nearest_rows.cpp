@@ -1,7 +1,9 @@
 #include "render/nearest_rows.h"
 
+#include "render/four.h"
+#include "surface/whole_pixel.h"
+
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #ifdef __SSE2__
@@ -11,36 +13,12 @@
 namespace qv::render {
 namespace {
 
-constexpr int lanes = 4;
+constexpr int lanes = Four::lanes;
 constexpr int group = 16; // rows that become coverage together
 constexpr float far_away = 1e12F;
 constexpr double cut = 4096; // pixels that an end may lie beyond the rows at hand
 
 #ifdef __SSE2__
-
-// Written out: compilers unroll loops this short instead of using vectors.
-class Four {
-public:
-    Four(float value) : lanes_(_mm_set1_ps(value)) {}
-    static Four counted_from(float first) {
-        return Four(_mm_add_ps(_mm_set1_ps(first), _mm_setr_ps(0, 1, 2, 3)));
-    }
-    static Four load(float const* from) { return Four(_mm_loadu_ps(from)); }
-    void store(float* to) const { _mm_storeu_ps(to, lanes_); }
-
-    friend Four operator+(Four a, Four b) { return Four(_mm_add_ps(a.lanes_, b.lanes_)); }
-    friend Four operator-(Four a, Four b) { return Four(_mm_sub_ps(a.lanes_, b.lanes_)); }
-    friend Four operator*(Four a, Four b) { return Four(_mm_mul_ps(a.lanes_, b.lanes_)); }
-    friend Four least(Four a, Four b) { return Four(_mm_min_ps(a.lanes_, b.lanes_)); }
-    friend Four most(Four a, Four b) { return Four(_mm_max_ps(a.lanes_, b.lanes_)); }
-    friend bool is_any_above(Four a, Four b) {
-        return _mm_movemask_ps(_mm_cmpgt_ps(a.lanes_, b.lanes_)) != 0;
-    }
-
-private:
-    explicit Four(__m128 values) : lanes_(values) {}
-    __m128 lanes_;
-};
 
 void cover_group(std::uint8_t* coverage, float const* squared, float reach) {
     auto const four = [&](int first) {
@@ -55,42 +33,6 @@ void cover_group(std::uint8_t* coverage, float const* squared, float reach) {
 
 #else
 
-class Four {
-public:
-    Four(float value) { lanes_.fill(value); }
-    static Four counted_from(float first) { return Four(first) + Four(std::array{0.0F, 1.0F, 2.0F, 3.0F}); }
-    static Four load(float const* from) { return Four(std::array{from[0], from[1], from[2], from[3]}); }
-    void store(float* to) const { std::copy_n(lanes_.data(), lanes, to); }
-
-    friend Four operator+(Four a, Four b) {
-        return each(a, b, [](float x, float y) { return x + y; });
-    }
-    friend Four operator-(Four a, Four b) {
-        return each(a, b, [](float x, float y) { return x - y; });
-    }
-    friend Four operator*(Four a, Four b) {
-        return each(a, b, [](float x, float y) { return x * y; });
-    }
-    friend Four least(Four a, Four b) {
-        return each(a, b, [](float x, float y) { return std::min(x, y); });
-    }
-    friend Four most(Four a, Four b) {
-        return each(a, b, [](float x, float y) { return std::max(x, y); });
-    }
-    friend bool is_any_above(Four a, Four b) {
-        return !std::ranges::equal(a.lanes_, b.lanes_, std::less_equal<>());
-    }
-
-private:
-    explicit Four(std::array<float, lanes> values) : lanes_(values) {}
-    template <class Combine>
-    static Four each(Four a, Four b, Combine combine) {
-        for (std::size_t k = 0; k < lanes; ++k) a.lanes_[k] = combine(a.lanes_[k], b.lanes_[k]);
-        return a;
-    }
-    std::array<float, lanes> lanes_;
-};
-
 void cover_group(std::uint8_t* coverage, float const* squared, float reach) {
     for (int k = 0; k < group; ++k)
         coverage[k] = static_cast<std::uint8_t>(
@@ -98,6 +40,19 @@ void cover_group(std::uint8_t* coverage, float const* squared, float reach) {
 }
 
 #endif
+
+// The part of a segment up to a distance across; the slope holds from either end.
+void cut_columns(RowPlace& from, RowPlace& to, double reach) {
+    double const slope = from.x == to.x ? 0 : (to.y - from.y) / (to.x - from.x);
+    RowPlace const& near = std::abs(from.x) < std::abs(to.x) ? from : to;
+    const RowPlace start = near;
+    for (RowPlace* const place : {&from, &to}) {
+        double const x = std::clamp(place->x, -reach, reach);
+        if (x == place->x) continue;
+        place->y = start.y + (x - start.x) * slope;
+        place->x = x;
+    }
+}
 
 // Single precision is not enough for ends far beyond the rows.
 void cut_rows(RowPlace& from, RowPlace& to, double low, double high) {
@@ -111,66 +66,102 @@ void cut_rows(RowPlace& from, RowPlace& to, double low, double high) {
     }
 }
 
-} // namespace
-
-void NearestRows::resize(int rows) {
-    rows_ = first_ = rows;
-    past_ = 0;
-    squared_.assign(static_cast<std::size_t>(rows) + group, far_away);
+// Rows as whole numbers, however far away.
+int row_below(double row) {
+    return floor_int(std::clamp(row, -farthest_pixel, farthest_pixel));
 }
 
-bool NearestRows::is_any_farther(int first, int past, float squared) const {
-    int row = first;
-    for (; row + lanes <= past; row += lanes)
-        if (is_any_above(Four::load(squared_.data() + row), Four(squared))) return true;
-    for (; row < past; ++row)
-        if (squared_[static_cast<std::size_t>(row)] > squared) return true;
-    return false;
+int row_above(double row) {
+    return -row_below(-row);
+}
+
+} // namespace
+
+NearestRows::NearestRows(int rows, double reach)
+    : rows_(rows), reach_(reach), first_(rows), squared_(static_cast<std::size_t>(rows) + group, far_away) {}
+
+NearestRows::Rows NearestRows::seen(Rows rows) const {
+    return {std::max(rows.first, 0), std::min(rows.past, rows_)};
+}
+
+void NearestRows::approach(RowPlace from, RowPlace to) {
+    approach_below(-HUGE_VAL, from, to);
+}
+
+void NearestRows::approach_below(double level, RowPlace from, RowPlace to) {
+    if (std::abs(from.x) > reach_ || std::abs(to.x) > reach_) cut_columns(from, to, reach_);
+    auto const [top, bottom] = std::minmax(from.y, to.y);
+    approach({std::max(row_below(level) + 1, row_above(top - reach_)), row_below(bottom + reach_) + 1}, from,
+             to);
+}
+
+void NearestRows::approach_above(double level, RowPlace from, RowPlace to) {
+    if (std::abs(from.x) > reach_ || std::abs(to.x) > reach_) cut_columns(from, to, reach_);
+    auto const [top, bottom] = std::minmax(from.y, to.y);
+    approach({row_above(top - reach_), std::min(row_above(level), row_below(bottom + reach_) + 1)}, from, to);
+}
+
+void NearestRows::approach_bar(double away, double top, double bottom) {
+    approach_bar({row_above(top - reach_), row_below(bottom + reach_) + 1}, away, top, bottom);
+}
+
+void NearestRows::approach_bar_below(double level, double away, double bottom) {
+    approach_bar({row_below(level) + 1, row_below(bottom + reach_) + 1}, away, level, bottom);
+}
+
+void NearestRows::approach_bar_above(double level, double away, double top) {
+    approach_bar({row_above(top - reach_), row_above(level)}, away, top, level);
 }
 
 // Rows are computed in groups.
-void NearestRows::touch(int first, int past) {
-    first_ = std::min(first_, first);
-    past_ = std::max(past_, std::min(rows_, first + (past - first + lanes - 1) / lanes * lanes));
+void NearestRows::touch(Rows rows) {
+    first_ = std::min(first_, rows.first);
+    past_ =
+        std::max(past_, std::min(rows_, rows.first + (rows.past - rows.first + lanes - 1) / lanes * lanes));
 }
 
-// Groups may go on behind `past`, where the segment is as near as it is.
-void NearestRows::approach(RowPlace from, RowPlace to, double x, int first, int past) {
-    if (std::min(from.y, to.y) < first - cut || std::max(from.y, to.y) > past + cut)
-        cut_rows(from, to, first - cut, past + cut);
-    touch(first, past);
+// Groups may go on behind the rows asked for, where the segment is as near as it is.
+void NearestRows::approach(Rows rows, RowPlace from, RowPlace to) {
+    rows = seen(rows);
+    if (rows.empty()) return;
+    if (std::min(from.y, to.y) < rows.first - cut || std::max(from.y, to.y) > rows.past + cut)
+        cut_rows(from, to, rows.first - cut, rows.past + cut);
+    touch(rows);
     auto const dx = static_cast<float>(to.x - from.x), dy = static_cast<float>(to.y - from.y);
     float const length = dx * dx + dy * dy, one = length > 0 ? 1 / length : 0;
-    auto const away = static_cast<float>(x - from.x);
+    auto const away = static_cast<float>(-from.x);
     float const gain = dy * one, start = away * dx * one;
-    Four y = Four::counted_from(static_cast<float>(first - from.y));
-    for (int row = first; row < past; row += lanes, y = y + Four(lanes)) {
+    Four y = Four::counted_from(static_cast<float>(rows.first - from.y));
+    for (int row = rows.first; row < rows.past; row += lanes, y = y + Four(lanes)) {
         const Four part = least(most(y * Four(gain) + Four(start), Four(0)), Four(1));
         const Four across = Four(away) - part * Four(dx), down = y - part * Four(dy);
-        float* const rows = squared_.data() + row;
-        least(Four::load(rows), across * across + down * down).store(rows);
+        float* const squared = squared_.data() + row;
+        least(Four::load(squared), across * across + down * down).store(squared);
     }
 }
 
-void NearestRows::approach(double away, double top, double bottom, int first, int past) {
-    touch(first, past);
+void NearestRows::approach_bar(Rows rows, double away, double top, double bottom) {
+    rows = seen(rows);
+    if (rows.empty()) return;
+    touch(rows);
     const Four across(static_cast<float>(away * away));
-    const Four to_top(static_cast<float>(top - first)), to_bottom(static_cast<float>(bottom - first));
+    const Four to_top(static_cast<float>(top - rows.first)),
+        to_bottom(static_cast<float>(bottom - rows.first));
     Four y = Four::counted_from(0);
-    for (int row = first; row < past; row += lanes, y = y + Four(lanes)) {
+    for (int row = rows.first; row < rows.past; row += lanes, y = y + Four(lanes)) {
         const Four down = y - least(most(y, to_top), to_bottom);
-        float* const rows = squared_.data() + row;
-        least(Four::load(rows), across + down * down).store(rows);
+        float* const squared = squared_.data() + row;
+        least(Four::load(squared), across + down * down).store(squared);
     }
 }
 
-void NearestRows::take_coverage(double reach, std::vector<std::uint8_t>& coverage) {
+void NearestRows::take_coverage(std::vector<std::uint8_t>& coverage) {
     std::size_t const begin = coverage.size();
     auto const count = static_cast<std::size_t>(std::max(0, past_ - first_));
     coverage.resize(begin + (count + group - 1) / group * group);
     float* const squared = squared_.data() + first_;
     for (std::size_t k = 0; k < count; k += group)
-        cover_group(coverage.data() + begin + k, squared + k, static_cast<float>(reach));
+        cover_group(coverage.data() + begin + k, squared + k, static_cast<float>(reach_));
     coverage.resize(begin + count);
     std::fill_n(squared, count + lanes, far_away);
     first_ = rows_;

@@ -60,8 +60,7 @@ void SmoothLine::draw_places() {
             std::ranges::reverse(x_);
             std::ranges::reverse(y_);
         }
-        auto const [low, high] = std::ranges::minmax(y_);
-        const PointStretch stretch{x_, y_, {low, high}, nullptr, 0, std::nullopt};
+        const PointStretch stretch{x_, y_, nullptr, 0, std::nullopt};
         cover_.draw({{&stretch, 1}, on_the_page, on_the_page});
     } else if (x_.size() > 1) {
         begin_polyline({x_[0], y_[0]});
