@@ -174,6 +174,21 @@ TEST_CASE("titles that are longer than the frame take several lines") {
     CHECK_FALSE(has_clean_edge(host));
 }
 
+TEST_CASE("titles of one word that is longer than the frame take several lines") {
+    HeadlessHost host({300, 300});
+    qvGraph& page = host.control();
+    page.UseLook("light");
+    page.NewGraph("/srv/measurements/2026/spectrometer/dark-current/detector_7.csv");
+    page.SelectXaxis();
+    page.AxisTitle("Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamtengesellschaft");
+    add_line(page, 0, 1);
+    page.Refresh();
+    CHECK(has_clean_edge(host));
+    page.FitMargins(false);
+    page.Refresh();
+    CHECK_FALSE(has_clean_edge(host));
+}
+
 TEST_CASE("a legend hides neither functions nor lying or stacked bars, or stands beside them") {
     HeadlessHost host({600, 400});
     qvGraph& page = host.control();
