@@ -30,7 +30,7 @@ Lanes ramp_of(double gain) {
 #ifdef __SSE2__
 // 255 for the first lanes that count, 0 after them: the table from 16 - count on.
 constexpr auto kept_lanes = [] {
-    std::array<std::uint8_t, 2 * lanes> table{};
+    std::array<std::uint8_t, std::size_t{2} * lanes> table{};
     for (std::size_t i = 0; i < lanes; ++i) table[i] = 255;
     return table;
 }();
@@ -175,7 +175,7 @@ void ColumnBand::flush_group(int group_column, Rows rows) {
     for (int top = rows.top / group * group; top < rows.bottom; top += group) {
         for (int i = 0; i < group; ++i) {
             std::uint8_t* const from = column(x + i) + top;
-            std::memcpy(block.data() + i * group, from, group);
+            std::memcpy(block.data() + std::ptrdiff_t{group} * i, from, group);
             std::memset(from, 0, group);
         }
         transpose(block);
@@ -188,7 +188,7 @@ void ColumnBand::raise_block(int x, int top, Block const& block) {
     if (box.empty()) return;
     bool const whole = box.width() == group;
     for (int y = box.top; y < box.bottom; ++y) {
-        std::uint8_t const* const from = block.data() + (y - top) * group;
+        std::uint8_t const* const from = block.data() + std::ptrdiff_t{group} * (y - top);
         std::uint8_t* const to = mask_->row(y);
         if (whole)
             for (int i = 0; i < group; ++i) to[x + i] = std::max(to[x + i], from[i]);
