@@ -92,6 +92,10 @@ function(qv_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
   qv_program(${name} SOURCES ${arg_SOURCES} LINKS qv_test_main ${arg_LINKS} doctest::doctest)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support)
+  if(QV_SANITIZE)
+    # Most of the time of a sanitized build goes into tests; what they test is optimised all the same.
+    target_compile_options(${name} PRIVATE -O0)
+  endif()
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300
     ENVIRONMENT "QV_SOURCE_DIR=${PROJECT_SOURCE_DIR};FREETYPE_PROPERTIES=;ASAN_OPTIONS=detect_leaks=1")

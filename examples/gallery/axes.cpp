@@ -6,40 +6,36 @@
 
 using namespace qv::example;
 
+namespace {
+
+// An axis takes the colour of its data.
+qv::AxisOptions colored(char const* title, qv::Color color, double from, double to) {
+    return {
+        .title = title, .color = color, .label_color = color, .title_color = color, .from = from, .to = to};
+}
+
+} // namespace
+
 void draw(qv::qvGraph& page) {
-    plain_graph(page, "Air above the ground", "height, km", "pressure, hPa");
-    page.SetSelectedAxis(1);
-    page.AxisStyle({.LineColor = blue, .LogScale = true});
-    page.AxisLabelColor(blue);
-    page.AxisTitleColor(blue);
-    page.AxisGridMinor(true);
-    axis_range(page, 1, 1, 1000, 3, 9);
-    struct {
-        char const* title;
-        qv::Color color;
-        bool far_side, reversed;
-        double from, to;
-    } const more[]{{"temperature, °C", red, false, false, -60, 20},
-                   {"boiling point of water, °C", green, true, true, 0, 100}};
-    int axis_number = 1;
-    for (auto const& [title, color, far_side, reversed, from, to] : more) {
-        page.NewYAxis(title, from, to);
-        page.SetSelectedAxis(++axis_number);
-        page.AxisStyle({.LineColor = color, .Reverse = reversed, .FarSide = far_side});
-        page.AxisTitleColor(color);
-        page.AxisLabelColor(color);
-    }
-    axis_range(page, 0, 0, 40, 8, 5);
-    page.AxisTickStyle({.Inside = true, .Outside = false, .BothEnds = true});
-    for (int axis = 1; axis <= 3; ++axis) {
-        page.SelectYaxis(axis);
-        line(page, "", axis == 1 ? blue : more[axis - 2].color);
-        for (double h = 0; h <= 40; h += 0.5) {
-            double const pressure = 1013 * std::exp(-h / 7);
-            double const temperature = h < 11 ? 15 - 6.5 * h : h < 20 ? -56.5 : -56.5 + 1.6 * (h - 20);
-            double const boiling = 100 - 8 * std::log(1013 / pressure) * 3;
-            page.AddDataPoint(h, axis == 1 ? pressure : axis == 2 ? temperature : std::max(boiling, 0.0));
-        }
+    auto const graph = page.graph("Air above the ground");
+    graph.x_axis({.title = "height, km",
+                  .ticks_both_ends = true,
+                  .ticks_inside = true,
+                  .ticks_outside = false,
+                  .from = 0,
+                  .to = 40});
+    auto const pressures = graph.y_axis(colored("pressure, hPa", blue, 1, 1000));
+    pressures.set({.minor_grid = true, .log = true});
+    auto const temperatures = graph.add_y_axis(colored("temperature, °C", red, -60, 20));
+    auto const boiling_points = graph.add_y_axis(colored("boiling point of water, °C", green, 0, 100));
+    boiling_points.set({.far_side = true, .reverse = true});
+    auto const pressure = graph.line("", {.axis = pressures, .color = blue});
+    auto const temperature = graph.line("", {.axis = temperatures, .color = red});
+    auto const boiling = graph.line("", {.axis = boiling_points, .color = green});
+    for (double h = 0; h <= 40; h += 0.5) {
+        pressure.add(h, 1013 * std::exp(-h / 7));
+        temperature.add(h, h < 11 ? 15 - 6.5 * h : h < 20 ? -56.5 : -56.5 + 1.6 * (h - 20));
+        boiling.add(h, std::max(100 - 24 * h / 7, 0.0));
     }
 }
 

@@ -4,26 +4,18 @@
 using namespace qv::example;
 
 void draw(qv::qvGraph& page) {
-    plain_graph(page, "Five stars", "distance, light years", "magnitude");
-    page.NewDataSet("distance uncertain");
-    page.SymbolStyle({.Symbol = 3, .Size = 2.4F, .TextFont = "Arial|8"});
-    struct {
-        double distance, magnitude, error;
-        char const* name;
-    } const stars[]{{8.6, -1.46, -1.4, "Sirius"},
-                    {11.5, 0.34, -0.9, "Procyon"},
-                    {16.7, 0.76, -2.1, "Altair"},
-                    {25, 0.03, -1.2, "Vega"}};
-    for (auto const& [distance, magnitude, error, name] : stars)
-        page.AddDataPoint(distance, magnitude, error, 0, name);
-    page.NewDataSet("magnitude uncertain");
-    page.SymbolStyle({.Symbol = 5, .Size = 2.8F});
-    page.AddDataPoint(21, -0.7, 0.25);
-    page.AddDataPoint(13.5, -0.9, 0.4);
-    axis_range(page, 0, 0, 30, 6, 5);
-    axis_range(page, 1, -2, 1.5, 7);
-    page.AxisReverse(true); // the brighter, the higher
-    page.LegendShow(true);
+    auto const graph = page.graph("Five stars");
+    graph.x_axis({.title = "distance, light years", .from = 0, .to = 30});
+    graph.y_axis({.title = "magnitude", .from = -2, .to = 1.5, .reverse = true}); // the brighter, the higher
+    auto const stars =
+        graph.symbols("distance uncertain", {.symbol = 3, .symbol_size = 2.4F, .text_font = "Arial|8"});
+    stars.add(8.6, -1.46, -1.4, "Sirius"); // an error below zero lies
+    stars.add(11.5, 0.34, -0.9, "Procyon");
+    stars.add(16.7, 0.76, -2.1, "Altair");
+    stars.add(25, 0.03, -1.2, "Vega");
+    auto const others = graph.symbols("magnitude uncertain", {.symbol = 5, .symbol_size = 2.8F});
+    others.add(21, -0.7, 0.25);
+    others.add(13.5, -0.9, 0.4);
 }
 
 int main(int argc, char** argv) {

@@ -5,41 +5,39 @@
 
 using namespace qv::example;
 
+namespace {
+
+void draw_waves(qv::GraphHandle const& graph) {
+    graph.x_axis({.from = 0, .to = 7});
+    graph.y_axis({.from = -1.25, .to = 1.25});
+    auto const sine = graph.line("sine", {.line_thickness = 3});
+    auto const cosine = graph.line("cosine", {.line_dash = 2, .line_thickness = 3});
+    for (double x = 0; x <= 6.3; x += 0.05) {
+        sine.add(x, std::sin(x));
+        cosine.add(x, std::cos(x));
+    }
+}
+
+} // namespace
+
 void draw(qv::qvGraph& page) {
-    struct {
-        char const* title;
-        bool in_front, transparent;
-        int edge;
-        qv::Color second;
-        float left;
-    } const graphs[]{{"in front", true, false, 1, white, 62},
-                     {"behind the data", false, false, 1, white, 62},
-                     {"gradient, thick edge", true, false, 3, qv::rgb(205, 222, 242), 30},
-                     {"no ground, no edge", true, true, 0, white, 66}};
+    constexpr char const* titles[]{"in front", "behind the data", "gradient, thick edge",
+                                   "no ground, no edge"};
+    const qv::LegendOptions changes[]{{},
+                                      {.in_front = false},
+                                      {.color2 = qv::rgb(205, 222, 242),
+                                       .gradient = 90,
+                                       .edge_color = blue,
+                                       .edge_thickness = 3,
+                                       .left = 30},
+                                      {.edge_thickness = 0, .transparent = true, .left = 66}};
     for (int i = 0; i < 4; ++i) {
-        auto const& [title, in_front, transparent, edge, second, left] = graphs[i];
-        plain_graph(page, title, "", "");
-        page.GraphPosition({.Left = 50.0F * static_cast<float>(i % 2),
-                            .Top = 50.0F * static_cast<float>(i / 2),
-                            .Width = 50,
-                            .Height = 50});
-        page.NewDataSet("sine");
-        page.DataLineThickness(3);
-        for (double x = 0; x <= 6.3; x += 0.05) page.AddDataPoint(x, std::sin(x));
-        page.NewDataSet("cosine");
-        page.DataLineDash(2);
-        for (double x = 0; x <= 6.3; x += 0.05) page.AddDataPoint(x, std::cos(x));
-        axis_range(page, 0, 0, 7, 7);
-        axis_range(page, 1, -1.25, 1.25, 5);
-        page.LegendTableStyle({.LeftPercent = left,
-                               .TopPercent = 22,
-                               .EdgeColor = edge > 1 ? blue : gray,
-                               .EdgeThickness = edge,
-                               .Color1 = white,
-                               .Color2 = second,
-                               .GradientAngle = 90,
-                               .Transparent = transparent});
-        page.LegendInFront(in_front);
+        int const row = i / 2;
+        auto const graph =
+            page.graph(titles[i], {.left = 50 * (i % 2), .top = 50 * row, .width = 50, .height = 50});
+        graph.legend({.color = white, .edge_color = gray, .edge_thickness = 1, .left = 62, .top = 22})
+            .set(changes[i]);
+        draw_waves(graph);
     }
 }
 

@@ -30,35 +30,33 @@ Hour next(Hour const& hour) {
             14 + 3 * std::sin(time / 3) - 5 * std::cos(time * 6.2832) - rain * 0.6};
 }
 
-void place(qv::qvGraph& page, float top, float height) {
-    page.GraphPosition({.Left = 0, .Top = top, .Width = 100, .Height = height});
-    page.SelectXaxis();
-    page.AxisLink("time");
-}
-
 } // namespace
 
 void draw(qv::qvGraph& page) {
     page.AlignPlots(true);
-    plain_graph(page, "River level and air temperature", "", "level, m");
-    place(page, 0, 56);
-    line(page, "level", blue);
-    page.NewYAxis("temperature, °C");
-    page.SelectYaxis(2);
-    page.AxisStyle({.LineColor = orange, .FarSide = true});
-    page.AxisLabelColor(orange);
-    page.AxisTitleColor(orange);
-    line(page, "temperature", orange, 1);
+    auto const valley =
+        page.graph("River level and air temperature", {.left = 0, .top = 0, .width = 100, .height = 56});
+    valley.x_axis({.link = "time"});
+    valley.y_axis({.title = "level, m"});
+    auto const celsius = valley.add_y_axis({.title = "temperature, °C",
+                                            .color = orange,
+                                            .label_color = orange,
+                                            .title_color = orange,
+                                            .far_side = true});
+    auto const level = valley.line("level", {.color = blue});
+    auto const warmth = valley.line("temperature", {.axis = celsius, .color = orange, .line_thickness = 1});
+    valley.legend({.show = false});
+
+    auto const rain = page.graph("Rain", {.left = 0, .top = 56, .width = 100, .height = 44});
+    rain.x_axis({.title = "day", .link = "time"});
+    rain.y_axis({.title = "mm in three hours"});
+    auto const bars = rain.bars("", {.bar_width = 0.125}); // of a day: three hours
+
     for (Hour hour; hour.time < 20; hour = next(hour)) {
-        page.AddDataPoint(hour.time, hour.level, 0, 1);
-        page.AddDataPoint(hour.time, hour.temperature, 0, 2);
+        level.add(hour.time, hour.level);
+        warmth.add(hour.time, hour.temperature);
+        bars.add(hour.time, hour.rain);
     }
-    plain_graph(page, "Rain", "day", "mm in three hours");
-    place(page, 56, 44);
-    page.NewDataSet("rain");
-    page.SymbolStyle({.Symbol = 1});
-    page.BarWidth(0.125); // of a day: three hours
-    for (Hour hour; hour.time < 20; hour = next(hour)) page.AddDataPoint(hour.time, hour.rain);
 }
 
 int main(int argc, char** argv) {

@@ -19,30 +19,24 @@ double noise(std::uint32_t& seed) {
 
 void draw(qv::qvGraph& page) {
     std::uint32_t seed = 1;
-    plain_graph(page, "A million points", "sample", "");
-    page.GraphPosition({.Left = 0, .Top = 0, .Width = 100, .Height = 55});
+    auto const whole = page.graph("A million points", {.left = 0, .top = 0, .width = 100, .height = 55});
+    whole.x_axis({.title = "sample", .from = 0, .to = 1e6});
+    whole.y_axis({.from = -1, .to = 1});
     std::vector<double> x(1000000), y(x.size());
     for (std::size_t i = 0; i < x.size(); ++i) {
         x[i] = static_cast<double>(i);
         double const t = x[i] / 1e6;
         y[i] = std::sin(9 * t) * (1 - t) + 0.4 * t * noise(seed) * noise(seed);
     }
-    page.NewDataSet("");
-    page.DataLineThickness(1);
-    page.AddDataPoints(x, y);
-    axis_range(page, 0, 0, 1e6, 5, 2);
-    axis_range(page, 1, -1, 1, 4);
-    plain_graph(page, "The last 300 of 5000", "second", "");
-    page.GraphPosition({.Left = 0, .Top = 55, .Width = 100, .Height = 45});
-    page.NewDataSet("");
-    page.DataLineThickness(1);
+    whole.line("", {.line_thickness = 1}).add(x, y);
+
+    auto const live = page.graph("The last 300 of 5000", {.left = 0, .top = 55, .width = 100, .height = 45});
+    auto const walk = live.line("", {.line_thickness = 1});
+    walk.keep_latest(300);
     double value = 0;
-    for (int second = 0; second < 5000; ++second) {
-        page.AddDataPoint(second, value += noise(seed));
-        if (second >= 300) page.DropDataPoints(1);
-    }
-    axis_range(page, 0, 4700, 5000, 6, 5);
-    axis_range(page, 1, 0, 25, 5);
+    for (int second = 0; second < 5000; ++second) walk.add(second, value += noise(seed));
+    live.x_axis({.title = "second", .from = 4700, .to = 5000}); // behind the points, which widen ranges
+    live.y_axis({.from = 0, .to = 25});
 }
 
 int main(int argc, char** argv) {

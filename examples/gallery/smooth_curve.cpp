@@ -4,20 +4,20 @@
 using namespace qv::example;
 
 void draw(qv::qvGraph& page) {
-    plain_graph(page, "A day's temperatures", "hour", "degrees Celsius");
+    auto const graph = page.graph("A day's temperatures");
+    graph.x_axis({.title = "hour"});
+    graph.y_axis({.title = "degrees Celsius"});
+    auto const straight = graph.line("straight", {.line_style = 2, .line_color = ink, .line_thickness = 1});
+    auto const spline = graph.line("natural spline", {.symbol = 3,
+                                                      .symbol_size = 2.2F,
+                                                      .symbol_color = white,
+                                                      .symbol_edge_color = red,
+                                                      .symbol_edge_thickness = 2,
+                                                      .line_style = 3,
+                                                      .line_color = red});
     constexpr double degrees[]{11.2, 10.1, 9.4, 12.8, 17.9, 21.4, 22.6, 19.7, 14.8};
-    struct {
-        char const* name;
-        qv::Color color;
-        int thickness, style, symbol;
-    } const sets[]{{"straight", ink, 1, 2, 0}, {"natural spline", red, 2, 3, 3}};
-    for (auto const& [name, color, thickness, style, symbol] : sets) {
-        line(page, name, color, thickness, style);
-        page.SymbolStyle(
-            {.Symbol = symbol, .Size = 2.2F, .Color1 = white, .Color2 = red, .EdgeThickness = 2});
-        for (int i = 0; i < 9; ++i) page.AddDataPoint(3 * i, degrees[i]);
-    }
-    page.LegendShow(true);
+    for (int i = 0; i < 9; ++i)
+        for (auto const& curve : {straight, spline}) curve.add(3 * i, degrees[i]);
 }
 
 int main(int argc, char** argv) {

@@ -9,38 +9,35 @@ constexpr double shares[3][5]{{31, 28, 25, 22, 20}, {18, 21, 24, 26, 27}, {9, 12
 const qv::Color colors[]{ink, blue, orange};
 constexpr char const* names[]{"coal", "gas", "wind"};
 
-void add_bars(qv::qvGraph& page, bool lying) {
+void add_bars(qv::GraphHandle const& graph, bool lying) {
     for (int set = 0; set < 3; ++set) {
-        page.NewDataSet(names[set]);
-        page.SymbolStyle({.Symbol = 1,
-                          .Color1 = lying ? colors[set] : qv::rgb(235, 240, 250),
-                          .Color2 = colors[set],
-                          .EdgeThickness = 0,
-                          .Bar3D = !lying,
-                          .Stacked = set > 0,
-                          .BarBase = true});
-        page.BarHoriz(lying);
-        page.BarWidth(0.75); // of a year
-        for (int year = 0; year < 5; ++year)
-            page.AddDataPoint(lying ? shares[set][year] : 2020 + year,
-                              lying ? 2020 + year : shares[set][year]);
+        auto const bars =
+            graph.bars(names[set], {.symbol_color = lying ? colors[set] : qv::rgb(235, 240, 250),
+                                    .symbol_edge_color = colors[set],
+                                    .symbol_edge_thickness = 0,
+                                    .bar_horiz = lying,
+                                    .bar_3d = !lying,
+                                    .bar_stacked = set > 0,
+                                    .bar_width = 0.75}); // of a year
+        for (int year = 0; year < 5; ++year) {
+            double const share = shares[set][year];
+            lying ? bars.add(share, 2020 + year) : bars.add(2020 + year, share);
+        }
     }
 }
 
 } // namespace
 
 void draw(qv::qvGraph& page) {
-    plain_graph(page, "Electricity, upright", "", "share, %");
-    page.GraphPosition({.Left = 0, .Top = 0, .Width = 50, .Height = 100});
-    add_bars(page, false);
-    axis_range(page, 0, 2019, 2025, 6);
-    axis_range(page, 1, 0, 80, 8);
-    plain_graph(page, "and lying", "share, %", "");
-    page.GraphPosition({.Left = 50, .Top = 0, .Width = 50, .Height = 100});
-    add_bars(page, true);
-    axis_range(page, 0, 0, 100, 5);
-    axis_range(page, 1, 2019, 2025, 6);
-    page.LegendShow(true);
+    auto const upright = page.graph("Electricity, upright", {.left = 0, .width = 50});
+    upright.x_axis({.from = 2019, .to = 2025});
+    upright.y_axis({.title = "share, %", .from = 0, .to = 80});
+    upright.legend({.show = false});
+    add_bars(upright, false);
+    auto const lying = page.graph("and lying", {.left = 50, .width = 50});
+    lying.x_axis({.title = "share, %", .from = 0, .to = 100});
+    lying.y_axis({.from = 2019, .to = 2025});
+    add_bars(lying, true);
 }
 
 int main(int argc, char** argv) {

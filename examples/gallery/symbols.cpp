@@ -4,17 +4,20 @@
 using namespace qv::example;
 
 void draw(qv::qvGraph& page) {
-    plain_graph(page, "Symbols", "DataSymbol of the shapes", "");
+    auto const graph = page.graph("Symbols");
+    graph.x_axis({.title = "DataSymbol of the shapes", .from = 1, .to = 12});
+    graph.y_axis({.show_labels = false, .from = 0, .to = 6});
     const qv::Color colors[]{blue, orange, green, red, purple};
     for (int row = 0; row < 3; ++row)
         for (int symbol = 2; symbol <= 11; ++symbol) {
-            page.NewDataSet("");
-            page.SymbolStyle({.Symbol = symbol,
-                              .Size = static_cast<float>(2 + row),
-                              .Color1 = row == 1 ? white : colors[symbol % 5],
-                              .Color2 = row == 1 ? colors[symbol % 5] : ink,
-                              .EdgeThickness = row});
-            page.AddDataPoint(symbol, 5 - row);
+            qv::Color const color = colors[symbol % 5];
+            graph
+                .symbols("", {.symbol = symbol,
+                              .symbol_size = 2 + row,
+                              .symbol_color = row == 1 ? white : color,
+                              .symbol_edge_color = row == 1 ? color : ink,
+                              .symbol_edge_thickness = row})
+                .add(symbol, 5 - row);
         }
     struct {
         int symbol;
@@ -22,13 +25,9 @@ void draw(qv::qvGraph& page) {
         char const* font;
     } const texts[]{{-1, 2, "Arial|10|Bold"}, {-2, 1.3, "Arial|10"}, {'*', 0.6, "Arial|14|Bold"}};
     for (auto const& [symbol, y, font] : texts) {
-        page.NewDataSet("");
-        page.SymbolStyle({.Symbol = symbol, .Color1 = ink, .TextFont = font});
-        for (int x = 2; x <= 11; ++x) page.AddDataPoint(x, y);
+        auto const set = graph.symbols("", {.symbol = symbol, .symbol_color = ink, .text_font = font});
+        for (int x = 2; x <= 11; ++x) set.add(x, y);
     }
-    axis_range(page, 0, 1, 12, 11);
-    axis_range(page, 1, 0, 6, 6);
-    page.AxisShowLabels(false);
 }
 
 int main(int argc, char** argv) {

@@ -14,18 +14,24 @@ struct Ticks {
 
 // An x axis alone, at a place in percent of the page.
 void axis_graph(qv::qvGraph& page, Ticks const& ticks, double left, double top, double width) {
-    plain_graph(page, "", ticks.title, "");
-    page.GraphPosition({left, top, width, 10});
-    page.BorderStyle({.Left = 5, .Top = 0, .Right = 5, .Bottom = 10});
-    page.AxisHide(true);
-    page.SelectXaxis();
-    page.AxisScaleStyle({.Value1 = ticks.first, .Value2 = ticks.last, .ScaleStyle = 1});
-    page.AxisLog(ticks.is_log);
-    page.AxisReverse(ticks.reversed);
-    page.AxisSIPrefix(ticks.si_prefix);
-    page.AxisOffset(ticks.offset);
-    page.AxisLabelFont("Arial|8");
-    page.AxisTitleFont("Arial|9");
+    auto const graph = page.graph("", {.left = left,
+                                       .top = top,
+                                       .width = width,
+                                       .height = 10,
+                                       .border_left = 5,
+                                       .border_right = 5,
+                                       .border_top = 0,
+                                       .border_bottom = 10});
+    graph.y_axis({.hide = true});
+    graph.x_axis({.title = ticks.title,
+                  .label_font = "Arial|8",
+                  .title_font = "Arial|9",
+                  .from = ticks.first,
+                  .to = ticks.last,
+                  .log = ticks.is_log,
+                  .reverse = ticks.reversed,
+                  .si_prefix = ticks.si_prefix,
+                  .offset = ticks.offset});
 }
 
 } // namespace

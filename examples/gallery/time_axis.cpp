@@ -24,24 +24,22 @@ double hours_of_daylight(double time) {
     return std::acos(-std::tan(latitude) * std::tan(declination(time))) / degree / 7.5;
 }
 
-void sun_graph(qv::qvGraph& page, std::string const& title, std::string const& y_title, qv::Color color) {
-    plain_graph(page, title, "", y_title);
-    page.SetSelectedAxis(0);
-    page.AxisTime(true);
-    page.AxisTimeZone("Europe/Berlin");
-    line(page, title, color);
-}
-
 void draw(qv::qvGraph& page) {
-    sun_graph(page, "The sun over Berlin at the end of March 2024", "degrees", orange);
-    page.GraphPosition({0, 0, 100, 50});
+    auto const height =
+        page.graph("The sun over Berlin at the end of March 2024", {.left = 0, .width = 100, .height = 50});
+    height.x_axis({.time = true, .time_zone = "Europe/Berlin"});
+    height.y_axis({.title = "degrees"});
+    auto const sun = height.line("", {.color = orange});
     double const saturday = new_year + 89 * day - hour; // midnight in Berlin
     for (double time = saturday; time <= saturday + 71 * hour; time += hour / 6)
-        page.AddDataPoint(time, height_of_sun(time));
-    sun_graph(page, "Hours of daylight", "hours", blue);
-    page.GraphPosition({0, 50, 100, 50});
+        sun.add(time, height_of_sun(time));
+
+    auto const days = page.graph("Hours of daylight", {.left = 0, .top = 50, .width = 100, .height = 50});
+    days.x_axis({.time = true, .time_zone = "Europe/Berlin"});
+    days.y_axis({.title = "hours"});
+    auto const length = days.line("", {.color = blue});
     for (double time = new_year; time <= new_year + 550 * day; time += day)
-        page.AddDataPoint(time, hours_of_daylight(time));
+        length.add(time, hours_of_daylight(time));
 }
 
 int main(int argc, char** argv) {

@@ -44,7 +44,7 @@ std::string fixed_text(Decimal const& value) {
         return "0." + std::string(static_cast<std::size_t>(-value.exponent - 1), '0') + value.digits;
     if (count <= value.exponent + 1)
         return value.digits + std::string(static_cast<std::size_t>(value.exponent + 1 - count), '0');
-    auto const whole = static_cast<std::size_t>(value.exponent + 1);
+    auto const whole = static_cast<std::size_t>(value.exponent) + 1;
     return value.digits.substr(0, whole) + "." + value.digits.substr(whole);
 }
 

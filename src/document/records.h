@@ -87,6 +87,12 @@ struct ShownScale {
     double length = 0; // twips, negative leftward and upward
 };
 
+/// What was worked out of a record, such as the bins of a data set's histogram or the ticks of an axis, kept
+/// while it holds.
+struct DerivedData {
+    virtual ~DerivedData() = default;
+};
+
 struct Axis {
     AxisKind AxisXY = AxisKind::X;
     bool AxisRescale = true; // the range must be computed at the next drawing
@@ -147,7 +153,8 @@ struct Axis {
     std::optional<AxisRanges> linked;   // as they were shared last
     std::optional<EvenedRanges> evened; // where KeepEqualUnits has widened it
     FittedBy fitted_by = FittedBy::Nobody;
-    double fit_margin = usual_fit_margin; // of the last FitAxes
+    double fit_margin = usual_fit_margin;             // of the last FitAxes
+    mutable std::shared_ptr<DerivedData> round_ticks; // those chosen last
 
     AxisRanges ranges() const { return {AxisValue1, AxisValue2, ScaleMin, ScaleMax}; }
     void take_ranges(AxisRanges const& ranges) {
@@ -197,11 +204,6 @@ struct CurveMemory {
     std::vector<double> second_derivatives;
     std::size_t size = 0; // of the points they belong to
     std::size_t dropped = 0;
-};
-
-/// What was worked out of a data set's points, such as the bins of a histogram, kept while they stay.
-struct DerivedData {
-    virtual ~DerivedData() = default;
 };
 
 /// Everything of a data set but its points.

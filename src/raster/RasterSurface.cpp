@@ -35,7 +35,7 @@ void fill_pixels(PixelBuffer& buffer, PixelBox const& box, std::uint32_t value) 
 }
 
 // The four sides of a box of pixels. `InsideSolid` keeps a wide pen within the box.
-void stroke_box(CoverageMask& mask, PixelBox const& clip, PixelBox box, Pen const& pen) {
+void stroke_box(auto fill, PixelBox const& clip, PixelBox box, Pen const& pen) {
     if (pen.style == DrawStyle::InsideSolid) {
         int const width = whole_pen(pen.width);
         box = {box.left + width / 2, box.top + width / 2, box.right - (width - 1) / 2,
@@ -43,7 +43,7 @@ void stroke_box(CoverageMask& mask, PixelBox const& clip, PixelBox box, Pen cons
         if (box.empty()) return;
     }
     auto const side = [&](int left, int top, int right, int bottom) {
-        stroke_snapped(mask, clip, {left, top, right, bottom}, pen);
+        stroke_snapped(fill, clip, {left, top, right, bottom}, pen);
     };
     side(box.left, box.top, box.right, box.top + 1);
     side(box.left, box.bottom - 1, box.right, box.bottom);
@@ -162,19 +162,26 @@ void RasterSurface::Line(Point from, Point to, LineShape shape, Color color) {
     const PixelPoint a{from.x / twips_per_pixel_x_, from.y / twips_per_pixel_y_};
     const PixelPoint b{to.x / twips_per_pixel_x_, to.y / twips_per_pixel_y_};
     if (!is_finite(a) || !is_finite(b)) return;
-    if (shape == LineShape::FilledBox && canvas_->paints_at_once(state))
-        return fill_pixels(canvas_->pixels.write(), intersection(spanned(a, b), canvas_->clip),
-                           pixel_value(color));
-    CoverageMask& mask = canvas_->mask(state, color);
     const Pen pen = pen_of(*this);
-    if (shape == LineShape::FilledBox)
-        mask.fill(intersection(spanned(a, b), canvas_->clip));
-    else if (shape == LineShape::Box)
-        stroke_box(mask, canvas_->clip, spanned(a, b), pen);
-    else if (from.x == to.x || from.y == to.y)
-        stroke_snapped(mask, canvas_->clip, spanned(a, b), pen);
-    else
+    bool const is_slanted = shape == LineShape::Segment && from.x != to.x && from.y != to.y;
+    auto const draw_boxes = [&](auto fill) {
+        if (shape == LineShape::FilledBox)
+            fill(intersection(spanned(a, b), canvas_->clip));
+        else if (shape == LineShape::Box)
+            stroke_box(fill, canvas_->clip, spanned(a, b), pen);
+        else
+            stroke_snapped(fill, canvas_->clip, spanned(a, b), pen);
+    };
+    if (!is_slanted && canvas_->paints_at_once(state)) {
+        PixelBuffer& buffer = canvas_->pixels.write();
+        return draw_boxes(
+            [&, value = pixel_value(color)](PixelBox const& box) { fill_pixels(buffer, box, value); });
+    }
+    CoverageMask& mask = canvas_->mask(state, color);
+    if (is_slanted)
         stroke_segment(mask, canvas_->clip, {a, b}, pen);
+    else
+        draw_boxes([&](PixelBox const& box) { mask.fill(box); });
     canvas_->finish();
 }
 
@@ -221,7 +228,8 @@ void RasterSurface::Rectangle(PixelPoint left_top, PixelPoint right_bottom) {
     if (box.empty()) return;
     if (state.fill_style == FillStyle::Solid)
         canvas_->mask(state, state.FillColor).fill(intersection(box, canvas_->clip));
-    stroke_box(canvas_->mask(state, state.ForeColor), canvas_->clip, box, pen_of(*this));
+    CoverageMask& mask = canvas_->mask(state, state.ForeColor);
+    stroke_box([&](PixelBox const& side) { mask.fill(side); }, canvas_->clip, box, pen_of(*this));
     canvas_->finish();
 }
 

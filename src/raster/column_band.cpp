@@ -28,7 +28,7 @@ struct Run {
 #ifdef __SSE2__
 // 255 for the first lanes that count, 0 after them: the table from 16 - count on.
 constexpr auto kept_lanes = [] {
-    std::array<std::uint8_t, 2 * lanes> table{};
+    std::array<std::uint8_t, std::size_t{2} * lanes> table{};
     for (std::size_t i = 0; i < lanes; ++i) table[i] = 255;
     return table;
 }();
@@ -253,7 +253,7 @@ void ColumnBand::flush_group(int group_column, Rows rows) {
     for (int top = rows.top / group * group; top < rows.bottom; top += group) {
         for (int i = 0; i < group; ++i) {
             std::uint8_t* const from = column(x + i) + top;
-            std::memcpy(block.data() + i * group, from, group);
+            std::memcpy(block.data() + std::ptrdiff_t{group} * i, from, group);
             std::memset(from, 0, group);
         }
         transpose(block);
@@ -265,7 +265,8 @@ void ColumnBand::raise_block(int x, int top, Block const& block) {
     const PixelBox box = intersection({x, top, x + group, top + group}, clip_);
     if (box.empty()) return;
     for (int y = box.top; y < box.bottom; ++y)
-        raise_bytes(mask_->row(y) + box.left, block.data() + (y - top) * group + (box.left - x), box.width());
+        raise_bytes(mask_->row(y) + box.left,
+                    block.data() + std::ptrdiff_t{group} * (y - top) + (box.left - x), box.width());
     mask_->touch(box);
 }
 

@@ -4,6 +4,7 @@
 
 #include "raster/pixels.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -43,7 +44,8 @@ private:
         PixelBuffer const& common = sheet_->buffer;
         std::vector<std::uint32_t> pixels = std::exchange(sheet_->spare, {});
         pixels.resize(common.pixels.size());
-        if (keeps_picture) std::ranges::copy(common.pixels, pixels.begin());
+        // std::ranges::copy goes pixel by pixel in g++ 12.
+        if (keeps_picture) std::copy(common.pixels.begin(), common.pixels.end(), pixels.begin());
         replace({common.width, common.height, std::move(pixels)});
     }
 

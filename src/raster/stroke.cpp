@@ -307,18 +307,4 @@ void cover_columns(CoverageMask& mask, PixelBox const& clip, std::span<PixelColu
     band.flush();
 }
 
-void stroke_snapped(CoverageMask& mask, PixelBox const& clip, PixelBox const& ends, Pen const& pen) {
-    if (pen.style == DrawStyle::None) return;
-    int const width = whole_pen(pen.width);
-    const PixelBox wide{ends.left - width / 2, ends.top - width / 2, ends.right - width / 2 + width - 1,
-                        ends.bottom - width / 2 + width - 1};
-    const PixelBox box = intersection(wide, clip);
-    if (!is_dashed(pen.style)) return mask.fill(box);
-    bool const flat = ends.width() >= ends.height();
-    for (int along = flat ? box.left : box.top; along < (flat ? box.right : box.bottom); ++along)
-        if (dash_shows(pen.style, pen.width, along))
-            mask.fill(intersection(box, flat ? PixelBox{along, box.top, along + 1, box.bottom}
-                                             : PixelBox{box.left, along, box.right, along + 1}));
-}
-
 } // namespace qv::raster

@@ -69,7 +69,8 @@ struct SymbolPainter {
     void lines(std::span<PixelPoint const> ends) const {
         for (std::size_t i = 0; i + 1 < ends.size(); i += 2)
             if (is_along_pixels(ends[i], ends[i + 1]))
-                stroke_snapped(mask, clip, snapped(std::abs(ends[i].x), std::abs(ends[i].y)), symbol.pen);
+                stroke_snapped([&](PixelBox const& box) { mask.fill(box); }, clip,
+                               snapped(std::abs(ends[i].x), std::abs(ends[i].y)), symbol.pen);
             else
                 line(at(ends[i]), at(ends[i + 1]));
     }

@@ -111,7 +111,8 @@ GlyphImage rendered(FT_Library library, FT_Outline& outline, bool smooth) {
     image.coverage.reserve(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height));
     for (int y = 0; y < image.height; ++y)
         for (int x = 0; x < image.width; ++x) {
-            unsigned const byte = bytes[static_cast<std::size_t>(y * pitch + x / 8)];
+            unsigned const byte = bytes[static_cast<std::size_t>(y) * static_cast<std::size_t>(pitch)
+                                        + static_cast<std::size_t>(x / 8)];
             image.coverage.push_back((byte >> (7 - x % 8) & 1) != 0 ? 255 : 0);
         }
     return image;

@@ -115,7 +115,8 @@ private:
         // Halves, because the difference may be more than there is.
         double share = (from / 2) / (from / 2 - to / 2);
         share = share >= 0 ? std::min(share, 1.0) : 0.0;
-        auto const x = static_cast<double>(square % across_), y = static_cast<double>(square / across_);
+        std::size_t const column = square % across_, row = square / across_;
+        auto const x = static_cast<double>(column), y = static_cast<double>(row);
         switch (side) {
         case Bottom: return {x + share, y};
         case Right: return {x + 1, y + share};

@@ -210,11 +210,10 @@ public:
             if (!bar) return draw(box.top + box.height / 2, view.set.DataLineColor);
             // One line above the other, from the last colour to the first.
             const ColorMap map = color_map(bar->AxisColors);
-            constexpr int count = 3;
-            for (int i = 0; i < count; ++i) {
-                auto const level =
-                    ColorMap::size * (2 * static_cast<std::size_t>(count - i) - 1) / (2 * count);
-                draw(box.top + box.height * (i + 0.5) / count, map.colors[level]);
+            constexpr std::size_t count = 3;
+            for (std::size_t i = 0; i < count; ++i) {
+                std::size_t const level = ColorMap::size * (2 * (count - i) - 1) / (2 * count);
+                draw(box.top + box.height * (static_cast<double>(i) + 0.5) / count, map.colors[level]);
             }
         });
     }

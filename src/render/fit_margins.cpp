@@ -146,6 +146,7 @@ void fit(ControlState& state, DrawSurface& surface, std::int16_t index) {
 void align(ControlState& state) {
     auto const& graphs = state.Graphs;
     std::vector<Margins> drawn;
+    drawn.reserve(graphs.size());
     for (auto const& graph : graphs) drawn.push_back(graph->margins());
     for (auto const& one : graphs) {
         Margins& needed = one->fitting.needed;

@@ -113,7 +113,8 @@ private:
             int const height = std::min(strip, down_.size() - top);
             for (int y = 0; y < height; ++y) {
                 std::uint32_t* const line = pixels.data() + static_cast<std::size_t>(y) * width;
-                CellPixels::Cells const cells = rows[static_cast<std::size_t>(top + y)];
+                CellPixels::Cells const cells =
+                    rows[static_cast<std::size_t>(top) + static_cast<std::size_t>(y)];
                 if (y > 0 && cells == rows[static_cast<std::size_t>(top + y - 1)])
                     std::copy_n(line - width, width, line);
                 else

@@ -52,6 +52,11 @@ Box with_room(Box const& box, double across, double down) {
     return {box.left - across, box.top - down, box.width + 2 * across, box.height + 2 * down};
 }
 
+bool overlap(Box const& one, Box const& other) {
+    return one.left <= other.right() && other.left <= one.right() && one.top <= other.bottom()
+           && other.top <= one.bottom();
+}
+
 bool meet(Box const& box, Point a, Point b) {
     if (std::max(a.x, b.x) < box.left || std::min(a.x, b.x) > box.right() || std::max(a.y, b.y) < box.top
         || std::min(a.y, b.y) > box.bottom())
@@ -72,6 +77,12 @@ struct Stroke {
     Point from, to;
     Point half{}; // along x and y
 };
+
+Box around(Stroke const& stroke) {
+    auto const [left, right] = std::minmax(stroke.from.x, stroke.to.x);
+    auto const [top, bottom] = std::minmax(stroke.from.y, stroke.to.y);
+    return {left, top, right - left, bottom - top};
+}
 
 /// What is drawn of a graph as straight strokes on the page.
 class Strokes {
@@ -190,7 +201,9 @@ double settle_legend_corner(document::ControlState& state, Graph& graph, LegendS
     Strokes(state, graph).for_each([&](Stroke const& stroke) {
         ++strokes;
         auto const [across, down] = stroke.half;
+        const Box reach = with_room(around(stroke), beside + across, above + down);
         for (Candidate& place : places) {
+            if (!overlap(reach, place.box)) continue; // most are told apart by that
             if (!meet(with_room(place.box, beside + across, above + down), stroke.from, stroke.to)) continue;
             ++place.strokes_near;
             place.strokes_hidden += meet(with_room(place.box, across, down), stroke.from, stroke.to);

@@ -297,6 +297,7 @@ void push_apart(std::vector<SliceLabel>& labels, PieFrame const& frame, double r
         for (SliceLabel* label : side) label->middle = frame.at(label->angle, reach).y;
         std::ranges::stable_sort(side, {}, [](SliceLabel const* label) { return label->middle; });
         std::vector<WishedPlace> wishes;
+        wishes.reserve(side.size());
         for (SliceLabel const* label : side) wishes.push_back({label->middle, label->size.height});
         auto const middles = pushed_apart(wishes, plot.top, plot.bottom());
         for (std::size_t i = 0; i < side.size(); ++i) side[i]->middle = middles[i];

@@ -11,7 +11,6 @@ namespace {
 
 using document::DataSet;
 using document::Graph;
-using document::PointBlock;
 using document::PointStore;
 
 constexpr std::uint8_t in_sums = 1, in_percent = 2; // AreaStacked

@@ -167,6 +167,7 @@ public:
     void draw_sample(SeriesView const& view, DrawSurface& surface, Box const& box) const override {
         constexpr std::array places{Point{0.15, 0.65}, Point{0.5, 0.25}, Point{0.85, 0.75}};
         std::vector<Point> centres;
+        centres.reserve(places.size());
         for (Point const& place : places)
             centres.push_back({box.left + place.x * box.width, box.top + place.y * box.height});
         constexpr double most_half = 0.25; // of the height

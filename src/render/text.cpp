@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace qv::render {
 namespace {
@@ -116,16 +117,83 @@ std::vector<std::string_view> words_of(std::string_view line, Markup markup) {
     return words;
 }
 
+/// What a line may end behind: a word, or a part of one that is too long for a line. Such a word begins a
+/// line.
+struct LinePart {
+    enum class Before { Space, Nothing, EndOfLine };
+    std::string_view text;
+    Before before = Before::Space;
+};
+
+// Continues a character of several bytes, or is an accent over the one before (U+0300 to U+036F).
+bool goes_on(std::string_view text, std::size_t i) {
+    auto const byte = [&](std::size_t at) { return at < text.size() ? text[at] & 0xFF : 0; };
+    return (byte(i) & 0xC0) == 0x80 || byte(i) == 0xCC || (byte(i) == 0xCD && byte(i + 1) < 0xB0);
+}
+
+// The places within a word where it may be parted: between characters, but not within markup or beside it.
+std::vector<std::size_t> places_to_part(std::string_view word, Markup markup) {
+    constexpr std::string_view marks = "^_{}\\";
+    auto const is_mark = [&](std::size_t i) { return marks.find(word[i]) != std::string_view::npos; };
+    std::vector<std::size_t> places;
+    int braces = 0;
+    for (std::size_t i = 1; i < word.size(); ++i) {
+        bool const in_markup = markup == Markup::Read && (is_mark(i - 1) || is_mark(i));
+        braces += (word[i - 1] == '{') - (word[i - 1] == '}');
+        if (!goes_on(word, i) && !in_markup && (markup == Markup::Ignored || braces == 0))
+            places.push_back(i);
+    }
+    return places;
+}
+
+// Parts of a word that are no longer than the width: where it has hyphens, slashes and the like behind those,
+// else between characters.
+void part_word(DrawSurface& surface, std::string_view word, double width, Markup markup,
+               std::vector<LinePart>& parts) {
+    constexpr std::string_view separators = "-/\\_.,:;=+&|)";
+    auto before = LinePart::Before::EndOfLine;
+    auto const take = [&](std::size_t from, std::size_t to) {
+        parts.push_back({word.substr(from, to - from), std::exchange(before, LinePart::Before::Nothing)});
+    };
+    auto const places = places_to_part(word, markup);
+    auto const take_characters = [&](std::size_t from, std::size_t to) {
+        for (std::size_t const place : places)
+            if (place > from && place < to) take(std::exchange(from, place), place);
+        take(from, to);
+    };
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i <= places.size(); ++i) {
+        std::size_t const end = i < places.size() ? places[i] : word.size();
+        bool const separates = separators.find(word[end - 1]) != std::string_view::npos;
+        if (end < word.size() && !separates) continue;
+        bool const fits = line_width(surface, word.substr(begin, end - begin), markup) <= width;
+        fits ? take(begin, end) : take_characters(begin, end);
+        begin = end;
+    }
+}
+
+std::vector<LinePart> parts_of(DrawSurface& surface, std::string_view line, double width, Markup markup) {
+    std::vector<LinePart> parts;
+    for (const std::string_view word : words_of(line, markup))
+        if (line_width(surface, word, markup) <= width)
+            parts.push_back({word});
+        else
+            part_word(surface, word, width, markup, parts);
+    return parts;
+}
+
 // As few lines as the width allows, none much longer than the others.
 std::string broken_line(DrawSurface& surface, std::string_view line, double width, Markup markup) {
-    auto const words = words_of(line, markup);
+    auto const parts = parts_of(surface, line, width, markup);
     auto const filled = [&](double most) {
         std::vector<std::string> lines;
-        for (const std::string_view word : words) {
-            std::string longer = lines.empty() ? "" : lines.back() + " ";
-            longer += word;
-            if (lines.empty() || line_width(surface, longer, markup) > most)
-                lines.emplace_back(word);
+        for (LinePart const& part : parts) {
+            bool const begins = lines.empty() || part.before == LinePart::Before::EndOfLine;
+            std::string longer = begins ? "" : lines.back();
+            if (!begins && part.before == LinePart::Before::Space) longer += ' ';
+            longer += part.text;
+            if (begins || line_width(surface, longer, markup) > most)
+                lines.emplace_back(part.text);
             else
                 lines.back() = std::move(longer);
         }

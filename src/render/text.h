@@ -65,7 +65,7 @@ TextBlock text_block(DrawSurface& surface, std::string_view text, Markup markup)
 double line_width(DrawSurface& surface, std::string_view line, Markup markup);
 
 /// The text with lines broken at spaces where they are wider than that in the surface's current font. A word
-/// that is wider stays whole.
+/// that is wider is broken behind hyphens, slashes and the like, else between characters; not within markup.
 std::string broken_text(DrawSurface& surface, std::string_view text, double width, Markup markup);
 
 /// Prints a text whose lines are separated by "\n" or "\r\n".

@@ -12,7 +12,9 @@
 #include "surface/whole_pixel.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <memory>
 #include <numbers>
 
 namespace qv::render {
@@ -117,6 +119,10 @@ scale::AxisMap map_of(document::Graph const& graph, Axis const& axis) {
     return axis.AxisXY == AxisKind::X ? scale::x_map(graph, axis) : scale::y_map(graph, axis);
 }
 
+Markup label_markup(document::ControlState const& state, Axis const& axis) {
+    return axis.AxisTextLabels.empty() ? Markup::Read : markup_of_host_texts(state);
+}
+
 // Labels may reach out of the plot area as far as the graph's frame.
 scale::LabelRoom label_room(document::ControlState& state, DrawSurface& surface, AxisFrame const& frame,
                             Axis const& axis) {
@@ -131,7 +137,7 @@ scale::LabelRoom label_room(document::ControlState& state, DrawSurface& surface,
     const scale::AxisMap map = map_of(graph, axis);
     bool const rises = (map(axis.AxisValue1) < map(axis.AxisValue2)) == (axis.AxisValue1 < axis.AxisValue2);
     double const height = surface.TextHeight("A");
-    const Markup markup = axis.AxisTextLabels.empty() ? Markup::Read : markup_of_host_texts(state);
+    const Markup markup = label_markup(state, axis);
     return {.length = frame.along_high() - frame.along_low(),
             .before_low = rises ? before : beyond,
             .beyond_high = rises ? beyond : before,
@@ -143,22 +149,78 @@ scale::LabelRoom label_room(document::ControlState& state, DrawSurface& surface,
             }};
 }
 
-std::vector<PlacedTick> place_round_ticks(document::ControlState& state, DrawSurface& surface,
-                                          AxisFrame const& frame, Axis const& axis, std::string& offset) {
+/// All that round ticks follow from.
+struct TickQuestion {
+    scale::TickSpan span;
+    std::array<double, 6> room{};
+    bool si_prefix = false, with_offset = false;
+    std::string text_labels;
+    std::array<double, 2> turn{};
+    Markup markup = Markup::Ignored;
+    DrawSurface const* surface = nullptr;
+    std::array<double, 2> twips_per_pixel{};
+    Font font;
+    bool smooth = true;
+    bool operator==(TickQuestion const&) const = default;
+};
+
+/// An axis is measured with two or three margins and then drawn twice, mostly as at the last refresh: what
+/// was chosen last is kept.
+struct KnownTicks : document::DerivedData {
+    struct Answer {
+        TickQuestion question;
+        scale::RoundTicks ticks;
+    };
+    std::array<Answer, 4> answers;
+    std::size_t oldest = 0;
+};
+
+KnownTicks& known_ticks(Axis const& axis) {
+    if (!axis.round_ticks) axis.round_ticks = std::make_shared<KnownTicks>();
+    return static_cast<KnownTicks&>(*axis.round_ticks);
+}
+
+scale::RoundTicks const& round_ticks_of(document::ControlState& state, DrawSurface& surface,
+                                        AxisFrame const& frame, Axis const& axis) {
+    const scale::LabelRoom room = label_room(state, surface, frame, axis);
+    const LabelTurn turn = label_turn(frame, axis);
+    TickQuestion question{
+        {axis.AxisValue1, axis.AxisValue2, axis.AxisLog},
+        {room.length, room.before_low, room.beyond_high, room.line_height, room.gap, room.spacing},
+        axis.AxisSIPrefix,
+        axis.AxisOffset,
+        axis.AxisTextLabels,
+        {turn.along_text, turn.down_lines},
+        label_markup(state, axis),
+        &surface,
+        {surface.TwipsPerPixelX(), surface.TwipsPerPixelY()},
+        surface.state.font,
+        surface.state.Smooth};
+    KnownTicks& known = known_ticks(axis);
+    auto const answer = std::ranges::find(known.answers, question, &KnownTicks::Answer::question);
+    if (answer != known.answers.end()) return answer->ticks;
     scale::NumberStyle style{axis.AxisSIPrefix, axis.AxisOffset, {}};
     if (!axis.AxisTextLabels.empty())
         style.text = [&](double value) { return scale::EasyFormat(value, 0, axis.AxisTextLabels); };
-    scale::RoundTicks chosen = round_ticks({axis.AxisValue1, axis.AxisValue2, axis.AxisLog},
-                                           label_room(state, surface, frame, axis), style);
-    offset = std::move(chosen.offset);
+    scale::RoundTicks ticks = scale::round_ticks(question.span, room, style);
+    KnownTicks::Answer& kept = known.answers[known.oldest++ % known.answers.size()];
+    kept = {std::move(question), std::move(ticks)};
+    return kept.ticks;
+}
+
+std::vector<PlacedTick> place_round_ticks(document::ControlState& state, DrawSurface& surface,
+                                          AxisFrame const& frame, Axis const& axis, std::string& offset) {
+    scale::RoundTicks const& chosen = round_ticks_of(state, surface, frame, axis);
+    offset = chosen.offset;
     const scale::AxisMap map = map_of(document::current_graph(state), axis);
     std::vector<PlacedTick> placed;
-    for (scale::RoundTick& tick : chosen.ticks) {
+    placed.reserve(chosen.ticks.size());
+    for (scale::RoundTick const& tick : chosen.ticks) {
         double const along = std::clamp(map(tick.value), frame.along_low(), frame.along_high());
         placed.push_back({along,
                           tick.is_major ? TickKind::Major : TickKind::Minor,
                           tick.value,
-                          std::move(tick.label),
+                          tick.label,
                           {},
                           true,
                           chosen.marked_up,

@@ -13,6 +13,7 @@ struct TickSpan {
     double first = 0;
     double last = 0;
     bool is_log = false;
+    bool operator==(TickSpan const&) const = default;
 };
 
 /// The room for labels along an axis. All lengths in one unit, whichever.

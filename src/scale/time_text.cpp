@@ -35,7 +35,8 @@ std::string day_text(Shown const& shown) {
 
 std::string month_text(Shown const& shown) {
     constexpr std::string_view names = "JanFebMarAprMayJunJulAugSepOctNovDec";
-    return std::string(names.substr(3 * (static_cast<unsigned>(shown.date.month()) - 1), 3));
+    std::size_t const month = static_cast<unsigned>(shown.date.month());
+    return std::string(names.substr(3 * (month - 1), 3));
 }
 
 std::string minute_text(Shown const& shown) {

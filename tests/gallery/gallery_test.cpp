@@ -67,6 +67,19 @@ TEST_CASE("every example has its picture in docs/gallery, and the page shows all
     }
 }
 
+TEST_CASE("the examples are written with handles: nothing is selected") {
+    fs::path const folder = source_folder() / "examples";
+    for (char const* const part : {"", "gallery", "quickstart"})
+        for (std::string const& name : names_in(folder / part, ".cpp")) {
+            CAPTURE(name);
+            std::string const program = test::content_of(folder / part / (name + ".cpp"));
+            for (char const* const member :
+                 {"NewGraph", "NewDataSet", "NewYAxis", "Select", "AddDataPoint", "AddMathFunc", "AddText",
+                  ".Axis", ".Data", ".Legend", "SymbolStyle"})
+                CHECK(program.find(member) == std::string::npos);
+        }
+}
+
 TEST_CASE("the examples draw these pictures; ./run-demo --gallery docs/gallery makes them anew") {
     for (std::string const& name : names_in(source_folder() / "docs" / "gallery", ".png")) {
         CAPTURE(name);

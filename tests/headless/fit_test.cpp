@@ -174,6 +174,56 @@ TEST_CASE("titles that are longer than the frame take several lines") {
     CHECK_FALSE(has_clean_edge(host));
 }
 
+TEST_CASE("titles of one word that is longer than the frame take several lines") {
+    HeadlessHost host({300, 300});
+    qvGraph& page = host.control();
+    page.UseLook("light");
+    page.NewGraph("/srv/measurements/2026/spectrometer/dark-current/detector_7.csv");
+    page.SelectXaxis();
+    page.AxisTitle("Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamtengesellschaft");
+    add_line(page, 0, 1);
+    page.Refresh();
+    CHECK(has_clean_edge(host));
+    page.FitMargins(false);
+    page.Refresh();
+    CHECK_FALSE(has_clean_edge(host));
+}
+
+TEST_CASE("ticks are chosen anew with everything that they follow from") {
+    using Change = void (*)(HeadlessHost&, AxisHandle const&);
+    Change const changes[] = {
+        [](HeadlessHost&, AxisHandle const& x) { x.label_font("Arial|16|Bold"); },
+        [](HeadlessHost&, AxisHandle const& x) { x.label_angle(90); },
+        [](HeadlessHost&, AxisHandle const& x) { x.si_prefix(true); },
+        [](HeadlessHost&, AxisHandle const& x) { x.offset(true); },
+        [](HeadlessHost&, AxisHandle const& x) { x.text_labels("0.00000"); },
+        [](HeadlessHost&, AxisHandle const& x) { x.set({.from = 10, .log = true}); },
+        [](HeadlessHost&, AxisHandle const& x) { x.to(101'327); },
+        [](HeadlessHost& host, AxisHandle const&) {
+            host.resize_picture({200, 300});
+        },
+        [](HeadlessHost& host, AxisHandle const& x) {
+            x.text_labels("0^\\2"), host.control().RichText(false);
+        },
+    };
+    auto const drawn = [&](Change change, bool first_without) {
+        HeadlessHost host({420, 300});
+        host.control().UseLook("light");
+        auto const x = host.control().graph("").x_axis({.from = 101'324.1, .to = 101'325.7});
+        if (first_without) host.control().Refresh();
+        change(host, x);
+        host.control().Refresh();
+        return pixels_of(host);
+    };
+    Pixels const unchanged = drawn([](HeadlessHost&, AxisHandle const&) {}, true);
+    for (std::size_t i = 0; i < std::size(changes); ++i) {
+        CAPTURE(i);
+        Pixels const pixels = drawn(changes[i], true);
+        CHECK(pixels == drawn(changes[i], false));
+        CHECK(pixels != unchanged);
+    }
+}
+
 TEST_CASE("a legend hides neither functions nor lying or stacked bars, or stands beside them") {
     HeadlessHost host({600, 400});
     qvGraph& page = host.control();

@@ -3,7 +3,8 @@
 
 Installs a build into an empty prefix and builds the programs of docs/quickstart.md with the CMake package, with
 pkg-config, and with add_subdirectory. That project asks for static libraries and installs them too, and the programs
-are built once more with these, in the first two ways. Each draws the same picture. The page quotes just these files.
+are built once more with these, in the first two ways. Each draws the same picture. A window is linked with the static
+widget too, and finds its translation in it. The page quotes just these files.
 
 Usage: consumers_test.py ROOT BUILD [--without-qt]
 """
@@ -85,6 +86,37 @@ def with_static_libraries(source, built, scratch):
     return {way: pictures(scratch / way, source, dict(os.environ)) for way in ("static-cmake", "static-pkg-config")}
 
 
+WINDOW = """#include <qvgraph/QvGraphWidget.h>
+#include <QtWidgets/QApplication>
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    const qv::qt::QvGraphWidget widget;
+    return qv::qt::QvGraphWidget::translate(QLocale(QLocale::German)) ? 0 : 1;
+}
+"""
+
+
+def with_static_widget(project, built, scratch):
+    """The widget as a static library of another project, installed and linked in both ways."""
+    run("cmake", "-S", project, "-B", built, "-DQV_QT=ON")
+    run("cmake", "--build", built)
+    prefix, folder = scratch / "static-widget", scratch / "window"
+    run("cmake", "--install", built, "--prefix", prefix, stdout=subprocess.DEVNULL)
+    folder.mkdir()
+    (folder / "window.cpp").write_text(WINDOW, encoding="utf-8")
+    (folder / "CMakeLists.txt").write_text(
+        "cmake_minimum_required(VERSION 3.25)\nproject(window LANGUAGES CXX)\n"
+        "find_package(qvGraph 2.13 REQUIRED COMPONENTS qt)\nadd_executable(window window.cpp)\n"
+        "target_link_libraries(window qvGraph::qt)\n", encoding="utf-8")
+    with_cmake(folder, folder / "cmake", prefix, ["window"])
+    libraries = next(prefix.rglob("libqvgraph-qt6.a")).parent
+    flags = subprocess.run(["pkg-config", "--cflags", "--libs", "--static", "qvgraph-qt6"], check=True,
+                           capture_output=True, text=True, env=package_environment(libraries)).stdout.split()
+    run("g++", "-std=c++20", "-fPIC", folder / "window.cpp", *flags, "-o", folder / "by-pkg-config")
+    for program in (folder / "cmake/window", folder / "by-pkg-config"):
+        run(program, env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
+
+
 def pictures(programs, source, environment):
     """The bytes of all files that the programs write."""
     with tempfile.TemporaryDirectory() as folder:
@@ -113,6 +145,8 @@ def main():
             with_subdirectory(root, source, pathlib.Path(beside), scratch / "consumer")
             drawn["subdirectory"] = pictures(pathlib.Path(beside), source, dict(os.environ))
             drawn |= with_static_libraries(source, pathlib.Path(beside), scratch)
+            if "--without-qt" not in sys.argv:
+                with_static_widget(scratch / "consumer", pathlib.Path(beside), scratch)
         names = set(drawn["cmake"])
         if not {"oscillation.png", "oscillation.svg", "day.png"} <= names:
             wrong.append(f"files are missing: {sorted(names)}")

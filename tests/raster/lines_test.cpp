@@ -238,3 +238,27 @@ TEST_CASE("a line through the box shows wherever its ends lie") {
         CHECK(ink_count(surface) == 2 * 40);
     }
 }
+
+TEST_CASE("lines and boxes written at once are those of a shape") {
+    for (LineShape const shape : {LineShape::Segment, LineShape::Box, LineShape::FilledBox})
+        for (int style = 0; style <= static_cast<int>(DrawStyle::InsideSolid); ++style)
+            for (int const width : {1, 2, 3, 6})
+                for (auto const& [from, to] :
+                     {std::pair{at(-4, 7), at(35, 7)}, std::pair{at(9, 38), at(9, 3)},
+                      std::pair{at(5, 6), at(5, 6)}, std::pair{at(3, 4), at(60, 31)}}) {
+                    CAPTURE(static_cast<int>(shape));
+                    CAPTURE(style);
+                    CAPTURE(width);
+                    auto const drawn = [&](bool in_shape) {
+                        RasterSurface surface = surface_of(40, 40);
+                        surface.SelectClipPath({at(2, 2).x, at(2, 2).y, at(33, 0).x, at(0, 34).y});
+                        surface.state.draw_style = static_cast<DrawStyle>(style);
+                        surface.state.DrawWidth = width;
+                        if (in_shape) surface.BeginShape();
+                        surface.Line(from, to, shape, rgb(10, 120, 230));
+                        if (in_shape) surface.EndShape();
+                        return picture_of(surface);
+                    };
+                    CHECK(drawn(true) == drawn(false));
+                }
+}

@@ -171,3 +171,28 @@ TEST_CASE("raised and lowered text: smaller, on its level, as wide as it is draw
     CHECK(text_block(surface, "x^{2}\nabc", Markup::Read).width == 300);
     CHECK(text_block(surface, "x^{2}\nabc", Markup::Ignored).width == 500);
 }
+
+TEST_CASE("text broken into lines of a width") {
+    RecordingSurface surface;
+    double const room = surface.TextWidth("twelve chars");
+    struct Row {
+        char const* text;
+        Markup markup;
+        char const* broken;
+    };
+    for (auto const& row : {
+             Row{"short", Markup::Read, "short"},
+             Row{"one two three four", Markup::Read, "one two\nthree four"},
+             Row{"twelve chars and more", Markup::Read, "twelve chars\nand more"},
+             Row{"/srv/data/x_1/detector-two.csv", Markup::Ignored, "/srv/data/x_\n1/detector-\ntwo.csv"},
+             Row{"Feinstaubmessstation", Markup::Read, "Feinstaubm\nessstation"},
+             Row{"of Feinstaubmessstationen", Markup::Read, "of\nFeinstaubme\nssstationen"},
+             Row{"ääääääääääääääää", Markup::Read, "ääääää\nääääää\nääää"},
+             Row{"aaaaaaaaaae\u0301e\u0301e\u0301", Markup::Read, "aaaaaaaaaa\ne\u0301e\u0301e\u0301"},
+             Row{"abcdefghij^{klmno}pqrst", Markup::Read, "abcdefghi\nj^{klmno}pqrst"},
+         }) {
+        CAPTURE(row.text);
+        CHECK(broken_text(surface, row.text, room, row.markup) == row.broken);
+    }
+    CHECK(broken_text(surface, "wide", 1, Markup::Read) == "w\ni\nd\ne");
+}
