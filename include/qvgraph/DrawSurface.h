@@ -91,9 +91,9 @@ struct LinePart {
 
 /// Pixels of one column, below one another.
 struct PixelColumn {
-    std::int32_t x = 0;
-    std::int32_t top = 0;
-    std::int32_t count = 0;
+    std::int32_t x = 0;     ///< the column
+    std::int32_t top = 0;   ///< its first row that counts
+    std::int32_t count = 0; ///< how many rows
 };
 
 /// A drawing surface. Points are twips unless a parameter is in pixels (`PixelPoint`, y down, pixel n

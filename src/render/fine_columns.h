@@ -11,14 +11,14 @@
 
 namespace qv::render {
 
-/// Some columns of a page, each cut into 128 bars. Of a line that rises in x a bar keeps the lowest and the
+/// Some columns of a page, each cut into 160 bars. Of a line that rises in x a bar keeps the lowest and the
 /// highest level, so no place of the line is off by more than half a bar: that changes no coverage by more
 /// than 1 of 255.
 class FineColumns {
 public:
-    static constexpr int bars_per_pixel = 128;
+    static constexpr int bars_per_pixel = 160;
     /// Points that lie as close together across may share one place in the middle of them.
-    static constexpr double narrow = 0.0065; // pixels
+    static constexpr double narrow = 0.006; // pixels
 
     /// Forgets all; the bars begin at a whole or half pixel.
     void start(double left, int columns);
