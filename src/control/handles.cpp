@@ -10,9 +10,9 @@
 #include "control/settings.h"
 #include "qvgraph/qvGraph.h"
 #include "render/graph_ranges.h"
-#include "render/marks.h"
+#include "render/kinds/series_kind.h"
+#include "render/marks/marks.h"
 #include "render/plot_geometry.h"
-#include "render/series_kind.h"
 
 #include <algorithm>
 #include <utility>
