@@ -5,7 +5,7 @@
 #include "control/property_access.h"
 #include "document/selection.h"
 #include "qvgraph/looks.h"
-#include "render/series_kind.h"
+#include "render/kinds/series_kind.h"
 
 #include <algorithm>
 #include <array>

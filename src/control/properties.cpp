@@ -1,9 +1,9 @@
 #include "control/looks.h"
 #include "control/property_access.h"
 #include "qvgraph/qvGraph.h"
-#include "render/color_map.h"
-#include "render/contour_levels.h"
 #include "render/dashes.h"
+#include "render/grids/color_map.h"
+#include "render/grids/contour_levels.h"
 #include "scale/axis_range.h"
 #include "scale/time_zone.h"
 

@@ -178,7 +178,7 @@ struct GraphText {
     bool DataTextPercent = false;   // position in percent of the plot area, y from the bottom
 };
 
-/// What a data set of the kind Mark marks; see render/marks.h for the shapes.
+/// What a data set of the kind Mark marks; see render/marks/marks.h for the shapes.
 struct MarkSettings {
     std::uint8_t MarkShape = 0;
     double MarkX1 = 0; // values on the axes, or percent of the plot area

@@ -3,8 +3,8 @@
 #include "document/trap.h"
 #include "interact/mark_dragging.h"
 #include "qvgraph/Input.h"
+#include "render/kinds/series_kind.h"
 #include "render/plot_geometry.h"
-#include "render/series_kind.h"
 
 #include <optional>
 

@@ -5,7 +5,7 @@
 #include "interact/hit_test.h"
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
-#include "render/marks.h"
+#include "render/marks/marks.h"
 
 #include <algorithm>
 #include <utility>

@@ -9,9 +9,9 @@
 #include "interact/mark_dragging.h"
 #include "interact/point_steps.h"
 #include "interact/zoom.h"
+#include "render/kinds/series_kind.h"
 #include "render/page_marks.h"
 #include "render/plot_geometry.h"
-#include "render/series_kind.h"
 
 #include <algorithm>
 #include <cmath>

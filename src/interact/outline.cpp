@@ -3,8 +3,8 @@
 #include "base/convert.h"
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
+#include "render/kinds/series_kind.h"
 #include "render/plot_geometry.h"
-#include "render/series_kind.h"
 #include "render/text.h"
 
 #include <cmath>

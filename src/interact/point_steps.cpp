@@ -6,8 +6,8 @@
 #include "interact/nearest_point.h"
 #include "interact/read_out.h"
 #include "interact/scroll_bars.h"
+#include "render/kinds/series_kind.h"
 #include "render/page_marks.h"
-#include "render/series_kind.h"
 
 #include <algorithm>
 #include <cmath>

@@ -6,7 +6,7 @@
 #include "interact/hit_test.h"
 #include "interact/scroll_bars.h"
 #include "render/plot_geometry.h"
-#include "render/polar_map.h"
+#include "render/polar/polar_map.h"
 #include "scale/category_text.h"
 #include "scale/mapping.h"
 #include "scale/number_format.h"

@@ -4,7 +4,7 @@
 #include "document/selection.h"
 #include "document/trap.h"
 #include "interact/zoom.h"
-#include "render/series_kind.h"
+#include "render/kinds/series_kind.h"
 #include "scale/mapping.h"
 #include "scale/numeric.h"
 

@@ -5,7 +5,7 @@
 #include "qvgraph/DrawSurface.h"
 #include "qvgraph/geometry.h"
 #include "render/data_line.h"
-#include "render/series_kind.h"
+#include "render/kinds/series_kind.h"
 
 namespace qv::render {
 

@@ -1,13 +1,13 @@
 #include "render/data_reach.h"
 
 #include "render/areas.h"
-#include "render/bar_places.h"
-#include "render/bar_stack.h"
-#include "render/bars.h"
+#include "render/bars/bar_places.h"
+#include "render/bars/bar_stack.h"
+#include "render/bars/bars.h"
 #include "render/data_sets.h"
 #include "render/error_bars.h"
 #include "render/function_curve.h"
-#include "render/series_kind.h"
+#include "render/kinds/series_kind.h"
 #include "render/stacked_areas.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "base/convert.h"
 #include "document/selection.h"
-#include "render/axis_range.h"
+#include "render/axes/axis_range.h"
 
 #include <algorithm>
 #include <cmath>

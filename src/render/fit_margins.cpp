@@ -1,7 +1,7 @@
 #include "render/fit_margins.h"
 
 #include "document/selection.h"
-#include "render/axes.h"
+#include "render/axes/axes.h"
 #include "render/graph_ranges.h"
 #include "render/legend.h"
 #include "render/legend_place.h"

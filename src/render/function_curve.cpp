@@ -7,7 +7,7 @@
 #include "render/column_thinner.h"
 #include "render/curve_sampling.h"
 #include "render/plot_geometry.h"
-#include "render/polar_map.h"
+#include "render/polar/polar_map.h"
 #include "scale/drawn_range.h"
 #include "scale/mapping.h"
 

@@ -1,10 +1,10 @@
 #include "render/page_marks.h"
 
 #include "document/selection.h"
-#include "render/bar_places.h"
+#include "render/bars/bar_places.h"
+#include "render/kinds/series_kind.h"
 #include "render/plot_geometry.h"
-#include "render/polar_map.h"
-#include "render/series_kind.h"
+#include "render/polar/polar_map.h"
 #include "render/stacked_areas.h"
 #include "scale/mapping.h"
 

@@ -2,7 +2,7 @@
 #include "Person.h"
 #include "base/convert.h"
 #include "qvgraph/Outline.h"
-#include "render/color_map.h"
+#include "render/grids/color_map.h"
 #include "scale/mapping.h"
 
 #include <doctest/doctest.h>

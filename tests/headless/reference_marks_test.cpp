@@ -1,7 +1,7 @@
 // Reference lines, bands, arrows and rectangles: where they are drawn, where their labels stand, and what a
 // person who drags them does.
 #include "Person.h"
-#include "render/series_kind.h"
+#include "render/kinds/series_kind.h"
 
 #include <doctest/doctest.h>
 

@@ -2,7 +2,7 @@
 // they are listed, dragged and saved.
 #include "Person.h"
 #include "qvgraph/looks.h"
-#include "render/polar_map.h"
+#include "render/polar/polar_map.h"
 
 #include <doctest/doctest.h>
 

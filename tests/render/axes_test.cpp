@@ -1,4 +1,4 @@
-#include "render/axes.h"
+#include "render/axes/axes.h"
 
 #include "TestControl.h"
 

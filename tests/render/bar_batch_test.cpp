@@ -1,4 +1,4 @@
-#include "render/bar_batch.h"
+#include "render/bars/bar_batch.h"
 
 #include "TestControl.h"
 #include "render/data_sets.h"

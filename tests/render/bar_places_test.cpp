@@ -1,6 +1,6 @@
 // Bars that share the room of their values, and the labels on them. The plot area is 10000 twips wide and
 // high at (1000, 1000); characters are 100 twips wide and 200 high.
-#include "render/bar_places.h"
+#include "render/bars/bar_places.h"
 
 #include "TestControl.h"
 #include "render/data_sets.h"

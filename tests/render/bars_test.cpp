@@ -1,4 +1,4 @@
-#include "render/bars.h"
+#include "render/bars/bars.h"
 
 #include "TestControl.h"
 #include "render/data_sets.h"

@@ -1,5 +1,5 @@
 // Candles. The plot area is 10000 twips wide and high at (1000, 1000), a pixel is 15 twips.
-#include "render/candles.h"
+#include "render/kinds/candles.h"
 
 #include "TestControl.h"
 #include "render/data_sets.h"

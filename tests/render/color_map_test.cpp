@@ -1,8 +1,8 @@
 // Colour maps: what they say of values is true for the eye, whatever they are made of.
-#include "render/color_map.h"
+#include "render/grids/color_map.h"
 
 #include "qvgraph/fault.h"
-#include "render/color_scale.h"
+#include "render/grids/color_scale.h"
 
 #include <doctest/doctest.h>
 

@@ -1,9 +1,9 @@
 // Contour lines: they lie on their levels, go on as long as they can, and miss none.
-#include "render/contour_lines.h"
+#include "render/grids/contour_lines.h"
 
 #include "qvgraph/fault.h"
-#include "render/contour_labels.h"
-#include "render/contour_levels.h"
+#include "render/grids/contour_labels.h"
+#include "render/grids/contour_levels.h"
 
 #include <doctest/doctest.h>
 

@@ -1,7 +1,7 @@
 // Smooth curves, filled areas and function curves as they arrive at the surface.
 #include "TestControl.h"
 #include "render/areas.h"
-#include "render/axes.h"
+#include "render/axes/axes.h"
 #include "render/data_sets.h"
 #include "render/function_curve.h"
 #include "render/pipeline.h"

@@ -1,8 +1,8 @@
 // The numbers of histograms and box plots against their definitions, written down plainly. They are those of
 // numpy: np.quantile(v, share) (its default, "linear"), np.histogram(v, bins) with a number, edges or "fd",
 // and of matplotlib: cbook.boxplot_stats(v).
-#include "render/box_statistics.h"
-#include "render/histogram_bins.h"
+#include "render/kinds/box_statistics.h"
+#include "render/kinds/histogram_bins.h"
 
 #include <doctest/doctest.h>
 

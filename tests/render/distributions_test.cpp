@@ -1,4 +1,4 @@
-#include "render/distributions.h"
+#include "render/kinds/distributions.h"
 
 #include "TestControl.h"
 #include "render/data_sets.h"

@@ -1,7 +1,7 @@
 // Cells: points counted in them, and the pixels that each of them has.
-#include "render/grid_cells.h"
+#include "render/grids/grid_cells.h"
 
-#include "render/grid_places.h"
+#include "render/grids/grid_places.h"
 
 #include <doctest/doctest.h>
 

@@ -1,8 +1,8 @@
-#include "render/pie.h"
+#include "render/kinds/pie.h"
 
 #include "TestControl.h"
 #include "render/data_sets.h"
-#include "render/slice_labels.h"
+#include "render/kinds/slice_labels.h"
 
 #include <doctest/doctest.h>
 

@@ -1,7 +1,7 @@
-#include "render/polar_map.h"
+#include "render/polar/polar_map.h"
 
 #include "TestControl.h"
-#include "render/axes.h"
+#include "render/axes/axes.h"
 #include "render/data_sets.h"
 
 #include <doctest/doctest.h>

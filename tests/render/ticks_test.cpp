@@ -1,4 +1,4 @@
-#include "render/ticks.h"
+#include "render/axes/ticks.h"
 
 #include <doctest/doctest.h>
 

@@ -1,7 +1,7 @@
 // Axes of time on the page. Characters are 100 twips wide and 200 high, the plot area is 10000 twips wide.
 #include "TestControl.h"
-#include "render/axes.h"
-#include "render/axis_range.h"
+#include "render/axes/axes.h"
+#include "render/axes/axis_range.h"
 
 #include <doctest/doctest.h>
 
