@@ -5,7 +5,7 @@
 #include "control/handle_records.h"
 #include "control/point_entry.h"
 #include "control/settings.h"
-#include "render/series_kind.h"
+#include "render/kinds/series_kind.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,8 +1,8 @@
 // What a graph makes by handle: data sets of each kind, functions, texts and marks.
 #include "control/data_entry.h"
 #include "control/handle_records.h"
-#include "render/marks.h"
-#include "render/series_kind.h"
+#include "render/kinds/series_kind.h"
+#include "render/marks/marks.h"
 
 namespace qv::control {
 namespace {

@@ -2,8 +2,8 @@
 
 #include "document/selection.h"
 #include "render/bands.h"
-#include "render/column_thinner.h"
 #include "render/finite_runs.h"
+#include "render/lines/column_thinner.h"
 #include "render/pen.h"
 #include "render/stacked_areas.h"
 #include "render/steps.h"

@@ -4,8 +4,8 @@
 #include "document/records.h"
 #include "qvgraph/DrawSurface.h"
 #include "qvgraph/geometry.h"
-#include "render/data_line.h"
 #include "render/kinds/series_kind.h"
+#include "render/lines/data_line.h"
 
 namespace qv::render {
 

@@ -3,7 +3,7 @@
 
 #include "document/PointStore.h"
 #include "qvgraph/DrawSurface.h"
-#include "render/data_line.h"
+#include "render/lines/data_line.h"
 #include "render/steps.h"
 
 #include <array>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "qvgraph/geometry.h"
-#include "render/data_line.h"
+#include "render/lines/data_line.h"
 
 #include <functional>
 #include <span>

@@ -4,7 +4,7 @@
 #include "document/records.h"
 #include "qvgraph/DrawSurface.h"
 #include "qvgraph/geometry.h"
-#include "render/data_line.h"
+#include "render/lines/data_line.h"
 
 #include <span>
 #include <vector>

@@ -2,7 +2,7 @@
 #include "RecordingSurface.h"
 #include "raster/coverage_mask.h"
 #include "raster/stroke.h"
-#include "render/data_line.h"
+#include "render/lines/data_line.h"
 
 #include <doctest/doctest.h>
 

@@ -1,6 +1,6 @@
-#include "render/fine_columns.h"
+#include "render/lines/fine_columns.h"
 
-#include "render/four.h"
+#include "render/lines/four.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "render/data_line.h"
+#include "render/lines/data_line.h"
 
 #include <algorithm>
 #include <cmath>

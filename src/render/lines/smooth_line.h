@@ -3,8 +3,8 @@
 
 #include "qvgraph/DrawSurface.h"
 #include "qvgraph/geometry.h"
-#include "render/column_cover.h"
-#include "render/column_grid.h"
+#include "render/lines/column_cover.h"
+#include "render/lines/column_grid.h"
 #include "scale/mapping.h"
 
 #include <cstddef>

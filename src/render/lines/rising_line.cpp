@@ -1,4 +1,4 @@
-#include "render/rising_line.h"
+#include "render/lines/rising_line.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "qvgraph/DrawSurface.h"
-#include "render/column_grid.h"
-#include "render/fine_columns.h"
-#include "render/nearest_rows.h"
-#include "render/rising_line.h"
+#include "render/lines/column_grid.h"
+#include "render/lines/fine_columns.h"
+#include "render/lines/nearest_rows.h"
+#include "render/lines/rising_line.h"
 
 #include <cstdint>
 #include <vector>

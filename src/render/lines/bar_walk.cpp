@@ -1,4 +1,4 @@
-#include "render/bar_walk.h"
+#include "render/lines/bar_walk.h"
 
 #include <algorithm>
 

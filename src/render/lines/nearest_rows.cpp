@@ -1,6 +1,6 @@
-#include "render/nearest_rows.h"
+#include "render/lines/nearest_rows.h"
 
-#include "render/four.h"
+#include "render/lines/four.h"
 #include "surface/whole_pixel.h"
 
 #include <algorithm>

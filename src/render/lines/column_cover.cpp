@@ -1,6 +1,6 @@
-#include "render/column_cover.h"
+#include "render/lines/column_cover.h"
 
-#include "render/bar_walk.h"
+#include "render/lines/bar_walk.h"
 
 #include <algorithm>
 #include <bit>
@@ -13,7 +13,7 @@
 namespace qv::render {
 namespace {
 
-constexpr double dense = 280;           // points a column; more are bars
+constexpr double dense = 280;          // points a column; more are bars
 constexpr int window = 32;             // columns cut into bars at a time, so few that their memory stays near
 constexpr std::size_t large = 1 << 14; // pixels handed over at a time
 

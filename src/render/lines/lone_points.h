@@ -1,7 +1,7 @@
 // Points of a line that no segment reaches: a data set's only one, or one between gaps.
 #pragma once
 
-#include "render/data_line.h"
+#include "render/lines/data_line.h"
 
 namespace qv::render {
 

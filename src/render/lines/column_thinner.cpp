@@ -1,4 +1,4 @@
-#include "render/column_thinner.h"
+#include "render/lines/column_thinner.h"
 
 #include "surface/whole_pixel.h"
 

@@ -3,7 +3,7 @@
 
 #include "document/PointStore.h"
 #include "qvgraph/geometry.h"
-#include "render/column_thinner.h"
+#include "render/lines/column_thinner.h"
 #include "scale/mapping.h"
 
 namespace qv::render {

@@ -1,4 +1,4 @@
-#include "render/dense_columns.h"
+#include "render/lines/dense_columns.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "render/smooth_line.h"
+#include "render/lines/smooth_line.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "render/lone_points.h"
+#include "render/lines/lone_points.h"
 
 #include "base/convert.h"
 #include "document/selection.h"

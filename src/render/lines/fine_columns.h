@@ -1,8 +1,8 @@
 // What levels a line has in upright bars much narrower than a pixel.
 #pragma once
 
-#include "render/nearest_rows.h"
-#include "render/rising_line.h"
+#include "render/lines/nearest_rows.h"
+#include "render/lines/rising_line.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,8 +1,8 @@
 // Puts the points of a rising line into fine bars.
 #pragma once
 
-#include "render/fine_columns.h"
-#include "render/rising_line.h"
+#include "render/lines/fine_columns.h"
+#include "render/lines/rising_line.h"
 
 namespace qv::render {
 

@@ -3,9 +3,9 @@
 
 #include "qvgraph/DrawSurface.h"
 #include "qvgraph/geometry.h"
-#include "render/column_grid.h"
-#include "render/dense_columns.h"
-#include "render/smooth_line.h"
+#include "render/lines/column_grid.h"
+#include "render/lines/dense_columns.h"
+#include "render/lines/smooth_line.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 // How far the rows of a column of pixels lie from a line, as far as it is known, and what that covers.
 #pragma once
 
-#include "render/rising_line.h"
+#include "render/lines/rising_line.h"
 
 #include <cstddef>
 #include <cstdint>

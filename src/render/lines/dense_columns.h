@@ -4,7 +4,7 @@
 
 #include "document/RangeSummary.h"
 #include "qvgraph/DrawSurface.h"
-#include "render/column_grid.h"
+#include "render/lines/column_grid.h"
 #include "scale/mapping.h"
 
 #include <array>
