@@ -114,7 +114,8 @@ std::string font_like(std::string const& font, std::string const& name, double s
     auto const first = font.find('|');
     auto const second = std::min(font.find('|', first + 1), font.size());
     double const size = table::finite_number(font.substr(first + 1, second - first - 1)).value_or(9);
-    return given_or(name, font.substr(0, first)) + "|" + table::shortest(size * scale) + font.substr(second);
+    return "Font=" + given_or(name, font.substr(0, first)) + "|" + table::shortest(std::round(size * scale))
+           + font.substr(second);
 }
 
 struct FontRow {
@@ -357,6 +358,8 @@ DataHandle PlotPage::add_set(Panel const& panel, Series const& series, std::size
 void PlotPage::add_lone_points(Panel const& panel, Series const& series, DataHandle const& set) const {
     Kind const kind = series.style.kind.value_or(options_.page_kind());
     if (!series.function.empty() || kind != Kind::Lines || set.symbol() != 0 || options_.follow) return;
+    const std::size_t points = series.number_of_points();
+    if (points == series.x.size() && points > 1) return; // none is missing
     const LonePoints lone = find_lone_points(series);
     if (lone.x.empty()) return;
     panel.graph
@@ -364,7 +367,7 @@ void PlotPage::add_lone_points(Panel const& panel, Series const& series, DataHan
                                              .color = set.line_color(),
                                              .in_legend_table = false,
                                              .symbol = first_shape,
-                                             .symbol_size = symbol_size(series.number_of_points())})
+                                             .symbol_size = symbol_size(points)})
         .add(lone.x, lone.y);
 }
 

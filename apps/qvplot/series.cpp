@@ -124,6 +124,7 @@ void count_left_out(Series& series, table::Column const& column) {
     if (left.strays > 0)
         left.note_of_strays =
             stray_cells(column.strays, content_of(column.wanted.kind, column.wanted.unix_time));
+    if (series.number_of_points() == series.y.size()) return;
     for (std::size_t i = 0; i < series.y.size(); ++i) {
         left.without_value += std::isnan(series.y[i]) && !std::isnan(series.x[i]);
         left.without_x += std::isnan(series.x[i]) && !std::isnan(series.y[i]);
@@ -380,10 +381,15 @@ void check_range(XRange const& range, PlotData const& data, LogAxes const& log) 
 // Beyond it no place on an axis can be worked out.
 void require_finite_span(PlotData const& data, table::Values Series::*values, bool second) {
     Extent extent;
-    for (Series const& series : data.series)
-        if (values == &Series::x || series.on_second_axis == second)
-            for (std::size_t b = 0; b < (series.*values).blocks(); ++b)
-                for (double const value : (series.*values).block(b)) extent.include(value);
+    table::Values const* before = nullptr; // columns of one file share their x
+    for (Series const& series : data.series) {
+        table::Values const& own = series.*values;
+        if (values != &Series::x && series.on_second_axis != second) continue;
+        if (before && before->is_shared_with(own)) continue;
+        before = &own;
+        for (std::size_t b = 0; b < own.blocks(); ++b)
+            for (double const value : own.block(b)) extent.include(value);
+    }
     if (extent.high >= extent.low && !std::isfinite(extent.span()))
         throw PlotError("the values of one axis reach from " + table::shortest(extent.low) + " to "
                         + table::shortest(extent.high) + ", too far apart to be drawn");

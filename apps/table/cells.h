@@ -4,7 +4,7 @@
 #include "table/number_text.h"
 
 #include <cstddef>
-#include <deque>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,13 +32,15 @@ public:
         unquoted_.clear();
     }
     void add(std::string_view cell) { cells_.push_back(cell); }
-    void add_own(std::string cell) { cells_.push_back(unquoted_.emplace_back(std::move(cell))); }
+    void add_own(std::string cell) {
+        cells_.push_back(*unquoted_.emplace_back(std::make_unique<std::string>(std::move(cell))));
+    }
     auto begin() const { return cells_.begin(); }
     auto end() const { return cells_.end(); }
 
 private:
     std::vector<std::string_view> cells_;
-    std::deque<std::string> unquoted_;
+    std::vector<std::unique_ptr<std::string>> unquoted_; // they stay where they are when cells are moved
 };
 
 enum class RowKind {

@@ -58,9 +58,18 @@ double ColumnReader::category(std::string_view cell) {
     return place->second;
 }
 
-void ColumnReader::add(Column& column, double value, std::string_view) {
+void ColumnReader::add_texts(Column& column) {
     for (; !new_texts_.empty(); new_texts_.clear())
         column.texts.insert(column.texts.end(), new_texts_.begin(), new_texts_.end());
+}
+
+void ColumnReader::add_plain(Column& column, std::span<double const> values) {
+    add_texts(column);
+    column.values.append(values);
+}
+
+void ColumnReader::add(Column& column, double value) {
+    add_texts(column);
     column.missing += std::isnan(value);
     bool const infinite = std::isinf(value);
     column.infinite += infinite;

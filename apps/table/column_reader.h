@@ -4,6 +4,7 @@
 #include "table/layout.h"
 #include "table/table.h"
 
+#include <span>
 #include <string_view>
 #include <unordered_map>
 
@@ -19,10 +20,13 @@ public:
     std::optional<double> value(std::string_view cell, std::string_view time_cell = {});
     std::optional<double> value_of_number(double number) const;
     /// Adds what was read to the column.
-    void add(Column& column, double value, std::string_view cell);
+    void add(Column& column, double value);
+    /// The same for many that are finite.
+    void add_plain(Column& column, std::span<double const> values);
     void add_stray(Column& column, std::string_view cell, std::size_t line) const;
 
 private:
+    void add_texts(Column& column);
     std::optional<double> moment(std::string_view cell, std::string_view time_cell);
     double category(std::string_view cell);
 

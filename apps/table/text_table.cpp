@@ -89,7 +89,7 @@ void TextTable::add_row(Cells const& cells, std::size_t first_cell) {
     if (any_stray && repeats_titles(cells, first_cell)) return;
     for (std::size_t i = 0; i < readers_.size(); ++i) {
         if (row_[i])
-            readers_[i].add(columns_[i], *row_[i], {});
+            readers_[i].add(columns_[i], *row_[i]);
         else
             readers_[i].add_stray(columns_[i], cell(readers_[i].wanted().column), line_);
     }

@@ -34,11 +34,26 @@ public:
         data_->blocks.back().push_back(value);
         ++data_->size;
     }
+    void append(std::span<double const> values) {
+        if (!data_ || data_.use_count() > 1) own();
+        while (!values.empty()) {
+            const std::size_t place = data_->size % block_size;
+            if (place == 0) data_->start_block();
+            auto const part = values.first(std::min(values.size(), block_size - place));
+            std::vector<double>& block = data_->blocks.back();
+            block.insert(block.end(), part.begin(), part.end());
+            data_->size += part.size();
+            values = values.subspan(part.size());
+        }
+    }
     void set(std::size_t i, double value) {
         if (data_.use_count() > 1) own();
         data_->blocks[i / block_size][i % block_size] = value;
     }
     void clear() { data_.reset(); }
+
+    /// Whether both are the same numbers, not only equal ones.
+    bool is_shared_with(Values const& other) const { return data_ == other.data_; }
 
     std::size_t blocks() const { return (size() + block_size - 1) / block_size; }
     std::span<double const> block(std::size_t number) const { return data_->blocks[number]; }
