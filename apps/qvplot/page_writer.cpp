@@ -11,6 +11,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <span>
 
 namespace qv::plot {
@@ -40,9 +41,23 @@ bool write_all(int number, std::span<std::uint8_t const> bytes) {
     return true;
 }
 
+// What the name leads to, so that a link stays one. Links of the system lead to what is open, which has no
+// place of its own to be put in.
+std::string place_of(std::string const& file) {
+    std::error_code none;
+    auto const place = std::filesystem::weakly_canonical(file, none);
+    return none ? file : place.string();
+}
+
+bool is_of_the_system(std::string const& file) {
+    const std::string whole = std::filesystem::absolute(file).lexically_normal().string();
+    return whole.starts_with("/dev/") || whole.starts_with("/proc/");
+}
+
 // Beside the file, then in its place.
 void replace_file(std::string const& file, output::Bytes const& bytes) {
-    std::string beside = file + ".XXXXXX";
+    const std::string place = place_of(file);
+    std::string beside = place + ".XXXXXX";
     int const number = mkstemp(beside.data());
     if (number < 0) fail(file);
     bool done = write_all(number, bytes);
@@ -53,7 +68,7 @@ void replace_file(std::string const& file, output::Bytes const& bytes) {
     constexpr mode_t for_all = 0666;
     fchmod(number, stat(file.c_str(), &about) == 0 ? about.st_mode & 07777 : for_all & ~mask);
     done = close(number) == 0 && done;
-    if (done && rename(beside.c_str(), file.c_str()) == 0) return;
+    if (done && rename(beside.c_str(), place.c_str()) == 0) return;
     int const reason = errno;
     unlink(beside.c_str());
     errno = reason;
@@ -105,7 +120,7 @@ void PageWriter::save_picture(std::string const& file, host::PagePicture const& 
     } else if (is_there && S_ISDIR(about.st_mode)) {
         errno = EISDIR;
         fail(file);
-    } else if (is_there && !S_ISREG(about.st_mode)) {
+    } else if (is_of_the_system(file) || (is_there && !S_ISREG(about.st_mode))) {
         write_through(file, bytes);
     } else {
         replace_file(file, bytes);

@@ -113,7 +113,8 @@ TEST_CASE("every file named contributes") {
     auto const words = folder.file("words.csv", "t,n\n1,a\n");
     options = {};
     options.files = {one, words};
-    CHECK(refusal(options) == words.string() + ": has no column of numbers beside x; name one with --y, or see --explain");
+    CHECK(refusal(options)
+          == words.string() + ": has no column of numbers beside x; name one with --y, or see --explain");
 }
 
 TEST_CASE("a range of x holds for data") {
