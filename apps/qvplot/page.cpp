@@ -308,10 +308,14 @@ DataHandle PlotPage::add_set(Panel const& panel, Series const& series, std::size
     Kind const kind = own.kind.value_or(options_.page_kind());
     bool const log_y = series.on_second_axis ? options_.log.y2 : options_.log.y;
     DataOptions style{.axis = panel.axis(series)};
-    if (own.color)
+    if (own.color) {
         style.color = *own.color;
-    else if (options_.panels && !look_.palette.empty() && !is_filled(kind))
-        style.color = look_.palette[number % look_.palette.size()];
+    } else if (options_.panels) {
+        // Each graph would begin with the first colour.
+        std::vector<Color> const& colors =
+            is_filled(kind) && !look_.fills.empty() ? look_.fills : look_.palette;
+        if (!colors.empty()) style.color = colors[number % colors.size()];
+    }
     if (!series.function.empty()) {
         style.formula_from = series.function_range.from;
         style.formula_to = series.function_range.to;
@@ -495,6 +499,8 @@ std::array<std::optional<Extent>, 3> PlotPage::ranges_of(Panel const& panel) con
     std::array<std::optional<Extent>, 3> ranges;
     if (panel.kind == Kind::Histogram || panel.kind == Kind::Box || panel.kind == Kind::Heat) {
         ranges = {given(options_.x_range), {}, {}};
+        bool const is_matrix = panel.kind == Kind::Heat && panel.series.size() > 1;
+        if (is_matrix) ranges[1] = Extent{-0.5, static_cast<double>(panel.series.size()) - 0.5};
     } else {
         const PlotData part = part_of(panel);
         ranges = {x_range_to_show(part, options_), y_range_to_show(part, options_, false),

@@ -118,10 +118,13 @@ std::optional<Extent> y_range_to_show(PlotData const& data, PlotOptions const& o
     bool const has_function = std::ranges::any_of(data.series, [&](Series const& series) {
         return series.on_second_axis == second && !series.function.empty();
     });
-    if (!options.x_range && !has_function) return std::nullopt;
+    if ((!options.x_range && !has_function) || options.stacked) return std::nullopt;
     Extent extent = y_extent(data, options, second);
     if (!(extent.low <= extent.high)) return std::nullopt;
-    bool const has_base = options.page_kind() == Kind::Bars || options.page_kind() == Kind::Area;
+    bool const has_base = std::ranges::any_of(data.series, [&](Series const& series) {
+        Kind const kind = series.style.kind.value_or(options.page_kind());
+        return series.on_second_axis == second && (kind == Kind::Bars || kind == Kind::Area);
+    });
     if (has_base && !is_log) extent.include(0);
     return with_margin(extent, is_log, has_base);
 }
