@@ -13,5 +13,6 @@ void register_redraw();
 void register_gradient();
 void register_interaction();
 void register_formulas();
+void register_read_csv(); // where qvplot is built
 
 } // namespace qv::bench

@@ -9,6 +9,9 @@ int main(int argc, char** argv) {
     qv::bench::register_gradient();
     qv::bench::register_interaction();
     qv::bench::register_formulas();
+#ifdef QV_BENCH_QVPLOT
+    qv::bench::register_read_csv();
+#endif
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     benchmark::RunSpecifiedBenchmarks();

@@ -68,6 +68,12 @@ if(TARGET qvplot)
     COMPONENT program)
   install(FILES ${PROJECT_SOURCE_DIR}/packaging/qvplot.svg
     DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT program)
+  set(completions ${PROJECT_SOURCE_DIR}/packaging/completions)
+  install(FILES ${completions}/qvplot.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+    RENAME qvplot COMPONENT program)
+  install(FILES ${completions}/_qvplot DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT program)
+  install(FILES ${completions}/qvplot.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
+    COMPONENT program)
 endif()
 
 # qv_compressed(input output): a file as Debian wants it, compressed without a date.
@@ -143,7 +149,7 @@ if(TARGET qvplot)
   if(TARGET qvplot_desktop)
     string(APPEND needed ", libqvgraph-qt6-2 ${same_version}")
   endif()
-  qv_package(program NAME qvplot SECTION science NEEDS "${needed}" SUMMARY "draw columns of CSV files, and functions"
-    TEXT "qvplot draws columns of CSV files, dates included, as lines, symbols or\nbars, and functions given as text, into a window, a file or on paper.")
+  qv_package(program NAME qvplot SECTION science NEEDS "${needed}" SUMMARY "draw columns of files, and functions"
+    TEXT "qvplot draws columns of tables of text, JSON and .npy arrays, dates\nincluded, as lines, bars, areas, histograms, boxes or heat maps, and\nfunctions given as text, into a window, a file or on paper.")
 endif()
 include(CPack)

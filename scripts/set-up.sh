@@ -5,7 +5,7 @@ QV_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # Another folder that compiles the same file the same way finds it in the compiler's cache.
 export CCACHE_BASEDIR=$QV_ROOT CCACHE_NOHASHDIR=1
 QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev libharfbuzz-dev libfontconfig-dev
-  libpng-dev libcairo2-dev libhowardhinnant-date-dev tzdata libcsv-dev libcli11-dev fonts-liberation fonts-dejavu-core"
+  libpng-dev libcairo2-dev libhowardhinnant-date-dev tzdata zlib1g-dev libzstd-dev nlohmann-json3-dev libcli11-dev fonts-liberation fonts-dejavu-core"
 QV_QT_PACKAGES="qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libqt6opengl6-dev"
 QV_TEST_PACKAGES="doctest-dev python3 clang xvfb xdotool poppler-utils librsvg2-bin netpbm cups cups-client xclip gcovr"
 QV_PACKAGING_PACKAGES="dpkg-dev file lintian"

@@ -1,45 +1,57 @@
 #include "demo/climate_page.h"
 
 #include "demo/theme.h"
-#include "table/csv_reader.h"
 #include "table/dates.h"
+#include "table/table.h"
 
 #include <chrono>
+#include <memory>
 #include <vector>
 
 namespace qv::demo {
 namespace {
 
-using table::CsvReader;
-
 constexpr char const* months = "Jan,Feb,Mar,Apr,May,Jun,Jul,Aug,Sep,Oct,Nov,Dec";
+constexpr double seconds_a_day = 86400;
 
 struct Columns {
     std::vector<double> x;
     std::vector<std::vector<double>> y;
 };
 
-// Columns of numbers over a column of dates that `place` turns into x, for the rows whose date it accepts.
-Columns read_dated(CsvReader&& csv, std::string_view date, std::vector<std::string_view> const& values,
-                   std::string_view prefix, double (*place)(double days)) {
+/// A file read whole, its columns by their names.
+class DataFile {
+public:
+    explicit DataFile(std::filesystem::path const& file) : table_(table::open_table(file.string())) {
+        table::read_whole(*table_);
+    }
+    table::Values const& operator[](std::string_view name) const {
+        return table_->columns().at(table_->columns_named(name).at(0)).values;
+    }
+
+private:
+    std::unique_ptr<table::Table> table_;
+};
+
+// Columns of numbers over a column of dates that `place` turns into x, for the years from the first up to the
+// last.
+Columns read_dated(DataFile const& file, char const* date, std::vector<char const*> const& values,
+                   double (*place)(double seconds), double first_year = 0, double last_year = 9999) {
     Columns columns;
     columns.y.resize(values.size());
-    const std::size_t date_column = csv.column(date);
-    while (csv.next_row()) {
-        const std::string_view text = csv.field(date_column);
-        if (!text.starts_with(prefix)) continue;
-        auto const days = table::iso_date(text);
-        if (!days) csv.fail(date_column, "a date such as 1958-03-01");
-        columns.x.push_back(place(*days));
-        for (std::size_t i = 0; i < values.size(); ++i)
-            columns.y[i].push_back(csv.number(csv.column(values[i])));
+    table::Values const& dates = file[date];
+    for (std::size_t row = 0; row < dates.size(); ++row) {
+        double const year = table::decimal_year(dates[row]);
+        if (year < first_year || year >= last_year + 1) continue;
+        columns.x.push_back(place(dates[row]));
+        for (std::size_t i = 0; i < values.size(); ++i) columns.y[i].push_back(file[values[i]][row]);
     }
     return columns;
 }
 
 void draw_carbon_dioxide(qvGraph& page, std::filesystem::path const& data) {
-    const Columns series = read_dated(CsvReader(data / "co2-concentration.csv"), "Date",
-                                      {"CO2", "adjusted CO2"}, "", table::decimal_year);
+    const Columns series = read_dated(DataFile(data / "co2-concentration.csv"), "Date",
+                                      {"CO2", "adjusted CO2"}, table::decimal_year);
     start_panel(page, {"Carbon dioxide at Mauna Loa", 0, 0, 50, 50});
     page.SelectXaxis();
     plan_axis(page, {"", 1955, 2025, 7});
@@ -52,14 +64,14 @@ void draw_carbon_dioxide(qvGraph& page, std::filesystem::path const& data) {
 }
 
 void draw_anomalies(qvGraph& page, std::filesystem::path const& data) {
-    CsvReader csv(data / "global-temp.csv");
+    const DataFile file(data / "global-temp.csv");
     struct {
         std::vector<double> years, degrees;
     } warm, cold;
-    while (csv.next_row()) {
-        double const degrees = csv.number(csv.column("temp"));
+    for (std::size_t row = 0; row < file["year"].size(); ++row) {
+        double const degrees = file["temp"][row];
         auto& side = degrees < 0 ? cold : warm;
-        side.years.push_back(csv.number(csv.column("year")));
+        side.years.push_back(file["year"][row]);
         side.degrees.push_back(degrees);
     }
     start_panel(page, {"Global temperature against 1951 to 1980", 50, 0, 50, 50});
@@ -74,9 +86,10 @@ void draw_anomalies(qvGraph& page, std::filesystem::path const& data) {
 }
 
 // Months of the year as numbers, the day as a share of its month: 0 is 1 January, 1.5 mid February.
-double month_of_year(double days) {
+double month_of_year(double seconds) {
     using namespace std::chrono;
-    const sys_days date = sys_days{year{1899} / December / 30} + std::chrono::days{static_cast<int>(days)};
+    double const days = seconds / seconds_a_day;
+    const sys_days date{std::chrono::days{static_cast<int>(days)}};
     const year_month_day day{date};
     double const length = static_cast<unsigned>(year_month_day_last{day.year() / day.month() / last}.day());
     return static_cast<unsigned>(day.month()) - 1.0
@@ -84,8 +97,8 @@ double month_of_year(double days) {
 }
 
 void draw_seattle(qvGraph& page, std::filesystem::path const& data) {
-    const Columns year = read_dated(CsvReader(data / "seattle-weather.csv"), "date",
-                                    {"precipitation", "temp_max", "temp_min"}, "2015-", month_of_year);
+    const Columns year = read_dated(DataFile(data / "seattle-weather.csv"), "date",
+                                    {"precipitation", "temp_max", "temp_min"}, month_of_year, 2015, 2015);
     start_panel(page, {"Seattle 2015: temperature and rain", 0, 50, 50, 50, 18});
     page.SelectXaxis();
     plan_axis(page, {"", 0, 12, 12, false, months});
@@ -106,8 +119,8 @@ void draw_seattle(qvGraph& page, std::filesystem::path const& data) {
 }
 
 void draw_hourly_normals(qvGraph& page, std::filesystem::path const& data) {
-    const Columns hours = read_dated(CsvReader(data / "seattle-weather-hourly-normals.csv"), "date",
-                                     {"temperature"}, "", month_of_year);
+    const Columns hours = read_dated(DataFile(data / "seattle-weather-hourly-normals.csv"), "date",
+                                     {"temperature"}, month_of_year);
     start_panel(page, {"Seattle: normal temperature of each hour", 50, 50, 50, 50});
     page.SelectXaxis();
     plan_axis(page, {"", 0, 12, 12, false, months});

@@ -1,70 +1,35 @@
 #include "qvplot/command.h"
 
-#include "qvgraph/HeadlessHost.h"
+#include "qvplot/command_line.h"
 #include "qvplot/desktop.h"
-#include "qvplot/formula.h"
-#include "qvplot/options.h"
-#include "qvplot/plot_error.h"
+#include "qvplot/follow.h"
+#include "qvplot/page_writer.h"
 #include "qvplot/report.h"
 #include "qvplot/whole_page.h"
 
-#include <CLI/CLI.hpp>
-
-#include <algorithm>
-#include <array>
 #include <iostream>
 
 namespace qv::plot {
 namespace {
 
-void write_page(PlotOptions const& options) {
-    headless::HeadlessHost host(options.size);
-    draw_whole_page(host.control(), options);
-    host.save(options.out);
-}
-
-void check_output(std::filesystem::path const& out) {
-    constexpr std::array endings{"", ".png", ".svg", ".pdf", ".bmp"};
-    if (std::ranges::find(endings, out.extension()) == endings.end()
-        || (out.extension().empty() && !out.empty()))
-        throw PlotError(out.string() + ": no such format; give it a name ending in .png, .svg, .pdf or .bmp");
-}
-
 int plot(PlotOptions const& options, Arguments const& arguments) {
-    if (options.files.empty() && options.functions.empty())
-        throw PlotError("no data file is named; qvplot --help shows how");
-    check_output(options.out);
-    if (!options.out.empty()) write_page(options);
-    return !options.print && !options.shows_window() ? success
-                                                     : use_desktop(arguments, options.shows_window());
+    if (!options.out.empty()) media_type_of(options); // before anything is read
+    if (options.print || options.shows_window()) return use_desktop(arguments, options.shows_window());
+    if (options.follow) return follow_into_file(options);
+    if (options.watch) return watch_into_file(options);
+    PlotData data = read_data(options);
+    tell_explanation(data, options);
+    if (!options.out.empty()) write_page(std::move(data), options, AfterDrawing::GiveUp);
+    return success;
 }
 
 } // namespace
 
 int run(int argc, char const* const* argv) {
-    CLI::App app("Draws columns of CSV files, and functions, as a graph", "qvplot");
-    PlotOptions options;
-    add_plot_options(app, options);
-    CLI::App& eval =
-        *app.add_subcommand("eval", "Evaluates a formula and prints a table of x and its values");
-    EvalOptions eval_options;
-    add_eval_options(eval, eval_options);
-    try {
-        std::vector<std::string> arguments = with_formula_last(eval, {argv + std::min(argc, 1), argv + argc});
-        std::ranges::reverse(arguments); // as the parser takes them
-        app.parse(std::move(arguments));
-    } catch (CLI::Success const& help) {
-        return app.exit(help);
-    } catch (PlotError const& error) {
-        tell(error.what());
-        return failure;
-    } catch (CLI::ParseError const& error) {
-        const std::string text = error.what();
-        tell(text.substr(0, text.find('\n')) + "; qvplot --help shows the options");
-        return failure;
-    }
+    Command const command = read_command(argc, argv);
+    if (command.status) return *command.status;
     return reported([&] {
-        return eval.parsed() ? evaluate(eval_options, std::cout) : plot(options, {argc, argv});
+        return command.is_eval ? evaluate(command.eval, std::cout) : plot(command.plot, {argc, argv});
     });
 }
 

@@ -1,16 +1,15 @@
 // The module that prints a page and shows it in a window.
 #include "qvplot/desktop.h"
-#include "qvplot/options.h"
+#include "qvplot/command_line.h"
 #include "qvplot/plot_window.h"
 #include "qvplot/print.h"
 #include "qvplot/report.h"
 #include "qvplot/whole_page.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QtWidgets/QApplication>
 
 #include <cstdlib>
+#include <optional>
 
 namespace qv::plot {
 namespace {
@@ -24,19 +23,25 @@ void end_on_fatal(QtMsgType type, QMessageLogContext const&, QString const&) {
 }
 
 int print_and_show(int argc, char const* const* argv) {
-    CLI::App app("", "qvplot");
-    PlotOptions options;
-    add_plot_options(app, options);
-    app.parse(argc, argv); // as the program did already
+    const PlotOptions options = read_command(argc, argv).plot; // as the program did already
     qInstallMessageHandler(end_on_fatal);
     if (!options.shows_window()) setenv("QT_QPA_PLATFORM", "offscreen", 1); // printing needs no display
     int count = 1;
     std::string name = "qvplot";
     char* values[] = {name.data(), nullptr};
     QApplication application(count, values);
-    if (options.print) print_page(options);
+    if (options.follow) {
+        PlotWindow window(options);
+        window.show();
+        return QApplication::exec();
+    }
+    // Read once, since a pipe gives its data once.
+    PlotData data = read_data(options);
+    tell_explanation(data, options);
+    if (!options.out.empty()) write_page(data, options, AfterDrawing::Keep);
+    if (options.print) print_page(data, options);
     if (!options.shows_window()) return success;
-    PlotWindow window(read_data(options), options);
+    PlotWindow window(std::move(data), options);
     window.show();
     return QApplication::exec();
 }

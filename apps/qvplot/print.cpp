@@ -3,7 +3,6 @@
 #include "qvplot/plot_error.h"
 #include "qvplot/plot_window.h"
 #include "qvplot/report.h"
-#include "qvplot/whole_page.h"
 
 #include <QtPrintSupport/QPrinter>
 #include <QtPrintSupport/QPrinterInfo>
@@ -24,9 +23,9 @@ QPrinterInfo find_printer(std::string const& name) {
 } // namespace
 
 // The page in a widget of its own, which has a printer and is never seen.
-void print_page(PlotOptions const& options) {
+void print_page(PlotData const& data, PlotOptions const& options) {
     QPrinter printer(find_printer(options.printer), QPrinter::HighResolution);
-    PlotWindow page(read_data(options), options);
+    PlotWindow page(data, options);
     page.setAttribute(Qt::WA_DontShowOnScreen);
     FirstError errors;
     page.control().set_events(&errors);

@@ -1,9 +1,8 @@
 #include "qvplot/series.h"
 
+#include "qvplot/file_columns.h"
 #include "qvplot/plot_error.h"
 #include "qvplot/shown_range.h"
-#include "table/csv_reader.h"
-#include "table/dates.h"
 #include "table/text.h"
 
 #include <algorithm>
@@ -15,198 +14,314 @@
 namespace qv::plot {
 namespace {
 
-using table::CsvReader;
+using table::ColumnKind;
+using table::counted;
 using table::TableError;
 
 constexpr std::size_t rows_between_reports = 1000000;
 constexpr std::size_t most_series = 10000;
-constexpr std::string_view a_date =
-    "a date from 0000-01-01 to 9999-12-31, such as 2010-01-31 or 2010-01-31T12:30";
+constexpr std::size_t most_texts = 100'000; // of an axis
 
-enum class XKind { Unknown, Number, Date };
+/// A file that is being read, with what is taken of it.
+struct OpenFile {
+    std::unique_ptr<table::Table> table;
+    ChosenColumns chosen;
 
-// The kind of an x column is that of its first field that is not empty, in all files together.
-struct XColumn {
-    XKind kind = XKind::Unknown;
+    table::Column* x() { return chosen.x ? &table->columns()[0] : nullptr; }
+    table::Column& y(std::size_t i) { return table->columns()[i + (chosen.x ? 1 : 0)]; }
+    table::FoundColumn const& found(std::size_t i) const { return table->found()[chosen.y[i].column]; }
 
-    double value(CsvReader const& csv, std::size_t column) {
-        const std::string_view text = table::trimmed(csv.field(column));
-        if (kind == XKind::Unknown && !text.empty())
-            kind = table::iso_date(text) ? XKind::Date : XKind::Number;
-        if (kind != XKind::Date) return csv.number(column);
-        if (text.empty()) return std::nan("");
-        auto const seconds = table::utc_seconds(text);
-        if (!seconds) csv.fail(column, a_date);
-        return *seconds;
+    void keep(PlotOptions const& options) {
+        std::vector<table::Wanted> wanted;
+        if (chosen.x) wanted.push_back(wanted_column(*table, *chosen.x, true, options));
+        for (ChosenColumn const& one : chosen.y)
+            wanted.push_back(wanted_column(*table, one.column, false, options));
+        table->keep(wanted);
     }
 };
 
-// A column that is being read.
-struct Reading {
-    enum class Kind { Unknown, Numbers, Text };
+AxisContent content_of(ColumnKind kind, bool unix_time) {
+    AxisContent content;
+    content.is_time_of_day = kind == ColumnKind::TimeOfDay;
+    content.is_time = kind == ColumnKind::Time || content.is_time_of_day || unix_time;
+    return content;
+}
 
-    std::size_t column = 0;
-    Kind kind = Kind::Numbers; // Unknown until the first field that is not missing, of a column nobody named
-    Series series = {};
+char const* name_of(AxisContent const& content) {
+    return !content.texts.empty()   ? "texts"
+           : content.is_time_of_day ? "times of day"
+           : content.is_time        ? "dates"
+                                    : "numbers";
+}
+
+bool is_alike(AxisContent const& first, AxisContent const& second) {
+    return first.is_time == second.is_time && first.is_time_of_day == second.is_time_of_day
+           && first.texts.empty() == second.texts.empty();
+}
+
+/// The columns that meet on one axis have one kind; their texts are numbered together.
+class SharedAxis {
+public:
+    void add(AxisContent& axis, table::Column& column, std::string const& where) {
+        AxisContent own = content_of(column.wanted.kind, column.wanted.unix_time);
+        own.texts = column.texts;
+        if (own.texts.size() > most_texts)
+            throw PlotError(where + " holds more than " + std::to_string(most_texts)
+                            + " texts; name another with --x");
+        if (!begun_) {
+            begun_ = true;
+            axis = own;
+            for (std::string const& text : axis.texts)
+                numbers_.try_emplace(text, static_cast<double>(numbers_.size()));
+            return;
+        }
+        if (!is_alike(axis, own))
+            throw PlotError(where + " holds " + name_of(own) + " where the columns before hold "
+                            + name_of(axis) + "; draw them one by one, or as --panels");
+        if (!own.texts.empty()) renumber(axis, column);
+    }
+
+private:
+    void renumber(AxisContent& axis, table::Column& column) {
+        std::vector<double> numbers;
+        for (std::string const& text : column.texts) {
+            auto const [place, is_new] = numbers_.try_emplace(text, static_cast<double>(numbers_.size()));
+            if (is_new) axis.texts.push_back(text);
+            numbers.push_back(place->second);
+        }
+        for (std::size_t i = 0; i < column.values.size(); ++i)
+            if (double const value = column.values[i]; !std::isnan(value))
+                column.values.set(i, numbers[static_cast<std::size_t>(value)]);
+    }
+
+    bool begun_ = false;
+    std::map<std::string, double> numbers_;
 };
 
-bool is_number(CsvReader const& csv, std::size_t column) {
-    try {
-        csv.number(column);
-        return true;
-    } catch (TableError const&) {
-        return false;
+// What a person may do about a column that is no number.
+std::string hint_of(table::FoundColumn const& column) {
+    if (!column.grouped_by) return {};
+    return std::string("; --thousands \"") + column.grouped_by + "\" reads its numbers";
+}
+
+std::string stray_note(table::Strays const& strays) {
+    return "line " + std::to_string(strays.first_line) + ": " + table::one_line(strays.first);
+}
+
+// "2 cells that are no dates, the first in line 3: ..."
+std::string stray_cells(table::Strays const& strays, AxisContent const& content) {
+    bool const one = strays.count == 1;
+    char const* const noun = content.is_time_of_day ? "time of day" : content.is_time ? "date" : "number";
+    std::string nouns = content.is_time_of_day ? "times of day" : noun + std::string("s");
+    return counted(strays.count, "cell") + (one ? " that is no " : " that are no ") + (one ? noun : nouns)
+           + (one ? ", in " : ", the first in ") + stray_note(strays);
+}
+
+void count_left_out(Series& series, table::Column const& column) {
+    LeftOut& left = series.left_out;
+    left.infinite = column.infinite;
+    left.strays = column.strays.count;
+    if (left.strays > 0)
+        left.note_of_strays =
+            stray_cells(column.strays, content_of(column.wanted.kind, column.wanted.unix_time));
+    if (series.number_of_points() == series.y.size()) return;
+    for (std::size_t i = 0; i < series.y.size(); ++i) {
+        left.without_value += std::isnan(series.y[i]) && !std::isnan(series.x[i]);
+        left.without_x += std::isnan(series.x[i]) && !std::isnan(series.y[i]);
     }
+    left.without_value -= std::min(left.without_value, left.infinite + left.strays);
 }
 
-// One break is enough, however many points are missing.
-void add_break(Series& series) {
-    if (series.x.empty() || !series.has_point(series.x.size() - 1)) return;
-    series.x.push_back(std::nan(""));
-    series.y.push_back(std::nan(""));
+bool has_any(Series const& series) {
+    for (std::size_t i = 0; i < series.y.size(); ++i)
+        if (series.has_point(i)) return true;
+    return false;
 }
 
-void add_row(Series& series, double x, double y) {
-    if (!std::isnan(x) && !std::isnan(y)) {
-        series.x.push_back(x);
-        series.y.push_back(y);
-        return;
-    }
-    add_break(series);
-    if (!std::isnan(x)) ++series.left_out.without_value;
-    if (!std::isnan(y)) ++series.left_out.without_x;
-}
-
-std::string counted(std::size_t count, std::string const& things) {
-    return std::to_string(count) + " " + things + (count == 1 ? "" : "s");
-}
-
+/// Chooses the columns of files and makes series of them.
 class SeriesReader {
 public:
     SeriesReader(PlotOptions const& options, ProgressReport const& report)
         : options_(options), report_(report) {}
 
     PlotData read() {
-        for (std::size_t i = 0; i < options_.files.size(); ++i)
-            read_file(options_.files[i], i + 1 == options_.files.size());
-        data_.x_is_date = x_.kind == XKind::Date;
+        for (std::size_t i = 0; i < options_.files.size(); ++i) {
+            OpenFile file = open(options_.files[i], i + 1 == options_.files.size());
+            read_rows(*file.table);
+            take(file, options_.files[i]);
+        }
+        data_.x_is_date = data_.x.is_time;
         name_files_apart();
         return std::move(data_);
     }
 
-private:
-    bool names_columns() const { return !options_.y.empty() || !options_.y2.empty(); }
-
-    void read_file(std::filesystem::path const& file, bool is_last) {
-        CsvReader csv(file);
-        const std::size_t x = options_.x.empty() ? 0 : csv.column(options_.x);
-        if (data_.x_name.empty()) data_.x_name = csv.header()[x];
-        std::vector<Reading> readings = names_columns() ? named_columns(csv, x) : all_columns(csv, x);
+    OpenFile open(std::filesystem::path const& path, bool is_last) {
+        OpenFile file{table::open_table(path.string(), options_.reading), {}};
+        file.chosen.x = x_column(*file.table, options_);
+        if (data_.x_name.empty()) {
+            data_.x_name = file.chosen.x ? file.table->found()[*file.chosen.x].name : "row";
+            if (file.chosen.x) data_.x_unit = file.table->found()[*file.chosen.x].unit;
+        }
+        file.chosen.y = names_columns() ? named_columns(*file.table, file.chosen.x)
+                                        : columns_of_numbers(*file.table, file.chosen.x);
+        if (file.chosen.y.size() > most_series)
+            throw PlotError(file.table->name() + ": has " + std::to_string(file.chosen.y.size())
+                            + " columns; name those to draw with --y");
         // Before the rows are read, which may take long.
         if (is_last && !missing_.empty()) throw TableError(missing_.begin()->second);
-        if (names_columns() && readings.empty()) throw TableError(nothing_found(csv));
-        read_rows(csv, x, readings);
-        keep(csv, file, readings);
+        if (options_.explain)
+            for (std::string& line : explained(*file.table, file.chosen, options_))
+                data_.explanation.push_back(std::move(line));
+        if (file.chosen.y.empty()) throw_nothing_to_draw(*file.table);
+        file.keep(options_);
+        return file;
     }
+
+    Series series_of(OpenFile& file, std::size_t i) const {
+        table::FoundColumn const& found = file.found(i);
+        Series series{found.name, {}, {}, file.chosen.y[i].on_second_axis};
+        series.unit = found.unit;
+        for (StyleRule const& rule : options_.styles) {
+            const std::vector<std::size_t> columns = columns_in(*file.table, rule.column);
+            if (std::ranges::find(columns, file.chosen.y[i].column) != columns.end())
+                add_style(series, rule.style);
+        }
+        return series;
+    }
+    PlotData take_data() { return std::move(data_); }
+    SharedAxis& x_axis() { return x_; }
+
+private:
+    static void add_style(Series& series, SeriesStyle const& style) {
+        SeriesStyle& own = series.style;
+        auto const take = [](auto& target, auto const& given) {
+            if (given) target = given;
+        };
+        take(own.kind, style.kind);
+        take(own.symbols, style.symbols);
+        take(own.dash, style.dash);
+        take(own.line_width, style.line_width);
+        take(own.color, style.color);
+        take(own.symbol, style.symbol);
+        own.symbols_alone = own.symbols_alone || style.symbols_alone;
+        if (style.on_second_axis) series.on_second_axis = *style.on_second_axis;
+    }
+
+    bool names_columns() const { return !options_.y.empty() || !options_.y2.empty(); }
 
     // With several files each may have some of the columns.
-    std::vector<Reading> named_columns(CsvReader const& csv, std::size_t x) {
-        std::vector<Reading> readings;
+    std::vector<ChosenColumn> named_columns(table::Table const& file, std::optional<std::size_t> x) {
+        std::vector<ChosenColumn> chosen;
         for (bool const second : {false, true})
             for (std::string const& name : second ? options_.y2 : options_.y) {
-                std::vector<std::size_t> columns = csv.columns(name);
-                if (columns.size() > 1) std::erase(columns, x);
-                note_if_missing(csv, name, columns.empty());
-                for (std::size_t const column : columns)
-                    readings.push_back({.column = column, .series = {csv.header()[column], {}, {}, second}});
+                std::vector<std::size_t> columns = columns_in(file, name);
+                if (columns.size() > 1 && x) std::erase(columns, *x);
+                note_if_missing(file, name, columns.empty());
+                for (std::size_t const column : columns) chosen.push_back({column, second});
             }
-        return readings;
+        return chosen;
     }
 
-    void note_if_missing(CsvReader const& csv, std::string const& name, bool is_missing) {
+    void note_if_missing(table::Table const& file, std::string const& name, bool is_missing) {
         if (!is_missing) {
             found_.insert(name);
             missing_.erase(name);
         } else if (!found_.contains(name)) {
-            missing_.try_emplace(name, message_of([&] { csv.column(name); }));
+            missing_.try_emplace(name, no_column(file, name));
         }
     }
 
-    static std::string message_of(auto const& failing) {
-        try {
-            failing();
-        } catch (TableError const& error) {
-            return error.what();
+    [[noreturn]] void throw_nothing_to_draw(table::Table const& file) const {
+        if (names_columns()) {
+            std::vector<std::string> asked = options_.y, names;
+            asked.insert(asked.end(), options_.y2.begin(), options_.y2.end());
+            for (auto const& column : file.found()) names.push_back(column.name);
+            throw TableError(file.name() + ": has "
+                             + (asked.size() == 1 ? "no column " : "none of the columns ")
+                             + table::quoted_list(asked) + "; its columns are " + table::quoted_list(names));
         }
-        return {};
+        std::string hint;
+        for (auto const& column : file.found())
+            if (hint.empty()) hint = hint_of(column);
+        throw PlotError(file.name() + ": has no column of numbers beside x"
+                        + (hint.empty() ? "; name one with --y, or see --explain" : hint));
     }
 
-    std::string nothing_found(CsvReader const& csv) const {
-        std::vector<std::string> asked = options_.y;
-        asked.insert(asked.end(), options_.y2.begin(), options_.y2.end());
-        return csv.name() + ": has " + (asked.size() == 1 ? "no column " : "none of the columns ")
-               + table::quoted_list(asked) + "; its columns are " + table::quoted_list(csv.header());
+    void read_rows(table::Table& file) {
+        std::size_t told = 0;
+        while (file.read())
+            for (; report_ && file.rows() >= told + rows_between_reports;)
+                report_({file.name(), told += rows_between_reports, file.progress(), false});
+        file.finish();
+        if (told > 0) report_({file.name(), file.rows(), 1, true});
     }
 
-    static std::vector<Reading> all_columns(CsvReader const& csv, std::size_t x) {
-        if (csv.header().size() > most_series)
-            throw PlotError(csv.name() + ": has " + std::to_string(csv.header().size())
-                            + " columns; name those to draw with --y");
-        std::vector<Reading> readings;
-        for (std::size_t i = 0; i < csv.header().size(); ++i)
-            if (i != x)
-                readings.push_back({.column = i,
-                                    .kind = Reading::Kind::Unknown,
-                                    .series = {csv.header()[i], {}, {}, false}});
-        return readings;
-    }
-
-    void read_rows(CsvReader& csv, std::size_t x, std::vector<Reading>& readings) {
-        std::size_t rows = 0;
-        while (csv.next_row()) {
-            read_row(csv, x, readings);
-            if (++rows % rows_between_reports == 0 && report_)
-                report_({csv.name(), rows, csv.progress(), false});
+    void take(OpenFile& file, std::filesystem::path const& path) {
+        table::Values x;
+        if (table::Column* const column = file.x()) {
+            x_.add(data_.x, *column,
+                   file.table->name() + ": column "
+                       + table::one_line(file.table->found()[*file.chosen.x].name));
+            x = column->values;
+            if (column->strays.count > 0)
+                data_.columns_left_out.push_back("left out of " + table::one_line(data_.x_name) + ": "
+                                                 + stray_cells(column->strays, data_.x));
+        } else {
+            for (std::size_t row = 1; row <= file.table->rows(); ++row) x.push_back(static_cast<double>(row));
         }
-        if (rows >= rows_between_reports && report_) report_({csv.name(), rows, 1, true});
-    }
-
-    void read_row(CsvReader const& csv, std::size_t x_column, std::vector<Reading>& readings) {
-        double const x = x_.value(csv, x_column);
-        for (Reading& reading : readings) {
-            using enum Reading::Kind;
-            if (reading.kind == Unknown && !is_number(csv, reading.column)) reading.kind = Text;
-            if (reading.kind == Text) continue;
-            // Read even where x is empty, so that what is no number does not pass unseen.
-            double const y = csv.number(reading.column);
-            if (!std::isnan(y)) reading.kind = Numbers;
-            add_row(reading.series, x, y);
-        }
-    }
-
-    // The columns that hold numbers become series.
-    void keep(CsvReader const& csv, std::filesystem::path const& file, std::vector<Reading>& readings) {
-        std::vector<std::string> texts;
         std::size_t kept = 0;
-        for (Reading& reading : readings) {
-            if (reading.kind == Reading::Kind::Text) texts.push_back(reading.series.name);
-            if (reading.kind != Reading::Kind::Numbers) continue;
-            if (reading.series.x.empty())
-                throw TableError(csv.name() + ": column \"" + reading.series.name
-                                 + "\" holds no number beside an x");
-            if (data_.series.size() == most_series)
-                throw PlotError("there are more than " + std::to_string(most_series)
-                                + " columns to draw; name some with --y");
-            data_.series.push_back(std::move(reading.series));
-            files_.push_back(file);
-            ++kept;
+        for (std::size_t i = 0; i < file.chosen.y.size(); ++i) kept += take_column(file, i, x, path);
+        if (kept == 0)
+            throw PlotError(file.table->name()
+                            + ": has no column of numbers beside x; name one with --y, or see --explain");
+        note_left_out(*file.table, file.chosen);
+    }
+
+    // False for a column without any value that nobody has named.
+    bool take_column(OpenFile& file, std::size_t i, table::Values const& x,
+                     std::filesystem::path const& path) {
+        Series series = series_of(file, i);
+        table::Column& column = file.y(i);
+        const std::string where = file.table->name() + ": column " + table::one_line(series.name);
+        if (column.missing == column.values.size() && !names_columns() && column.values.size() > 0)
+            return false;
+        y_[series.on_second_axis].add(data_.y[series.on_second_axis], column, where);
+        series.x = x;
+        series.y = column.values;
+        count_left_out(series, column);
+        if (!has_any(series)) {
+            if (column.strays.count > 0)
+                throw TableError(where + " holds no number beside an x; " + stray_note(column.strays)
+                                 + " is none");
+            throw TableError(where + " holds no number beside an x");
         }
-        if (kept == 0) throw PlotError(csv.name() + ": has no column of numbers beside x; name one with --y");
+        if (data_.series.size() == most_series)
+            throw PlotError("there are more than " + std::to_string(most_series)
+                            + " columns to draw; name some with --y");
+        data_.series.push_back(std::move(series));
+        files_.push_back(path);
+        return true;
+    }
+
+    // What a person would miss: columns of texts and dates, lines that are no part of the table.
+    void note_left_out(table::Table const& file, ChosenColumns const& chosen) {
+        std::vector<std::string> texts;
+        std::string hint;
+        for (std::size_t i = 0; i < file.found().size(); ++i) {
+            table::FoundColumn const& column = file.found()[i];
+            bool const is_joined = chosen.x && file.found()[*chosen.x].time_column == i;
+            if (names_columns() || i == chosen.x || is_joined || column.kind == ColumnKind::Number) continue;
+            texts.push_back(column.name);
+            if (hint.empty()) hint = hint_of(column);
+        }
         if (!texts.empty())
-            data_.columns_left_out.push_back("left out of " + csv.name() + ": "
+            data_.columns_left_out.push_back("left out of " + file.name() + ": "
                                              + counted(texts.size(), "column")
-                                             + (texts.size() == 1 ? " that does" : " that do")
-                                             + " not begin with a number, " + table::quoted_list(texts));
+                                             + (texts.size() == 1 ? " that holds" : " that hold")
+                                             + " no numbers, " + table::quoted_list(texts) + hint);
+        for (std::string const& part : file.left_out())
+            data_.columns_left_out.push_back("left out of " + file.name() + ": " + part);
+        for (std::string const& remark : file.remarks()) data_.columns_left_out.push_back(remark);
     }
 
     // By the file's name where that tells them apart, else by its path and at last by a number.
@@ -233,7 +348,8 @@ private:
     std::vector<std::filesystem::path> files_;   // of the series
     std::set<std::string> found_;                // columns asked for
     std::map<std::string, std::string> missing_; // columns found in no file so far, and what to say of them
-    XColumn x_;
+    SharedAxis x_;
+    std::array<SharedAxis, 2> y_;
     PlotData data_;
 };
 
@@ -242,10 +358,16 @@ std::size_t take_out(Series& series, auto const& keep) {
     std::size_t removed = 0;
     for (std::size_t i = 0; i < series.x.size(); ++i) {
         if (!series.has_point(i) || keep(series.x[i], series.y[i])) continue;
-        series.x[i] = series.y[i] = std::nan("");
+        series.y.set(i, std::nan(""));
         ++removed;
     }
     return removed;
+}
+
+std::size_t take_out_without_logarithm(Series& series, LogAxes const& log) {
+    bool const log_y = series.on_second_axis ? log.y2 : log.y;
+    if (!log.x && !log_y) return 0;
+    return take_out(series, [&](double x, double y) { return (!log.x || x > 0) && (!log_y || y > 0); });
 }
 
 void check_range(XRange const& range, PlotData const& data, LogAxes const& log) {
@@ -257,11 +379,17 @@ void check_range(XRange const& range, PlotData const& data, LogAxes const& log) 
 }
 
 // Beyond it no place on an axis can be worked out.
-void require_finite_span(PlotData const& data, std::vector<double> Series::*values, bool second) {
+void require_finite_span(PlotData const& data, table::Values Series::*values, bool second) {
     Extent extent;
-    for (Series const& series : data.series)
-        if (values == &Series::x || series.on_second_axis == second)
-            for (double const value : series.*values) extent.include(value);
+    table::Values const* before = nullptr; // columns of one file share their x
+    for (Series const& series : data.series) {
+        table::Values const& own = series.*values;
+        if (values != &Series::x && series.on_second_axis != second) continue;
+        if (before && before->is_shared_with(own)) continue;
+        before = &own;
+        for (std::size_t b = 0; b < own.blocks(); ++b)
+            for (double const value : own.block(b)) extent.include(value);
+    }
     if (extent.high >= extent.low && !std::isfinite(extent.span()))
         throw PlotError("the values of one axis reach from " + table::shortest(extent.low) + " to "
                         + table::shortest(extent.high) + ", too far apart to be drawn");
@@ -278,7 +406,10 @@ std::size_t count_outside(Series const& series, XRange const& range) {
 
 std::size_t Series::number_of_points() const {
     std::size_t count = 0;
-    for (std::size_t i = 0; i < x.size(); ++i) count += has_point(i);
+    for (std::size_t b = 0; b < y.blocks(); ++b) {
+        auto const xs = x.block(b), ys = y.block(b);
+        for (std::size_t i = 0; i < ys.size(); ++i) count += std::isfinite(xs[i]) && std::isfinite(ys[i]);
+    }
     return count;
 }
 
@@ -287,14 +418,69 @@ PlotData read_series(PlotOptions const& options, ProgressReport const& report) {
     return SeriesReader(options, report).read();
 }
 
+struct GrowingSeries::Parts {
+    OpenFile file;
+    SharedAxis x;
+    std::array<SharedAxis, 2> y;
+    std::size_t rows = 0; // handed on so far
+};
+
+GrowingSeries::GrowingSeries(PlotOptions const& options) : parts_(std::make_unique<Parts>()) {
+    const ProgressReport none;
+    SeriesReader reader(options, none);
+    parts_->file = reader.open(options.files.front(), true);
+    data_ = reader.take_data();
+    OpenFile& file = parts_->file;
+    if (table::Column* const x = file.x()) data_.x = content_of(x->wanted.kind, x->wanted.unix_time);
+    data_.x_is_date = data_.x.is_time;
+    for (std::size_t i = 0; i < file.chosen.y.size(); ++i) {
+        if (file.y(i).wanted.kind == ColumnKind::Text) continue;
+        data_.series.push_back(reader.series_of(file, i));
+        data_.y[data_.series.back().on_second_axis] = content_of(file.y(i).wanted.kind, false);
+    }
+    bool const has_texts =
+        (file.x() && file.x()->wanted.kind == ColumnKind::Text) || data_.series.size() < file.chosen.y.size();
+    if (has_texts)
+        throw PlotError("--follow: " + file.table->name()
+                        + ": columns of texts cannot be followed; name others with --x and --y");
+}
+
+GrowingSeries::~GrowingSeries() = default;
+
+bool GrowingSeries::read() {
+    bool const any = parts_->file.table->read();
+    collect();
+    return any;
+}
+
+void GrowingSeries::finish() {
+    parts_->file.table->finish();
+    collect();
+}
+
+void GrowingSeries::collect() {
+    OpenFile& file = parts_->file;
+    table::Values x;
+    if (table::Column* const column = file.x()) {
+        std::swap(x, column->values);
+    } else {
+        while (parts_->rows < file.table->rows()) x.push_back(static_cast<double>(++parts_->rows));
+    }
+    for (std::size_t i = 0; i < data_.series.size(); ++i) {
+        data_.series[i].x = x;
+        data_.series[i].y.clear();
+        std::swap(data_.series[i].y, file.y(i).values);
+    }
+}
+
 void leave_out_points(PlotData& data, PlotOptions const& options) {
     LogAxes const& log = options.log;
     if (log.x && data.x_is_date) throw PlotError("--log-x: column \"" + data.x_name + "\" holds dates");
+    if (log.x && !data.x.texts.empty())
+        throw PlotError("--log-x: column \"" + data.x_name + "\" holds texts");
     if (options.x_range) check_range(*options.x_range, data, log);
     for (Series& series : data.series) {
-        bool const log_y = series.on_second_axis ? log.y2 : log.y;
-        series.left_out.without_logarithm =
-            take_out(series, [&](double x, double y) { return (!log.x || x > 0) && (!log_y || y > 0); });
+        series.left_out.without_logarithm = take_out_without_logarithm(series, log);
         std::size_t const points = series.number_of_points();
         if (points == 0)
             throw PlotError("column \"" + series.name + "\" has no positive value for a logarithmic axis");
@@ -311,16 +497,18 @@ void leave_out_points(PlotData& data, PlotOptions const& options) {
 std::vector<std::string> notes_of_what_is_left_out(PlotData const& data) {
     std::vector<std::string> notes = data.columns_left_out;
     for (Series const& series : data.series) {
-        auto const [values, x, logarithms, outside] = series.left_out;
+        LeftOut const& left = series.left_out;
         std::string const point = series.function.empty() ? "point" : "sample";
         std::string parts;
-        auto const add = [&](std::size_t count, std::string const& things, char const* why) {
+        auto const add = [&](std::size_t count, std::string const& things, std::string const& why) {
             if (count > 0) parts += (parts.empty() ? "" : ", ") + counted(count, things) + why;
         };
-        add(values, "row", " without a value");
-        add(x, "value", " without an x");
-        add(logarithms, point, " without a positive value for a logarithmic axis");
-        add(outside, point, " outside --x-range");
+        add(left.without_value, "row", " without a value");
+        add(left.without_x, "value", " without an x");
+        add(left.infinite, "infinite value", "");
+        if (left.strays > 0) parts += (parts.empty() ? "" : ", ") + left.note_of_strays;
+        add(left.without_logarithm, point, " without a positive value for a logarithmic axis");
+        add(left.outside_range, point, " outside --x-range");
         if (!parts.empty()) notes.push_back("left out of \"" + series.name + "\": " + parts);
     }
     return notes;

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "qvplot/options.h"
+#include "table/values.h"
 
+#include <array>
 #include <cmath>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,21 +19,33 @@ struct LeftOut {
     std::size_t without_x = 0;     // values
     std::size_t without_logarithm = 0;
     std::size_t outside_range = 0;
+    std::size_t infinite = 0; // values
+    std::size_t strays = 0;   // cells that are not what their column is
+    std::string note_of_strays = {};
 };
 
 /// Points of one column of one file, in the file's order. A point that is not a number stands where some are
-/// missing: a line breaks there.
+/// missing: a line breaks there. Columns of one file share their x.
 struct Series {
     std::string name; // the column, with the file where several files have it
-    std::vector<double> x;
-    std::vector<double> y;
+    table::Values x;
+    table::Values y;
     bool on_second_axis = false;
     std::string function = {}; // the formula whose curve it is, with samples of it as x and y; else empty
     XRange function_range = {};
     LeftOut left_out = {};
+    std::string unit = {};
+    SeriesStyle style = {};
 
     bool has_point(std::size_t i) const { return std::isfinite(x[i]) && std::isfinite(y[i]); }
     std::size_t number_of_points() const;
+};
+
+/// What the values of an axis are beside numbers.
+struct AxisContent {
+    bool is_time = false;                // seconds since 1970 in UTC
+    bool is_time_of_day = false;         // since midnight
+    std::vector<std::string> texts = {}; // value n is the n-th of them
 };
 
 struct PlotData {
@@ -38,6 +53,10 @@ struct PlotData {
     bool x_is_date = false; // x in seconds since 1970 in UTC
     std::vector<Series> series;
     std::vector<std::string> columns_left_out = {}; // a line for each file that has such
+    std::string x_unit = {};
+    AxisContent x = {};
+    std::array<AxisContent, 2> y = {}; // of the axis at the left, at the right
+    std::vector<std::string> explanation = {};
 };
 
 /// Where reading stands.
@@ -53,6 +72,27 @@ using ProgressReport = std::function<void(Progress const&)>;
 /// Reads what the options ask for, nothing where they name no file. What is wrong with a file, a column or a
 /// field is a table::TableError that names it; options that do not fit the files are a PlotError.
 PlotData read_series(PlotOptions const& options, ProgressReport const& report = {});
+
+/// Columns of one file that is still being written.
+class GrowingSeries {
+public:
+    /// Waits for the first lines.
+    explicit GrowingSeries(PlotOptions const& options);
+    ~GrowingSeries();
+    /// What the page is made of: the series without points.
+    PlotData const& data() const { return data_; }
+    /// Reads what has come since; the new points are in `data().series` until the next call. False when there
+    /// was nothing.
+    bool read();
+    /// Takes a last line without an end.
+    void finish();
+
+private:
+    void collect();
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+    PlotData data_;
+};
 
 /// Takes the points that have no place on a logarithmic axis, and counts those outside the range of x that is
 /// asked for. A series of which nothing is left to see is a PlotError.

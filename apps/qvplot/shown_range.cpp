@@ -36,7 +36,7 @@ public:
 
 private:
     void add_crossing(Extent& extent, std::size_t i, double end) const {
-        auto const [low, high] = std::minmax(series_.x[i - 1], series_.x[i]);
+        auto const [low, high] = std::minmax({series_.x[i - 1], series_.x[i]});
         if (!(low < end && end < high)) return;
         double const from = evenly(series_.x[i - 1], log_x_);
         double const share = (evenly(end, log_x_) - from) / (evenly(series_.x[i], log_x_) - from);
@@ -94,18 +94,20 @@ std::optional<Extent> x_range_to_show(PlotData const& data, PlotOptions const& o
     if (options.x_range) return Extent{options.x_range->from, options.x_range->to};
     bool const has_points =
         std::ranges::any_of(data.series, [](Series const& series) { return series.function.empty(); });
-    Extent extent;
-    for (Series const& series : data.series)
-        for (double const x : series.x) extent.include(x);
     if (!has_points) {
         XRange const& range = data.series.front().function_range;
         return Extent{range.from, range.to};
     }
+    bool const has_bars = options.bars && !options.log.x && data.x.texts.empty();
+    if (!data.x_is_date && !has_bars) return std::nullopt;
+    Extent extent;
+    for (Series const& series : data.series)
+        for (double const x : series.x) extent.include(x);
     // Beyond it an axis of time has no dates.
     constexpr double end_of_9999 = 253402300799;
     if (data.x_is_date && extent.high + std::max(extent.span(), 86400.0) > end_of_9999)
         return Extent{extent.low - (extent.span() > 0 ? 0 : 86400), std::min(extent.high, end_of_9999)};
-    if (!options.bars || options.log.x) return std::nullopt;
+    if (!has_bars) return std::nullopt;
     double const distance = bar_distance(data);
     const Extent padded = widened(extent, distance / 2, distance / 2, false);
     return padded.low < padded.high ? std::optional(padded) : std::nullopt;
@@ -116,11 +118,15 @@ std::optional<Extent> y_range_to_show(PlotData const& data, PlotOptions const& o
     bool const has_function = std::ranges::any_of(data.series, [&](Series const& series) {
         return series.on_second_axis == second && !series.function.empty();
     });
-    if (!options.x_range && !has_function) return std::nullopt;
+    if ((!options.x_range && !has_function) || options.stacked) return std::nullopt;
     Extent extent = y_extent(data, options, second);
     if (!(extent.low <= extent.high)) return std::nullopt;
-    if (options.bars && !is_log) extent.include(0);
-    return with_margin(extent, is_log, options.bars);
+    bool const has_base = std::ranges::any_of(data.series, [&](Series const& series) {
+        Kind const kind = series.style.kind.value_or(options.page_kind());
+        return series.on_second_axis == second && (kind == Kind::Bars || kind == Kind::Area);
+    });
+    if (has_base && !is_log) extent.include(0);
+    return with_margin(extent, is_log, has_base);
 }
 
 } // namespace qv::plot

@@ -109,6 +109,9 @@ public:
     /// Qt's own contextMenuPolicy holds as for any widget.
     bool has_context_menu() const { return has_context_menu_; }
     void set_context_menu(bool on) { has_context_menu_ = on; } ///< the same, set
+    /// Does what an entry of that menu does, for menus and keys of one's own: Copy, SaveAs, Print, UndoZoom,
+    /// ShowEverything or Gestures. False for another name, and where it is not possible now.
+    bool do_menu_entry(QString const& name);
     /// \name The control's switches of gestures, as properties of the widget
     /// \{
 

@@ -3,9 +3,13 @@
 #include "qvplot/plot_window.h"
 
 #include "document/selection.h"
+#include "temporary_folder.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
+#include <QtGui/QShortcut>
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QScrollBar>
 
@@ -144,4 +148,89 @@ TEST_CASE("a new size keeps what is zoomed and where the legend was put") {
     CHECK(graph.LegendShow);
     CHECK(graph.LegendTableLeft == left);
     window.check_bars();
+}
+
+namespace {
+
+/// Lets a window work until something holds, or for so long that it never will.
+bool comes_to(auto const& holds) {
+    QElapsedTimer watch;
+    watch.start();
+    constexpr qint64 longest = 20000; // milliseconds
+    while (!holds() && watch.elapsed() < longest)
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 50);
+    return holds();
+}
+
+document::Graph const& graph_of(PlotWindow& window) {
+    return document::current_graph(control::state_of(window.control()));
+}
+
+} // namespace
+
+TEST_CASE("the title names the file, and keys copy, undo and close") {
+    PlotOptions options = Window::sized();
+    options.files = {"some/where/day.csv", "night.csv"};
+    PlotWindow window(two_columns(), options);
+    CHECK(window.windowTitle() == "day.csv, night.csv - qvplot");
+    window.show();
+    Window::settle();
+    auto const has_keys = [&](char const* keys) {
+        for (QShortcut const* shortcut : window.findChildren<QShortcut*>())
+            if (shortcut->key() == QKeySequence(keys)) return true;
+        return false;
+    };
+    for (char const* keys : {"Ctrl+C", "Ctrl+S", "Ctrl+P", "Ctrl+Z", "Ctrl+0", "F1", "Ctrl+W", "Ctrl+Q"}) {
+        CAPTURE(keys);
+        CHECK(has_keys(keys));
+    }
+    auto const press = [&](char const* keys) {
+        for (QShortcut* shortcut : window.findChildren<QShortcut*>())
+            if (shortcut->key() == QKeySequence(keys)) Q_EMIT shortcut->activated();
+        Window::settle();
+    };
+    double const full = graph_of(window).Axes[0].AxisValue2;
+    QWheelEvent wheel(QPointF(300, 200), window.page_view().mapToGlobal(QPointF(300, 200)), {}, {0, 480},
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&window.page_view(), &wheel);
+    Window::settle();
+    CHECK(graph_of(window).Axes[0].AxisValue2 != full);
+    press("Ctrl+0");
+    CHECK(graph_of(window).Axes[0].AxisValue2 == full);
+    CHECK_FALSE(window.do_menu_entry("Nonsense"));
+    press("Ctrl+W");
+    CHECK_FALSE(window.isVisible());
+}
+
+TEST_CASE("a file that changes is drawn anew, and one that cannot be read leaves the page as it is") {
+    const test::TemporaryFolder folder;
+    PlotOptions options = Window::sized();
+    options.watch = true;
+    options.files = {folder.file("a.csv", "x,n\n1,2\n2,3\n")};
+    PlotWindow window(read_series(options), options);
+    window.show();
+    Window::settle();
+    auto const high = [&] { return graph_of(window).Axes[0].AxisValue2; };
+    REQUIRE(high() < 10);
+    folder.file("a.csv", "x,n\n1,2\n20,3\n");
+    CHECK(comes_to([&] { return high() > 15; }));
+    // Another file in its place.
+    std::filesystem::rename(folder.file("b.csv", "x,n\n1,2\n200,3\n"), options.files[0]);
+    CHECK(comes_to([&] { return high() > 150; }));
+}
+
+TEST_CASE("a file that grows is drawn as it comes") {
+    const test::TemporaryFolder folder;
+    PlotOptions options = Window::sized();
+    options.follow = options.reading.early = true;
+    options.latest = 3;
+    options.files = {folder.file("a.csv", "x,n\n1,2\n2,3\n")};
+    PlotWindow window(options);
+    window.show();
+    auto const points = [&] { return graph_of(window).DataSets[0].points.size(); };
+    CHECK(comes_to([&] { return points() == 2; }));
+    std::ofstream(options.files[0], std::ios::app) << "3,4\n4,5\n500,";
+    CHECK(comes_to([&] { return points() == 3; }));
+    std::ofstream(options.files[0], std::ios::app) << "6\n";
+    CHECK(comes_to([&] { return graph_of(window).Axes[0].AxisValue2 > 400; }));
 }

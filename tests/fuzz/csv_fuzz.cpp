@@ -1,4 +1,4 @@
-// Hostile files and options for the program that draws columns: the first line is the command line, the rest
+// Hostile files for the program that draws columns: the first line is the command line, the rest
 // the file. The file is read into series, drawn on a page, zoomed and laid out anew in another size. What
 // must hold is checked here; crashes, leaks and undefined behaviour are the sanitizers' to find.
 #include "control/state_of.h"
@@ -10,7 +10,7 @@
 #include "qvplot/plot_error.h"
 #include "qvplot/report.h"
 #include "qvplot/series.h"
-#include "table/csv_reader.h"
+#include "table/table.h"
 
 #include <CLI/CLI.hpp>
 
@@ -60,8 +60,11 @@ std::optional<PlotOptions> parsed(std::string const& line, std::string const& fi
         return std::nullopt;
     } catch (PlotError const&) {
         return std::nullopt;
+    } catch (table::TableError const&) {
+        return std::nullopt;
     }
     options.files.assign(std::clamp<std::size_t>(options.files.size(), 1, 3), file);
+    options.follow = options.watch = false;
     options.size = {options.size.width % 400 + 20, options.size.height % 300 + 20};
     // Formulas have a target of their own.
     options.definitions.clear();
@@ -70,11 +73,10 @@ std::optional<PlotOptions> parsed(std::string const& line, std::string const& fi
     return options;
 }
 
-std::size_t rows_of(std::string const& file) {
-    table::CsvReader csv(file);
-    std::size_t rows = 0;
-    while (csv.next_row()) ++rows;
-    return rows;
+std::size_t rows_of(std::string const& file, PlotOptions const& options) {
+    auto const table = table::open_table(file, options.reading);
+    table::read_whole(*table);
+    return table->rows();
 }
 
 void check_series(PlotData const& data, std::size_t rows) {
@@ -101,7 +103,12 @@ void check_points(qvGraph const& page, PlotData const& data, PlotOptions const& 
         double const tolerance = 1e-8 * (axis.ScaleMax - axis.ScaleMin);
         return value >= axis.ScaleMin - tolerance && value <= axis.ScaleMax + tolerance;
     };
-    if (options.x_range || !options.functions.empty()) return;
+    bool const has_own_axes = options.page_kind() == Kind::Histogram || options.page_kind() == Kind::Heat
+                              || options.page_kind() == Kind::Box || !options.styles.empty()
+                              || options.stacked;
+    if (options.x_range || options.y_range || options.y2_range || options.panels || has_own_axes
+        || !options.functions.empty())
+        return;
     for (Series const& series : data.series)
         for (std::size_t i = 0; i < series.x.size(); ++i)
             if (series.has_point(i))
@@ -145,7 +152,7 @@ void run(std::string const& line, std::string_view content) {
         add_functions(data, *options);
         leave_out_points(data, *options);
         notes_of_what_is_left_out(data);
-        check_series(data, rows_of(file.path()));
+        check_series(data, rows_of(file.path(), *options));
         draw(data, *options);
     } catch (PlotError const&) {
     } catch (table::TableError const&) {

@@ -119,6 +119,10 @@ void QvGraphWidget::open_menu(QPoint on_screen) {
     guarded([this] { host_->report_failure(); }, [&] { open_page_menu(*this, *host_, on_screen); });
 }
 
+bool QvGraphWidget::do_menu_entry(QString const& name) {
+    return qt::do_menu_entry(*this, *host_, name);
+}
+
 // The page lies in the widget's corner, so places of the one are places of the other.
 void QvGraphWidget::contextMenuEvent(QContextMenuEvent* event) {
     bool const by_mouse = event->reason() == QContextMenuEvent::Mouse;

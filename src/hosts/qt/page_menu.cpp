@@ -11,7 +11,9 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMessageBox>
 
+#include <algorithm>
 #include <exception>
+#include <iterator>
 #include <memory>
 
 namespace qv::qt {
@@ -183,6 +185,14 @@ void open_page_menu(QvGraphWidget& widget, WidgetHost& host, QPoint on_screen) {
         if (entry.ends_group) menu->addSeparator();
     }
     menu->popup(on_screen);
+}
+
+bool do_menu_entry(QvGraphWidget& widget, WidgetHost& host, QString const& name) {
+    auto const entry =
+        std::ranges::find_if(entries, [&](Entry const& row) { return name == QLatin1String(row.name); });
+    if (entry == std::end(entries) || !entry->possible(widget.control())) return false;
+    guarded([&] { tell_failure(widget); }, [&] { entry->act(widget, host); });
+    return true;
 }
 
 } // namespace qv::qt
