@@ -40,14 +40,13 @@ std::map<std::string, std::filesystem::file_time_type> times_of(PlotOptions cons
 
 } // namespace
 
-bool FollowedInput::is_pipe() const {
+bool FollowedInput::has_end() const {
     struct stat about {};
-    int const result = file_ == "-" ? fstat(STDIN_FILENO, &about) : stat(file_.c_str(), &about);
-    return result == 0 && !S_ISREG(about.st_mode);
+    return file_ == "-" || (stat(file_.c_str(), &about) == 0 && !S_ISREG(about.st_mode));
 }
 
 bool FollowedInput::wait(milliseconds longest) const {
-    if (file_ == "-" && is_pipe()) {
+    if (file_ == "-") {
         pollfd input{STDIN_FILENO, POLLIN, 0};
         return poll(&input, 1, static_cast<int>(longest.count())) > 0;
     }
@@ -95,7 +94,7 @@ int follow_into_file(PlotOptions const& options) {
             changed = true;
             if (!any_written) next = now; // the first picture as soon as there is one
             any_written = true;
-        } else if (input.is_pipe()) {
+        } else if (input.has_end()) {
             break;
         }
     }

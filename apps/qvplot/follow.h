@@ -19,8 +19,8 @@ int watch_into_file(PlotOptions const& options);
 class FollowedInput {
 public:
     explicit FollowedInput(std::string file) : file_(std::move(file)) {}
-    /// Whether it is a pipe, which has an end, and no file that may grow.
-    bool is_pipe() const;
+    /// Whether it has an end, as standard input and pipes have, and is no file that may grow.
+    bool has_end() const;
     /// Waits until there may be something to read, or so long.
     bool wait(std::chrono::milliseconds longest) const;
     /// Waits until a file has any content; false when interrupted.

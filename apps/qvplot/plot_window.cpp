@@ -104,7 +104,7 @@ void PlotWindow::read_more() {
                 ended = true;
             }
         }
-        if (ended && input.is_pipe()) {
+        if (ended && input.has_end()) {
             growing_->finish();
             page_.append(growing_->data().series);
             timer_.stop();

@@ -150,6 +150,7 @@ public:
             read_rows(*file.table);
             take(file, options_.files[i]);
         }
+        check_styles();
         data_.x_is_date = data_.x.is_time;
         name_files_apart();
         return std::move(data_);
@@ -177,14 +178,13 @@ public:
         return file;
     }
 
-    Series series_of(OpenFile& file, std::size_t i) const {
+    Series series_of(OpenFile& file, std::size_t i) {
         table::FoundColumn const& found = file.found(i);
         Series series{found.name, {}, {}, file.chosen.y[i].on_second_axis};
         series.unit = found.unit;
         for (StyleRule const& rule : options_.styles) {
             const std::vector<std::size_t> columns = columns_in(*file.table, rule.column);
-            if (std::ranges::find(columns, file.chosen.y[i].column) != columns.end())
-                add_style(series, rule.style);
+            if (std::ranges::find(columns, file.chosen.y[i].column) != columns.end()) use_style(series, rule);
         }
         return series;
     }
@@ -205,6 +205,16 @@ private:
         take(own.symbol, style.symbol);
         own.symbols_alone = own.symbols_alone || style.symbols_alone;
         if (style.on_second_axis) series.on_second_axis = *style.on_second_axis;
+    }
+
+    void use_style(Series& series, StyleRule const& rule) {
+        styled_.insert(rule.column);
+        add_style(series, rule.style);
+    }
+    void check_styles() const {
+        for (StyleRule const& rule : options_.styles)
+            if (!styled_.contains(rule.column))
+                throw PlotError("--style: no column " + table::one_line(rule.column) + " is drawn");
     }
 
     bool names_columns() const { return !options_.y.empty() || !options_.y2.empty(); }
@@ -347,6 +357,7 @@ private:
     ProgressReport const& report_;
     std::vector<std::filesystem::path> files_;   // of the series
     std::set<std::string> found_;                // columns asked for
+    std::set<std::string> styled_;               // columns whose styles were taken
     std::map<std::string, std::string> missing_; // columns found in no file so far, and what to say of them
     SharedAxis x_;
     std::array<SharedAxis, 2> y_;

@@ -74,6 +74,7 @@ TEST_CASE("what is wrong is one line and status 2, and leaves no file") {
          "\"width=3\" and colours"},
         {"b.csv --colors blue,#12345 --out p.png",
          "--colors: \"#12345\" is no colour; give one such as blue or #0B6BCB"},
+        {"b.csv --style m:steps --out p.png", "--style: no column \"m\" is drawn"},
         {"b.csv --look neon --out p.png", "--look: \"neon\" is none of light, dark, print, classic"},
         {"b.csv --hline high --out p.png", "--hline: \"high\" is not VALUE or VALUE=TEXT, such as 5=limit"},
         {"b.csv --separator ,, --out p.png",
@@ -237,6 +238,7 @@ TEST_CASE("a pipe that is followed ends as the page of all its rows, or of the l
         return qv::test::content_of(folder.path() / "p.png");
     };
     CHECK(page_of("- --follow") == page_of("all.csv"));
+    CHECK(run(folder, "- --follow --out p.png <all.csv").status == 0);
     CHECK(page_of("- --follow --latest 1000") == page_of("latest.csv"));
     CHECK(page_of("- --follow --steps --y 2") == page_of("all.csv --steps"));
 }
