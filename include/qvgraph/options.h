@@ -385,7 +385,7 @@ struct GraphOptions {
     /// BarArrangement 1 to 3, 0 to 1; the rest is the gap.
     std::optional<Checked<double>> bar_width_share = {};
     /// GraphPolar: Makes x an angle and y, of the first y axis, the distance from the middle of the plot
-    /// area; lines, symbols, areas and functions follow. Nothing of such a graph is zoomed.
+    /// area; lines, symbols, areas, bars and functions follow. Nothing of such a graph is zoomed.
     std::optional<Checked<bool>> polar = {};
     /// PolarRadians: Whether the angles of a polar graph are radians, not degrees.
     std::optional<Checked<bool>> polar_radians = {};
@@ -497,7 +497,7 @@ public:
     double bar_width_share() const;
     void bar_width_share(Checked<double> value) const; ///< sets it
     /// GraphPolar: Makes x an angle and y, of the first y axis, the distance from the middle of the plot
-    /// area; lines, symbols, areas and functions follow. Nothing of such a graph is zoomed.
+    /// area; lines, symbols, areas, bars and functions follow. Nothing of such a graph is zoomed.
     bool polar() const;
     void polar(Checked<bool> value) const; ///< sets it
     /// PolarRadians: Whether the angles of a polar graph are radians, not degrees.

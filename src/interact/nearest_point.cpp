@@ -13,6 +13,7 @@
 #include "render/error_bars.h"
 #include "render/kinds/series_kind.h"
 #include "render/plot_geometry.h"
+#include "render/polar/polar_bars.h"
 #include "render/polar/polar_map.h"
 #include "render/stacked_areas.h"
 #include "render/text.h"
@@ -208,8 +209,8 @@ std::optional<FoundPoint> nearest_point(ControlState& state, std::int16_t index,
             continue;
         }
         if (plan.holds(i)) {
-            if (auto const found = render::arranged_bar_at(scope.view(), plan, place))
-                item = FoundPoint{i, *found, 0};
+            auto const bar_at = graph.GraphPolar ? render::polar_bar_at : render::arranged_bar_at;
+            if (auto const found = bar_at(scope.view(), plan, place)) item = FoundPoint{i, *found, 0};
             continue;
         }
         double const least = nearest ? nearest->distance : radius;

@@ -18,6 +18,7 @@
 #include "render/pen.h"
 #include "render/pipeline.h"
 #include "render/plot_geometry.h"
+#include "render/polar/polar_bars.h"
 #include "render/polar/polar_lines.h"
 #include "render/spline.h"
 #include "render/stacked_areas.h"
@@ -67,9 +68,10 @@ void draw_line(Plotting& plotting, DataSet const& set) {
     surface.state.ForeColor = set.DataLineColor;
     const LineMapping mapping = line_mapping(plotting, set);
     if (plotting.graph.GraphPolar)
-        return draw_with_dashes(
-            surface, is_area(set) ? DashPattern() : dashes_of(set), mapping.visible,
-            [&](DrawSurface& lines) { draw_polar_line(lines, set, *places(plotting).polar); });
+        return draw_with_dashes(surface, is_area(set) ? DashPattern() : dashes_of(set), mapping.visible,
+                                [&](DrawSurface& lines) {
+                                    draw_polar_line(lines, plotting.graph, set, *places(plotting).polar);
+                                });
     bool const outlined = set.DataLineStyle == line_outlined_area;
     if (is_area(set)) return draw_area(surface, {plotting.graph, set, mapping}, outlined);
     draw_with_dashes(surface, dashes_of(set), mapping.visible, [&](DrawSurface& lines) {
@@ -129,10 +131,10 @@ private:
 void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
     Graph& graph = plotting.graph;
     DrawSurface& surface = plotting.surface;
+    const PlaceMap map = places(plotting);
     const VisibleRange x_range = visible_range(selected_x_axis(graph));
     const VisibleRange y_range = visible_range(selected_y_axis(graph));
-    const scale::AxisMap x_map = scale::x_map(graph, selected_x_axis(graph));
-    const scale::AxisMap y_map = scale::y_map(graph, selected_y_axis(graph));
+    auto const shows = [&](double x, double y) { return x_range.contains(x) && y_range.contains(y); };
     surface.state.FillColor = surface.state.ForeColor = set.DataSymbolFill.Color1;
     surface.state.fill_style = FillStyle::Solid;
     const PenScope pen(surface, 1);
@@ -145,11 +147,13 @@ void draw_symbol_batch(Plotting& plotting, DataSet const& set) {
         centres.resize(block.size());
         std::size_t visible = 0;
         auto const x = block.x(), y = block.y();
-        for (std::size_t i = 0; i < block.size(); ++i)
-            if (x_range.contains(x[i]) && y_range.contains(y[i]) && !is_counted_out(set, first + i)) {
-                const Point centre = whole_twips({x_map(x[i]), y_map(y[i])});
-                if (spacing.keeps(centre)) centres[visible++] = centre;
-            }
+        for (std::size_t i = 0; i < block.size(); ++i) {
+            if ((!map.polar && !shows(x[i], y[i])) || is_counted_out(set, first + i)) continue;
+            const Point place = map(x[i], y[i]);
+            if (map.polar && !map.polar->holds(place)) continue;
+            const Point centre = whole_twips(place);
+            if (spacing.keeps(centre)) centres[visible++] = centre;
+        }
         centres.resize(visible);
         surface.Symbols({*symbol_shape(set.DataSymbol), set.DataSymbolSize, centres});
         first += block.size();
@@ -263,12 +267,17 @@ bool draw_arranged_bars(Plotting& plotting, std::int16_t index) {
     return true;
 }
 
+void draw_bars_in_polar(Plotting& plotting, std::int16_t index) {
+    const SeriesScope scope(plotting.state, plotting.graph, index, SeriesScope::Maps::BeingDrawn);
+    draw_polar_bars(scope.view(), plotting.surface, plotting.plan, plotting.bars);
+}
+
 void draw_symbols(Plotting& plotting, DataSet const& set, std::int16_t index) {
+    if (plotting.graph.GraphPolar && set.DataSymbol == symbol_bar) return draw_bars_in_polar(plotting, index);
     if (draw_arranged_bars(plotting, index)) return;
     plotting.state.PointCounter = 0;
     plotting.bars.position = 0;
-    if (plotting.graph.GraphPolar || has_single_marks(plotting.graph, set))
-        return draw_each_symbol(plotting, set, index);
+    if (has_single_marks(plotting.graph, set)) return draw_each_symbol(plotting, set, index);
     if (set.DataSymbol == symbol_bar) {
         bool const together =
             are_bars_plain(set)

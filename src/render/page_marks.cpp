@@ -4,6 +4,7 @@
 #include "render/bars/bar_places.h"
 #include "render/kinds/series_kind.h"
 #include "render/plot_geometry.h"
+#include "render/polar/polar_bars.h"
 #include "render/polar/polar_map.h"
 #include "render/stacked_areas.h"
 #include "scale/mapping.h"
@@ -100,7 +101,7 @@ Shapes read_mark(ControlState& state) {
         if (!is_finite(box)) return {};
         return {{{box.left, box.top}, {box.right(), box.bottom()}, LineShape::Box, view.plot}};
     }
-    if (auto const bar = arranged_bar_of(view, BarPlan(graph), index))
+    if (auto const bar = (graph.GraphPolar ? polar_bar_of : arranged_bar_of)(view, BarPlan(graph), index))
         return {{{bar->left, bar->top}, {bar->right(), bar->bottom()}, LineShape::Box, view.plot}};
     const document::PointEntry point = shown_points(graph, set).at(index);
     const Point place = place_map(graph, SeriesScope::Maps::BeingDrawn)(point.X, point.Y);

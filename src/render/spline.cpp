@@ -16,20 +16,6 @@ double CubicWeight(double t) {
     return t * t * t - t;
 }
 
-/// Those of all runs of the data set, one behind the other.
-std::vector<double> const& second_derivatives(document::DataSet const& set) {
-    document::CurveMemory& memory = set.curve;
-    bool const known = !memory.second_derivatives.empty() && memory.size == set.points.size()
-                       && memory.dropped == set.points.dropped();
-    if (known) return memory.second_derivatives;
-    memory = {{}, set.points.size(), set.points.dropped()};
-    for_each_finite_run(set.points, [&](std::span<Point const> run) {
-        auto const of_run = SplineCoefficients(run);
-        memory.second_derivatives.insert(memory.second_derivatives.end(), of_run.begin(), of_run.end());
-    });
-    return memory.second_derivatives;
-}
-
 class SplineCurve {
 public:
     SplineCurve(DrawSurface& surface, document::DataSet const& set, LineMapping const& mapping)
@@ -64,17 +50,9 @@ private:
 
     void add_inner(std::span<Point const> run, std::size_t i, int steps) {
         std::vector<double> const& second = second_derivatives(set_);
-        double const at_from = second[first_of_run_ + i], at_to = second[first_of_run_ + i + 1];
-        const Point from = run[i], to = run[i + 1];
-        double const width = to.x - from.x;
-        for (int j = 1; j < steps; ++j) {
-            double const t = static_cast<double>(j) / steps;
-            double const straight = t * to.y + (1 - t) * from.y;
-            double const bend = CubicWeight(t) * at_to + CubicWeight(1 - t) * at_from;
-            double const y = straight + width * width * bend / 6;
-            // Distances near the ends of the number range overflow the equations.
-            line_.add(place({from.x + width * t, std::isfinite(y) ? y : straight}));
-        }
+        const SplineStretch stretch{run[i], run[i + 1], second[first_of_run_ + i],
+                                    second[first_of_run_ + i + 1]};
+        for (int j = 1; j < steps; ++j) line_.add(place(stretch.at(static_cast<double>(j) / steps)));
     }
 
     document::DataSet const& set_;
@@ -107,6 +85,27 @@ std::vector<double> SplineCoefficients(std::span<Point const> points) {
     for (std::size_t i = last; i >= 1; --i)
         second[i] = diagonal[i] == 0 ? second[i + 1] : (right[i] - width(i) * second[i + 1]) / diagonal[i];
     return second;
+}
+
+std::vector<double> const& second_derivatives(document::DataSet const& set) {
+    document::CurveMemory& memory = set.curve;
+    bool const known = !memory.second_derivatives.empty() && memory.size == set.points.size()
+                       && memory.dropped == set.points.dropped();
+    if (known) return memory.second_derivatives;
+    memory = {{}, set.points.size(), set.points.dropped()};
+    for_each_finite_run(set.points, [&](std::span<Point const> run) {
+        auto const of_run = SplineCoefficients(run);
+        memory.second_derivatives.insert(memory.second_derivatives.end(), of_run.begin(), of_run.end());
+    });
+    return memory.second_derivatives;
+}
+
+Point SplineStretch::at(double share) const {
+    double const width = to.x - from.x;
+    double const straight = share * to.y + (1 - share) * from.y;
+    double const bend = CubicWeight(share) * at_to + CubicWeight(1 - share) * at_from;
+    double const y = straight + width * width * bend / 6;
+    return {from.x + width * share, std::isfinite(y) ? y : straight};
 }
 
 void draw_spline(DrawSurface& surface, document::DataSet const& set, LineMapping const& mapping) {

@@ -189,3 +189,31 @@ TEST_CASE("round graphs are saved as shapes, and drawing them again draws the sa
     CHECK(person.pixels() == first);
     CHECK(person.heard.errors.empty());
 }
+
+TEST_CASE("where very many slices share a pixel it has the mean of their colours") {
+    PersonWithPie person;
+    person.page.UseLook("light");
+    person.drawn.legend({.show = false});
+    person.pie.clear();
+    // A half of one colour, a half of very many slices that no pixel tells apart.
+    person.pie.add_slice("large", 60000);
+    std::vector<double> numbers(60000), ones(60000, 1);
+    person.pie.add(numbers, ones);
+    person.page.Refresh();
+    auto const colors = look("light").palette;
+    auto const pixel_at = [&](Point place) {
+        auto const all = person.pixels();
+        auto const width = static_cast<std::size_t>(person.host.picture().GetClientRect().width);
+        return all[static_cast<std::size_t>(place.y / 15) * width + static_cast<std::size_t>(place.x / 15)]
+               & 0xFFFFFF;
+    };
+    auto const c = static_cast<std::uint32_t>(colors[0]);
+    CHECK(pixel_at(person.from_middle(90, 0.5)) == ((c & 0xFF) << 16 | (c & 0xFF00) | (c >> 16 & 0xFF)));
+    // The mean is the same all round, whatever comes last.
+    auto const first = pixel_at(person.from_middle(200, 0.5)), other = pixel_at(person.from_middle(330, 0.8));
+    for (int shift : {0, 8, 16}) {
+        int const one = static_cast<int>(first >> shift & 0xFF),
+                  two = static_cast<int>(other >> shift & 0xFF);
+        CHECK(std::abs(one - two) <= 6);
+    }
+}

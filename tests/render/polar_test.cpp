@@ -3,6 +3,7 @@
 #include "TestControl.h"
 #include "render/axes/axes.h"
 #include "render/data_sets.h"
+#include "render/polar/polar_bars.h"
 
 #include <doctest/doctest.h>
 
@@ -214,4 +215,111 @@ TEST_CASE("the grid has circles at round values and spokes with labels inside th
     for (std::string const& line : page.page().lines("text"))
         half |= line.find("\"π/2\"") != std::string::npos;
     CHECK(half);
+}
+
+TEST_CASE("very many points of a line cost what it shows, and none of what they reach is missing") {
+    // Ten turns of a spiral with a peak in each of a few places.
+    auto const points = [](int count) {
+        std::vector<Point> made;
+        for (int i = 0; i < count; ++i)
+            made.push_back({3600.0 * i / count, 1 + 8.0 * i / count + (i % 2 == 0 ? 0.1 : -0.1)});
+        made[static_cast<std::size_t>(count / 2)].y = 9.9;
+        return made;
+    };
+    PolarPage page;
+    page.add_line(points(400000));
+    auto const drawn = segments(page.draw("line"));
+    CHECK(drawn.size() < 100000);
+    double furthest = 0;
+    for (Segment const& segment : drawn)
+        furthest = std::max({furthest, from_centre(segment.from), from_centre(segment.to)});
+    CHECK(furthest == doctest::Approx(4950));
+    // Each is connected with the next.
+    for (std::size_t i = 1; i < drawn.size(); ++i) REQUIRE(drawn[i].from == drawn[i - 1].to);
+    // Points a pixel apart or more are all there.
+    PolarPage few;
+    few.add_line({{0, 5}, {10, 6}, {20, 5}, {30, 6}});
+    CHECK(segments(few.draw("line")).size() == 3);
+}
+
+TEST_CASE("steps go round and outwards, smooth curves through their points") {
+    PolarPage page;
+    DataSet& set = page.add_line({{0, 4}, {90, 8}});
+    set.DataSteps = 2;
+    auto const steps = segments(page.draw("line"));
+    REQUIRE(steps.size() > 10);
+    for (std::size_t i = 0; i + 1 < steps.size(); ++i)
+        CHECK(from_centre(steps[i].to) == doctest::Approx(2000));
+    CHECK(steps.back().to.y == doctest::Approx(2000));
+    CHECK(steps.back().to.x == doctest::Approx(6000));
+    set.DataSteps = 0;
+    set.DataLineStyle = line_smooth;
+    auto const round = segments(page.draw("line")); // of two points: evenly from one distance to the other
+    REQUIRE(round.size() > 10);
+    for (Segment const& piece : round) {
+        double const degrees = std::atan2(6000 - piece.to.y, piece.to.x - 6000) * 180 / std::numbers::pi;
+        CHECK(from_centre(piece.to) == doctest::Approx(2000 + 2000 * degrees / 90));
+    }
+}
+
+TEST_CASE("polar bars are wedges as wide as values say, rays as wide as millimetres say, cut at the circle") {
+    PolarPage page;
+    DataSet& set = page.add_line({{0, 5}, {90, 20}, {180, missing}, {270, -3}});
+    set.DataLineStyle = line_none;
+    set.DataSymbol = symbol_bar;
+    set.BarWidth = 30;
+    auto const corners = [](std::string const& line) {
+        std::vector<Point> found;
+        std::size_t position = line.find(' ');
+        Point pixel;
+        while (std::sscanf(line.c_str() + position, " %lf,%lf", &pixel.x, &pixel.y) == 2) {
+            found.push_back({pixel.x * 15, pixel.y * 15});
+            position = line.find(' ', position + 1);
+        }
+        return found;
+    };
+    auto const wedges = page.draw("polygon");
+    REQUIRE(wedges.size() == 2); // no value, or one below the centre, has none
+    for (std::size_t i = 0; i < wedges.size(); ++i) {
+        double const reach = i == 0 ? 2500 : 5000;
+        for (Point const corner : corners(wedges[i])) {
+            double const away = from_centre(corner);
+            if (away < 1) continue;
+            CHECK(away == doctest::Approx(reach).epsilon(1e-3));
+            double const angle = std::atan2(6000 - corner.y, corner.x - 6000) * 180 / std::numbers::pi;
+            CHECK(std::abs(angle - (i == 0 ? 0 : 90)) <= 15.1);
+        }
+    }
+    set.BarWidth = 0;
+    set.DataSymbolSize = 200; // twips
+    auto const rays = page.draw("polygon");
+    REQUIRE(rays.size() == 2);
+    auto const ray = corners(rays[0]);
+    REQUIRE(ray.size() == 4);
+    CHECK(ray[1].x == doctest::Approx(8500));
+    CHECK(std::abs(ray[1].y - ray[2].y) == doctest::Approx(360));
+    // Lying ones are parts of rings, about the y of their points.
+    set.BarHoriz = true;
+    set.points.drop_oldest(4);
+    set.points.append({90, 5, 0, {}});
+    auto const ring = page.draw("polygon");
+    REQUIRE(ring.size() == 1);
+    for (Point const corner : corners(ring[0])) CHECK(std::abs(from_centre(corner) - 2500) <= 181);
+}
+
+TEST_CASE("arranged bars stand upon each other in polar graphs, and are pointed at there") {
+    PolarPage page;
+    page.graph.BarArrangement = 2;
+    for (int i = 0; i < 2; ++i) {
+        DataSet& set = page.add_line({{0, 3}, {120, 3}, {240, 3}});
+        set.DataLineStyle = line_none;
+        set.DataSymbol = symbol_bar;
+    }
+    page.graph.BarWidthShare = 0.5;
+    CHECK(page.draw("polygon").size() == 6);
+    const BarPlan plan(page.graph);
+    const SeriesScope scope(page.state, page.graph, 1, SeriesScope::Maps::BeingDrawn);
+    CHECK(polar_bar_at(scope.view(), plan, page.map()(120, 4.5)) == 1U);
+    CHECK(!polar_bar_at(scope.view(), plan, page.map()(120, 1.5))); // of the set below
+    CHECK(!polar_bar_at(scope.view(), plan, page.map()(180, 4.5)));
 }

@@ -191,7 +191,8 @@ private:
 } // namespace
 
 void draw_bar_labels(ControlState& state, DrawSurface& surface, Graph& graph, BarPlan const& plan) {
-    if (!std::ranges::any_of(graph.DataSets, has_labels)) return;
+    // Those of polar bars would stand where straight ones are.
+    if (graph.GraphPolar || !std::ranges::any_of(graph.DataSets, has_labels)) return;
     LabelWriter(state, surface, graph, plan).write();
 }
 

@@ -12,14 +12,6 @@ namespace {
 
 using Light = std::array<double, 3>; // linear red, green and blue, 0 to 1
 
-double to_light(double stored) {
-    return stored <= 0.04045 ? stored / 12.92 : std::pow((stored + 0.055) / 1.055, 2.4);
-}
-
-double to_stored(double light) {
-    return light <= 0.0031308 ? 12.92 * light : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
-}
-
 Light light_of(Oklab const& seen) {
     auto const cubed = [](double root) { return root * root * root; };
     double const l = cubed(seen.lightness + 0.3963377774 * seen.a + 0.2158037573 * seen.b);
@@ -32,9 +24,17 @@ Light light_of(Oklab const& seen) {
 
 } // namespace
 
+double light_of_stored(double stored) {
+    return stored <= 0.04045 ? stored / 12.92 : std::pow((stored + 0.055) / 1.055, 2.4);
+}
+
+double stored_of_light(double light) {
+    return light <= 0.0031308 ? 12.92 * light : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
+}
+
 Oklab oklab(Color color) {
     Color const plain = plain_color(color);
-    auto const channel = [plain](int shift) { return to_light((plain >> shift & 0xFF) / 255.0); };
+    auto const channel = [plain](int shift) { return light_of_stored((plain >> shift & 0xFF) / 255.0); };
     double const red = channel(0), green = channel(8), blue = channel(16);
     double const l = std::cbrt(0.4122214708 * red + 0.5363325363 * green + 0.0514459929 * blue);
     double const m = std::cbrt(0.2119034982 * red + 0.6806995451 * green + 0.1073969566 * blue);
@@ -46,7 +46,7 @@ Oklab oklab(Color color) {
 
 Color color_of(Oklab const& seen) {
     auto const byte = [](double light) {
-        return static_cast<int>(std::lround(255 * to_stored(std::clamp(light, 0.0, 1.0))));
+        return static_cast<int>(std::lround(255 * stored_of_light(std::clamp(light, 0.0, 1.0))));
     };
     const Light light = light_of(seen);
     return rgb(byte(light[0]), byte(light[1]), byte(light[2]));

@@ -13,6 +13,10 @@ struct Oklab {
     double b = 0;         // blue to yellow
 };
 
+/// The light that a stored channel of a colour stands for, and back, both 0 to 1.
+double light_of_stored(double stored);
+double stored_of_light(double light);
+
 Oklab oklab(Color color);
 /// The nearest colour that can be shown, channel by channel.
 Color color_of(Oklab const& seen);

@@ -2,11 +2,11 @@
 
 #include "base/text.h"
 #include "document/selection.h"
+#include "render/kinds/pie_shapes.h"
 #include "render/kinds/slice_labels.h"
 #include "render/pen.h"
 #include "render/plot_geometry.h"
 #include "render/text.h"
-#include "surface/whole_pixel.h"
 
 #include <algorithm>
 #include <array>
@@ -14,7 +14,6 @@
 #include <cmath>
 #include <limits>
 #include <memory>
-#include <numbers>
 #include <optional>
 
 namespace qv::render {
@@ -23,15 +22,14 @@ namespace {
 using document::ControlState;
 using document::DataSet;
 
-constexpr double whole_turn = 2 * std::numbers::pi;
+constexpr double whole_turn = PieFrame::whole_turn;
 constexpr double no_place = std::numeric_limits<double>::quiet_NaN();
 constexpr double edge_room_mm = 1;
 constexpr double leader_mm = 3;       // from the rim to the labels
 constexpr double label_gap_mm = 1;    // from a leader line to its label
 constexpr double least_radius = 0.35; // of half the plot area, before labels are left out for it
 constexpr double most_hole = 0.95;
-constexpr double pixels_told_apart = 0.5; // narrower slices are drawn with the next
-constexpr std::size_t most_rows = 40;     // of the legend
+constexpr std::size_t most_rows = 40; // of the legend
 
 using Slices = std::vector<Slice>;
 
@@ -72,25 +70,6 @@ Slices const& known_slices(DataSet const& set) {
     return *memory_of(set).slices;
 }
 
-struct PieFrame {
-    Point centre;
-    double outer = 0; // radii, twips
-    double inner = 0;
-    double start = 0; // radians clockwise from the top
-    double sense = 1; // 1 clockwise
-
-    double angle(double share) const { return start + sense * whole_turn * share; }
-    Point at(double angle, double radius) const {
-        return {centre.x + radius * std::sin(angle), centre.y - radius * std::cos(angle)};
-    }
-    /// The share of the whole before a direction, 0 to 1.
-    double share_at(Point place) const {
-        double const clockwise = std::atan2(place.x - centre.x, centre.y - place.y);
-        double const turns = sense * (clockwise - start) / whole_turn;
-        return turns - std::floor(turns);
-    }
-};
-
 PieFrame frame_of(DataSet const& set, Point centre, double radius) {
     double const hole = std::isfinite(set.PieHole) ? std::clamp<double>(set.PieHole / 100, 0, most_hole) : 0;
     double const degrees = std::isfinite(set.PieStart) ? std::fmod(set.PieStart, 360) : 0;
@@ -107,15 +86,6 @@ PieLabels labels_of(DataSet const& set) {
     return set.PieLabels <= static_cast<std::uint8_t>(PieLabels::Nothing)
                ? static_cast<PieLabels>(set.PieLabels)
                : PieLabels::NameAndPercent;
-}
-
-Color slice_color(ControlState const& state, std::size_t slice, std::size_t count) {
-    static constexpr std::array<Color, 6> classic{0xFF0000, 0x0000FF, 0x00FF00, 0x00FFFF, 0xFF00FF, 0xFFFF00};
-    std::span<Color const> colors = state.slice_colors;
-    if (colors.empty()) colors = classic;
-    // The last lies beside the first.
-    bool const meets_itself = slice > 0 && slice + 1 == count && slice % colors.size() == 0;
-    return colors[(slice + (meets_itself ? colors.size() / 2 : 0)) % colors.size()];
 }
 
 // Sums keep the digits of what was summed.
@@ -137,114 +107,6 @@ std::string label_text(DataSet const& set, Slice const& slice) {
     }
 }
 
-/// \name Slices
-/// \{
-
-void add_arc(std::vector<Point>& outline, PieFrame const& frame, double radius, double from, double to,
-             double step) {
-    double const way = frame.angle(to) - frame.angle(from);
-    auto const pieces = static_cast<int>(std::ceil(std::abs(way) / step)) + 1;
-    for (int i = 0; i <= pieces; ++i)
-        outline.push_back(frame.at(frame.angle(from) + way * i / pieces, radius));
-}
-
-// An angle whose chord is nowhere further than a tenth of a pixel from its arc.
-double arc_step(double radius, double twips_per_pixel) {
-    double const off = std::min(0.1 * twips_per_pixel / std::max(radius, 1.0), 1.0);
-    return std::max(2 * std::acos(1 - off), 1e-3);
-}
-
-std::vector<Point> slice_outline(PieFrame const& frame, double from, double to, double twips_per_pixel) {
-    double const step = arc_step(frame.outer, twips_per_pixel);
-    std::vector<Point> outline;
-    add_arc(outline, frame, frame.outer, from, to, step);
-    if (frame.inner > 0)
-        add_arc(outline, frame, frame.inner, to, from, step);
-    else if (to - from < 1)
-        outline.push_back(frame.centre);
-    return outline;
-}
-
-void fill_outline(DrawSurface& surface, std::vector<Point> const& outline, Color color) {
-    const document::RestoreScope drawing(surface.state);
-    surface.state.FillColor = surface.state.ForeColor = color;
-    surface.state.fill_style = FillStyle::Solid;
-    surface.state.draw_style = DrawStyle::None;
-    std::vector<PixelPoint> corners;
-    corners.reserve(outline.size());
-    for (const Point point : outline) corners.push_back(in_pixels(surface, point));
-    surface.Polygon(corners);
-}
-
-/// What is drawn in one colour: a slice, or several that no pixel tells apart.
-struct Piece {
-    double from = 0, to = 0; // shares
-    Color color = 0;
-};
-
-std::vector<Piece> pieces_of(ControlState const& state, std::vector<Slice> const& slices,
-                             double least_share) {
-    std::vector<Piece> pieces;
-    double from = 0;
-    for (std::size_t i = 0; i < slices.size(); ++i) {
-        bool const is_last = i + 1 == slices.size();
-        double const to = is_last ? 1 : slices[i].before + slices[i].share;
-        if (!is_last && to - from < least_share) continue;
-        pieces.push_back({from, to, slice_color(state, i, slices.size())});
-        from = to;
-    }
-    return pieces;
-}
-
-// Each reaches a pixel below the next, the first one also below the last, so that no ground shows between two
-// edges; where the ground is to be seen through them, none does.
-void fill_neighbours(DrawSurface& surface, PieFrame const& frame, std::vector<Piece> const& pieces) {
-    double const pixel = surface.TwipsPerPixelX() / (whole_turn * frame.outer);
-    bool const opaque = surface.state.alpha == 255;
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-        Piece piece = pieces[i];
-        auto const under = [&](Piece const& other) {
-            return opaque ? std::min(pixel, other.to - other.from) : 0;
-        };
-        if (i == 0 && pieces.size() > 1) piece.from -= under(pieces.back());
-        if (i + 1 < pieces.size()) piece.to += under(pieces[i + 1]);
-        fill_outline(surface, slice_outline(frame, piece.from, piece.to, surface.TwipsPerPixelX()),
-                     piece.color);
-    }
-}
-
-// Many narrow ones are one shape a colour, because each shape has its own mask.
-void fill_by_color(DrawSurface& surface, PieFrame const& frame, std::vector<Piece> pieces) {
-    std::ranges::stable_sort(pieces, {}, &Piece::color);
-    for (std::size_t first = 0; first < pieces.size();) {
-        const ShapeScope one_shape(surface);
-        Color const color = pieces[first].color;
-        for (; first < pieces.size() && pieces[first].color == color; ++first)
-            fill_outline(surface,
-                         slice_outline(frame, pieces[first].from, pieces[first].to, surface.TwipsPerPixelX()),
-                         color);
-    }
-}
-
-void fill_pieces(DrawSurface& surface, PieFrame const& frame, std::vector<Piece> const& pieces) {
-    constexpr std::size_t many = 200;
-    (pieces.size() > many ? fill_by_color(surface, frame, pieces) : fill_neighbours(surface, frame, pieces));
-}
-
-void draw_edges(DrawSurface& surface, PieFrame const& frame, std::vector<Piece> const& pieces,
-                document::FillSpec const& fill) {
-    if (fill.EdgeThickness == 0) return;
-    const PenScope pen(surface, fill.EdgeThickness);
-    surface.state.ForeColor = fill.EdgeColor;
-    const ShapeScope one_shape(surface);
-    for (Piece const& piece : pieces) {
-        auto outline = slice_outline(frame, piece.from, piece.to, surface.TwipsPerPixelX());
-        outline.push_back(outline.front());
-        surface.Polyline(outline);
-    }
-}
-/// \}
-
 /// \name Labels
 /// \{
 
@@ -265,17 +127,44 @@ bool lies_right(double angle) {
     return std::sin(angle) >= 0;
 }
 
+/// Slices from the largest to the smallest, of equal ones the first before the next. Mostly few are asked
+/// for.
+class LargestFirst {
+public:
+    explicit LargestFirst(Slices const& slices) {
+        left_.reserve(slices.size());
+        for (std::size_t i = 0; i < slices.size(); ++i) left_.push_back({slices[i].share, i});
+        std::ranges::make_heap(left_, is_behind);
+    }
+    std::optional<std::size_t> next() {
+        if (left_.empty()) return std::nullopt;
+        std::ranges::pop_heap(left_, is_behind);
+        std::size_t const slice = left_.back().slice;
+        left_.pop_back();
+        return slice;
+    }
+
+private:
+    struct Size {
+        double share;
+        std::size_t slice;
+    };
+    static bool is_behind(Size const& one, Size const& other) {
+        return one.share != other.share ? one.share < other.share : one.slice > other.slice;
+    }
+    std::vector<Size> left_;
+};
+
 /// The labels that have room one below the other on their side, those of the largest slices first.
 std::vector<SliceLabel> labels_with_room(SeriesView const& view, DrawSurface& surface,
                                          std::vector<Slice> const& slices, PieFrame const& turns) {
     std::vector<SliceLabel> labels;
     if (labels_of(view.set) == PieLabels::Nothing) return labels;
-    std::vector<std::size_t> by_size(slices.size());
-    for (std::size_t i = 0; i < by_size.size(); ++i) by_size[i] = i;
-    std::ranges::stable_sort(by_size, [&](auto a, auto b) { return slices[a].share > slices[b].share; });
+    LargestFirst by_size(slices);
     std::array<double, 2> taken{};
     std::array<bool, 2> full{};
-    for (std::size_t const i : by_size) {
+    while (auto const largest = by_size.next()) {
+        std::size_t const i = *largest;
         double const angle = turns.angle(middle_share(slices[i]));
         auto const side = static_cast<std::size_t>(lies_right(angle));
         if (full[side]) continue;
@@ -412,10 +301,8 @@ void draw_pie(SeriesView const& view, DrawSurface& surface) {
     keep_drawn(set, frame);
     double const reach = frame.outer + leader_mm * view.state.UnitsPerMmX;
     push_apart(labels, frame, reach, view.plot);
-    auto const pieces = pieces_of(view.state, slices,
-                                  pixels_told_apart * surface.TwipsPerPixelX() / (whole_turn * frame.outer));
-    if (!set.DataSymbolFill.Transparent) fill_pieces(surface, frame, pieces);
-    draw_edges(surface, frame, pieces, set.DataSymbolFill);
+    if (!set.DataSymbolFill.Transparent) fill_slices(view.state, surface, frame, slices);
+    edge_slices(surface, frame, slices, set.DataSymbolFill);
     draw_labels(view, surface, labels, frame, reach);
 }
 

@@ -4,6 +4,7 @@
 
 #include "render/kinds/series_kind.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -31,16 +32,27 @@ struct PolarMap {
     Point at(double direction, double distance) const {
         return {centre.x + distance * std::cos(direction), centre.y - distance * std::sin(direction)};
     }
-    /// Not-a-number where y has no place, because it is less than what lies in the centre; it may lie beyond
-    /// the outermost circle.
-    Point operator()(double x, double y) const {
-        constexpr double no_place = std::numeric_limits<double>::quiet_NaN();
+    /// From the centre to a point. Not-a-number where it has no place, because y is less than what lies in
+    /// the centre; it may lie beyond the outermost circle.
+    double distance(double x, double y) const {
         bool const can_be = along.valid && std::isfinite(x) && std::isfinite(y) && !(along.is_log && y <= 0);
-        double const distance = can_be ? along(y) : no_place;
-        if (!(distance >= 0)) return {no_place, no_place};
-        return at(direction(x), std::min(distance, farthest));
+        double const distance = can_be ? along(y) : -1;
+        return distance >= 0 ? std::min(distance, farthest) : std::numeric_limits<double>::quiet_NaN();
     }
+    /// Not-a-number where a point has no place.
+    Point operator()(double x, double y) const {
+        double const away = distance(x, y);
+        return std::isnan(away) ? Point{away, away} : at(direction(x), away);
+    }
+    /// The direction of a place.
+    double direction_of(Point place) const { return std::atan2(centre.y - place.y, place.x - centre.x); }
     double distance_of(Point place) const { return std::hypot(place.x - centre.x, place.y - centre.y); }
+    /// How far from the centre y lies, as far as that can be seen; not-a-number of what is none.
+    double clamped_distance(double y) const {
+        if (!along.valid || std::isnan(y)) return std::numeric_limits<double>::quiet_NaN();
+        if (along.is_log && y <= 0) return along.factor > 0 ? 0 : radius;
+        return std::clamp(along(y), 0.0, radius);
+    }
     /// Whether a place lies in the outermost circle, its line included.
     bool holds(Point place) const { return distance_of(place) <= radius * (1 + 1e-9); }
 
@@ -48,7 +60,7 @@ struct PolarMap {
     Point values_at(Point place) const {
         constexpr double no_value = std::numeric_limits<double>::quiet_NaN();
         if (!along.valid || !holds(place)) return {no_value, no_value};
-        double const way = (std::atan2(centre.y - place.y, place.x - centre.x) - zero) / per_unit;
+        double const way = (direction_of(place) - zero) / per_unit;
         double const x = way - whole_turn * std::floor(way / whole_turn);
         return {x < whole_turn ? x : 0, along.value_at(std::min(distance_of(place), radius))};
     }
