@@ -6,6 +6,7 @@
 #include "control/document.h"
 #include "control/grid_entry.h"
 #include "control/point_entry.h"
+#include "control/point_values.h"
 #include "control/property_access.h"
 #include "control/settings.h"
 #include "qvgraph/qvGraph.h"
@@ -459,6 +460,11 @@ void DataHandle::drop(Checked<std::int32_t> count) const {
 std::int32_t DataHandle::size() const {
     Access::page(*this);
     return Access::record<DataSet>(*this).DataSetPointCount();
+}
+
+PointValues DataHandle::points() const {
+    Access::page(*this);
+    return control::point_values(Access::record<DataSet>(*this).points);
 }
 
 AxisHandle DataHandle::x_axis() const {
