@@ -8,6 +8,7 @@ QV_BUILD_PACKAGES="g++ cmake ninja-build pkg-config ccache mold libfreetype-dev 
   libpng-dev libcairo2-dev libhowardhinnant-date-dev tzdata zlib1g-dev libzstd-dev nlohmann-json3-dev libcli11-dev fonts-liberation fonts-dejavu-core"
 QV_QT_PACKAGES="qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libqt6opengl6-dev"
 QV_TEST_PACKAGES="doctest-dev python3 clang xvfb xdotool poppler-utils librsvg2-bin netpbm cups cups-client xclip gcovr"
+QV_PYTHON_PACKAGES="pybind11-dev python3-dev python3-numpy python3-pandas python3-pytest mypy"
 QV_PACKAGING_PACKAGES="dpkg-dev file lintian"
 QV_FUZZ_PACKAGES="clang"
 QV_COMPILER_PACKAGES="clang-14 clang-16"

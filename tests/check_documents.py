@@ -11,7 +11,7 @@ import pathlib
 import re
 import sys
 
-FOLDERS = "apps|bench|cmake|docs|examples|include|packaging|scripts|src|tests"
+FOLDERS = "apps|bench|cmake|docs|examples|include|packaging|python|scripts|src|tests"
 FIRST_SCREEN = 42  # lines
 # What examples make up.
 INVENTED = {"AxisTitleAngle", "PictureHost", "WebP", "CapitalWords", "src/raster/webp.h", "tests/fuzz/NAME_fuzz.cpp"}

@@ -26,7 +26,7 @@ FLOORS = [
 ]
 FOLDERS = [folder for folder, _ in FLOORS]
 PUBLIC = {name: floor for floor, (_, names) in enumerate(FLOORS) for name in names.split()}
-PROGRAMS = ("apps", "examples")
+PROGRAMS = ("apps", "examples", "python")
 
 
 def floor_of(path):

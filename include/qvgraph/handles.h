@@ -14,6 +14,7 @@
 #include "qvgraph/options.h"
 #include "qvgraph/variant.h"
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -40,6 +41,15 @@ public:
 
 /// The legend table of a graph.
 class QV_EXPORT LegendHandle : public LegendProperties {};
+
+/// The points of a data set as columns, in order of arrival. Where no point has an error, or an extra value,
+/// such a column is empty.
+struct PointValues {
+    std::vector<double> x;                    ///< along the x axis
+    std::vector<double> y;                    ///< along the y axis
+    std::vector<double> error;                ///< half the lengths of the error bars
+    std::array<std::vector<double>, 4> extra; ///< what add_columns takes beside x and y
+};
 
 /// A data set: points, a function, a text, or several of these. Its points widen the axes that it lies on.
 class QV_EXPORT DataHandle : public DataProperties {
@@ -100,6 +110,7 @@ public:
     void clear() const;                           ///< forgets all points; no axis changes
     void drop(Checked<std::int32_t> count) const; ///< forgets this many of the oldest; no axis changes
     std::int32_t size() const;                    ///< number of points
+    PointValues points() const;                   ///< a copy of all points there are
 
     AxisHandle x_axis() const; ///< that it lies on
     AxisHandle y_axis() const; ///< that it lies on

@@ -4,6 +4,7 @@
 #include "control/grid_entry.h"
 #include "control/handle_records.h"
 #include "control/point_entry.h"
+#include "control/point_values.h"
 #include "control/settings.h"
 #include "render/kinds/series_kind.h"
 
@@ -169,6 +170,11 @@ void DataHandle::drop(Checked<std::int32_t> count) const {
 std::int32_t DataHandle::size() const {
     Access::page(*this);
     return Access::record<DataSet>(*this).DataSetPointCount();
+}
+
+PointValues DataHandle::points() const {
+    Access::page(*this);
+    return control::point_values(Access::record<DataSet>(*this).points);
 }
 
 AxisHandle DataHandle::x_axis() const {

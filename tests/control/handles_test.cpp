@@ -5,6 +5,7 @@
 
 #include <doctest/doctest.h>
 
+#include <cmath>
 #include <memory>
 #include <type_traits>
 
@@ -393,4 +394,29 @@ TEST_CASE("a look dresses what handles make and leaves what they set") {
         CHECK(dots.line_style() == 0);
         CHECK(dots.symbol() == 3);
     }
+}
+
+TEST_CASE("points are read back as they came, over all blocks; a column nobody filled is empty") {
+    Control control;
+    GraphHandle const graph = control.qvGraph::graph("G");
+    DataHandle const plain = graph.line("plain"), rich = graph.line("rich");
+    std::vector<double> x(5000), lengths(5000, 0.25);
+    for (std::size_t i = 0; i < x.size(); ++i) x[i] = static_cast<double>(i) / 3;
+    plain.add(x, x);
+    CHECK(plain.points().x == x);
+    CHECK(plain.points().y == x);
+    CHECK(plain.points().error.empty());
+    rich.add(1, 2);
+    rich.add_columns(x, x, {}, lengths);
+    rich.add(7, 8, 0.5);
+    PointValues const points = rich.points();
+    CHECK(points.error.size() == 5002);
+    CHECK(points.error.front() == 0);
+    CHECK(points.error.back() == 0.5);
+    CHECK(points.extra[0].empty());
+    CHECK(std::isnan(points.extra[1].front()));
+    CHECK(points.extra[1][1] == 0.25);
+    CHECK(std::isnan(points.extra[1].back()));
+    rich.drop(5000);
+    CHECK(rich.points().y == std::vector<double>{x.back(), 8});
 }
