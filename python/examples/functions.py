@@ -7,25 +7,23 @@ page = qvgraph.Page(640, 420)
 page.DefineFunction("wave(a, t) = EXP(-a*t^2) * COS(6*t)")
 
 
-def graph(title, x_title, left, top, width, functions, ranges):
-    page.NewGraph(title)
-    page.LegendShow = False
-    page.SelectXaxis()
-    page.AxisTitle = x_title
-    page.SelectYaxis()
-    page.AxisTitle = ""
-    page.GraphPosition(Left=left, Top=top, Width=width, Height=50)
-    for formula, start, end in functions:
-        page.NewDataSet(formula)
-        page.AddMathFunc(formula, start, end)
-    for axis, (low, high, major, minor) in enumerate(ranges):
-        page.SetSelectedAxis(axis)
-        page.AxisScaleStyle(Value1=low, Value2=high, MajorDivs=major, MinorDivs=minor, ScaleStyle=1)
+def graph(title, variable, x_range, y_range, **place):
+    made = page.graph(title, **place)
+    made.x_axis(title=variable, from_=x_range[0], to=x_range[1])
+    made.y_axis(from_=y_range[0], to=y_range[1])
+    made.legend(show=False)
+    return made
 
 
-graph("tan(x) and x", "x", 0, 0, 50, [("tan(x)", -5, 5), ("x", -5, 5)], [(-5, 5, 10, 1), (-5, 5, 5, 1)])
-graph("sin(1/x)", "x", 50, 0, 50, [("sin(1/x)", 0, 0)], [(-0.5, 0.5, 5, 2), (-1.2, 1.2, 4, 1)])
-graph("wave(a, t) = EXP(-a*t^2) * COS(6*t)", "t", 0, 50, 100, [("wave(0.2, x)", -4, 4), ("wave(1, x)", -4, 4)],
-      [(-4, 4, 8, 2), (-1, 1, 4, 1)])
-page.LegendShow = True
+tangent = graph("tan(x) and x", "x", (-5, 5), (-5, 5), left=0, top=0, width=50, height=50)
+for formula in ("tan(x)", "x"):
+    tangent.function(formula, formula, formula_from=-5, formula_to=5)
+
+sine = graph("sin(1/x)", "x", (-0.5, 0.5), (-1.2, 1.2), left=50, top=0, width=50, height=50)
+sine.function("sin(1/x)", "sin(1/x)")
+
+waves = graph("wave(a, t) = EXP(-a*t^2) * COS(6*t)", "t", (-4, 4), (-1, 1), left=0, top=50, width=100, height=50)
+for formula in ("wave(0.2, x)", "wave(1, x)"):
+    waves.function(formula, formula)
+waves.legend(show=True)
 page.save(sys.argv[1] if len(sys.argv) > 1 else "functions.png")
