@@ -157,7 +157,7 @@ void write_bash(std::vector<Completed> const& options, std::ostream& out) {
 }
 
 // Colons and brackets have a meaning of their own in zsh's descriptions.
-std::string for_zsh(std::string text) {
+std::string for_zsh(std::string_view text) {
     std::string result;
     for (char const c : text) {
         if (c == ':' || c == '[' || c == ']' || c == '\\') result += '\\';

@@ -116,10 +116,8 @@ public:
     }
     /// A text that `take` reads.
     CLI::Option* text(char const* name, char const* type, char const* help,
-                      std::function<void(std::string const&)> take) const {
-        return app_.add_option_function<std::string>(name, std::move(take), help)
-            ->type_name(type)
-            ->group(group_);
+                      std::function<void(std::string const&)> const& take) const {
+        return app_.add_option_function<std::string>(name, take, help)->type_name(type)->group(group_);
     }
     /// Texts that `take` reads, one an option.
     CLI::Option* texts(char const* name, char const* type, char const* help,

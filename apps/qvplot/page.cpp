@@ -236,11 +236,12 @@ void PlotPage::add_panel(std::size_t number) {
     if (options_.panels) {
         const std::size_t across = std::min(static_cast<std::size_t>(*options_.panels), panels_.size());
         const std::size_t down = (panels_.size() + across - 1) / across;
+        const std::size_t column = number % across, row = number / across;
         double const width = page_percent / static_cast<double>(across),
                      height = page_percent / static_cast<double>(down);
         graph.whole_page = false;
-        graph.left = static_cast<float>(width * static_cast<double>(number % across));
-        graph.top = static_cast<float>(height * static_cast<double>(number / across));
+        graph.left = static_cast<float>(width * static_cast<double>(column));
+        graph.top = static_cast<float>(height * static_cast<double>(row));
         graph.width = static_cast<float>(width);
         graph.height = static_cast<float>(height);
     }

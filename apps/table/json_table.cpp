@@ -119,6 +119,7 @@ private:
         if (rows.empty()) throw TableError(name_ + ": holds no row of JSON; an object a line is expected");
         for (std::size_t i = 0; i < found_.size(); ++i) {
             std::vector<std::string_view> column;
+            column.reserve(rows.size());
             for (Cells const& row : rows) column.push_back(row[i]);
             find_kind(found_[i], column, dialect_, options_);
         }
@@ -151,8 +152,10 @@ private:
         if ((is_object || value.is_array()) && level < most_levels) {
             std::size_t number = 0;
             for (auto const& [key, part] : value.items()) {
-                std::string const part_name = is_object ? key : std::to_string(++number);
-                add(part, name.empty() ? part_name : name + "." + part_name, looking, level + 1);
+                std::string path = name;
+                if (!path.empty()) path += '.';
+                path += is_object ? key : std::to_string(++number);
+                add(part, path, looking, level + 1);
             }
             return;
         }

@@ -83,9 +83,7 @@ bool is_grouped_by(std::string_view text, char mark) {
             in_group = 0;
         } else if (is_digit(c)) {
             ++in_group;
-        } else if (in_group > 0 || groups > 0) {
-            return false;
-        } else if (c != '-' && c != '+') {
+        } else if (in_group > 0 || groups > 0 || (c != '-' && c != '+')) {
             return false;
         }
     }

@@ -75,8 +75,10 @@ void Table::name_columns() {
     for (FoundColumn const& column : found_) ++uses[column.title];
     for (std::size_t i = 0; i < found_.size(); ++i) {
         const std::string place = "column " + std::to_string(i + 1);
-        std::string const& title = found_[i].title;
-        found_[i].name = title.empty() ? place : uses[title] > 1 ? title + " (" + place + ")" : title;
+        FoundColumn& column = found_[i];
+        column.name = column.title.empty() ? place : column.title;
+        if (uses[column.title] > 1 && !column.title.empty())
+            column.name.append(" (").append(place).append(")");
     }
 }
 

@@ -47,7 +47,6 @@ private:
     std::unique_ptr<ByteSource> source_;
     std::string buffer_;
     std::size_t begin_ = 0;
-    bool at_end_ = false;
     std::vector<std::optional<double>> row_; // of add_row
 };
 
