@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <limits>
 #include <vector>
 
 namespace qv::render {
